@@ -1,0 +1,68 @@
+# How targets are made here: one per folder, warnings as errors, and a record of who may include whom.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+if(NOT CMAKE_BUILD_TYPE)
+  set(CMAKE_BUILD_TYPE Release)
+endif()
+
+find_program(CCACHE ccache)
+if(CCACHE)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1 ${CCACHE})
+endif()
+
+add_library(quorin_flags INTERFACE)
+target_compile_options(quorin_flags INTERFACE -Wall -Wextra -Wconversion -Wshadow -Werror)
+if(QUORIN_SANITIZE)
+  target_compile_options(quorin_flags INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=undefined)
+  target_link_options(quorin_flags INTERFACE -fsanitize=address,undefined)
+endif()
+if(QUORIN_FUZZ)
+  target_compile_options(quorin_flags INTERFACE -fsanitize=address,undefined,fuzzer-no-link)
+  target_link_options(quorin_flags INTERFACE -fsanitize=address,undefined)
+endif()
+
+set_property(GLOBAL PROPERTY QUORIN_HOUSE_PLAN "")
+
+# quorin_library(NAME SOURCES ... [ROOMS ...] [LIBS ...])
+# ROOMS are our own targets whose headers this one may include; LIBS are foreign libraries (none in the logic).
+function(quorin_library name)
+  cmake_parse_arguments(Q "" "" "SOURCES;ROOMS;LIBS" ${ARGN})
+  add_library(${name} STATIC ${Q_SOURCES})
+  target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR}/src)
+  target_link_libraries(${name} PUBLIC ${Q_ROOMS} ${Q_LIBS} PRIVATE quorin_flags)
+  quorin_record(${name})
+endfunction()
+
+# Writes one line of the house plan: target, its source folder, the rooms it named, its sources.
+function(quorin_record name)
+  file(RELATIVE_PATH folder ${CMAKE_SOURCE_DIR} ${CMAKE_CURRENT_SOURCE_DIR})
+  string(REPLACE ";" "," rooms "${Q_ROOMS}")
+  string(REPLACE ";" "," sources "${Q_SOURCES}")
+  if(Q_LIBS)
+    set(foreign foreign)
+  else()
+    set(foreign plain)
+  endif()
+  set_property(GLOBAL APPEND_STRING PROPERTY QUORIN_HOUSE_PLAN "${name}|${folder}|${rooms}|${sources}|${foreign}\n")
+endfunction()
+
+function(quorin_write_house_plan)
+  get_property(plan GLOBAL PROPERTY QUORIN_HOUSE_PLAN)
+  file(WRITE ${CMAKE_BINARY_DIR}/house-plan.txt "${plan}")
+endfunction()
+
+# quorin_test(NAME SOURCES ... [ROOMS ...] [LIBS ...] [TIMEOUT s]) : a gtest program, each case known to ctest.
+function(quorin_test name)
+  cmake_parse_arguments(Q "" "TIMEOUT" "SOURCES;ROOMS;LIBS;ENVIRONMENT" ${ARGN})
+  if(NOT Q_TIMEOUT)
+    set(Q_TIMEOUT 60)
+  endif()
+  add_executable(${name} ${Q_SOURCES})
+  target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/src ${CMAKE_SOURCE_DIR}/tests)
+  target_link_libraries(${name} PRIVATE ${Q_ROOMS} ${Q_LIBS} GTest::gtest_main GTest::gmock quorin_flags)
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT ${Q_TIMEOUT} ENVIRONMENT "${Q_ENVIRONMENT}")
+endfunction()

@@ -1,0 +1,7 @@
+#include "core/glo.h"
+
+namespace qrn {
+
+Glo glo;
+
+}  // namespace qrn

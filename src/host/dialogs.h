@@ -1,0 +1,35 @@
+// Questions to the person at the machine. One narrow interface; the desktop translates, tests script the answers.
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace qrn::host {
+
+enum class Buttons { ok, okCancel, yesNo, yesNoCancel };
+enum class Icon { none, information, question, exclamation, critical };
+enum class Answer { ok, cancel, yes, no };
+
+struct FileQuestion {
+  bool save = false;
+  std::string folder;
+  std::string name;
+  std::string filter;  // "description|pattern", the description may itself hold the pattern
+  std::string title;
+};
+
+class Dialogs {
+ public:
+  virtual ~Dialogs() = default;
+  virtual Answer MsgBox(const std::string& text, const std::string& title, Buttons buttons = Buttons::ok,
+                        Icon icon = Icon::none) = 0;
+  virtual std::optional<std::string> InputBox(const std::string& prompt, const std::string& title,
+                                              const std::string& preset = "") = 0;
+  virtual std::optional<std::string> FileDialog(const FileQuestion& question) = 0;
+  // The small status window `infoForm`: shows one line for at least 0.1 second. "" takes it away.
+  virtual void Info(const std::string& line) = 0;
+};
+
+inline constexpr const char* kTitle = "quorin matrix";
+
+}  // namespace qrn::host

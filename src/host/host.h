@@ -1,0 +1,34 @@
+// The neighbours of the running program in one place. `app` (or a test) fills it before anything else runs.
+#pragma once
+
+namespace qrn::host {
+
+class Clock;
+class ControllerLink;
+class Dialogs;
+class Environment;
+class Files;
+class FormRegistry;
+class Loop;
+class PresentationProgram;
+class Random;
+class Sound;
+class TextMeasure;
+
+struct Host {
+  PresentationProgram* presentationProgram = nullptr;
+  ControllerLink* controller = nullptr;
+  Dialogs* dialogs = nullptr;
+  Loop* loop = nullptr;
+  Clock* clock = nullptr;
+  Random* random = nullptr;
+  Files* files = nullptr;
+  Environment* environment = nullptr;
+  TextMeasure* textMeasure = nullptr;
+  Sound* sound = nullptr;
+  FormRegistry* forms = nullptr;
+};
+
+Host& host();
+
+}  // namespace qrn::host
