@@ -1,4 +1,5 @@
-// Questions to the person at the machine. One narrow interface; the desktop translates, tests script the answers.
+// Questions to the person at the machine. One narrow interface; the desktop translates, tests script the
+// answers.
 #pragma once
 
 #include <optional>

@@ -15,8 +15,8 @@ enum class Fault {
 
 class HostError : public std::runtime_error {
  public:
-  // `number` is the classic error number that handlers test (53 file not found, 62 input past end, 70 permission
-  // denied, 76 path not found, 91 object missing), or 0.
+  // `number` is the classic error number that handlers test (53 file not found, 62 input past end, 70
+  // permission denied, 76 path not found, 91 object missing), or 0.
   HostError(Fault fault, int number, const std::string& message)
       : std::runtime_error(message), fault_(fault), number_(number) {}
   Fault fault() const { return fault_; }

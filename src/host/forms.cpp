@@ -7,9 +7,13 @@
 
 namespace qrn::host {
 
-void FormRegistry::define(const std::string& name, FormMaker maker) { makers_[name] = std::move(maker); }
+void FormRegistry::define(const std::string& name, FormMaker maker) {
+  makers_[name] = std::move(maker);
+}
 
-void FormRegistry::attach(const std::string& name, ViewMaker maker) { viewMakers_[name] = std::move(maker); }
+void FormRegistry::attach(const std::string& name, ViewMaker maker) {
+  viewMakers_[name] = std::move(maker);
+}
 
 Form& FormRegistry::load(const std::string& name) {
   if (Form* form = find(name))
@@ -76,7 +80,9 @@ bool FormRegistry::unload(const std::string& name, bool byUser) {
   return true;
 }
 
-bool FormRegistry::isLoaded(const std::string& name) const { return loaded_.count(name) != 0; }
+bool FormRegistry::isLoaded(const std::string& name) const {
+  return loaded_.count(name) != 0;
+}
 
 bool FormRegistry::isVisible(const std::string& name) const {
   const auto it = loaded_.find(name);
@@ -104,6 +110,8 @@ void FormRegistry::waitUntilGone(const std::string& name) {
   waitUntil([&] { return !isVisible(name); });
 }
 
-std::vector<std::string> FormRegistry::loadedNames() const { return order_; }
+std::vector<std::string> FormRegistry::loadedNames() const {
+  return order_;
+}
 
 }  // namespace qrn::host

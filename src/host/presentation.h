@@ -1,8 +1,8 @@
-// The presentation program as the logic sees it: slides, tags, shapes, the show. Operations keep the names under
-// which a presentation program offers them. Indices of slides and shapes count from 1.
+// The presentation program as the logic sees it: slides, tags, shapes, the show. Operations keep the names
+// under which a presentation program offers them. Indices of slides and shapes count from 1.
 //
-// Lifetimes: a Presentation owns its slides and shapes; references stay good until the shape or slide is deleted
-// or the presentation is closed. Failing operations throw HostError.
+// Lifetimes: a Presentation owns its slides and shapes; references stay good until the shape or slide is
+// deleted or the presentation is closed. Failing operations throw HostError.
 #pragma once
 
 #include <cstdint>
@@ -20,8 +20,8 @@ class Tags {
   virtual ~Tags() = default;
   virtual std::string Item(std::string_view key) const = 0;  // "" when absent
   virtual void Add(std::string_view key, std::string_view value) = 0;
-  // Same result as Add(key, Item(key) + tail). Its cost does not grow with the value already there, and when it
-  // returns the tail is on the disk.
+  // Same result as Add(key, Item(key) + tail). Its cost does not grow with the value already there, and when
+  // it returns the tail is on the disk.
   virtual void Append(std::string_view key, std::string_view tail) = 0;
   virtual void Delete(std::string_view key) = 0;  // absent: nothing happens
   virtual std::vector<std::string> Names() const = 0;
@@ -74,10 +74,10 @@ class Presentation {
   virtual void Save() = 0;
   virtual Tags& tags() = 0;
   virtual int SlideCount() const = 0;
-  virtual Slide& Slides(int index) = 0;                // 1 .. SlideCount(), else HostError
-  virtual Slide& AddTitleOnlySlide(int after) = 0;     // 0 puts it first
-  virtual double SlideWidth() const = 0;               // points
-  virtual double SlideHeight() const = 0;              // points
+  virtual Slide& Slides(int index) = 0;             // 1 .. SlideCount(), else HostError
+  virtual Slide& AddTitleOnlySlide(int after) = 0;  // 0 puts it first
+  virtual double SlideWidth() const = 0;            // points
+  virtual double SlideHeight() const = 0;           // points
   virtual std::optional<MasterFont> MasterTitleFont() = 0;
   virtual std::optional<MasterFont> MasterBodyFont() = 0;
   // Colour of the scheme, red lowest; entries 1 background, 2 text, 3 second background, 4 second text,
@@ -99,8 +99,8 @@ class PresentationProgram {
   virtual bool Running() const = 0;
   virtual Presentation* ActivePresentation() = 0;
   virtual int SlideShowWindowsCount() const = 0;
-  virtual View* SlideShowView() = 0;      // null when no show runs
-  virtual View* ActiveWindowView() = 0;   // the edit window; null when there is none
+  virtual View* SlideShowView() = 0;          // null when no show runs
+  virtual View* ActiveWindowView() = 0;       // the edit window; null when there is none
   virtual std::string AddInPath() const = 0;  // folder of the installation, without separator at the end
   virtual void SendKeysToShow(std::string_view keys) = 0;  // "~" is Enter
 };

@@ -1,5 +1,6 @@
-// Positioned text, lines and shapes: what every graph is made of. Graphs build a Surface once; the one renderer
-// draws it for the window, for the picture file and for the picture test. All lengths are twips, 15 to a pixel.
+// Positioned text, lines and shapes: what every graph is made of. Graphs build a Surface once; the one
+// renderer draws it for the window, for the picture file and for the picture test. All lengths are twips, 15
+// to a pixel.
 #pragma once
 
 #include <cstdint>
@@ -35,24 +36,24 @@ struct Element {
   std::string toolTip;
   SurfaceFont font;
   Align align = Align::left;
-  bool wordWrap = false;      // lines break at blanks to stay inside `width`
-  bool opaque = false;        // labels: fill `backColour` behind the text
+  bool wordWrap = false;        // lines break at blanks to stay inside `width`
+  bool opaque = false;          // labels: fill `backColour` behind the text
   std::int32_t colour = 0;      // text, line or border; red lowest
   std::int32_t backColour = 0;  // fill of shapes and opaque labels
-  bool filled = true;         // shapes: filled with backColour
-  double opacity = 1.0;       // of the fill
-  double borderWidth = 15;    // lines and shapes
-  bool bordered = true;       // shapes: an outline in `colour`
-  int borderStyle = 1;        // 1 solid, 3 dotted
+  bool filled = true;           // shapes: filled with backColour
+  double opacity = 1.0;         // of the fill
+  double borderWidth = 15;      // lines and shapes
+  bool bordered = true;         // shapes: an outline in `colour`
+  int borderStyle = 1;          // 1 solid, 3 dotted
 };
 
 // Elements in painting order, the first at the back. References stay good while elements are added.
 class Surface {
  public:
-  double width = 0, height = 0;       // twips
-  std::int32_t background = 0;        // painted behind everything when no picture is set
-  std::string backgroundFile;         // picture stretched over the surface; "" for none
-  bool gradient = false;              // from `background` at the top to `backgroundEnd` at the bottom
+  double width = 0, height = 0;  // twips
+  std::int32_t background = 0;   // painted behind everything when no picture is set
+  std::string backgroundFile;    // picture stretched over the surface; "" for none
+  bool gradient = false;         // from `background` at the top to `backgroundEnd` at the bottom
   std::int32_t backgroundEnd = 0;
 
   Element& add(Element element) { return elements_.emplace_back(std::move(element)); }
@@ -66,7 +67,9 @@ class Surface {
 };
 
 // Colours are 32-bit values with red lowest.
-constexpr std::int32_t RGB(int r, int g, int b) { return r | (g << 8) | (b << 16); }
+constexpr std::int32_t RGB(int r, int g, int b) {
+  return r | (g << 8) | (b << 16);
+}
 
 // Words of `text` broken into lines that fit `width` twips in that font; existing line ends stay.
 std::vector<std::string> wrapText(const std::string& text, const SurfaceFont& font, double width);

@@ -15,7 +15,7 @@ struct DateTime {
 class Clock {
  public:
   virtual ~Clock() = default;
-  virtual DateTime now() const = 0;             // local time
+  virtual DateTime now() const = 0;               // local time
   virtual std::int64_t microseconds() const = 0;  // steady, from any start
   double Timer() const {                          // seconds since midnight
     const DateTime t = now();

@@ -15,7 +15,9 @@ std::vector<Timer*>& timers() {
   return all;
 }
 
-std::int64_t nowMicroseconds() { return host().clock->microseconds(); }
+std::int64_t nowMicroseconds() {
+  return host().clock->microseconds();
+}
 
 }  // namespace
 
@@ -23,7 +25,9 @@ Timer::Timer(int intervalMs, std::function<void()> tick) : interval_(intervalMs)
   timers().push_back(this);
 }
 
-Timer::~Timer() { std::erase(timers(), this); }
+Timer::~Timer() {
+  std::erase(timers(), this);
+}
 
 void Timer::setEnabled(bool on) {
   if (on && !enabled_)

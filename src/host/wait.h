@@ -16,8 +16,8 @@ class Loop {
   virtual void sleep(int milliseconds) = 0;
 };
 
-// A timer in the classic manner: off until enabled, ticks after each interval until disabled. It registers itself
-// for its lifetime and ticks only inside DoEvents().
+// A timer in the classic manner: off until enabled, ticks after each interval until disabled. It registers
+// itself for its lifetime and ticks only inside DoEvents().
 class Timer {
  public:
   Timer(int intervalMs, std::function<void()> tick);
@@ -40,8 +40,8 @@ class Timer {
 // One yield to the message loop: delivers events, then ticks the timers that are due.
 void DoEvents();
 
-// Sleeps 1 ms and yields until `condition` holds. With a limit it gives up after that many seconds and returns
-// false; without one it returns true. Callers check their state again afterwards.
+// Sleeps 1 ms and yields until `condition` holds. With a limit it gives up after that many seconds and
+// returns false; without one it returns true. Callers check their state again afterwards.
 bool waitUntil(const std::function<bool()>& condition, double limitSeconds = 0);
 
 }  // namespace qrn::host

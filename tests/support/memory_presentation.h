@@ -18,12 +18,13 @@ class MemoryTags : public host::Tags {
     return it == values.end() ? "" : it->second;
   }
   void Add(std::string_view key, std::string_view value) override { values[upper(key)] = std::string(value); }
-  void Append(std::string_view key, std::string_view tail) override { values[upper(key)] += std::string(tail); }
+  void Append(std::string_view key, std::string_view tail) override {
+    values[upper(key)] += std::string(tail);
+  }
   void Delete(std::string_view key) override { values.erase(upper(key)); }
   std::vector<std::string> Names() const override {
     std::vector<std::string> names;
-    for (const auto& [name, value] : values)
-      names.push_back(name);
+    for (const auto& [name, value] : values) names.push_back(name);
     return names;
   }
   std::map<std::string, std::string> values;
@@ -87,8 +88,7 @@ class MemorySlide : public host::Slide {
 class MemoryPresentation : public host::Presentation {
  public:
   explicit MemoryPresentation(int slideCount) {
-    for (int i = 1; i <= slideCount; ++i)
-      slides.push_back(std::make_unique<MemorySlide>(255 + i, i));
+    for (int i = 1; i <= slideCount; ++i) slides.push_back(std::make_unique<MemorySlide>(255 + i, i));
   }
   std::string path() const override { return folder; }
   std::string FullName() const override { return folder + "/deck.pptx"; }

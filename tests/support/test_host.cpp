@@ -48,7 +48,8 @@ ScriptedDialogs::Expected ScriptedDialogs::next(const std::string& kind, const s
   return answer;
 }
 
-host::Answer ScriptedDialogs::MsgBox(const std::string& text, const std::string& title, host::Buttons, host::Icon) {
+host::Answer ScriptedDialogs::MsgBox(const std::string& text, const std::string& title, host::Buttons,
+                                     host::Icon) {
   return next("msg", title + ": " + text).answer;
 }
 
@@ -78,10 +79,8 @@ TestHost::TestHost(int slideCount) : presentation(slideCount), before_(host::hos
 }
 
 TestHost::~TestHost() {
-  for (const auto& left : dialogs.expected)
-    ADD_FAILURE() << "A question was never asked: " << left.part;
-  for (const std::string& name : forms.loadedNames())
-    forms.unload(name);
+  for (const auto& left : dialogs.expected) ADD_FAILURE() << "A question was never asked: " << left.part;
+  for (const std::string& name : forms.loadedNames()) forms.unload(name);
   forms.releaseUnloaded();
   host::host() = before_;
 }

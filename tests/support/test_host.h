@@ -1,9 +1,10 @@
-// The world as tests script it: a clock that moves only when someone waits, dialogs with their answers in order,
-// files in memory that can be made to fail, a controller that says what the test tells it to.
+// The world as tests script it: a clock that moves only when someone waits, dialogs with their answers in
+// order, files in memory that can be made to fail, a controller that says what the test tells it to.
 //
 //   class RunnerTest : public ::testing::Test { qrn::test::TestHost world; };
 //   world.expectMsgBox("Close vote", Answer::yes);            // an unexpected question fails the test
-//   world.at(0.5, [&] { world.link.says("[1],3;5"); });       // happens inside a wait, half a second from now
+//   world.at(0.5, [&] { world.link.says("[1],3;5"); });       // happens inside a wait, half a second from
+//   now
 #pragma once
 
 #include <gtest/gtest.h>
@@ -85,8 +86,8 @@ class MapEnvironment : public host::Environment {
     const auto it = values.find(std::string(name));
     return it == values.end() ? "" : it->second;
   }
-  std::map<std::string, std::string> values{{"temp", "/tmp/t"}, {"TEMP", "/tmp/t"}, {"APPDATA", "/appdata"},
-                                            {"ALLUSERSPROFILE", "/allusers"}};
+  std::map<std::string, std::string> values{
+      {"temp", "/tmp/t"}, {"TEMP", "/tmp/t"}, {"APPDATA", "/appdata"}, {"ALLUSERSPROFILE", "/allusers"}};
 };
 
 // Every character is 0.6 of the size wide, a line 1.2 of the size high.
@@ -150,8 +151,8 @@ class ScriptedDialogs : public host::Dialogs {
   Expected next(const std::string& kind, const std::string& text);
 };
 
-// Installs itself as the host for its lifetime; a wait that goes on for ten simulated minutes with nothing left to
-// happen fails the test by throwing.
+// Installs itself as the host for its lifetime; a wait that goes on for ten simulated minutes with nothing
+// left to happen fails the test by throwing.
 class TestHost : public host::Loop {
  public:
   explicit TestHost(int slideCount = 3);

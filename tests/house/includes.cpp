@@ -1,0 +1,140 @@
+#include "house/includes.h"
+
+#include <algorithm>
+#include <map>
+#include <regex>
+#include <set>
+#include <sstream>
+
+namespace qrn::test {
+
+namespace {
+
+std::vector<std::string> split(const std::string& text, char separator) {
+  std::vector<std::string> parts;
+  std::istringstream stream(text);
+  for (std::string part; std::getline(stream, part, separator);)
+    if (!part.empty())
+      parts.push_back(part);
+  return parts;
+}
+
+std::string stem(const std::string& path) {
+  return path.substr(0, path.rfind('.'));
+}
+
+std::string folderOf(const std::string& path) {
+  return path.substr(0, path.rfind('/'));
+}
+
+bool isLogic(const std::string& folder) {
+  static const std::set<std::string> rooms{"core",   "store",       "analysis",  "vote",   "compare",
+                                           "charts", "matrixgraph", "authoring", "output", "host"};
+  const std::vector<std::string> parts = split(folder, '/');
+  return parts.size() > 1 && parts[0] == "src" && rooms.count(parts[1]) != 0;
+}
+
+class House {
+ public:
+  explicit House(const std::vector<PlanLine>& plan) : plan_(plan) {
+    for (const PlanLine& line : plan) {
+      for (const std::string& source : line.sources) owner_[line.folder + "/" + stem(source)] = &line;
+      first_.emplace(line.folder, &line);
+    }
+  }
+
+  // A header without a source of its own belongs to the folder's first target.
+  const PlanLine* ownerOf(const std::string& path) const {
+    const auto it = owner_.find(stem(path));
+    if (it != owner_.end())
+      return it->second;
+    if (path.size() > 2 && path.compare(path.size() - 2, 2, ".h") != 0)
+      return nullptr;
+    const auto folder = first_.find(folderOf(path));
+    return folder == first_.end() ? nullptr : folder->second;
+  }
+
+  void findCircles(std::vector<std::string>& complaints) const {
+    std::map<std::string, const PlanLine*> byName;
+    for (const PlanLine& line : plan_) byName[line.target] = &line;
+    std::set<std::string> done, open;
+    const std::function<void(const PlanLine&)> walk = [&](const PlanLine& line) {
+      open.insert(line.target);
+      for (const std::string& room : line.rooms) {
+        const auto next = byName.find(room);
+        if (next == byName.end() || done.count(room) != 0)
+          continue;
+        if (open.count(room) != 0)
+          complaints.push_back("circle of targets: " + line.target + " and " + room);
+        else
+          walk(*next->second);
+      }
+      open.erase(line.target);
+      done.insert(line.target);
+    };
+    for (const PlanLine& line : plan_)
+      if (done.count(line.target) == 0)
+        walk(line);
+  }
+
+ private:
+  const std::vector<PlanLine>& plan_;
+  std::map<std::string, const PlanLine*> owner_;
+  std::map<std::string, const PlanLine*> first_;
+};
+
+void checkFile(const House& house, const std::string& path, const std::string& text,
+               std::vector<std::string>& complaints) {
+  const PlanLine* self = house.ownerOf(path);
+  if (self == nullptr) {
+    complaints.push_back(path + ": no target lists this file");
+    return;
+  }
+  static const std::regex include(R"(^\s*#\s*include\s*([<"])([^">]+)[">])");
+  std::istringstream lines(text);
+  for (std::string line; std::getline(lines, line);) {
+    std::smatch match;
+    if (!std::regex_search(line, match, include))
+      continue;
+    const std::string name = match[2];
+    if (match[1] == "<") {
+      if (isLogic(self->folder) && name.find_first_of("./Q") != std::string::npos)
+        complaints.push_back(path + ": the logic includes <" + name + ">");
+      continue;
+    }
+    const PlanLine* other = house.ownerOf("src/" + name);
+    if (other == nullptr)
+      complaints.push_back(path + ": \"" + name + "\" belongs to no target");
+    else if (other != self &&
+             std::find(self->rooms.begin(), self->rooms.end(), other->target) == self->rooms.end())
+      complaints.push_back(path + ": \"" + name + "\" is in " + other->target + ", which " + self->target +
+                           " does not name");
+    else if (isLogic(self->folder) && !isLogic(other->folder))
+      complaints.push_back(path + ": the logic includes \"" + name + "\"");
+  }
+}
+
+}  // namespace
+
+std::vector<PlanLine> readPlan(const std::string& text) {
+  std::vector<PlanLine> plan;
+  for (const std::string& line : split(text, '\n')) {
+    std::vector<std::string> fields;
+    std::istringstream stream(line);
+    for (std::string field; std::getline(stream, field, '|');) fields.push_back(field);
+    if (fields.size() >= 4)
+      plan.push_back({fields[0], fields[1], split(fields[2], ','), split(fields[3], ',')});
+  }
+  return plan;
+}
+
+std::vector<std::string> checkIncludes(const std::vector<PlanLine>& plan,
+                                       const std::vector<std::string>& files, const FileReader& read) {
+  const House house(plan);
+  std::vector<std::string> complaints;
+  for (const std::string& path : files) checkFile(house, path, read(path), complaints);
+  house.findCircles(complaints);
+  return complaints;
+}
+
+}  // namespace qrn::test
