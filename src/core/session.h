@@ -91,9 +91,19 @@ struct Session {
   int voteComplete = 0, voteAbandoned = 0;
   bool voteStepBack = false, restartVote = false, abstainEnabled = false;
   std::string allowedVotes;  // balance: the list of allowed votes
+  bool voteOpen = false;      // presses count only while a vote is open
+  bool displayOnly = false;   // a vote that is shown and not kept
+  int voteKind = 0;           // 2 revote form, 4 balance, 0 otherwise
+  bool revotePending = false, revotePass = false;
+  std::array<int, kAssessments> nextRounds{-1, -1, -1, -1, -1, -1, -1, -1, -1};
+  std::array<int, kAssessments> defaultRounds{-1, -1, -1, -1, -1, -1, -1, -1, -1};  // -1: the current result
+  int lastVotedItem = -1, lastVotedAssessment = 0;
+  int scanFlag = 0;
 
   // Keypads of the room
-  std::string baseType;
+  std::string baseType, savedBaseType;
+  int keyboardFlag = 0;  // 1 once keyboard voting has been met
+  std::vector<int> keypadCounted;  // running tally by keypad: 0 not counted, 1 a number, 2 a valid vote
   int keypadLow = 0, keypadCountAvailable = 20, maxKeypads = 650, keypadStep = 1, keypadsLoaded = 0;
   int keypadsNotVotedPopupOn = 0, keypadsNotVotedHowManyToShow = 0, keypadsNotVotedLo = 0, keypadsNotVotedHi = 650,
       keypadsNotVotedClose = 0, keypadsNotVotedClosePercent = 0, numKeypads = 0;

@@ -66,6 +66,7 @@ class FormRegistry {
 
   void define(const std::string& name, FormMaker maker);  // by the subsystem that owns the form
   void attach(const std::string& name, ViewMaker maker);  // by the desktop
+  bool isDefined(const std::string& name) const { return makers_.count(name) != 0; }
   Form& load(const std::string& name);      // makes it and runs Form_Load once; loaded: as it is
   void show(const std::string& name);       // loads when needed
   void showModal(const std::string& name);  // returns when the form is hidden or gone
