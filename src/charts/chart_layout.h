@@ -1,0 +1,36 @@
+// Lowers a chart to positioned text, lines and rectangles, in twips.
+//
+// Arrays: "plotPanel", "gridLine", "leftAxisLabel", "bars", "barValue", "bottomAxisLabel", "axisLine",
+// "header", "axisTitle", "linePoint", "seriesLine". Index n of "bars", "barValue" and "bottomAxisLabel" is
+// the point's number in its series, whatever the page.
+#pragma once
+
+#include "charts/graph_look.h"
+#include "charts/tchart.h"
+#include "host/surface.h"
+
+namespace qrn {
+
+struct ChartArea {
+  double left = 0, top = 0, width = 0, height = 0;  // twips
+};
+
+// Appends the chart to `surface`, whose size and background are already set; type is scaled by `scale`.
+void layoutChart(const TChart& chart, const ChartArea& area, double scale, const GraphLook& look,
+                 host::Surface& surface);
+
+// Keeps the last lowered chart and lowers again only for another chart, text line or size.
+class ChartSurface {
+ public:
+  // `footer` stands below the chart, left; "" for none.
+  const host::Surface& lower(const TChart& chart, double width, double height, const std::string& footer);
+  int builds() const { return builds_; }
+
+ private:
+  TChart chart_;
+  std::string footer_;
+  int builds_ = 0;
+  host::Surface surface_;
+};
+
+}  // namespace qrn

@@ -1,0 +1,65 @@
+// What every graph shares: the scale of its type, colours that can be read, text fitted to its slot, the
+// background.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "host/surface.h"
+
+namespace qrn {
+
+inline constexpr double kTwipsPerPixel = 15;
+inline constexpr double kTwipsPerPoint = 20;
+inline constexpr double kTextContrast = 4.5;   // text against what is behind it
+inline constexpr double kShapeContrast = 3.0;  // lines and bars
+
+// Sizes in the exercise are told for a screen of 1024x768; a graph of `width` x `height` twips draws them
+// larger or smaller by this factor: the smaller of both ratios, so that nothing outgrows its place.
+double graphScale(double width, double height);
+
+// Contrast of two colours, 1 to 21, by the relative luminance of WCAG 2.1.
+double contrastRatio(std::int32_t a, std::int32_t b);
+
+// How text stands out: light on dark or dark on light, with a panel of this opacity between background and
+// graph where the background alone would not give the contrast of text.
+struct GraphLook {
+  bool lightText = true;
+  std::int32_t panelColour = 0;
+  double panelOpacity = 0;
+  double darkest = 0, lightest = 0;  // luminance that can lie behind text, panel included
+};
+GraphLook chooseLook(const host::Surface& background);
+
+// `colour` itself when it has `ratio` against everything behind it, else the nearest tint towards white (dark
+// looks) or black (light looks) that has.
+std::int32_t readableColour(std::int32_t colour, const GraphLook& look, double ratio = kTextContrast);
+
+// Black or white, whichever reads better on `colour`.
+std::int32_t textOn(std::int32_t colour);
+
+// Puts the background behind a graph: `file` when it exists, else the picture of the slide, the exercise's
+// own picture, or its two colours.
+void setGraphBackground(host::Surface& surface, const std::string& file);
+
+// The panel of a look over the whole surface; adds nothing when the look needs none.
+void addPanel(host::Surface& surface, const GraphLook& look);
+
+double textWidth(const std::string& text, const host::SurfaceFont& font);
+double lineHeight(const host::SurfaceFont& font);
+
+// `text` on one line, cut to `width` twips with "..." at its end; "" when not even that fits.
+std::string cutToWidth(const std::string& text, const host::SurfaceFont& font, double width);
+
+// `text` broken into lines inside `width` x `height`: shrinks the font down to `smallest` points, then cuts
+// by
+// "...". The caption holds the line ends.
+struct FittedText {
+  std::string caption;
+  host::SurfaceFont font;
+  double width = 0, height = 0;  // of the text as set
+};
+FittedText fitText(const std::string& text, host::SurfaceFont font, double width, double height,
+                   double smallest);
+
+}  // namespace qrn

@@ -1,0 +1,132 @@
+// The chart as a retained model: series, axes, labels, header and page under the names the result forms use.
+// Nothing here knows a pixel; chart_layout.h lowers a chart to positioned elements.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "core/records.h"
+
+namespace qrn {
+
+enum class SeriesKind { asBar, asHorizBar, asLine, asAnnotation, asBarJoin, asColorLine };
+
+struct ChartPen {
+  bool Visible = true;
+  std::int32_t Color = 0xffffff;
+  int Width = 1;  // pixels at 1024x768
+  bool operator==(const ChartPen&) const = default;
+};
+
+struct ChartPoint {
+  double value = 0;
+  std::string label;
+  std::int32_t colour = 0xffffff;
+  bool operator==(const ChartPoint&) const = default;
+};
+
+struct ChartSeries {
+  SeriesKind kind = SeriesKind::asBar;
+  std::vector<ChartPoint> points;
+  bool Active = true;
+  bool Transparent = false;
+  bool marks = true;                 // values are written at the points
+  std::string ValueFormat = "0.00";  // "0", "0.00", "0.00%": how marks are written
+  std::string PercentFormat = "0%";  // marks of a series shown in percent of its sum
+  bool inPercent = false;
+  int BarStyle = 0;
+  ChartPen BarPen;
+  int MultiBar = 0;  // 0 one behind the other, 1 side by side
+  bool Stacked = false;
+
+  void Add(double value, std::string label, std::int32_t colour) {
+    points.push_back({value, std::move(label), colour});
+  }
+  void Delete(int index);              // outside the series: nothing happens
+  double PointValue(int index) const;  // outside the series: 0
+  bool operator==(const ChartSeries&) const = default;
+};
+
+struct ChartLabels {
+  std::vector<std::string> Item;
+  bool MultiLine = false;
+  bool Visible = true;
+  FontRecord Font{"Arial", 12, true, false, false, false, 0xffffff};
+  int Separation = 0;      // percent of a slot kept free between two labels
+  bool Alternate = false;  // every second label stands one row lower
+  void Clear() { Item.clear(); }
+  bool operator==(const ChartLabels&) const = default;
+};
+
+struct ChartAxis {
+  bool Automatic = true, AutomaticMaximum = true, AutomaticMinimum = true;
+  double Maximum = 0, Minimum = 0;
+  double Increment = 0;                      // 0: the layout picks a round step
+  int MaximumOffset = 0, MinimumOffset = 0;  // pixels at 1024x768
+  ChartPen AxisPen, GridPen;
+  bool Inverted = false;
+  ChartLabels Labels;
+  std::string title;
+  bool operator==(const ChartAxis&) const = default;
+};
+
+struct ChartHeader {
+  std::vector<std::string> Text;  // one entry a line
+  FontRecord Font{"Arial", 18, true, false, false, false, 0xffffff};
+  bool Visible = true;
+  bool operator==(const ChartHeader&) const = default;
+};
+
+struct ChartAspect {
+  bool View3D = false;
+  bool operator==(const ChartAspect&) const = default;
+};
+
+struct ChartSwitch {
+  bool Enable = false;
+  bool operator==(const ChartSwitch&) const = default;
+};
+
+struct ChartPage {
+  int MaxPointsPerPage = 0;    // 0: all points on one page
+  bool ScaleLastPage = false;  // false: the bars of a short last page keep their width
+  int Current = 1;             // 1-based
+  bool operator==(const ChartPage&) const = default;
+};
+
+struct ChartAxes {
+  ChartAxis Bottom, Left;
+  bool operator==(const ChartAxes&) const = default;
+};
+
+struct TChart {
+  ChartAxes Axis;
+  ChartHeader Header;
+  ChartAspect Aspect;
+  ChartSwitch Zoom, Scroll;
+  ChartPage Page;
+  int BevelWidth = 0;
+  double MarginTop = 3, MarginRight = 3, MarginBottom = 3, MarginLeft = 3;  // percent of the chart's area
+  int selectedPoint = -1;  // highlighted bar of series 0, -1 for none
+  std::int32_t highlightColour = 0xc0e0ff;
+
+  void RemoveAllSeries() { series_.clear(); }
+  int AddSeries(SeriesKind kind);  // returns its number
+  int seriesCount() const { return static_cast<int>(series_.size()); }
+  // Throws HostError (program) outside 0 to seriesCount() - 1.
+  ChartSeries& SERIES(int n);
+  const ChartSeries& SERIES(int n) const;
+
+  int pointCount() const;  // of the longest active series
+  int pageCount() const;   // at least 1
+  // First point of the page shown and the number of points on it.
+  int firstPoint() const;
+  int pointsOnPage() const;
+  bool operator==(const TChart&) const = default;
+
+ private:
+  std::vector<ChartSeries> series_;
+};
+
+}  // namespace qrn

@@ -1,0 +1,64 @@
+// The average graph: one bar per item, its average on an assessment or a mean over assessments.
+#pragma once
+
+#include <string>
+
+#include "charts/chart_display.h"
+#include "charts/chart_layout.h"
+#include "host/surface.h"
+
+namespace qrn {
+
+struct xyVoteAverageGraph : ChartForm {
+  xyVoteAverageGraph();
+  void Form_Load() override;
+  void Form_KeyDown(int keyCode, int shift) override;
+  void Form_Resize() override;
+
+  // assessmentNumber below 10: the averages of that assessment; 10 and 11: multi-plot 1 and 2. roundNumber 0
+  // is the current result.
+  void drawGraph(int assessmentNumber, int roundNumber);
+  void drawGraphCategories();            // plain averages again
+  void drawGraphCategoriesCumulative();  // mean of the assessments voted
+  void drawGraphCategoriesWeightedCumulative();
+  void drawGraphMultiPlot(int plot);  // 0 or 1
+  void drawGraphDiversity();
+  void redraw();  // the kind shown, with fresh data
+  std::string DoCategoryLabel() const;
+
+  void cmd_info_Click();
+  void cmd_close_Click();
+  void showList();
+  void hideList();
+  void selectItem(int row);  // outside List1: nothing happens
+  void showPage(int page);   // 1-based, held inside the pages there are
+
+  // The graph as positioned elements; rebuilt only when the data or the size has changed.
+  const host::Surface& surface();
+
+  bool listVisible = false;
+  bool averageLabelVisible = false;  // Alt+D: the mean of all bars
+  bool diversityButtonVisible = false;
+  bool buttonsVisible = false;
+  bool cmd_scrollVisible = false;  // more items than a page holds
+  std::string averageLabel;        // "Average: 3.21"
+  std::string labelCategory;
+
+ private:
+  void draw(const std::string& title);
+  void dataCheck();
+  bool handleAltKeys(int keyCode, int shift);
+  void handlePlainKeys(int keyCode);
+
+  ChartSurface lowered_;
+};
+
+// Makes the forms of this room known to the form registry.
+void registerChartForms();
+
+// The graph without a window: loads the form at that size in pixels and returns what it would show. The
+// reference stays good while the form is loaded. Throws HostError (bad data) for an assessment outside 1
+// to 11.
+const host::Surface& drawAverageGraph(int assessment, int widthPx, int heightPx);
+
+}  // namespace qrn

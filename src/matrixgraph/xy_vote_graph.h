@@ -1,0 +1,108 @@
+// The matrix graph: every item at its average on one assessment across and on another upwards, in up to four
+// pairs.
+#pragma once
+
+#include <array>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "charts/chart_display.h"
+#include "host/forms.h"
+#include "host/surface.h"
+#include "host/wait.h"
+#include "matrixgraph/layered_surface.h"
+#include "matrixgraph/plot_area.h"
+#include "matrixgraph/plot_request.h"
+
+namespace qrn {
+
+struct MenuEntry {
+  bool enabled = false;
+  bool checked = false;
+};
+
+// One item on the graph: its place in the arrays of each pair (0: not plotted in that pair) and its centres,
+// twips.
+struct PlottedItem {
+  int risk = -1;
+  std::array<int, kPairs> n{};
+  std::array<PlotPoint, kPairs> centre{};
+};
+
+struct xyVoteGraph : host::Form {
+  xyVoteGraph();
+  void Form_Load() override;
+  void Form_Unload() override;
+  void Form_KeyDown(int keyCode, int shift) override;
+  void Form_KeyPress(int keyAscii) override;
+  void Form_Resize() override;
+
+  void tmr_load_Timer();
+  void drawGraph(int pair1First, int pair1Second, int pair2First, int pair2Second, int pair3First,
+                 int pair3Second, int pair4First, int pair4Second);
+  bool AxisLabels(const PlotRequest& request,
+                  bool skew);  // false: voting points are missing, the form is closing
+
+  void menuHideShowAllPlots();
+  void menuHideShowRound(int pair);  // 1 to 4
+  void menuPairLines();
+  void menuDiversity();
+  void ShowSingleItem(int risk);
+  void PlotItemDistribution(const std::string& key);
+  void gotoDistributionGraph(const PlotRequest& pairs);
+  void cmd_info_Click();
+  void cmd_list_Click();
+  void cmd_close_Click();
+  void showRiskList();
+
+  const host::Surface& surface() const { return surface_.surface(); }
+  host::Element* element(const std::string& array, int index) { return surface_.find(array, index); }
+  int elementCount(const std::string& array) const { return surface_.count(array); }  // highest index + 1
+
+  // State
+  std::string itemKeySuffix;  // "" or the digit of the keys asked for
+  std::string zoomedItemKey;  // the item shown alone, "" when all are
+  int selectedRiskIndex = -1;
+  bool showingMultiPlot = false, showingDiversity = false, graphFailed = false;
+  bool keyHandled = false;
+  bool graphFilterActive = false;
+  float xScaleMax = 0, yScaleMax = 0;
+  std::array<bool, kPairs> roundVisible{};
+  std::array<MenuEntry, kPairs> menuHideShowRoundN;
+  MenuEntry menuPairLinesEntry{true, true};
+  bool shadowsOn = true;
+  bool cmd_info = false;  // the button beside the axes is shown
+  bool buttonsVisible = false, listVisible = false;
+  std::string graphTitle, graphTitleFull;  // shown, and that of the exercise, both after the ampersand rule
+  std::vector<ListRow> List1;
+  int ListIndex = -1;
+  std::vector<PlottedItem> plotted;  // in list order
+  int distributionRisk = -1;         // the last request to the distribution graph
+  PlotRequest distributionPairs = kNoPairs;
+  host::Timer tmr_load;
+
+ private:
+  friend struct GraphDrawing;
+  void applyVisibility();
+  void setTitle(const std::string& text);
+  void showLetter(const std::string& key);
+  void reportUnlisted(const std::string& key);
+  bool handleFilterKeys(int keyCode, int shift);
+  bool handleCommandKeys(int keyCode, int shift);
+  void escapeOrSpace();
+
+  LayeredSurface surface_;
+  PlotArea area_;
+  std::map<std::string, int> itemOfKey_;  // identifier to place in `plotted`
+};
+
+// Makes the forms of this room and of the charts below it known to the form registry.
+void registerGraphForms();
+
+// The graph without a window: loads the form at that size in pixels and draws `pairs` (kNoPairs: those of the
+// exercise). The reference stays good while the form is loaded. Throws HostError (bad data) when it cannot be
+// shown.
+const host::Surface& drawMatrixGraph(const PlotRequest& pairs, int widthPx, int heightPx);
+
+}  // namespace qrn
