@@ -1,0 +1,160 @@
+#include "adapters/qt/dialogs.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <QPointer>
+#include <QPushButton>
+
+#include "adapters/qt/info_window.h"
+#include "host/wait.h"
+
+namespace qrn::qt {
+
+namespace {
+
+QString text(const std::string& utf8) {
+  return QString::fromStdString(utf8);
+}
+
+// Shows the dialog and goes on delivering votes and timers until it is answered or gone.
+int ask(QDialog& dialog) {
+  dialog.setModal(true);
+  dialog.show();
+  dialog.raise();
+  dialog.activateWindow();
+  host::waitUntil([&] { return !dialog.isVisible(); });
+  return dialog.result();
+}
+
+QMessageBox::Icon iconOf(host::Icon icon) {
+  switch (icon) {
+    case host::Icon::information:
+      return QMessageBox::Information;
+    case host::Icon::question:
+      return QMessageBox::Question;
+    case host::Icon::exclamation:
+      return QMessageBox::Warning;
+    case host::Icon::critical:
+      return QMessageBox::Critical;
+    case host::Icon::none:
+      break;
+  }
+  return QMessageBox::NoIcon;
+}
+
+// The buttons, the one that Enter takes first, and the one that Esc and the close button take.
+struct ButtonRow {
+  QMessageBox::StandardButtons buttons;
+  QMessageBox::StandardButton escape;
+};
+
+ButtonRow rowOf(host::Buttons buttons) {
+  switch (buttons) {
+    case host::Buttons::okCancel:
+      return {QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Cancel};
+    case host::Buttons::yesNo:
+      return {QMessageBox::Yes | QMessageBox::No, QMessageBox::No};
+    case host::Buttons::yesNoCancel:
+      return {QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Cancel};
+    case host::Buttons::ok:
+      break;
+  }
+  return {QMessageBox::Ok, QMessageBox::Ok};
+}
+
+host::Answer answerOf(QMessageBox::StandardButton button) {
+  switch (button) {
+    case QMessageBox::Yes:
+      return host::Answer::yes;
+    case QMessageBox::No:
+      return host::Answer::no;
+    case QMessageBox::Cancel:
+      return host::Answer::cancel;
+    default:
+      return host::Answer::ok;
+  }
+}
+
+// "Exercises (*.mtx)|*.mtx" becomes "Exercises (*.mtx)"; the pattern is added where the description lacks it.
+QString nameFilter(const std::string& filter) {
+  const QStringList parts = text(filter).split('|');
+  QStringList filters;
+  for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+    const QString pattern = QString(parts[i + 1]).replace(';', ' ').simplified();
+    const qsizetype bracket = parts[i].lastIndexOf('(');
+    filters << (bracket < 0 ? parts[i] : parts[i].left(bracket)).trimmed() + " (" + pattern + ")";
+  }
+  return filters.isEmpty() ? QString("All files (*)") : filters.join(";;");
+}
+
+}  // namespace
+
+QtDialogs::QtDialogs(std::function<QWidget*()> parent) : parent_(std::move(parent)) {}
+
+QtDialogs::~QtDialogs() = default;
+
+QWidget* QtDialogs::parent() const {
+  return parent_ ? parent_() : nullptr;
+}
+
+host::Answer QtDialogs::MsgBox(const std::string& message, const std::string& title, host::Buttons buttons,
+                               host::Icon icon) {
+  const ButtonRow row = rowOf(buttons);
+  const QPointer<QMessageBox> box =
+      new QMessageBox(iconOf(icon), text(title), text(message), row.buttons, parent());
+  box->setTextFormat(Qt::PlainText);
+  box->setEscapeButton(row.escape);
+  ask(*box);
+  if (!box)  // its parent window went away while it stood
+    return answerOf(row.escape);
+  const QMessageBox::StandardButton taken =
+      box->clickedButton() ? box->standardButton(box->clickedButton()) : row.escape;
+  delete box;
+  return answerOf(taken);
+}
+
+std::optional<std::string> QtDialogs::InputBox(const std::string& prompt, const std::string& title,
+                                               const std::string& preset) {
+  const QPointer<QInputDialog> box = new QInputDialog(parent());
+  box->setWindowTitle(text(title));
+  box->setLabelText(text(prompt));
+  box->setTextValue(text(preset));
+  box->setMinimumWidth(480);
+  const int result = ask(*box);
+  std::optional<std::string> answer;
+  if (box && result == QDialog::Accepted)
+    answer = box->textValue().toStdString();
+  delete box;
+  return answer;
+}
+
+std::optional<std::string> QtDialogs::FileDialog(const host::FileQuestion& question) {
+  const QPointer<QFileDialog> box =
+      new QFileDialog(parent(), text(question.title), text(question.folder), nameFilter(question.filter));
+  box->setOption(QFileDialog::DontUseNativeDialog);
+  box->setAcceptMode(question.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+  box->setFileMode(question.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+  if (!question.name.empty())
+    box->selectFile(text(question.name));
+  const int result = ask(*box);
+  std::optional<std::string> answer;
+  if (box && result == QDialog::Accepted && !box->selectedFiles().isEmpty())
+    answer = QDir::toNativeSeparators(box->selectedFiles().constFirst()).toStdString();
+  delete box;
+  return answer;
+}
+
+void QtDialogs::Info(const std::string& line) {
+  if (line.empty()) {
+    if (info_)
+      info_->hide();
+    return;
+  }
+  if (!info_)
+    info_ = std::make_unique<InfoWindow>();
+  info_->showLine(text(line), parent());
+}
+
+}  // namespace qrn::qt

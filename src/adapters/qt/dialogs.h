@@ -1,0 +1,34 @@
+// Questions to the person at the machine as windows. Each waits inside host::waitUntil, so votes and timers
+// go on while a question stands. Esc and the close button give the answer that changes least.
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "host/dialogs.h"
+
+class QWidget;
+
+namespace qrn::qt {
+
+class InfoWindow;
+
+class QtDialogs : public host::Dialogs {
+ public:
+  // `parent` gives the window that a question stands over at that moment; it may give null.
+  explicit QtDialogs(std::function<QWidget*()> parent = {});
+  ~QtDialogs() override;
+  host::Answer MsgBox(const std::string& text, const std::string& title, host::Buttons buttons,
+                      host::Icon icon) override;
+  std::optional<std::string> InputBox(const std::string& prompt, const std::string& title,
+                                      const std::string& preset) override;
+  std::optional<std::string> FileDialog(const host::FileQuestion& question) override;
+  void Info(const std::string& line) override;
+
+ private:
+  QWidget* parent() const;
+  std::function<QWidget*()> parent_;
+  std::unique_ptr<InfoWindow> info_;
+};
+
+}  // namespace qrn::qt

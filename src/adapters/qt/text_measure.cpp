@@ -1,0 +1,20 @@
+#include "adapters/qt/text_measure.h"
+
+#include "desktop/render/fonts.h"
+
+namespace qrn::qt {
+
+double QtTextMeasure::TextWidth(std::string_view text, const std::string& font, double size, bool bold,
+                                bool italic) const {
+  return render::textWidth(text, font, size, bold, italic);
+}
+
+double QtTextMeasure::LineHeight(const std::string& font, double size) const {
+  return render::lineHeight(font, size);
+}
+
+bool QtTextMeasure::fontInstalled(const std::string& font) const {
+  return render::fontInstalled(font);
+}
+
+}  // namespace qrn::qt

@@ -1,0 +1,74 @@
+// The facilitator's desktop: the deck window, the slide show, and a window for each form. `app` makes one,
+// gives it what lies behind it as functions, and starts it.
+//
+//   QApplication application(argc, argv);
+//   Desktop desktop(hooks);
+//   host().presentationProgram = &desktop.program();
+//   desktop.attachWindows(*host().forms);
+//   return desktop.exec(deckFile);
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "host/presentation.h"
+
+class QWidget;
+
+namespace qrn::host {
+class FormRegistry;
+}
+
+namespace qrn::desktop {
+
+// What the deck window says of a slide that holds an exercise.
+struct ExerciseFacts {
+  std::string name;
+  int items = 0, assessments = 0, votes = 0;  // votes: records stored on the slide
+};
+
+struct DesktopHooks {
+  // Runs the exercise of the slide (from 1) to its end. Called from the top of the message loop, or from the
+  // slide show when it reaches the slide; program().SlideShowWindowsCount() tells the two apart.
+  std::function<void(int slide)> runExercise;
+  // Where phones join, such as "http://192.168.1.20:8080/"; starts the controller when needed. "" without
+  // one.
+  std::function<std::string()> joinAddress;
+  // Throws HostError with a text for the person: the file is gone, broken, locked by another program.
+  std::function<std::unique_ptr<host::Presentation>(const std::string& file)> openDeck;
+  // Nothing for a slide without an exercise. Left out, the slide's tags are asked and only votes are counted.
+  std::function<std::optional<ExerciseFacts>(host::Slide&)> exerciseFacts;
+  // Said when votes or settings wait in the journal for the next save; left out, closing never asks.
+  std::function<bool()> unsavedChanges;
+  std::string installFolder;  // without separator at the end
+};
+
+class Desktop {
+ public:
+  explicit Desktop(DesktopHooks hooks);  // a QApplication must exist; gives it the desktop's style
+  ~Desktop();
+  Desktop(const Desktop&) = delete;
+  Desktop& operator=(const Desktop&) = delete;
+
+  // Windows for the forms by name; a form without one here stays without a window.
+  void attachWindows(host::FormRegistry& forms);
+  host::PresentationProgram& program();
+
+  // Opens the deck in place of the one at hand. False, with the reason on the deck window, when it cannot.
+  bool openDeck(const std::string& file);
+  void startShow(int slide);  // 0: the first slide that is not hidden
+  // Shows the deck window, opens `deckFile` unless it is "", and returns when the person has left.
+  int exec(const std::string& deckFile = "");
+  void quit();
+
+  // The window that questions stand over: the front one of ours, null when none is visible.
+  QWidget* dialogParent() const;
+
+ private:
+  struct Parts;
+  std::unique_ptr<Parts> parts_;
+};
+
+}  // namespace qrn::desktop

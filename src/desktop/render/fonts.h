@@ -1,0 +1,33 @@
+// Fonts of the one painter. Sizes are points and lengths twips, as on every surface; text is laid out without
+// hinting, so its width grows evenly with its size and a picture of any width breaks its lines alike.
+#pragma once
+
+#include <QFont>
+#include <QFontMetricsF>
+#include <QString>
+#include <string>
+#include <string_view>
+
+#include "host/surface.h"
+
+namespace qrn::render {
+
+inline constexpr double kTwipsPerPixel = 15, kTwipsPerPoint = 20;
+
+QString toQt(std::string_view utf8);
+std::string fromQt(const QString& text);
+
+// The font for a device of that many dots per inch, its size in logical pixels equal to size * 20 / 15.
+QFont deviceFont(const host::SurfaceFont& font, int dotsPerInch);
+
+// Metrics of the font at kMetricsPixels; kept for the run, one per face.
+inline constexpr int kMetricsPixels = 200;
+const QFontMetricsF& faceMetrics(const std::string& name, bool bold, bool italic);
+
+// Twips. The width is that of the widest line; line ends are LF, CR or CR LF.
+double textWidth(std::string_view text, const std::string& name, double size, bool bold, bool italic);
+double lineHeight(const std::string& name, double size);
+double ascent(const std::string& name, double size, bool bold, bool italic);
+bool fontInstalled(const std::string& name);
+
+}  // namespace qrn::render
