@@ -1,0 +1,23 @@
+// How the votes on one question spread over its options, as counts and as bars.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace qrn {
+
+// Votes per option in `glo.liveVotes`, the first for the value `startFrom`; votes outside the scale are left
+// out.
+std::vector<int> CountVotes(int startFrom, int options);
+
+// Text beside a bar by glo.graphPercentOrNumber: 0 "(12)", 1 "40%", 2 "40% (12)". Percent of `total`, whole
+// number.
+std::string BarMark(int count, int total, int percentOrNumber);
+
+struct LiveBars {
+  std::vector<int> counts;  // per option, in the order of the options
+  bool Visible = false;
+  int total() const;
+};
+
+}  // namespace qrn

@@ -1,0 +1,45 @@
+// One scale vote on one question: opens the keypads, counts presses as they come, closes on a key or by rule
+// and saves what every keypad voted.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "charts/vote_screen.h"
+
+namespace qrn {
+
+// Runs one vote on `form`, restarts included, and saves it. The question is on the form already
+// (DisplayVote), the item is glo.currentItem and the assessment glo.currentAssessment. Afterwards
+// voteAbandoned tells whether it was left without saving; the presentation tag qrnVoteTerminated holds the
+// outcome, unless the form leaves its result up and writes the tag itself.
+void DoCountUpGraphVote(VoteForm& form);
+
+// Entry of a press. Dropped: no vote is open, or the keypad is beyond the arrays.
+void oComms_VoteRx(std::int32_t keypad, const std::string& vote);
+
+// Counts the votes of all keypads, shows the count, closes the vote when every active keypad has voted and
+// the controller asked for that.
+void ShowVotesCast(int options);
+
+// Fills the arrays with random votes and ends the vote. `kind` 4 takes them from the balance vote's allowed
+// list.
+void GenerateRandomVotes(std::int32_t kind);
+
+// Keyboard standing in for keypads: one simulated press of the next keypad. False when it was dropped.
+bool SimulatePress(int value);
+
+// The marker file by which other programs learn of keyboard voting.
+void WriteKBOARDFile();
+void DeleteKBOARDFile();
+
+// Number of votes that count for statistics, and of abstentions, in glo.liveVotes.
+int participantCount();
+
+// Text of lbl_averageScore for the current item and assessment.
+std::string statisticsText(int item, int assessment);
+
+// The form on which a vote is running, null between votes.
+VoteForm* runningVoteForm();
+
+}  // namespace qrn
