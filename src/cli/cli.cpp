@@ -1,0 +1,166 @@
+#include "cli/cli.h"
+
+#include <CLI/CLI.hpp>
+#include <cstdio>
+#include <iostream>
+#include <map>
+
+#include "cli/commands.h"
+#include "host/errors.h"
+
+namespace qrn::cli {
+
+namespace {
+
+void addSlide(CLI::App& command, int& slide, bool required = true) {
+  auto* option = command.add_option("--slide", slide, "slide number, from 1")->check(CLI::PositiveNumber);
+  if (required)
+    option->required();
+}
+
+void addDeck(CLI::App& command, std::string& deck) {
+  command.add_option("DECK", deck, "the .pptx deck")->required();
+}
+
+// "1920x1080" to two positive numbers.
+std::string parseSize(const std::string& text, int& width, int& height) {
+  char end = 0;
+  if (std::sscanf(text.c_str(), "%dx%d%c", &width, &height, &end) == 2 && width >= 64 && height >= 48 &&
+      width <= 16384 && height <= 16384)
+    return "";
+  return "--size takes WIDTHxHEIGHT in pixels, 64x48 to 16384x16384, not " + text;
+}
+
+// Every subcommand with its arguments, and what to run once they are parsed.
+class Parser {
+ public:
+  explicit Parser(const CliHooks& hooks) : hooks_(hooks) {
+    app_.require_subcommand(1);
+    addInfo();
+    addMtx();
+    addTags();
+    addVote();
+    addResults();
+    addGraph();
+  }
+
+  int run(const std::vector<std::string>& words) {
+    try {
+      std::vector<std::string> reversed(words.rbegin(), words.rend());
+      app_.parse(reversed);
+    } catch (const CLI::ParseError& error) {
+      return app_.exit(error, std::cout, std::cerr) == 0 ? kDone : kWrongUsage;
+    }
+    try {
+      action_();
+      std::cout.flush();
+      if (!std::cout)
+        throw HostError(Fault::world, 61, "The output could not be written");
+      return kDone;
+    } catch (const UsageError& error) {
+      std::cerr << "quorin-matrix: " << error.what() << "\n";
+      return kWrongUsage;
+    } catch (const std::exception& error) {
+      std::cerr << "quorin-matrix: " << error.what() << "\n";
+      return kFailed;
+    }
+  }
+
+ private:
+  void addInfo() {
+    auto* command = app_.add_subcommand("info", "lists the slides of a deck and what is on them");
+    addDeck(*command, info_.deck);
+    command->add_flag("--json", info_.json, "as JSON");
+    command->callback([this] { action_ = [this] { runInfo(info_, hooks_); }; });
+  }
+
+  void addMtx() {
+    auto* command = app_.add_subcommand("mtx", "moves an exercise text between a slide and a file");
+    command->require_subcommand(1);
+    auto* out = command->add_subcommand("export", "writes the exercise of a slide to a file");
+    addDeck(*out, mtx_.deck);
+    addSlide(*out, mtx_.slide);
+    out->add_option("--out", mtx_.file, "the file to write")->required();
+    out->callback([this] { action_ = [this] { runMtxExport(mtx_, hooks_); }; });
+    auto* in = command->add_subcommand("import", "reads the exercise of a slide from a file");
+    addDeck(*in, mtx_.deck);
+    addSlide(*in, mtx_.slide);
+    in->add_option("--from", mtx_.file, "the file to read")->required();
+    in->callback([this] { action_ = [this] { runMtxImport(mtx_, hooks_); }; });
+  }
+
+  void addTags() {
+    auto* command = app_.add_subcommand("tags", "lists, reads and writes tags of a slide or of the presentation");
+    addDeck(*command, tags_.deck);
+    addSlide(*command, tags_.slide, false);
+    auto* get = command->add_option("--get", tags_.get, "print the value of this tag");
+    auto* set = command->add_option("--set", tags_.set, "give this tag the contents of a file");
+    auto* remove = command->add_option("--delete", tags_.remove, "delete this tag");
+    auto* from = command->add_option("--from", tags_.from, "the file with the value, - for standard input");
+    get->excludes(set)->excludes(remove);
+    set->excludes(remove)->needs(from);
+    from->needs(set);
+    command->callback([this] { action_ = [this] { runTags(tags_, hooks_); }; });
+  }
+
+  void addVote() {
+    auto* command = app_.add_subcommand("vote", "votes the whole exercise of a slide with rehearsal keypads");
+    addDeck(*command, vote_.deck);
+    addSlide(*command, vote_.slide);
+    command->add_option("--rehearse", vote_.rehearsal.keypads, "number of rehearsal keypads")
+        ->required()
+        ->check(CLI::Range(1, 10000));
+    command->add_option("--seed", vote_.rehearsal.seed, "seed of the rehearsal votes")->required();
+    command->add_option("--by", vote_.by, "item or assessment")->check(CLI::IsMember({"item", "assessment"}));
+    command->callback([this] { action_ = [this] { runVote(vote_, hooks_); }; });
+  }
+
+  void addResults() {
+    auto* command = app_.add_subcommand("results", "prints the results of the exercise of a slide");
+    addDeck(*command, results_.deck);
+    addSlide(*command, results_.slide);
+    command->add_flag("--json", results_.json, "as JSON");
+    command->callback([this] { action_ = [this] { runResults(results_, hooks_); }; });
+  }
+
+  void addGraph() {
+    auto* command = app_.add_subcommand("graph", "draws a graph of the exercise of a slide to a file");
+    addDeck(*command, graph_.deck);
+    addSlide(*command, graph_.slide);
+    command->add_option("--kind", graph_.kind, "average or matrix")
+        ->required()
+        ->check(CLI::IsMember({"average", "matrix"}));
+    command->add_option("--assessment", graph_.assessment, "assessment of the average graph, from 1")
+        ->check(CLI::Range(1, 9));
+    command->add_option("--pairs", graph_.pairs, "V,H[,V,H...]: vertical and horizontal assessment of each pair")
+        ->delimiter(',')
+        ->check(CLI::Range(1, 11));
+    command->add_option("--size", size_, "WIDTHxHEIGHT in pixels")
+        ->check([this](const std::string& text) { return parseSize(text, graph_.widthPx, graph_.heightPx); });
+    command->add_option("--out", graph_.out, "FILE.png, .jpg or .svg")->required();
+    command->add_option("--geometry", graph_.geometry, "FILE.json for the place of every element, in twips");
+    command->callback([this] { action_ = [this] { runGraph(graph_, hooks_); }; });
+  }
+
+  const CliHooks& hooks_;
+  CLI::App app_{"quorin matrix: the workshop beside the slide deck", "quorin-matrix"};
+  std::function<void()> action_;
+  InfoArguments info_;
+  MtxArguments mtx_;
+  TagsArguments tags_;
+  VoteArguments vote_;
+  ResultsArguments results_;
+  GraphArguments graph_;
+  std::string size_;
+};
+
+}  // namespace
+
+bool isSubcommand(const std::vector<std::string>& words) {
+  static const std::vector<std::string> names{"info", "mtx", "tags", "vote", "results", "graph"};
+  return !words.empty() && std::find(names.begin(), names.end(), words.front()) != names.end();
+}
+
+int runSubcommand(const std::vector<std::string>& words, const CliHooks& hooks) { return Parser(hooks).run(words); }
+
+}  // namespace qrn::cli

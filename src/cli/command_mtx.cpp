@@ -1,0 +1,35 @@
+// mtx export and mtx import: the exercise text between a slide and a file.
+#include <iostream>
+
+#include "cli/commands.h"
+#include "cli/workshop.h"
+#include "core/glo.h"
+#include "host/errors.h"
+#include "host/host.h"
+#include "host/system.h"
+#include "store/exercise_text.h"
+
+namespace qrn::cli {
+
+void runMtxExport(const MtxArguments& arguments, const CliHooks& hooks) {
+  Workshop workshop(arguments.deck, Access::read, hooks);
+  workshop.loadExercise(arguments.slide);
+  host::host().files->write(arguments.file, writeExerciseText());
+}
+
+void runMtxImport(const MtxArguments& arguments, const CliHooks& hooks) {
+  Workshop workshop(arguments.deck, Access::write, hooks);
+  workshop.selectSlide(arguments.slide);
+  const std::string text = host::host().files->read(arguments.file);
+  const ExerciseTextReport report = readExerciseText(text);
+  if (!report.isExercise)
+    throw HostError(Fault::badData, 0, arguments.file + " is not an exercise text; nothing was changed");
+  if (!report.complete)
+    std::cerr << "quorin-matrix: " << arguments.file << " is damaged or cut short at line " << report.lastLine
+              << "; " << glo.itemCount() << " items could be read\n";
+  saveXY();
+  workshop.presentation().Save();
+  std::cout << glo.itemCount() << " items imported to slide " << arguments.slide << "\n";
+}
+
+}  // namespace qrn::cli

@@ -1,0 +1,57 @@
+#include "cli/workshop.h"
+
+#include "core/common.h"
+#include "core/glo.h"
+#include "core/model.h"
+#include "host/errors.h"
+#include "host/host.h"
+#include "store/exercise_text.h"
+
+namespace qrn::cli {
+
+Workshop::Workshop(const std::string& deck, Access access, const CliHooks& hooks)
+    : presentation_(hooks.openDeck(deck, access == Access::read)) {
+  host::host().dialogs = &dialogs_;
+  glo.oPresentation = presentation_.get();
+}
+
+Workshop::~Workshop() {
+  host::host().dialogs = nullptr;
+  host::host().presentationProgram = nullptr;
+  glo.oVoteSlide = nullptr;
+  glo.oPresentation = nullptr;
+  glo.oPowerPoint = nullptr;
+}
+
+host::Slide& Workshop::slide(int number) {
+  const int count = presentation_->SlideCount();
+  if (number < 1 || number > count)
+    throw HostError(Fault::badData, 9,
+                    "There is no slide " + std::to_string(number) + ": the deck has " + std::to_string(count) +
+                        (count == 1 ? " slide" : " slides"));
+  return presentation_->Slides(number);
+}
+
+void Workshop::selectSlide(int number) {
+  host::Slide& voteSlide = slide(number);
+  program_ = std::make_unique<HeadlessProgram>(*presentation_, number);
+  host::host().presentationProgram = program_.get();
+  glo.oPowerPoint = program_.get();
+  glo.oVoteSlide = &voteSlide;
+  glo.currentSlide = number;
+  glo.currentSlideID = voteSlide.slideID();
+  initXYVote();
+  glo.voteRecords.forget();
+}
+
+void Workshop::loadExercise(int number) {
+  selectSlide(number);
+  if (glo.oVoteSlide->tags().Item("qrnMatrix").empty())
+    throw HostError(Fault::badData, 0, "Slide " + std::to_string(number) + " holds no exercise");
+  LoadXY("");
+  std::string records = glo.oVoteSlide->tags().Item("QRNVOTES");
+  HomogoniseLineFeeds(records);
+  glo.voteRecords.assign(std::move(records));
+}
+
+}  // namespace qrn::cli
