@@ -14,6 +14,7 @@ class PresentationProgram;
 class Random;
 class Sound;
 class TextMeasure;
+class Windows;
 
 struct Host {
   PresentationProgram* presentationProgram = nullptr;
@@ -27,6 +28,7 @@ struct Host {
   TextMeasure* textMeasure = nullptr;
   Sound* sound = nullptr;
   FormRegistry* forms = nullptr;
+  Windows* windows = nullptr;  // null in a run without windows
 };
 
 Host& host();
