@@ -14,6 +14,7 @@ class PresentationProgram;
 class Random;
 class Sound;
 class TextMeasure;
+class XmlQuery;
 class Windows;
 
 struct Host {
@@ -28,6 +29,7 @@ struct Host {
   TextMeasure* textMeasure = nullptr;
   Sound* sound = nullptr;
   FormRegistry* forms = nullptr;
+  XmlQuery* xmlQuery = nullptr;  // null: demographic questions have no groups
   Windows* windows = nullptr;  // null in a run without windows
 };
 
