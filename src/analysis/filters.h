@@ -1,0 +1,48 @@
+// Which keypads count: demographic questions of the presentation and the groups chosen from them.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "host/surface.h"
+
+namespace qrn {
+
+// Rebuilds glo.demographicQuestions from the slides that carry the tag "qrnVote". Choices made before (or
+// kept in the exercise) are put back onto the questions that are still there.
+void GetDemographicVoteInfo();
+
+// Keeps the chosen groups, the default question and the operator in the exercise (glo.demographics), for
+// saving.
+void keepDemographicChoices();
+
+// Rebuilds glo.keypadIncluded (1 counts; 0 and -1 do not) and glo.demographicFilterText.
+void createFilter();
+
+// Applies one group to glo.keypadIncluded: the keypads whose answer, in the last answer line of `votesText`,
+// is `optionNumber`.
+void makeFilter(std::string_view votesText, int optionNumber);
+
+// Filters by group `groupIndex` (from 0) of the default question alone. -1 or an index above its groups
+// switches the filter off and gives false.
+bool SetDemographicFilter(int groupIndex, std::string& caption);
+
+// The line on a graph that tells of the filter.
+struct FilterLine {
+  bool visible = false;
+  std::string caption;
+  std::int32_t colour = 0;
+  host::Align align = host::Align::left;
+  double left = 0, top = 0;  // twips
+};
+
+// Places the line of `width` x `height` twips into the corner chosen for the statistics box of an area (all
+// twips). `graphFilter`: the graph is narrowed by its own filter form.
+FilterLine showFilter(double areaLeft, double areaTop, double areaWidth, double areaHeight, double width,
+                      double height, bool graphFilter = false);
+
+// Caption of showFilter; "" when no filter applies.
+std::string filterCaption(bool graphFilter = false);
+
+}  // namespace qrn

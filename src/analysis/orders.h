@@ -1,0 +1,50 @@
+// The orders of the item list. An order moves the records themselves and is kept as glo.listOrderCode (and
+// glo.listOrder, for saving). Equal items keep their places in both directions.
+#pragma once
+
+#include <functional>
+#include <string>
+
+namespace qrn {
+
+// 0 alphabetical; 2a-1 and 2a assessment a (1 to 9) ascending and descending; then the ones named here.
+namespace order {
+inline constexpr int alphabetical = 0, cumulativeAscending = 19, cumulativeDescending = 20,
+                     weightedAscending = 21, weightedDescending = 22, multiPlot1Ascending = 23,
+                     multiPlot1Descending = 24, multiPlot2Ascending = 27, multiPlot2Descending = 28;
+}  // namespace order
+
+// What the list editor does after an order; all may be unset.
+struct OrderHooks {
+  std::function<void()> renumber;                           // list positions, after each order
+  std::function<void()> rebuildList;                        // the shown list
+  std::function<void(const std::string&)> showDataMessage;  // items without data
+};
+extern OrderHooks orderHooks;
+
+// Menu entry: `assessment` 1 to 9, or 0 for the sifter/sorter scores.
+void MenuReorderList(int assessment, bool increasing, bool noRefresh = false);
+
+// By the average on `assessment` (1 to 9; others do nothing) after refreshing it.
+void reorderList(int assessment, bool decreasing);
+// By text; with `alsoFirst` the cumulative order comes first, so that equal names stand in that order.
+void reorderListAlpha(bool alsoFirst);
+void reorderListCumulativeIncreasing();
+void reorderListCumulativeDecreasing();
+// False when no assessment is weighted: the message is shown, order and code stay.
+bool reorderListWeightedCumulativeIncreasing();
+bool reorderListWeightedCumulativeDecreasing();
+// `plot` 0 or 1.
+void reorderListmultiplotIncreasing(int plot);
+void reorderListmultiplotDecreasing(int plot);
+void reorderListBySifterSorter(bool decreasing);
+
+// The order of glo.listOrderCode again, after data has changed.
+void setReorderList();
+
+// Mean of the averages above 0 of each item into `cumulative`; the weighted one into `weightedCumulative`
+// (false, nothing changed, when no assessment is weighted). From the scores as they stand.
+void computeCumulative();
+bool computeWeightedCumulative();
+
+}  // namespace qrn

@@ -1,0 +1,35 @@
+// The scores of the whole exercise, straight from the bytes of the vote records: the same values, bit for
+// bit, as LoadVotes and SetStats item by item, without a text per keypad.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace qrn {
+
+// Refreshes average, standard deviation, diversity, `active` and `postalData` of every item on `assessment`
+// (1 to 9) under the filter in force, and starts glo.dataMessage anew with the items that have no data. The
+// list's order and the votes in memory stay as they are.
+void refreshScores(int assessment);
+
+// Refreshes every assessment of the running order, and the sifter/sorter scores. The list's order stays.
+void GetAllScores();
+
+// Compiles the sifter/sorter votes; set by the subsystem that compares items.
+extern std::function<void(bool apply)> CompileSifterSorterData;
+
+// What an item scored with one group of the default demographic question.
+struct GroupScore {
+  std::string groupName;
+  float average = 0;
+  int participants = 0;
+};
+
+// One entry per group of the default question (at most 12), for item `risk` on `assessment` (1 to 9); empty
+// while a filter is in force or without a default question.
+std::vector<GroupScore> demographicGroupScores(int risk, int assessment);
+
+inline constexpr const char* kDataMessage = "Data not found for these items: ";
+
+}  // namespace qrn

@@ -1,0 +1,32 @@
+// Average, standard deviation and diversity of one item on one assessment, from the votes in memory.
+#pragma once
+
+#include <functional>
+#include <string>
+
+namespace qrn {
+
+// Text boxes of the running vote's window. They hold the item's index in the list and the assessment's index
+// (from 0). The vote runner sets this; while it is unset or throws HostError 91 the arguments of SetStats
+// count.
+struct VoteFormBoxes {
+  std::string txt_RiskNum, txt_AssNum;
+};
+extern std::function<VoteFormBoxes()> xyVoteRuntimeBoxes;
+
+// The item and assessment that SetStats has worked on, after the text boxes have had their say.
+struct StatsTarget {
+  int risk = 0, assessment = 0;
+};
+
+// From glo.liveVotes and glo.postalVotes into glo.risks[risk] for `assessment` (index 0 to 10). `form` is the
+// name of the calling form. `round` -1 is the current result: average, standard deviation (population
+// formula) and diversity (deviation over half the scale's length), and glo.abstainCount; another round (0 to
+// 10) takes the average and `label` alone. An average of exactly 0 leaves the diversity as it was.
+StatsTarget SetStats(int risk, int assessment, const std::string& form = "", int round = -1,
+                     const std::string& label = "");
+
+// Scale labels of assessment `a` (0 to 8) without the spare one, less 1; 0 for other slots.
+int criteriaCount(int a);
+
+}  // namespace qrn
