@@ -1,5 +1,5 @@
-// The window system around the forms: the presentation program's two windows and the mouse. Null in a run without
-// windows.
+// The window system around the forms: the presentation program's two windows and the mouse. Null in a run
+// without windows.
 #pragma once
 
 #include <cstdint>
