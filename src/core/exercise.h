@@ -1,7 +1,9 @@
-// What a file keeps: the exercise as a plain value that can be copied and compared. Defaults are set by initXYVote.
+// What a file keeps: the exercise as a plain value that can be copied and compared. Defaults are set by
+// initXYVote.
 //
-// `risks` and `categories` keep one spare element at the top, as do the label arrays: readers run from 0 to
-// upper bound minus 1. `upperBound(v)` is the classic upper bound of such an array.
+// `risks`, `categories`, the label arrays, the look-up lists and their values, `lookUpCombos` and
+// `overlayBoundaries` keep one spare element at the top: readers run from 0 to upper bound minus 1.
+// `upperBound(v)` is the classic upper bound of such an array.
 #pragma once
 
 #include <array>
@@ -27,17 +29,18 @@ struct Exercise {
   // The list
   std::vector<RiskRecord> risks = std::vector<RiskRecord>(1);
   std::string listTitle = "List Title", exerciseName;
-  FontRecord xyVoteTitle;        // font of the list title
-  FontRecord listCaption;        // font of the list caption
+  FontRecord xyVoteTitle{"Arial", 16};  // font of the list title; its colour is not stored
+  FontRecord listCaption{"Arial", 12};  // font of the list caption
   std::int32_t listCaptionBackColour = 0, listCaptionForeColour = 0;
-  int listOrder = 0;             // listOrderCode of the list as stored
-  std::vector<CategoryRecord> categories;
+  int listOrder = 0;                       // listOrderCode of the list as stored
+  std::vector<CategoryRecord> categories;  // index 0 is "unallocated"
   std::int32_t CategoryMode = 0;
   std::vector<LookUpList> ownerLists, rootCauseLists;
   int ownerListCurrent = 0, rootCauseListCurrent = 0;
-  std::vector<LookUpCombo> lookUpCombos;
-  std::array<std::string, 6> boxCaptions;
-  std::array<int, 7> CheckUseBoxes{};  // by box number 2 to 6
+  std::vector<LookUpCombo> lookUpCombos = std::vector<LookUpCombo>(1);
+  std::array<std::string, 6> boxCaptions{"List display text:", "Notes/comments:", "3rd text box",
+                                         "4th text box",       "5th text box",    "Short Description Text:"};
+  std::array<int, 7> CheckUseBoxes{0, 0, 1, 0, 0, 0, 1};  // by box number 2 to 6
   int opt_short = 5;
   bool chk_shortTextAuto = false;
   int opt_zoom = 0;
@@ -48,7 +51,7 @@ struct Exercise {
   std::array<std::string, 11> assessmentTitles;  // 9 and 10 name the multi-plots
   std::array<AssessmentRecord, kSlots> assessments{};
   std::array<AssessmentInfoRecord, kAssessments> assessmentInfo{};
-  std::array<FontRecord, 9> scaleFonts{};
+  std::array<FontRecord, 9> scaleFonts{};    // of the scale text in the wizard; not stored
   std::array<int, 3> defaultAlign{2, 2, 2};  // title, item, scale
   bool templateFlag = false;
   bool opt_abstain = false;
@@ -98,13 +101,13 @@ struct Exercise {
   std::array<int, 3> checkDrawLine{};
   std::array<std::int32_t, 3> checkDrawLineColor{};
   std::array<std::int32_t, 4> blobColours{0xffffff, 0x135e6a, 0x5b941d, 0x940a78};
-  std::array<int, 3> blobSizes{108, 110, 116};
+  std::array<int, 3> blobSizes{108, 110, 116};  // not stored
   int blobSizeOption = 2, ComboBlob = 0;
   std::array<std::array<ScatterBand, 3>, 2> scatterBands{};
-  std::int32_t runByGraphLabelColour = 0xffffff, runByGraphGridColour = 0xffffff, runByGraphMessageColour = 65535,
-               gridColour2 = 0;
-  FontRecord graphLabelFont, itemPlotFont;
-  FontRecord matrixTitleFont;  // name, size, bold, italic
+  std::int32_t runByGraphLabelColour = 0xffffff, runByGraphGridColour = 0xffffff,
+               runByGraphMessageColour = 65535, gridColour2 = 0;
+  FontRecord graphLabelFont{"Arial", 12, true}, itemPlotFont{"Arial", 12, true};
+  FontRecord matrixTitleFont{"Arial", 18};  // name, size, bold, italic
   std::int32_t fontColour = 0xffffff, fontShadowColour = 0;
   int OptionScatterScale = 0, TextScatterScaleAbbreviate = 0;
   bool XYGridLinesAsQuarters = false;
@@ -117,7 +120,7 @@ struct Exercise {
   std::array<std::string, 5> coiLegendLines{"None", "Pair 1", "Pair 2", "Pair 3", "Pair 4"};
   int overlaysOn = 0, boundariesOn = 0;
   std::array<int, 1> overlaysEnabled{};
-  std::vector<OverlayBoundary> overlayBoundaries;
+  std::vector<OverlayBoundary> overlayBoundaries = std::vector<OverlayBoundary>(1);
   std::array<OverlayRecord, kOverlays> overlays{};
   int CheckDisplayBenchmarks = 0, CheckAverageScoreIndicator = 1;
   float statsBoxX = 0, statsBoxY = 0;
@@ -136,7 +139,7 @@ struct Exercise {
   bool usePPTBackground = false;
   std::string sifterBackground;
   std::int32_t listBackColour = kSystemWindowColour;
-  FontRecord listFont;  // name, size, bold, italic, colour
+  FontRecord listFont{"Arial", 12};  // name, size, bold, italic, colour
   std::array<int, 5> textZoom{4, 2, 0, 0, 0};
   bool CheckShowListItemIdentifier = false;
   std::array<bool, 4> ShowResultsTable{};  // shown, average, individual, colour cells
@@ -148,7 +151,7 @@ struct Exercise {
   bool operator==(const Exercise&) const = default;
 
   int itemCount() const { return upperBound(risks); }
-  // Number of scale labels of assessment `a` (0 to 8).
+  // Number of scale labels of assessment `a` (0 to 9).
   int labelCount(int a) const { return upperBound(scaleLabels[static_cast<std::size_t>(a)]); }
 };
 

@@ -1,5 +1,5 @@
-// The records an exercise is made of. Booleans are 16-bit in the files (-1 true, 0 false); colours are 32-bit with
-// red lowest, 0x80000005 being the system window colour; single precision is float.
+// The records an exercise is made of. Booleans are 16-bit in the files (-1 true, 0 false); colours are 32-bit
+// with red lowest, 0x80000005 being the system window colour; single precision is float.
 #pragma once
 
 #include <array>
@@ -9,11 +9,11 @@
 
 namespace qrn {
 
-inline constexpr int kAssessments = 9;        // voted assessments, index 0 to 8
-inline constexpr int kSlots = 11;             // per-item values: nine assessments and two multi-plots
-inline constexpr int kRounds = 11;            // stored rounds per assessment
-inline constexpr int kPointColours = 11;      // colours of vote points, index 0 to 10
-inline constexpr int kBands = 4;              // ragging bands per assessment
+inline constexpr int kAssessments = 9;    // voted assessments, index 0 to 8
+inline constexpr int kSlots = 11;         // per-item values: nine assessments and two multi-plots
+inline constexpr int kRounds = 11;        // stored rounds per assessment
+inline constexpr int kPointColours = 11;  // colours of vote points, index 0 to 10
+inline constexpr int kBands = 4;          // ragging bands per assessment
 inline constexpr int kOverlays = 100;
 inline constexpr int kZoomSteps = 7;
 inline constexpr std::int32_t kSystemWindowColour = static_cast<std::int32_t>(0x80000005);
@@ -41,13 +41,38 @@ struct RoundRecord {
   bool operator==(const RoundRecord&) const = default;
 };
 
+// Stored rounds of one item: rounds[assessment][round]. Most items have none, so the table is made at the
+// first touch that could write; reading one that was never touched gives empty rounds.
+class RoundTable {
+ public:
+  using Row = std::array<RoundRecord, kRounds>;
+  Row& operator[](std::size_t assessment) {
+    if (rows_.empty())
+      rows_.resize(kSlots);
+    return rows_.at(assessment);
+  }
+  const Row& operator[](std::size_t assessment) const {
+    static const Row none{};
+    return rows_.empty() ? none : rows_.at(assessment);
+  }
+  bool operator==(const RoundTable& other) const {
+    for (std::size_t a = 0; a < static_cast<std::size_t>(kSlots); ++a)
+      if ((*this)[a] != other[a])
+        return false;
+    return true;
+  }
+
+ private:
+  std::vector<Row> rows_;
+};
+
 // One item ("risk"). `ID` is its identity, 0-based; `sortKey` is set once and names its vote records.
 struct RiskRecord {
   std::string text;
   int ID = 0;
   std::int32_t sifterScore = 0;
   std::array<float, kSlots> average{};
-  std::array<std::array<RoundRecord, kRounds>, kSlots> rounds{};
+  RoundTable rounds;
   std::array<std::string, kSlots> plotText{};
   std::array<float, kSlots> standardDeviation{};
   std::array<float, kSlots> diversity{};
@@ -60,8 +85,8 @@ struct RiskRecord {
   int sortKey = 0;
   bool voting = false;
   std::string notes;
-  std::vector<std::string> owners;
-  std::vector<std::string> rootCauses;
+  std::vector<std::string> owners{""};  // with the spare element at the top: one empty string when none
+  std::vector<std::string> rootCauses{""};
   std::string text3, text4, text5, shortText;
   bool newItem = false;
   std::string identifier;
@@ -72,7 +97,7 @@ struct AssessmentRecord {
   int scalePointCount = 0;
   int startFrom = 1;  // value of the first scale point, 0 or 1
   FontRecord titleFont, font2, font3, font4;
-  std::int32_t font4Colour = 0;
+  std::int32_t font4Colour = 0;  // second colour of font4
   bool font4Flag = false;
   int titleAlign = 2, itemAlign = 2, scaleAlign = 2;
   std::string imageFile;
@@ -145,6 +170,8 @@ struct DemographicQuestion {
   bool operator==(const DemographicQuestion&) const = default;
 };
 
+// One piece of a boundary of the matrix graph: first whether it stands (1) or was deleted (0), second the
+// cell it belongs to, third 1 for a horizontal piece on its way, fourth its colour.
 struct OverlayBoundary {
   int first = 0, second = 0, third = 0;
   std::int32_t fourth = 0;
@@ -165,7 +192,7 @@ struct OverlayRecord {
 
 struct LookUpList {
   std::string name;
-  std::vector<std::string> values;
+  std::vector<std::string> values{""};  // with the spare element at the top
   bool operator==(const LookUpList&) const = default;
 };
 

@@ -1,0 +1,102 @@
+// Small routines that the whole program leans on: text of tags, numbers in text, files, fonts of the question
+// "is it there".
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace qrn {
+
+// Tag text
+// -----------------------------------------------------------------------------------------------------
+
+// Splits `text` after cutting every trailing CR and LF. A separator that is CR LF, CR or LF stands for the
+// one that the text uses (CR LF before CR before LF), so that a tag whose line ends a host has rewritten
+// still splits. An empty text gives an empty result.
+void SplitPPTTag(std::string text, std::string_view separator, std::vector<std::string>& result);
+
+// Makes every CR LF, CR and LF a CR LF, in place. The marker "^|^" stands for a line end too.
+void HomogoniseLineFeeds(std::string& text);
+
+// Plain split: n separators give n + 1 fields, an empty text gives one empty field.
+std::vector<std::string_view> splitFields(std::string_view text, char separator);
+
+// Field `n` (1-based) of a comma-separated line without its double quotes; "" when there is none.
+std::string getField(std::string_view line, int n);
+
+std::string upperCase(std::string_view text);  // ASCII letters; other characters stay
+std::string_view trimBlanks(std::string_view text);
+std::string replaceAll(std::string text, std::string_view what, std::string_view with);
+
+// Text that is valid UTF-8 comes back as it is (without a byte order mark); any other is taken as
+// Windows-1252.
+std::string toUtf8(std::string text);
+// Unicode characters of UTF-8 text and back. Broken bytes count as one character each; codes that are no
+// character become "?".
+std::vector<std::uint32_t> characters(std::string_view text);
+void appendCharacter(std::string& text, std::uint32_t code);
+std::size_t characterCount(std::string_view text);
+
+// Numbers
+// ------------------------------------------------------------------------------------------------------
+
+// The classic value parse: blanks, sign, digits, point, exponent (E or D) at the start of the text; 0 when
+// there is no number. Never depends on the locale.
+double valueParse(std::string_view text);
+// The same, but nothing when the text does not begin with a number.
+std::optional<double> leadingNumber(std::string_view text);
+// Whether the whole text, blanks around it aside, is one number.
+bool isNumeric(std::string_view text);
+
+// Number in text as a person or another program wrote it. Where the locale's decimal separator is not ".", it
+// is made "." first; then ",", " ", "_", "#" and "%" fall out and the rest goes through the value parse.
+double qrnVal(std::string_view text);
+// The separator is taken from the locale at the first call; this sets another one ('\0': take it anew).
+void setDecimalSeparator(char separator);
+
+// Upwards for positive values with a fraction, towards zero for negative ones: 2.1 gives 3, -1.5 gives 0...
+// the whole part plus 1. Values beyond 32 bits stop at the limits.
+std::int32_t RoundUp(double x);
+
+// Shortest plain text that reads back exactly; a point as decimal separator, no exponent for sizes in use.
+std::string plainNumber(double value);
+std::string plainNumber(float value);
+
+// Files and neighbours
+// -----------------------------------------------------------------------------------------
+
+bool fileExists(const std::string& path);
+bool folderExists(const std::string& path);
+// Whole content of a file, "" when it is missing. A failing read throws the HostError on.
+std::string readTextFile(const std::string& path);
+
+#ifdef _WIN32
+inline constexpr char kPathSeparator = '\\';
+#else
+inline constexpr char kPathSeparator = '/';
+#endif
+// `folder` and `tail` with one separator between them; backslashes in `tail` become the host's separator. An
+// empty folder gives the tail alone.
+std::string joinPath(const std::string& folder, const std::string& tail);
+
+// Whether a form of one of the names is loaded.
+bool Check4Form(const std::string& name1, const std::string& name2 = "", const std::string& name3 = "",
+                const std::string& name4 = "");
+// Whether a process of that name runs. "POWERPNT.EXE" asks the presentation program itself; for other names
+// the answer comes from `processRuns`, which knows none until the program sets it.
+bool Check4App(const std::string& exeName);
+extern std::function<bool(const std::string& exeName)> processRuns;
+
+// Inside of the screen that the voting screens fill, in twips. 15360 x 11520 (1024x768 pixels) until the
+// desktop says otherwise. Layout values in files are fractions of it.
+struct ScreenDimensions {
+  double width = 15360, height = 11520;
+};
+ScreenDimensions GetScreenDimensions();
+void setScreenDimensions(double width, double height);  // values of 0 or less are ignored
+
+}  // namespace qrn

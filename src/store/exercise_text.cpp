@@ -1,0 +1,7 @@
+#include "store/exercise_text.h"
+
+namespace qrn {
+
+std::function<void()> endProgramHook;
+
+}  // namespace qrn
