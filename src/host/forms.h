@@ -72,7 +72,6 @@ class FormRegistry {
   void showModal(const std::string& name);  // returns when the form is hidden or gone
   void hide(const std::string& name);
   bool unload(const std::string& name, bool byUser = false);  // false when the form refused
-  bool isDefined(const std::string& name) const { return makers_.count(name) != 0; }
   bool isLoaded(const std::string& name) const;
   bool isVisible(const std::string& name) const;
   Form* find(const std::string& name);  // null when not loaded
