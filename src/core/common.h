@@ -58,8 +58,8 @@ double qrnVal(std::string_view text);
 // The separator is taken from the locale at the first call; this sets another one ('\0': take it anew).
 void setDecimalSeparator(char separator);
 
-// Upwards for positive values with a fraction, towards zero for negative ones: 2.1 gives 3, -1.5 gives 0...
-// the whole part plus 1. Values beyond 32 bits stop at the limits.
+// The whole part plus 1 when there is a fraction, else the number itself. So it rounds up for positive values
+// only: 2.1 gives 3, -1.5 gives 0. Values beyond 32 bits stop at the limits.
 std::int32_t RoundUp(double x);
 
 // Shortest plain text that reads back exactly; a point as decimal separator, no exponent for sizes in use.
