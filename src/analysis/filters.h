@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "host/surface.h"
 
@@ -23,6 +24,9 @@ void createFilter();
 // Applies one group to glo.keypadIncluded: the keypads whose answer, in the last answer line of `votesText`,
 // is `optionNumber`.
 void makeFilter(std::string_view votesText, int optionNumber);
+
+// makeFilter on any array of flags: -1 not yet matched, 0 refused, 1 counted. `anyGroup` is the OR operator.
+void applyGroup(std::vector<int>& included, std::string_view votesText, int optionNumber, bool anyGroup);
 
 // Filters by group `groupIndex` (from 0) of the default question alone. -1 or an index above its groups
 // switches the filter off and gives false.
