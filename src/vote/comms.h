@@ -9,6 +9,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "host/forms.h"
 #include "host/wait.h"
@@ -53,6 +54,7 @@ struct comms : host::Form {
   void tmr_decodeDataFromController_Timer();
   void decodeKeyLine(std::string_view line);
   void decodeOffset(std::string_view value);
+  void decodeVotes(const std::vector<std::string_view>& lines);
 
   bool emptyScanWritten_ = false;  // an empty scan is told to the controller once, not with every answer
 };
