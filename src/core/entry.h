@@ -1,4 +1,4 @@
-// Start and end of the program: one run, one exercise.
+// Start of the program: one run, one exercise.
 #pragma once
 
 #include <functional>
@@ -6,23 +6,28 @@
 
 namespace qrn {
 
-// What the entry asks of the rooms above it. The program's wiring fills it before Main; an empty function is
-// skipped.
+// What the entry asks of the rooms above it. The program's wiring fills it before Main.
 struct EntryHooks {
-  std::function<void()> startVote;                 // brings up xyVoteRuntime and runs its startProcess
-  std::function<void()> checkResume;               // asks how to go on with an unfinished process
-  std::function<void(const std::string&)> Wizard;  // reserved for what the wizard wants to know of the start
-  std::function<void()> selectFirstRow;            // the first row of the editor's grid
+  std::function<void()> startVote;    // brings up xyVoteRuntime and runs its startProcess
+  std::function<void()> checkResume;  // in place of the question of how to go on with an unfinished process
+  std::function<void()> selectFirstRow;  // the first row of the editor's grid
 };
-
 EntryHooks& entryHooks();
 
-// Splits the command line, attaches to the presentation program, picks the exercise of the slide, decides the
-// mode and opens the first form. Returns when that form waits for the user; `glo.closing` tells that the run
-// has ended already.
+// Attaches to the presentation program, takes the command line apart, picks the exercise of the slide and
+// opens the first form by mode. In modes "DISPLAY" and "SERIES VOTE" it runs the vote, or shows the results
+// of a finished one, and ends the program. `glo.closing` tells whether the run has ended; if not, a form
+// waits for the user.
 void Main(const std::string& commandLine);
 
-// Loads the exercise settings named in "default.txt" of the installation; without that file nothing happens.
+// glo.cmdFile, cmdMode, cmdSlide, cmdField4 and cmdField5 from the command line, trimmed and in upper case.
+void splitCommandLine(const std::string& commandLine);
+
+// Loads the settings of the default template that the installation names; without one nothing happens.
 void LoadDefaultTemplate();
+
+// Asks how to go on with a process that was stopped: continue, clear and restart, leave the votes
+// (glo.cmdSlide "VotesNotCleared"), or go to the editor (glo.cmdMode "SETUP").
+void checkResume();
 
 }  // namespace qrn

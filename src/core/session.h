@@ -8,6 +8,7 @@
 
 #include "core/records.h"
 #include "core/vote_record_text.h"
+#include "host/windows.h"
 
 namespace qrn::host {
 class Presentation;
@@ -46,8 +47,12 @@ struct Session {
   std::string tempPath, matrixPath, appPath, helpFile, lockFile;
   std::string appTitle = "Matrix";
   std::int64_t PowerPoint_hWnd = 0, PowerPointSlideShow_hWnd = 0;
+  host::WindowRect PowerPoint_RECT, PowerPointSlideShow_RECT;  // pixels; empty without such a window
+  int slideShowWidth = 0, slideShowHeight = 0;                 // pixels, as noted at start
+  std::vector<std::int64_t> disabledWindows;
   int currentSlide = 0, currentSlideID = 0;
   bool debugMode = false, closing = false;
+  bool exerciseLoaded = false;  // the slide holds an exercise, and it has been read
 
   // Command line and mode
   std::string cmdFile, cmdMode, cmdSlide, cmdField4, cmdField5;
@@ -55,8 +60,8 @@ struct Session {
   bool returnToEditor = false;
 
   // Records
-  VoteRecordText voteRecords;     // mirrors the slide tag QRNVOTES
-  VoteRecordText postalRecords;   // mirrors QRNPOSTALVOTES
+  VoteRecordText voteRecords;    // mirrors the slide tag QRNVOTES
+  VoteRecordText postalRecords;  // mirrors QRNPOSTALVOTES
   std::vector<std::string> sifterLines;
   bool hasSifterData = false;
 
@@ -66,21 +71,22 @@ struct Session {
   std::array<bool, kAssessments> logAssessments{};
 
   // The item and vote at hand
-  int currentRisk = 0;            // index into risks
-  int currentItem = 0;            // the same in the runner's walk
-  int currentAssessment = 1;      // 1-based
-  int voteAssessmentNumber = 0;   // the assessment voted, 1-based: the number behind "C" in a key
+  int currentRisk = 0;           // index into risks
+  int currentItem = 0;           // the same in the runner's walk
+  int currentAssessment = 1;     // 1-based
+  int voteAssessmentNumber = 0;  // the assessment voted, 1-based: the number behind "C" in a key
   int voteStep = 0;
   std::array<int, kAssessments> assessmentVotePlan{};
   bool singleVoteRun = false;
   int jumpItem = 0, jumpAssessment = 0;
   bool quitRequested = false;
 
-  // One running vote. liveVotes and the other keypad arrays are indexed by keypad number less 1 and keep one spare
-  // element at the top.
-  std::vector<std::string> liveVotes;  // "-100" not voted, "-1" no vote, "-2" abstain, "10" key 0, else the vote
+  // One running vote. liveVotes and the other keypad arrays are indexed by keypad number less 1 and keep one
+  // spare element at the top.
+  std::vector<std::string>
+      liveVotes;  // "-100" not voted, "-1" no vote, "-2" abstain, "10" key 0, else the vote
   std::vector<int> postalVotes;
-  std::vector<int> keypadIncluded;     // 1 counts, 0 and -1 do not
+  std::vector<int> keypadIncluded;  // 1 counts, 0 and -1 do not
   int abstainCount = 0;
   std::int32_t voteType = 0, limits = 0, points = 0, allocation = 0;
   std::int32_t defaultVoteType = 9;
@@ -91,9 +97,9 @@ struct Session {
   int voteComplete = 0, voteAbandoned = 0;
   bool voteStepBack = false, restartVote = false, abstainEnabled = false;
   std::string allowedVotes;  // balance: the list of allowed votes
-  bool voteOpen = false;      // presses count only while a vote is open
-  bool displayOnly = false;   // a vote that is shown and not kept
-  int voteKind = 0;           // 2 revote form, 4 balance, 0 otherwise
+  bool voteOpen = false;     // presses count only while a vote is open
+  bool displayOnly = false;  // a vote that is shown and not kept
+  int voteKind = 0;          // 2 revote form, 4 balance, 0 otherwise
   bool revotePending = false, revotePass = false;
   std::array<int, kAssessments> nextRounds{-1, -1, -1, -1, -1, -1, -1, -1, -1};
   std::array<int, kAssessments> defaultRounds{-1, -1, -1, -1, -1, -1, -1, -1, -1};  // -1: the current result
@@ -102,11 +108,11 @@ struct Session {
 
   // Keypads of the room
   std::string baseType, savedBaseType;
-  int keyboardFlag = 0;  // 1 once keyboard voting has been met
+  int keyboardFlag = 0;            // 1 once keyboard voting has been met
   std::vector<int> keypadCounted;  // running tally by keypad: 0 not counted, 1 a number, 2 a valid vote
   int keypadLow = 0, keypadCountAvailable = 20, maxKeypads = 650, keypadStep = 1, keypadsLoaded = 0;
-  int keypadsNotVotedPopupOn = 0, keypadsNotVotedHowManyToShow = 0, keypadsNotVotedLo = 0, keypadsNotVotedHi = 650,
-      keypadsNotVotedClose = 0, keypadsNotVotedClosePercent = 0, numKeypads = 0;
+  int keypadsNotVotedPopupOn = 0, keypadsNotVotedHowManyToShow = 0, keypadsNotVotedLo = 0,
+      keypadsNotVotedHi = 650, keypadsNotVotedClose = 0, keypadsNotVotedClosePercent = 0, numKeypads = 0;
   bool useOffsets = false;
   std::vector<int> baseOffsets;
   std::vector<std::string> keypadPortInfo;

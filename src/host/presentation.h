@@ -92,6 +92,9 @@ class View {
   virtual void GotoSlide(int index) = 0;
 };
 
+// Error number of a program that runs with no presentation open.
+inline constexpr int kNoPresentation = static_cast<int>(0x80048240U);
+
 // The running program. Attached once at start; a null presentation means that none is loaded.
 class PresentationProgram {
  public:
@@ -103,6 +106,13 @@ class PresentationProgram {
   virtual View* ActiveWindowView() = 0;       // the edit window; null when there is none
   virtual std::string AddInPath() const = 0;  // folder of the installation, without separator at the end
   virtual void SendKeysToShow(std::string_view keys) = 0;  // "~" is Enter
+  // Another run of this program on the same presentation, told apart by its title.
+  virtual bool PreviousInstance() const { return false; }
+  virtual bool AppActivate(const std::string& title) {  // false: no program of that title
+    (void)title;
+    return false;
+  }
+  virtual void CloseApplication(const std::string& title) { (void)title; }
 };
 
 }  // namespace qrn::host
