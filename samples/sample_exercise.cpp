@@ -24,7 +24,8 @@ constexpr std::array<Assessment, 4> kAssessmentsOfWorkshop{{
     {"Likelihood", {"Rare", "Unlikely", "Possible", "Likely", "Almost certain"}},
     {"Impact", {"Minor", "Moderate", "Serious", "Major", "Severe"}},
     {"Urgency", {"Next year or later", "This year", "This quarter", "This month", "This week"}},
-    {"Control", {"Fully controlled", "Well controlled", "Partly controlled", "Hardly controlled", "Not controlled"}},
+    {"Control",
+     {"Fully controlled", "Well controlled", "Partly controlled", "Hardly controlled", "Not controlled"}},
 }};
 
 struct Category {
@@ -36,16 +37,20 @@ const std::vector<Category>& categories() {
   static const std::vector<Category> all{
       {"Ground and structure",
        {"Piles meet unmapped cables in the river bed", "The old bearings are weaker than the drawings say",
-        "Steel arrives late or out of tolerance", "A flood reaches the cofferdam", "Temporary supports settle unevenly"}},
+        "Steel arrives late or out of tolerance", "A flood reaches the cofferdam",
+        "Temporary supports settle unevenly"}},
       {"People and safety",
-       {"Work at height above live traffic", "Too few certified welders in the region", "Night shifts lead to fatigue",
-        "A key engineer leaves in mid-project", "Divers cannot work because of the current"}},
+       {"Work at height above live traffic", "Too few certified welders in the region",
+        "Night shifts lead to fatigue", "A key engineer leaves in mid-project",
+        "Divers cannot work because of the current"}},
       {"Money and contracts",
-       {"The price of steel rises by a quarter", "The main contractor fails", "Claims for late access to the site",
-        "The second part of the grant is not approved", "Exchange rates move against us"}},
+       {"The price of steel rises by a quarter", "The main contractor fails",
+        "Claims for late access to the site", "The second part of the grant is not approved",
+        "Exchange rates move against us"}},
       {"Neighbours and environment",
-       {"Nesting birds stop work in spring", "Noise complaints lead to shorter hours", "Oil or paint reaches the water",
-        "Detours choke the old town", "Divers find a wreck that must be protected"}},
+       {"Nesting birds stop work in spring", "Noise complaints lead to shorter hours",
+        "Oil or paint reaches the water", "Detours choke the old town",
+        "Divers find a wreck that must be protected"}},
   };
   return all;
 }
@@ -98,6 +103,6 @@ int main() {
   glo.exerciseName = "Harbour bridge renewal";
   addAssessments();
   addItems();
-  std::cout << qrn::writeExerciseText();
+  std::cout << qrn::writeExerciseText(glo);
   return 0;
 }

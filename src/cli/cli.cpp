@@ -90,7 +90,8 @@ class Parser {
   }
 
   void addTags() {
-    auto* command = app_.add_subcommand("tags", "lists, reads and writes tags of a slide or of the presentation");
+    auto* command =
+        app_.add_subcommand("tags", "lists, reads and writes tags of a slide or of the presentation");
     addDeck(*command, tags_.deck);
     addSlide(*command, tags_.slide, false);
     auto* get = command->add_option("--get", tags_.get, "print the value of this tag");
@@ -132,11 +133,13 @@ class Parser {
         ->check(CLI::IsMember({"average", "matrix"}));
     command->add_option("--assessment", graph_.assessment, "assessment of the average graph, from 1")
         ->check(CLI::Range(1, 9));
-    command->add_option("--pairs", graph_.pairs, "V,H[,V,H...]: vertical and horizontal assessment of each pair")
+    command
+        ->add_option("--pairs", graph_.pairs, "V,H[,V,H...]: vertical and horizontal assessment of each pair")
         ->delimiter(',')
         ->check(CLI::Range(1, 11));
-    command->add_option("--size", size_, "WIDTHxHEIGHT in pixels")
-        ->check([this](const std::string& text) { return parseSize(text, graph_.widthPx, graph_.heightPx); });
+    command->add_option("--size", size_, "WIDTHxHEIGHT in pixels")->check([this](const std::string& text) {
+      return parseSize(text, graph_.widthPx, graph_.heightPx);
+    });
     command->add_option("--out", graph_.out, "FILE.png, .jpg or .svg")->required();
     command->add_option("--geometry", graph_.geometry, "FILE.json for the place of every element, in twips");
     command->callback([this] { action_ = [this] { runGraph(graph_, hooks_); }; });
@@ -161,6 +164,8 @@ bool isSubcommand(const std::vector<std::string>& words) {
   return !words.empty() && std::find(names.begin(), names.end(), words.front()) != names.end();
 }
 
-int runSubcommand(const std::vector<std::string>& words, const CliHooks& hooks) { return Parser(hooks).run(words); }
+int runSubcommand(const std::vector<std::string>& words, const CliHooks& hooks) {
+  return Parser(hooks).run(words);
+}
 
 }  // namespace qrn::cli

@@ -20,8 +20,7 @@ struct SlideInfo {
 
 int activeAssessments() {
   int count = 0;
-  for (const AssessmentInfoRecord& info : glo.assessmentInfo)
-    count += info.active ? 1 : 0;
+  for (const AssessmentInfoRecord& info : glo.assessmentInfo) count += info.active ? 1 : 0;
   return count;
 }
 

@@ -14,7 +14,7 @@ namespace qrn::cli {
 void runMtxExport(const MtxArguments& arguments, const CliHooks& hooks) {
   Workshop workshop(arguments.deck, Access::read, hooks);
   workshop.loadExercise(arguments.slide);
-  host::host().files->write(arguments.file, writeExerciseText());
+  host::host().files->write(arguments.file, writeExerciseText(glo));
 }
 
 void runMtxImport(const MtxArguments& arguments, const CliHooks& hooks) {

@@ -1,5 +1,5 @@
-// One function per subcommand. They throw HostError for what went wrong in the world and UsageError for what was
-// asked wrongly; the caller turns both into a message and an exit code.
+// One function per subcommand. They throw HostError for what went wrong in the world and UsageError for what
+// was asked wrongly; the caller turns both into a message and an exit code.
 #pragma once
 
 #include <optional>

@@ -33,8 +33,8 @@ nlohmann::ordered_json elementJson(const host::Element& element) {
     json["height"] = element.height;
   }
   json["visible"] = element.visible;
-  const bool filledShape = element.kind != host::Element::Kind::label && element.kind != host::Element::Kind::line &&
-                           element.filled;
+  const bool filledShape = element.kind != host::Element::Kind::label &&
+                           element.kind != host::Element::Kind::line && element.filled;
   json["colour"] = colourText(filledShape ? element.backColour : element.colour);
   return json;
 }
@@ -46,8 +46,7 @@ std::string geometryJson(const host::Surface& surface) {
   json["width"] = surface.width;
   json["height"] = surface.height;
   json["elements"] = nlohmann::ordered_json::array();
-  for (const host::Element& element : surface.elements())
-    json["elements"].push_back(elementJson(element));
+  for (const host::Element& element : surface.elements()) json["elements"].push_back(elementJson(element));
   return json.dump(1) + "\n";
 }
 

@@ -1,5 +1,5 @@
-// The neighbours of a run without a window: a program that has the deck open at one slide with a show "running",
-// and dialogs that tell their text on the terminal and take the answer that loses nothing.
+// The neighbours of a run without a window: a program that has the deck open at one slide with a show
+// "running", and dialogs that tell their text on the terminal and take the answer that loses nothing.
 #pragma once
 
 #include <string>
@@ -11,7 +11,9 @@ namespace qrn::cli {
 
 class HeadlessProgram : public host::PresentationProgram {
  public:
-  HeadlessProgram(host::Presentation& presentation, int slide) : presentation_(presentation) { view_.at = slide; }
+  HeadlessProgram(host::Presentation& presentation, int slide) : presentation_(presentation) {
+    view_.at = slide;
+  }
   bool Running() const override { return true; }
   host::Presentation* ActivePresentation() override { return &presentation_; }
   int SlideShowWindowsCount() const override { return 1; }

@@ -27,8 +27,8 @@ host::Slide& Workshop::slide(int number) {
   const int count = presentation_->SlideCount();
   if (number < 1 || number > count)
     throw HostError(Fault::badData, 9,
-                    "There is no slide " + std::to_string(number) + ": the deck has " + std::to_string(count) +
-                        (count == 1 ? " slide" : " slides"));
+                    "There is no slide " + std::to_string(number) + ": the deck has " +
+                        std::to_string(count) + (count == 1 ? " slide" : " slides"));
   return presentation_->Slides(number);
 }
 

@@ -1,0 +1,21 @@
+// The file system. Errors carry the classic numbers: 53 not found, 61 disk full, 70 permission denied, 75
+// other.
+#pragma once
+
+#include "host/system.h"
+
+namespace qrn::system {
+
+class DiskFiles : public host::Files {
+ public:
+  bool fileExists(const std::string& path) const override;
+  bool folderExists(const std::string& path) const override;
+  void makeFolder(const std::string& path) override;
+  std::string read(const std::string& path) const override;
+  void write(const std::string& path, std::string_view text) override;
+  void append(const std::string& path, std::string_view text) override;
+  void Kill(const std::string& path) override;
+  std::vector<std::string> list(const std::string& folder) const override;
+};
+
+}  // namespace qrn::system

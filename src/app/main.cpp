@@ -1,0 +1,59 @@
+// Chooses the neighbours, wires them and starts: a subcommand, the deck window, or a run from a command line
+// of fields.
+#include <QApplication>
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "app/neighbours.h"
+#include "app/workshop_desktop.h"
+#include "cli/cli.h"
+#include "host/errors.h"
+
+namespace {
+
+using qrn::app::Neighbours;
+
+int runSubcommand(int& argc, char** argv, const std::vector<std::string>& words) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  const QGuiApplication application(argc, argv);
+  Neighbours neighbours(Neighbours::Kind::windowless);
+  return qrn::cli::runSubcommand(words, neighbours.cliHooks());
+}
+
+int runDesktop(int& argc, char** argv, const std::vector<std::string>& words) {
+  const QApplication application(argc, argv);
+  Neighbours neighbours(Neighbours::Kind::desktop);
+  qrn::app::WorkshopDesktop desktop(neighbours);
+  if (!words.empty() && words[0] == "--deck")
+    return desktop.runFields(words[1], words[2]);
+  return desktop.run(words.empty() ? "" : words[0]);
+}
+
+int usage() {
+  std::cerr << "usage: quorin-matrix [DECK]\n"
+               "       quorin-matrix --deck DECK FIELDS\n"
+               "       quorin-matrix info|mtx|tags|vote|results|graph ... (--help tells more)\n";
+  return qrn::cli::kWrongUsage;
+}
+
+bool isHelp(const std::string& word) {
+  return word == "--help" || word == "-h";
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const std::vector<std::string> words(argv + 1, argv + argc);
+  try {
+    if (qrn::cli::isSubcommand(words) || (words.size() == 1 && isHelp(words[0])))
+      return runSubcommand(argc, argv, words);
+    const bool fields = words.size() == 3 && words[0] == "--deck";
+    if (!fields && (words.size() > 1 || (!words.empty() && words[0].rfind('-', 0) == 0)))
+      return usage();
+    return runDesktop(argc, argv, words);
+  } catch (const std::exception& error) {
+    std::cerr << "quorin-matrix: " << error.what() << "\n";
+    return qrn::cli::kFailed;
+  }
+}

@@ -1,0 +1,92 @@
+// results: the scores of every item, as a table or as JSON.
+#include <cstdio>
+#include <iostream>
+#include <nlohmann/json.hpp>
+
+#include "cli/commands.h"
+#include "cli/workshop.h"
+#include "core/glo.h"
+#include "store/results.h"
+
+namespace qrn::cli {
+
+namespace {
+
+// Numbers keep single precision: the shortest text that reads back as the same float.
+using Json = nlohmann::basic_json<nlohmann::ordered_map, std::vector, std::string, bool, std::int64_t,
+                                  std::uint64_t, float>;
+
+Json assessmentJson(std::size_t a) {
+  const AssessmentInfoRecord& info = glo.assessmentInfo[a];
+  Json json;
+  json["number"] = a + 1;
+  json["title"] = glo.assessmentTitles[a];
+  json["active"] = info.active;
+  json["voteType"] = glo.assessments[a].voteType;
+  json["startFrom"] = glo.assessments[a].startFrom;
+  json["scale"] = Json::array();
+  for (int i = 0; i < glo.labelCount(static_cast<int>(a)); ++i)
+    json["scale"].push_back(glo.scaleLabels[a][static_cast<std::size_t>(i)]);
+  json["weight"] = info.weight;
+  json["weightingOn"] = info.weightingOn;
+  return json;
+}
+
+Json itemJson(const ItemResult& item) {
+  Json json;
+  json["identifier"] = item.identifier;
+  json["id"] = item.id;
+  json["sortKey"] = item.sortKey;
+  json["text"] = item.text;
+  json["voting"] = item.voting;
+  json["average"] = item.average;
+  json["standardDeviation"] = item.standardDeviation;
+  json["diversity"] = item.diversity;
+  json["participants"] = item.participants;
+  json["abstains"] = item.abstains;
+  return json;
+}
+
+void printJson(int slide, const std::vector<ItemResult>& items) {
+  Json json;
+  json["slide"] = slide;
+  json["listTitle"] = glo.listTitle;
+  json["listOrder"] = glo.listOrder;
+  json["assessments"] = Json::array();
+  for (std::size_t a = 0; a < kAssessments; ++a) json["assessments"].push_back(assessmentJson(a));
+  json["items"] = Json::array();
+  for (const ItemResult& item : items) json["items"].push_back(itemJson(item));
+  json["dataMessage"] = glo.dataMessage;
+  std::cout << json.dump(1, ' ', false, Json::error_handler_t::replace) << "\n";
+}
+
+void printTable(const std::vector<ItemResult>& items) {
+  std::cout << glo.listTitle << "\n";
+  for (std::size_t a = 0; a < kAssessments; ++a) {
+    if (!glo.assessmentInfo[a].active)
+      continue;
+    std::cout << "\nAssessment " << a + 1 << ": " << glo.assessmentTitles[a]
+              << "\n average  deviation  diversity  participants  abstains  item\n";
+    for (const ItemResult& item : items) {
+      char numbers[96];
+      std::snprintf(numbers, sizeof numbers, "%8.2f  %9.2f  %8.2f%%  %12d  %8d  ",
+                    static_cast<double>(item.average[a]), static_cast<double>(item.standardDeviation[a]),
+                    static_cast<double>(item.diversity[a]) * 100, item.participants[a], item.abstains[a]);
+      std::cout << numbers << item.identifier << ": " << item.text << "\n";
+    }
+  }
+}
+
+}  // namespace
+
+void runResults(const ResultsArguments& arguments, const CliHooks& hooks) {
+  Workshop workshop(arguments.deck, Access::read, hooks);
+  workshop.loadExercise(arguments.slide);
+  const std::vector<ItemResult> items = results();
+  if (arguments.json)
+    printJson(arguments.slide, items);
+  else
+    printTable(items);
+}
+
+}  // namespace qrn::cli
