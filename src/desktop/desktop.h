@@ -42,6 +42,11 @@ struct DesktopHooks {
   std::function<std::optional<ExerciseFacts>(host::Slide&)> exerciseFacts;
   // Said when votes or settings wait in the journal for the next save; left out, closing never asks.
   std::function<bool()> unsavedChanges;
+  // Makes the slides ready for Export(); tells a line before each long step. Left out, nothing is prepared.
+  std::function<void(host::Presentation&, const std::function<void(const std::string&)>& progress)>
+      preparePictures;
+  // A notice to stand on the deck window while this deck is open; left out or nothing, there is none.
+  std::function<std::optional<std::string>(host::Presentation&)> deckNotice;
   std::string installFolder;  // without separator at the end
 };
 
@@ -61,6 +66,7 @@ class Desktop {
   void startShow(int slide);  // 0: the first slide that is not hidden
   // Shows the deck window, opens `deckFile` unless it is "", and returns when the person has left.
   int exec(const std::string& deckFile = "");
+  void turn();  // one turn of that loop, for tests: delivers events, starts the run that is wanted
   void quit();
 
   // The window that questions stand over: the front one of ours, null when none is visible.

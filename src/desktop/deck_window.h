@@ -1,0 +1,78 @@
+// The edit window: the slides of the open deck, the one at hand in large, and what can be done with them.
+#pragma once
+
+#include <QLabel>
+#include <QListView>
+#include <QMainWindow>
+#include <QPushButton>
+#include <QStackedWidget>
+#include <functional>
+
+#include "desktop/notice_bar.h"
+#include "desktop/slide_list.h"
+#include "desktop/slide_pictures.h"
+
+namespace qrn::desktop {
+
+// Shows a picture as large as it fits, on the window's ground.
+class PictureView : public QWidget {
+ public:
+  explicit PictureView(QWidget* parent) : QWidget(parent) { setMinimumSize(240, 160); }
+  void setPicture(const QImage& image);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  QImage image_;
+  QPixmap scaled_;
+};
+
+class DeckWindow : public QMainWindow, public host::View {
+ public:
+  struct Calls {
+    std::function<void()> open, save, showKeypads, leave;
+    std::function<void(int slide)> startShow;  // 0: from the beginning
+    std::function<void(int slide)> runExercise;
+  };
+  DeckWindow(SlidePictures& pictures, ExerciseFactsOf factsOf, Calls calls);
+
+  void setDeck(host::Presentation* deck);
+  void slideChanged(int slide);   // its tags or its picture
+  void setBusy(bool busy);        // an exercise runs: nothing can be started
+  void say(const QString& line);  // the line at the foot
+  NoticeBar& notice() { return *notice_; }
+
+  int SlideIndex() const override;
+  void GotoSlide(int index) override;
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  void makeMenus();
+  void makeEmptyPage();
+  void makeDeckPage();
+  QWidget* makeDetail();
+  QAction* action(QMenu* menu, const QString& text, const QList<QKeySequence>& keys, const QString& tip,
+                  std::function<void()> call, bool needsDeck);
+  QPushButton* button(const QString& text, const QString& tip, std::function<void()> call);
+  void showCurrent();
+  void openExercise();
+  void showKeys();
+
+  SlidePictures& pictures_;
+  SlideListModel model_;
+  Calls calls_;
+  host::Presentation* deck_ = nullptr;
+  bool busy_ = false;
+  QList<QAction*> deckActions_;
+  QStackedWidget* pages_;
+  NoticeBar* notice_;
+  QListView* list_ = nullptr;
+  QLabel *title_ = nullptr, *facts_ = nullptr, *line_, *place_;
+  PictureView* picture_ = nullptr;
+  QPushButton* exerciseButton_ = nullptr;
+};
+
+}  // namespace qrn::desktop

@@ -1,0 +1,313 @@
+#include "desktop/desktop.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QKeyEvent>
+#include <QTimer>
+
+#include "desktop/deck_window.h"
+#include "desktop/keypads_window.h"
+#include "desktop/presentation_program.h"
+#include "desktop/render/fonts.h"
+#include "desktop/slide_show_window.h"
+#include "desktop/style.h"
+#include "desktop/window_stack.h"
+#include "host/dialogs.h"
+#include "host/errors.h"
+#include "host/forms.h"
+#include "host/host.h"
+#include "host/wait.h"
+
+namespace qrn::desktop {
+
+namespace {
+
+constexpr int kHeartbeatMs = 15;      // link, timers and pictures go on at this pace while nobody types
+constexpr int kPicturesWaitMs = 300;  // no picture is made this soon after a key or a click
+
+// Notes when the person last did something.
+class InputWatch : public QObject {
+ public:
+  InputWatch() { sinceInput_.start(); }
+  bool quietFor(int milliseconds) const { return sinceInput_.elapsed() >= milliseconds; }
+
+ protected:
+  bool eventFilter(QObject*, QEvent* event) override {
+    switch (event->type()) {
+      case QEvent::KeyPress:
+      case QEvent::MouseButtonPress:
+      case QEvent::Wheel:
+        sinceInput_.restart();
+        break;
+      default:
+        break;
+    }
+    return false;
+  }
+
+ private:
+  QElapsedTimer sinceInput_;
+};
+
+}  // namespace
+
+struct Desktop::Parts {
+  explicit Parts(DesktopHooks given);
+
+  void turn();
+  void run(int slide);
+  void sendKeys(const std::string& keys);
+  void startShow(int slide);
+  void showEnded();
+  void askForDeck();
+  bool openDeck(const std::string& file);
+  void takeDeck(std::unique_ptr<host::Presentation> opened);
+  bool save();
+  void leave();
+  bool mayCloseDeck();
+  void showKeypads();
+  void report(const std::string& what, const std::exception& error);
+  void sayPictures();
+  bool showRuns() const { return show && show->isVisible(); }
+
+  DesktopHooks hooks;
+  InputWatch watch;
+  WindowStack stack;
+  SlidePictures pictures;
+  std::unique_ptr<host::Presentation> deck;
+  DeckWindow window;
+  std::unique_ptr<SlideShowWindow> show;
+  KeypadsWindow* keypads = nullptr;
+  QtPresentationProgram program;
+  host::FormRegistry* forms = nullptr;
+  int wantedRun = 0;  // slide, 0 for none
+  bool running = false, leaving = false;
+};
+
+Desktop::Parts::Parts(DesktopHooks given)
+    : hooks(std::move(given)),
+      pictures(hooks.preparePictures),
+      window(pictures, hooks.exerciseFacts ? hooks.exerciseFacts : ExerciseFactsOf([](host::Slide& s) {
+               return factsFromTags(s);
+             }),
+             {[this] { askForDeck(); }, [this] { save(); }, [this] { showKeypads(); }, [this] { leave(); },
+              [this](int slide) { startShow(slide); }, [this](int slide) { wantedRun = slide; }}),
+      program({[this] { return deck.get(); },
+               [this]() -> host::View* { return showRuns() ? show.get() : nullptr; },
+               [this]() -> host::View* { return leaving ? nullptr : &window; }},
+              hooks.installFolder) {
+  pictures.arrived = [this](int slide) {
+    window.slideChanged(slide);
+    if (show)
+      show->pictureArrived(slide);
+  };
+  pictures.said = [this](const std::string& line) {
+    window.say(render::toQt(line));
+    window.repaint();
+  };
+  QCoreApplication::instance()->installEventFilter(&watch);
+}
+
+// One turn of the loop. Runs start here and nowhere else, so that no event handler has a whole workshop on
+// its back.
+void Desktop::Parts::turn() {
+  host::DoEvents();
+  if (wantedRun != 0)
+    run(std::exchange(wantedRun, 0));
+  if (const std::string keys = program.takeKeys(); !keys.empty())
+    sendKeys(keys);
+  if (forms)
+    forms->releaseUnloaded();
+  if (wantedRun == 0 && pictures.wanted() > 0 && watch.quietFor(kPicturesWaitMs)) {
+    pictures.step();
+    sayPictures();
+  }
+}
+
+void Desktop::Parts::run(int slide) {
+  running = true;
+  window.setBusy(true);
+  try {
+    if (hooks.runExercise)
+      hooks.runExercise(slide);
+  } catch (const std::exception& error) {
+    report("The exercise of slide " + std::to_string(slide) + " ended early. ", error);
+  }
+  window.setBusy(false);
+  running = false;
+  window.slideChanged(slide);
+  if (QWidget* front = stack.front())
+    stack.raise(front);
+}
+
+void Desktop::Parts::sendKeys(const std::string& keys) {
+  for (const char key : keys)
+    if (key == '~' && showRuns())
+      show->next();
+}
+
+void Desktop::Parts::startShow(int slide) {
+  if (!deck || running)
+    return;
+  show = std::make_unique<SlideShowWindow>(
+      *deck, pictures,
+      SlideShowWindow::Calls{[this](int reached) { wantedRun = reached; }, [this] { showEnded(); }});
+  show->setGeometry(window.screen()->geometry());
+  show->start(slide);
+  stack.raise(show.get());
+}
+
+void Desktop::Parts::showEnded() {
+  wantedRun = 0;
+  stack.drop(show.get());
+  if (show->SlideIndex() > 0)
+    window.GotoSlide(show->SlideIndex());
+  stack.raise(&window);
+}
+
+void Desktop::Parts::askForDeck() {
+  if (!mayCloseDeck())
+    return;
+  host::FileQuestion question;
+  question.title = "Open a deck";
+  question.filter = "Presentations (*.pptx)|*.pptx";
+  if (deck)
+    question.folder = deck->path();
+  if (const auto file = host::host().dialogs->FileDialog(question))
+    openDeck(*file);
+}
+
+bool Desktop::Parts::openDeck(const std::string& file) {
+  window.say(render::toQt("Opening " + file));
+  window.repaint();
+  try {
+    takeDeck(hooks.openDeck(file));
+    return true;
+  } catch (const std::exception& error) {
+    report("The deck was not opened. ", error);
+    return false;
+  }
+}
+
+void Desktop::Parts::takeDeck(std::unique_ptr<host::Presentation> opened) {
+  show.reset();
+  window.setDeck(nullptr);
+  pictures.setDeck(opened.get());
+  deck = std::move(opened);
+  window.setDeck(deck.get());
+  if (hooks.deckNotice)
+    if (const auto text = hooks.deckNotice(*deck))
+      window.notice().say(NoticeBar::Kind::note, render::toQt(*text));
+  pictures.wantAll();
+  sayPictures();
+}
+
+bool Desktop::Parts::save() {
+  if (!deck)
+    return true;
+  window.say("Saving");
+  window.repaint();
+  try {
+    deck->Save();
+    window.say("Saved");
+    return true;
+  } catch (const std::exception& error) {
+    report("The deck was not saved. ", error);
+    return false;
+  }
+}
+
+void Desktop::Parts::leave() {
+  if (running || !mayCloseDeck())
+    return;
+  leaving = true;
+}
+
+bool Desktop::Parts::mayCloseDeck() {
+  if (!deck || deck->ReadOnly() || !hooks.unsavedChanges || !hooks.unsavedChanges())
+    return true;
+  const host::Answer answer =
+      host::host().dialogs->MsgBox("Save the votes and settings into the deck?", host::kTitle,
+                                   host::Buttons::yesNoCancel, host::Icon::question);
+  if (answer == host::Answer::yes)
+    return save();
+  return answer == host::Answer::no;
+}
+
+void Desktop::Parts::showKeypads() {
+  if (!keypads)
+    keypads = new KeypadsWindow(&window);
+  try {
+    keypads->showAddress(hooks.joinAddress ? render::toQt(hooks.joinAddress()) : QString());
+  } catch (const std::exception& error) {
+    report("The controller cannot be reached. ", error);
+  }
+}
+
+void Desktop::Parts::report(const std::string& what, const std::exception& error) {
+  window.say("");
+  window.notice().say(NoticeBar::Kind::error, render::toQt(what + error.what()));
+  if (showRuns() && host::host().dialogs)
+    host::host().dialogs->MsgBox(what + error.what(), host::kTitle, host::Buttons::ok,
+                                 host::Icon::exclamation);
+}
+
+void Desktop::Parts::sayPictures() {
+  if (pictures.wanted() > 0)
+    window.say(QString("Making slide pictures, %1 to go").arg(pictures.wanted()));
+  else
+    window.say("");
+}
+
+Desktop::Desktop(DesktopHooks hooks) {
+  applyStyle(*qApp);
+  parts_ = std::make_unique<Parts>(std::move(hooks));
+}
+
+Desktop::~Desktop() = default;
+
+host::PresentationProgram& Desktop::program() {
+  return parts_->program;
+}
+
+bool Desktop::openDeck(const std::string& file) {
+  return parts_->openDeck(file);
+}
+
+void Desktop::startShow(int slide) {
+  parts_->startShow(slide);
+}
+
+int Desktop::exec(const std::string& deckFile) {
+  parts_->window.show();
+  parts_->stack.raise(&parts_->window);
+  if (!deckFile.empty())
+    openDeck(deckFile);
+  QTimer heartbeat;
+  heartbeat.start(kHeartbeatMs);
+  while (!parts_->leaving) {
+    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    parts_->turn();
+  }
+  parts_->window.hide();
+  return 0;
+}
+
+void Desktop::turn() {
+  parts_->turn();
+}
+
+void Desktop::quit() {
+  parts_->leave();
+}
+
+QWidget* Desktop::dialogParent() const {
+  QWidget* modal = QApplication::activeModalWidget();
+  return modal && modal->isVisible() ? modal : parts_->stack.front();
+}
+
+void Desktop::attachWindows(host::FormRegistry& forms) {
+  parts_->forms = &forms;
+}
+
+}  // namespace qrn::desktop

@@ -1,0 +1,23 @@
+// The one look of the desktop: palette, type and spacing. Every pair of colours used for text has a contrast
+// of 4.5 to 1 or better, and nothing is told by colour alone.
+#pragma once
+
+#include <QColor>
+
+class QApplication;
+
+namespace qrn::desktop {
+
+namespace look {
+inline const QColor ground(0xf3, 0xf5, 0xf8), card(0xff, 0xff, 0xff), line(0xc9, 0xd1, 0xdb),
+    ink(0x16, 0x22, 0x30), quietInk(0x4a, 0x5a, 0x6c), accent(0x0b, 0x57, 0xa4), accentSoft(0xdc, 0xe9, 0xf7),
+    onAccent(0xff, 0xff, 0xff), mark(0x9a, 0x4a, 0x00), markSoft(0xff, 0xf1, 0xe0), bad(0xa3, 0x1a, 0x1a),
+    badSoft(0xfd, 0xe8, 0xe8);
+inline constexpr int grid = 8;       // pixels; every distance is a multiple of it
+inline constexpr int bodyType = 15;  // pixels
+inline constexpr int titleType = 22;
+}  // namespace look
+
+void applyStyle(QApplication& application);
+
+}  // namespace qrn::desktop

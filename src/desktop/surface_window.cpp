@@ -1,0 +1,177 @@
+#include "desktop/surface_window.h"
+
+#include <QCloseEvent>
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPointer>
+#include <QTimer>
+#include <QToolTip>
+#include <algorithm>
+
+#include "desktop/keys.h"
+#include "desktop/render/fonts.h"
+#include "desktop/render/render.h"
+
+namespace qrn::desktop {
+
+namespace {
+
+constexpr int kCursorHidesAfterMs = 2500;
+
+double scaleOf(const host::Surface& surface, QSize size) {
+  if (surface.width <= 0 || surface.height <= 0)
+    return 1;
+  return std::min(size.width() * render::kTwipsPerPixel / surface.width,
+                  size.height() * render::kTwipsPerPixel / surface.height);
+}
+
+}  // namespace
+
+SurfaceWindow::SurfaceWindow(host::Form& form, host::FormRegistry& forms, Source source)
+    : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint),
+      form_(form),
+      forms_(forms),
+      source_(std::move(source)),
+      hideCursor_(new QTimer(this)) {
+  setObjectName(render::toQt(form.name));
+  setWindowTitle("quorin matrix");
+  setMouseTracking(true);
+  setAttribute(Qt::WA_OpaquePaintEvent);
+  setCursor(Qt::BlankCursor);
+  hideCursor_->setSingleShot(true);
+  hideCursor_->callOnTimeout(this, [this] {
+    if (!source_.cursorHeld || !source_.cursorHeld())
+      setCursor(Qt::BlankCursor);
+  });
+}
+
+void SurfaceWindow::changed() {
+  painted_ = QPixmap();
+  update();
+}
+
+bool SurfaceWindow::formStands() const {
+  return forms_.find(form_.name) == &form_;
+}
+
+const host::Element* SurfaceWindow::elementAt(QPointF place,
+                                              const std::function<bool(const host::Element&)>& counts) const {
+  const host::Surface& surface = source_.surface();
+  const double scale = scaleOf(surface, size());
+  const double x = (place.x() - (width() - surface.width / render::kTwipsPerPixel * scale) / 2) / scale;
+  const double y = (place.y() - (height() - surface.height / render::kTwipsPerPixel * scale) / 2) / scale;
+  const double left = x * render::kTwipsPerPixel, top = y * render::kTwipsPerPixel;
+  const auto& elements = surface.elements();
+  const auto found = std::find_if(elements.rbegin(), elements.rend(), [&](const host::Element& e) {
+    return e.visible && e.kind != host::Element::Kind::line && left >= e.left && left <= e.left + e.width &&
+           top >= e.top && top <= e.top + e.height && counts(e);
+  });
+  return found == elements.rend() ? nullptr : &*found;
+}
+
+bool SurfaceWindow::event(QEvent* event) {
+  if (event->type() != QEvent::ToolTip)
+    return QWidget::event(event);
+  const auto* help = static_cast<QHelpEvent*>(event);
+  const host::Element* element =
+      formStands() ? elementAt(help->pos(), [](const host::Element& e) { return !e.toolTip.empty(); })
+                   : nullptr;
+  if (element)
+    QToolTip::showText(help->globalPos(), render::toQt(element->toolTip), this);
+  else
+    QToolTip::hideText();
+  return true;
+}
+
+// A key may unload the form or start a whole vote, so the form is looked for again before each call.
+void SurfaceWindow::keyPressEvent(QKeyEvent* event) {
+  const KeyStroke stroke = classicKey(*event);
+  const QPointer<SurfaceWindow> self(this);
+  if (stroke.keyCode != 0 && formStands())
+    form_.Form_KeyDown(stroke.keyCode, stroke.shift);
+  if (self && stroke.keyAscii != 0 && formStands() && form_.visible)
+    form_.Form_KeyPress(stroke.keyAscii);
+  if (self)
+    changed();
+}
+
+void SurfaceWindow::mousePressEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton || !source_.clicked || !formStands())
+    return;
+  const QPointer<SurfaceWindow> self(this);
+  if (const host::Element* element = elementAt(event->position(), [](const host::Element&) { return true; }))
+    source_.clicked(*element);
+  if (self)
+    changed();
+}
+
+void SurfaceWindow::mouseMoveEvent(QMouseEvent*) {
+  setCursor(Qt::ArrowCursor);
+  hideCursor_->start(kCursorHidesAfterMs);
+}
+
+void SurfaceWindow::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  changed();
+  const double width = this->width() * render::kTwipsPerPixel,
+               height = this->height() * render::kTwipsPerPixel;
+  if (!formStands() || (form_.ScaleWidth == width && form_.ScaleHeight == height))
+    return;
+  form_.ScaleWidth = width;
+  form_.ScaleHeight = height;
+  form_.Form_Resize();
+}
+
+void SurfaceWindow::paintEvent(QPaintEvent*) {
+  const double ratio = devicePixelRatioF();
+  if (painted_.isNull() && formStands()) {
+    painted_ = QPixmap((QSizeF(size()) * ratio).toSize());
+    painted_.setDevicePixelRatio(ratio);
+    QPainter painter(&painted_);
+    render::renderSurface(source_.surface(), painter, size());
+  }
+  QPainter painter(this);
+  painter.drawPixmap(0, 0, painted_);
+}
+
+void SurfaceWindow::closeEvent(QCloseEvent* event) {
+  event->ignore();
+  if (formStands())
+    forms_.unload(form_.name, true);
+}
+
+SurfaceView::SurfaceView(host::Form& form, host::FormRegistry& forms, WindowStack& stack,
+                         SurfaceWindow::Source source)
+    : stack_(stack), window_(form, forms, std::move(source)) {
+  const QRect place = stack_.placeForForms();
+  form.ScaleWidth = place.width() * render::kTwipsPerPixel;
+  form.ScaleHeight = place.height() * render::kTwipsPerPixel;
+  window_.setGeometry(place);
+}
+
+SurfaceView::~SurfaceView() {
+  stack_.drop(&window_);
+}
+
+void SurfaceView::show(bool modal) {
+  window_.changed();
+  if (!window_.isVisible()) {
+    window_.setWindowModality(modal ? Qt::ApplicationModal : Qt::NonModal);
+    window_.showFullScreen();
+  }
+  stack_.raise(&window_);
+}
+
+void SurfaceView::hide() {
+  window_.hide();
+  stack_.drop(&window_);
+}
+
+void SurfaceView::bringToFront() {
+  if (window_.isVisible())
+    stack_.raise(&window_);
+}
+
+}  // namespace qrn::desktop

@@ -1,0 +1,82 @@
+// The one window for every form that is a surface: shows it full screen and turns keys, clicks and sizes into
+// calls.
+#pragma once
+
+#include <QPixmap>
+#include <QWidget>
+#include <functional>
+
+#include "desktop/window_stack.h"
+#include "host/forms.h"
+#include "host/surface.h"
+
+class QTimer;
+
+namespace qrn::desktop {
+
+class SurfaceWindow : public QWidget {
+ public:
+  struct Source {
+    std::function<const host::Surface&()> surface;
+    std::function<void(const host::Element&)> clicked;  // the front element under the press; may be left out
+    std::function<bool()> cursorHeld;                   // true while the form wants the mouse cursor to stay
+  };
+  SurfaceWindow(host::Form& form, host::FormRegistry& forms, Source source);
+
+  void changed();  // the surface has changed: paint again
+
+ protected:
+  bool event(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+  bool focusNextPrevChild(bool) override { return false; }  // Tab is a key like any other
+
+ private:
+  bool formStands() const;
+  const host::Element* elementAt(QPointF place,
+                                 const std::function<bool(const host::Element&)>& counts) const;
+
+  host::Form& form_;
+  host::FormRegistry& forms_;
+  Source source_;
+  QPixmap painted_;  // null: to be painted
+  QTimer* hideCursor_;
+};
+
+// Attaches a surface window to a form. The form gets the size of its screen before Form_Load.
+class SurfaceView : public host::FormView {
+ public:
+  SurfaceView(host::Form& form, host::FormRegistry& forms, WindowStack& stack, SurfaceWindow::Source source);
+  ~SurfaceView() override;
+  void show(bool modal) override;
+  void hide() override;
+  void refresh() override { window_.changed(); }
+  void bringToFront() override;
+
+ private:
+  WindowStack& stack_;
+  SurfaceWindow window_;
+};
+
+// A form type with surface() as a view maker.
+template <class T>
+host::FormRegistry::ViewMaker surfaceViewOf(host::FormRegistry& forms, WindowStack& stack,
+                                            std::function<void(T&, const host::Element&)> clicked = {},
+                                            std::function<bool(const T&)> cursorHeld = {}) {
+  return [&forms, &stack, clicked, cursorHeld](host::Form& form) {
+    T& typed = dynamic_cast<T&>(form);
+    SurfaceWindow::Source source;
+    source.surface = [&typed]() -> const host::Surface& { return typed.surface(); };
+    if (clicked)
+      source.clicked = [&typed, clicked](const host::Element& element) { clicked(typed, element); };
+    if (cursorHeld)
+      source.cursorHeld = [&typed, cursorHeld] { return cursorHeld(typed); };
+    return std::make_unique<SurfaceView>(form, forms, stack, std::move(source));
+  };
+}
+
+}  // namespace qrn::desktop
