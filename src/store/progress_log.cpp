@@ -1,0 +1,186 @@
+#include "store/progress_log.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+#include "core/common.h"
+#include "core/diagnostics.h"
+#include "core/glo.h"
+#include "host/dialogs.h"
+#include "host/host.h"
+#include "host/presentation.h"
+
+namespace qrn {
+
+namespace {
+
+constexpr const char* kTag = "qrnMatrixLog";
+constexpr const char* kLineEnd = "\r\n";
+constexpr std::string_view kRiskList = "risk list";
+constexpr std::string_view kFinished = "process finished";
+
+struct Place {
+  int risk = 0, assessment = 1;
+};
+
+// The vote after the current one: by item the next item of the assessment, by assessment the next assessment
+// of the item that is in use and not voted.
+Place nextVote() {
+  if (glo.runByOption == 0)
+    return glo.currentItem + 1 < glo.itemCount() ? Place{glo.currentItem + 1, glo.currentAssessment}
+                                                 : Place{0, glo.currentAssessment + 1};
+  for (int a = glo.currentAssessment; a < kAssessments && glo.currentItem < glo.itemCount(); ++a) {
+    const RiskRecord& item = glo.risks[static_cast<std::size_t>(glo.currentItem)];
+    if (glo.assessmentInfo[static_cast<std::size_t>(a)].active && !item.voted[static_cast<std::size_t>(a)])
+      return {glo.currentItem, a + 1};
+  }
+  return {glo.currentItem + 1, 1};
+}
+
+std::string word(bool flag) {
+  return flag ? "True" : "False";
+}
+
+// "sortKey,new,voted": the voted marks are one digit per assessment.
+std::string itemLine(const RiskRecord& item) {
+  std::string line = std::to_string(item.sortKey) + "," + word(item.newItem) + ",";
+  for (std::size_t a = 0; a < kAssessments; ++a) line += item.voted[a] ? '1' : '0';
+  return line;
+}
+
+// The values before "process finished", with the names they have in the log.
+struct LogValue {
+  const char* name;
+  int* value;
+};
+std::array<LogValue, 5> countersOf(Place& place) {
+  return {{{"category", &glo.logCategory},
+           {"assessment", &place.assessment},
+           {"risk", &place.risk},
+           {"pairCount", &glo.logPairCount},
+           {"cumulativePairCount", &glo.logCumulativePairCount}}};
+}
+
+bool isWord(std::string_view text, std::string_view wanted) {
+  return upperCase(trimBlanks(text)) == upperCase(wanted);
+}
+
+int wholeNumber(std::string_view text) {
+  return static_cast<int>(std::clamp(qrnVal(text), -32768.0, 32767.0));
+}
+
+void readValue(std::string_view name, std::string_view value, Place& place) {
+  for (const LogValue& counter : countersOf(place))
+    if (isWord(name, counter.name))
+      *counter.value = wholeNumber(value);
+  for (std::size_t a = 0; a < kAssessments; ++a)
+    if (isWord(name, "a" + std::to_string(a + 1)))
+      glo.logAssessments[a] = isWord(value, "True");
+  if (isWord(name, "Assessment index"))
+    glo.voteStep = wholeNumber(value);
+}
+
+void readItemLine(std::string_view line) {
+  const int sortKey = wholeNumber(getField(line, 1));
+  const std::string marks = getField(line, 3);
+  for (int i = 0; i < glo.itemCount(); ++i) {
+    RiskRecord& item = glo.risks[static_cast<std::size_t>(i)];
+    if (item.sortKey != sortKey)
+      continue;
+    item.newItem = isWord(getField(line, 2), "True");
+    for (std::size_t a = 0; a < std::min<std::size_t>(marks.size(), kAssessments); ++a)
+      item.voted[a] = marks[a] == '1';
+  }
+}
+
+// The list may have been put into another order since: the item that was to come next is looked for by its
+// key.
+int placeOfItem(const std::vector<std::string>& itemLines, int risk) {
+  if (risk < 0 || risk >= static_cast<int>(itemLines.size()))
+    return std::min(std::max(risk, 0), glo.itemCount());
+  const int sortKey = wholeNumber(getField(itemLines[static_cast<std::size_t>(risk)], 1));
+  for (int i = 0; i < glo.itemCount(); ++i)
+    if (glo.risks[static_cast<std::size_t>(i)].sortKey == sortKey)
+      return i;
+  return risk < glo.itemCount() ? risk : 0;
+}
+
+void readLogText(const std::string& text) {
+  std::vector<std::string> lines, itemLines;
+  SplitPPTTag(text, kLineEnd, lines);
+  Place place;
+  bool inList = false, finished = false;
+  for (const std::string& line : lines) {
+    const std::size_t equals = line.find('=');
+    if (inList)
+      itemLines.push_back(line);
+    else if (isWord(line, kRiskList))
+      inList = true;
+    else if (equals == std::string::npos)
+      continue;
+    else if (isWord(line.substr(0, equals), kFinished))
+      finished = isWord(line.substr(equals + 1), "True");
+    else
+      readValue(line.substr(0, equals), line.substr(equals + 1), place);
+  }
+  for (const std::string& line : itemLines) readItemLine(line);
+  glo.logRisk = placeOfItem(itemLines, place.risk);
+  glo.logAssessment = std::clamp(place.assessment, 1, kAssessments + 1);
+  glo.resumePending = !finished;
+}
+
+}  // namespace
+
+void writeLog(bool processFinished) {
+  trapErrors("ProgressLog", "writeLog", [&] {
+    const std::size_t a = static_cast<std::size_t>(glo.currentAssessment - 1);
+    if (!processFinished && glo.currentItem >= 0 && glo.currentItem < glo.itemCount() && a < kAssessments)
+      glo.risks[static_cast<std::size_t>(glo.currentItem)].voted[a] = true;
+    if (host::host().dialogs != nullptr)
+      host::host().dialogs->Info("Writing Log File");
+    if (glo.oVoteSlide != nullptr)
+      glo.oVoteSlide->tags().Add(kTag, qrnMatrixLog(processFinished));
+  });
+  if (host::host().dialogs != nullptr)
+    host::host().dialogs->Info("");
+}
+
+std::string qrnMatrixLog(bool processFinished) {
+  std::string text;
+  const auto line = [&](const std::string& name, const std::string& value) {
+    text += name + " = " + value + kLineEnd;
+  };
+  Place place = nextVote();
+  for (const LogValue& counter : countersOf(place)) line(counter.name, std::to_string(*counter.value));
+  for (std::size_t a = 0; a < kAssessments; ++a)
+    line("a" + std::to_string(a + 1), word(glo.logAssessments[a]));
+  line("Assessment index", std::to_string(glo.voteStep));
+  line(std::string(kFinished), word(processFinished));
+  text.append(kRiskList).append(kLineEnd);
+  for (int i = 0; i < glo.itemCount(); ++i)
+    text += itemLine(glo.risks[static_cast<std::size_t>(i)]) + kLineEnd;
+  return text;
+}
+
+bool readlog() {
+  bool found = false;
+  trapErrors("ProgressLog", "readlog", [&] {
+    const std::string text = glo.oVoteSlide == nullptr ? "" : glo.oVoteSlide->tags().Item(kTag);
+    found = !text.empty();
+    if (found)
+      readLogText(text);
+  });
+  return found;
+}
+
+void resetLogState() {
+  glo.logCategory = glo.logAssessment = 1;
+  glo.logRisk = glo.logPairCount = glo.logCumulativePairCount = 0;
+  glo.resumePending = false;
+  glo.logAssessments.fill(true);
+}
+
+}  // namespace qrn

@@ -1,0 +1,264 @@
+#include "store/record_statistics.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+#include "analysis/filters.h"
+#include "core/common.h"
+#include "core/glo.h"
+#include "store/vote_line.h"
+#include "store/vote_store.h"
+
+namespace qrn {
+
+namespace {
+
+static_assert(std::endian::native == std::endian::little, "a token is read as one 16-bit number");
+
+constexpr std::size_t kLanes = 8;     // records that are added up side by side
+constexpr std::size_t kBlock = 4096;  // tokens whose sum fits 16 bits
+constexpr std::size_t kExactSum =
+    1'000'000;  // tokens whose sum, at most ten each, single precision holds exactly
+
+struct Totals {
+  std::uint32_t sum = 0, count = 0, abstains = 0;
+};
+
+// One record on its way: `tokens` characters, each with a ";" behind it.
+struct Lane {
+  RecordScore score;
+  const char* tokens = nullptr;
+  std::size_t size = 0;
+  std::string buffer;         // tokens of a record that is not in that form, or not wholly counted
+  std::vector<float> values;  // votes that the tokens cannot hold, added up one after the other
+};
+
+bool countsLive() {
+  return glo.CheckUseLivePostal == 0 || glo.CheckUseLivePostal == 2;
+}
+
+bool countsPostal() {
+  return glo.CheckUseLivePostal == 1 || glo.CheckUseLivePostal == 2;
+}
+
+// Adds up `size` tokens; false when the text is anything but known tokens with a ";" behind each. Written for
+// the compiler to do eight tokens at a time.
+bool addBlock(const char* text, std::size_t size, Totals& totals) {
+  std::uint16_t wrong = 0, sum = 0, count = 0, abstains = 0;
+  for (std::size_t k = 0; k < size; ++k) {
+    std::uint16_t token;
+    std::memcpy(&token, text + 2 * k, 2);
+    const std::uint16_t digit = static_cast<std::uint16_t>(token - ('0' | ';' << 8));
+    const std::uint16_t isDigit = digit < 10 ? 0xFFFF : 0;
+    const std::uint16_t isTen = token == ('A' | ';' << 8) ? 0xFFFF : 0;
+    const std::uint16_t isAbstain = token == ('X' | ';' << 8) ? 0xFFFF : 0;
+    const std::uint16_t isNone = token == ('-' | ';' << 8) ? 0xFFFF : 0;
+    sum = static_cast<std::uint16_t>(sum + (digit & isDigit) + (isTen & 10));
+    count = static_cast<std::uint16_t>(count - isDigit - isTen);  // minus 0xFFFF is plus 1
+    abstains = static_cast<std::uint16_t>(abstains - isAbstain);
+    wrong = static_cast<std::uint16_t>(wrong | ~(isDigit | isTen | isAbstain | isNone));
+  }
+  totals.sum += sum;
+  totals.count += count;
+  totals.abstains += abstains;
+  return wrong == 0;
+}
+
+bool addTokens(const char* text, std::size_t size, Totals& totals) {
+  for (std::size_t from = 0; from < size; from += kBlock)
+    if (!addBlock(text + 2 * from, std::min(kBlock, size - from), totals))
+      return false;
+  return true;
+}
+
+void pushToken(std::string& buffer, int value) {
+  const char token = value == kKeyZero                ? 'A'
+                     : value == kAbstained            ? 'X'
+                     : value >= 0 && value < kKeyZero ? static_cast<char>('0' + value)
+                                                      : '-';
+  buffer += token;
+  buffer += ';';
+}
+
+// The record as tokens that all count: keypads left out become "-", postal votes stand behind the live ones.
+void rewrite(Lane& lane, const std::vector<int>& live, const std::vector<int>& postal,
+             const std::vector<int>* mask) {
+  lane.buffer.clear();
+  lane.values.clear();
+  bool fits = live.size() + postal.size() <= kExactSum;
+  if (countsLive())
+    for (std::size_t k = 0; k < live.size(); ++k) {
+      const bool counts = mask == nullptr || (k < mask->size() && (*mask)[k] == 1);
+      pushToken(lane.buffer, counts ? live[k] : kNotVoted);
+      if (counts && live[k] >= 0)
+        lane.values.push_back(static_cast<float>(live[k]));
+    }
+  if (countsPostal())
+    for (const int value : postal) {
+      fits = fits && value <= kKeyZero;
+      pushToken(lane.buffer, value < 0 ? kNotVoted : value);
+      if (value >= 0)
+        lane.values.push_back(static_cast<float>(value));
+    }
+  if (fits)
+    lane.values.clear();
+  lane.tokens = lane.buffer.data();
+  lane.size = lane.buffer.size() / 2;
+}
+
+// Votes that the tokens cannot hold: sum and squares one after the other, as SetStats does it.
+void scoreValues(Lane& lane) {
+  float sum = 0;
+  for (const float value : lane.values) sum += value;
+  lane.score.participants = static_cast<int>(lane.values.size());
+  lane.score.average = sum / static_cast<float>(lane.values.size());
+  for (const float value : lane.values)
+    lane.score.squares += (value - lane.score.average) * (value - lane.score.average);
+  lane.size = 0;
+}
+
+void loadLane(Lane& lane, std::string_view line, const std::vector<int>& postalLine,
+              const std::vector<int>* mask) {
+  lane.score = RecordScore();
+  const VoteLine record(line);
+  const std::string_view votes = record.votes();
+  lane.score.live = !votes.empty() || !record.postal().empty();
+  lane.score.postal = !postalLine.empty();
+  const bool hasPostal = countsPostal() && (lane.score.postal || !record.postal().empty());
+  Totals totals;
+  const std::size_t size = votes.size() / 2;
+  if (votes.size() % 2 == 0 && record.votesArePlain() && size <= kExactSum && mask == nullptr && !hasPostal &&
+      countsLive() && addTokens(votes.data(), size, totals)) {
+    lane.tokens = votes.data();
+    lane.size = size;
+    lane.score.keypads = static_cast<int>(size);
+  } else {
+    const std::vector<int> live = decodeVotes(votes);
+    lane.score.keypads = static_cast<int>(live.size());
+    rewrite(lane, live, lane.score.postal ? postalLine : decodePostal(record.postal()), mask);
+    totals = Totals();
+    addTokens(lane.tokens, lane.size, totals);
+  }
+  lane.score.abstains = static_cast<int>(totals.abstains);
+  lane.score.participants = static_cast<int>(totals.count);
+  if (!lane.values.empty())
+    scoreValues(lane);
+  else if (totals.count != 0)
+    lane.score.average = static_cast<float>(totals.sum) / static_cast<float>(totals.count);
+  lane.values.clear();
+}
+
+// By record, the square of the difference from its average per token character; 0 for what is no vote, which
+// leaves the sum as it is.
+using SquareTables = std::array<std::array<float, 256>, kLanes>;
+
+void fillTable(std::array<float, 256>& table, float average) {
+  for (int value = 0; value <= kKeyZero; ++value) {
+    const float difference = static_cast<float>(value) - average;
+    table[static_cast<std::size_t>(value == kKeyZero ? 'A' : '0' + value)] = difference * difference;
+  }
+}
+
+float square(const std::array<float, 256>& table, const char* tokens, std::size_t k) {
+  return table[static_cast<unsigned char>(tokens[2 * k])];
+}
+
+void addSquares(std::array<Lane, kLanes>& lanes, SquareTables& tables) {
+  // A lane without tokens walks along on another's, for nothing.
+  const auto full = std::find_if(lanes.begin(), lanes.end(), [](const Lane& lane) { return lane.size != 0; });
+  if (full == lanes.end())
+    return;
+  std::size_t common = full->size;
+  std::array<const char*, kLanes> t{};
+  for (std::size_t r = 0; r < kLanes; ++r) {
+    fillTable(tables[r], lanes[r].score.average);
+    t[r] = lanes[r].size != 0 ? lanes[r].tokens : full->tokens;
+    common = lanes[r].size != 0 ? std::min(common, lanes[r].size) : common;
+  }
+  std::array<float, kLanes> sums{};
+  for (std::size_t k = 0; k < common; ++k)
+    for (std::size_t r = 0; r < kLanes; ++r) sums[r] += square(tables[r], t[r], k);
+  for (std::size_t r = 0; r < kLanes; ++r) {
+    if (lanes[r].size == 0)
+      continue;
+    for (std::size_t k = common; k < lanes[r].size; ++k) sums[r] += square(tables[r], lanes[r].tokens, k);
+    lanes[r].score.squares = sums[r];
+  }
+}
+
+using PostalIndex = std::unordered_map<std::string, std::string_view>;
+
+// Lines of the postal store by the text before their first ";"; the first line of a key counts.
+PostalIndex indexPostal() {
+  PostalIndex index;
+  readPostalRecords();
+  if (glo.postalRecords.empty())
+    return index;
+  std::string_view rest = glo.postalRecords.text();
+  while (!rest.empty()) {
+    const std::size_t end = rest.find_first_of("\r\n");
+    const std::string_view line = rest.substr(0, end);
+    if (const std::size_t mark = line.find(';'); mark != std::string_view::npos)
+      index.try_emplace(upperCase(line.substr(0, mark)), line);
+    rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
+  }
+  return index;
+}
+
+std::vector<int> postalVotesOf(const PostalIndex& index, const std::string& key) {
+  const auto it = index.find(key);
+  return it == index.end() ? std::vector<int>() : decodePostalLine(it->second, key.size());
+}
+
+}  // namespace
+
+std::vector<RecordScore> scoreRecords(int assessment, std::span<const int> items,
+                                      const std::vector<int>* mask) {
+  readVoteRecords();
+  const PostalIndex postal = indexPostal();
+  std::array<Lane, kLanes> lanes;
+  SquareTables tables{};
+  std::vector<RecordScore> scores;
+  scores.reserve(items.size());
+  for (std::size_t first = 0; first < items.size(); first += kLanes) {
+    const std::size_t used = std::min(kLanes, items.size() - first);
+    for (std::size_t r = 0; r < kLanes; ++r) {
+      const std::size_t i = first + std::min(r, used - 1);  // the last batch repeats its last record
+      const int sortKey = glo.risks[static_cast<std::size_t>(items[i])].sortKey;
+      std::vector<int> postalLine;
+      if (!postal.empty())
+        postalLine = postalVotesOf(postal, voteKey(items[i], assessment));
+      loadLane(lanes[r], glo.voteRecords.lastLine(sortKey, assessment), postalLine, mask);
+      glo.maxKeypads = std::max(glo.maxKeypads, lanes[r].score.keypads);
+    }
+    addSquares(lanes, tables);
+    for (std::size_t r = 0; r < used; ++r) scores.push_back(lanes[r].score);
+  }
+  return scores;
+}
+
+std::optional<std::vector<int>> currentMask() {
+  if (!glo.CheckFilter && !glo.demographicFilterOn)
+    return std::nullopt;
+  sizeVoteArrays();
+  const std::size_t size = glo.keypadIncluded.size();
+  std::size_t answers = size;
+  for (const DemographicInfo& question : glo.demographicQuestions)
+    answers = std::max(answers, question.votes.size() / 2 + 1);
+  glo.keypadIncluded.assign(answers, 1);
+  createFilter();
+  std::optional<std::vector<int>> mask;
+  if (glo.demographicFilterOn)
+    mask = glo.keypadIncluded;
+  glo.keypadIncluded.resize(size);
+  return mask;
+}
+
+}  // namespace qrn

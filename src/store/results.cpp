@@ -1,0 +1,58 @@
+#include "store/results.h"
+
+#include <cstddef>
+#include <numeric>
+#include <optional>
+
+#include "core/glo.h"
+#include "core/item_label.h"
+#include "store/all_scores.h"
+#include "store/record_statistics.h"
+
+namespace qrn {
+
+namespace {
+
+ItemResult resultOf(RiskRecord& item) {
+  ItemResult result;
+  result.identifier = itemIdentifier(item.ID);
+  result.text = item.text;
+  result.id = item.ID;
+  result.sortKey = item.sortKey;
+  result.voting = item.voting;
+  result.average = item.average;
+  result.standardDeviation = item.standardDeviation;
+  result.diversity = item.diversity;
+  return result;
+}
+
+// Scores of an assessment outside the running order are counted, its averages stay as they are.
+std::vector<RecordScore> scoresOf(std::size_t a) {
+  const int assessment = static_cast<int>(a) + 1;
+  if (glo.assessmentInfo[a].active)
+    return refreshScores(assessment);
+  std::vector<int> items(static_cast<std::size_t>(glo.itemCount() < 0 ? 0 : glo.itemCount()));
+  std::iota(items.begin(), items.end(), 0);
+  const std::optional<std::vector<int>> mask = currentMask();
+  return scoreRecords(assessment, items, mask ? &*mask : nullptr);
+}
+
+}  // namespace
+
+std::vector<ItemResult> results() {
+  std::array<std::vector<RecordScore>, kAssessments> scores;
+  for (std::size_t a = 0; a < kAssessments; ++a) scores[a] = scoresOf(a);
+  std::vector<ItemResult> table;
+  for (int i = 0; i < glo.itemCount(); ++i) {
+    ItemResult& result = table.emplace_back(resultOf(glo.risks[static_cast<std::size_t>(i)]));
+    for (std::size_t a = 0; a < kAssessments; ++a) {
+      if (static_cast<std::size_t>(i) >= scores[a].size())
+        continue;
+      result.participants[a] = scores[a][static_cast<std::size_t>(i)].participants;
+      result.abstains[a] = glo.opt_abstain ? scores[a][static_cast<std::size_t>(i)].abstains : 0;
+    }
+  }
+  return table;
+}
+
+}  // namespace qrn
