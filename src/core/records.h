@@ -19,7 +19,7 @@ inline constexpr int kZoomSteps = 7;
 inline constexpr std::int32_t kSystemWindowColour = static_cast<std::int32_t>(0x80000005);
 
 struct FontRecord {
-  std::string name;
+  std::string name{};
   double size = 0;  // points
   bool bold = false;
   bool italic = false;
@@ -170,8 +170,8 @@ struct DemographicQuestion {
   bool operator==(const DemographicQuestion&) const = default;
 };
 
-// One piece of a boundary of the matrix graph: first whether it stands (1) or was deleted (0), second the
-// cell it belongs to, third 1 for a horizontal piece on its way, fourth its colour.
+// One piece of a boundary of the matrix graph: first the cell it belongs to, second 1 for a horizontal piece
+// on its way, third 1 when it stands and 0 when deleted, fourth its colour.
 struct OverlayBoundary {
   int first = 0, second = 0, third = 0;
   std::int32_t fourth = 0;
@@ -212,19 +212,10 @@ struct PaneRect {
   bool operator==(const PaneRect&) const = default;
 };
 
-struct SifterFont {
-  bool bold = false, italic = false;
-  std::string name = "Arial";
-  double size = 18;
-  bool underline = false, strikethrough = false;
-  std::int32_t colour = 0;
-  bool operator==(const SifterFont&) const = default;
-};
-
 struct SifterSorterRecord {
   std::string title = "Include this item?", option1 = "Yes", option2 = "No";
   bool flag1 = false, flag2 = false;
-  SifterFont titleFont{false, false, "Arial", 26, false, false, 0}, option1Font, option2Font;
+  FontRecord titleFont{"Arial", 26}, option1Font{"Arial", 18}, option2Font{"Arial", 18};
   std::array<int, 2> pair1{}, pair2{};
   std::int32_t voteType = 0;
   std::int32_t calculateMode = 0;

@@ -1,0 +1,250 @@
+#include "store/exercise_text_archive.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+
+namespace qrn::mtx {
+namespace {
+
+bool isBlank(char c) {
+  return c == ' ' || c == '\t';
+}
+bool isLineEnd(char c) {
+  return c == '\r' || c == '\n';
+}
+
+// A fraction below 1 is a part of the screen; from 1 on a value is absolute, as in files from before the
+// fractions.
+float lengthOf(double stored, double whole) {
+  return static_cast<float>(stored < 1.0 ? stored * whole : stored);
+}
+
+template <class Number>
+bool takesWhole(std::string_view digits, Number& value) {
+  Number read{};
+  const auto end = std::from_chars(digits.data(), digits.data() + digits.size(), read);
+  if (end.ec != std::errc() || end.ptr != digits.data() + digits.size())
+    return false;
+  if constexpr (std::is_floating_point_v<Number>)
+    if (!std::isfinite(read))
+      return false;
+  value = read;
+  return true;
+}
+
+}  // namespace
+
+// Writer
+// --------------------------------------------------------------------------------------------------------
+
+void TextWriter::item(std::string_view text) {
+  if (lineBegun_)
+    text_ += ',';
+  text_ += text;
+  lineBegun_ = true;
+}
+
+void TextWriter::put(T value) {
+  if (lineBegun_)
+    text_ += ',';
+  text_.append(1, '"').append(value.v).append(1, '"');
+  lineBegun_ = true;
+}
+
+void TextWriter::put(Q value) {
+  std::replace(value.v.begin(), value.v.end(), '"', '\'');
+  put(T(value.v));
+}
+
+// The shortest fraction that reads back as the same length: as a single where that does, else with more
+// digits.
+void TextWriter::put(Fraction value) {
+  const double fraction = value.v / value.whole;
+  const auto single = static_cast<float>(fraction);
+  const std::string text = plainNumber(single);
+  double reread = 0;
+  std::from_chars(text.data(), text.data() + text.size(), reread);
+  item(lengthOf(reread, value.whole) == value.v ? text : plainNumber(fraction));
+}
+
+void TextWriter::decimal(std::int64_t value) {
+  std::array<char, 24> digits{};
+  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value);
+  item(std::string_view(digits.data(), static_cast<std::size_t>(end.ptr - digits.data())));
+}
+
+void TextWriter::endLine() {
+  text_ += "\r\n";
+  lineBegun_ = false;
+}
+
+void TextWriter::rawLine(std::string_view text) {
+  text_ += text;
+  endLine();
+}
+
+void TextWriter::list(std::vector<std::string>& texts) {
+  elements(texts, [&](std::string& text) { line(Q(text)); });
+}
+
+// Reader
+// --------------------------------------------------------------------------------------------------------
+
+void TextReader::skipToValue() {
+  while (at_ < text_.size() && (isBlank(text_[at_]) || (!afterComma_ && isLineEnd(text_[at_])))) ++at_;
+  if (at_ >= text_.size())
+    throw InputPastEnd();
+}
+
+void TextReader::passLineEnd() {
+  if (at_ < text_.size() && text_[at_] == '\r')
+    ++at_;
+  else if (at_ < text_.size() && text_[at_] == '\n')
+    ++at_;
+  else
+    return;
+  if (text_[at_ - 1] == '\r' && at_ < text_.size() && text_[at_] == '\n')
+    ++at_;
+}
+
+void TextReader::passSeparator() {
+  while (at_ < text_.size() && isBlank(text_[at_])) ++at_;
+  afterComma_ = at_ < text_.size() && text_[at_] == ',';
+  if (afterComma_)
+    ++at_;
+  else
+    passLineEnd();
+}
+
+TextReader::Token TextReader::token() {
+  skipToValue();
+  Token result;
+  if (text_[at_] == '"') {
+    const std::size_t close = std::min(text_.find('"', at_ + 1), text_.size());
+    result = {text_.substr(at_ + 1, close - at_ - 1), true};
+    at_ = std::min(close + 1, text_.size());
+  } else {
+    const std::size_t from = at_;
+    while (at_ < text_.size() && text_[at_] != ',' && !isLineEnd(text_[at_])) ++at_;
+    std::size_t to = at_;
+    while (to > from && isBlank(text_[to - 1])) --to;
+    result = {text_.substr(from, to - from), false};
+  }
+  passSeparator();
+  return result;
+}
+
+std::optional<double> TextReader::number() {
+  return numberIn(token());
+}
+
+std::optional<double> TextReader::numberIn(const Token& value) {
+  if (!value.text.empty() && value.text.front() == '#') {
+    const std::string word = upperCase(value.text);
+    if (word == "#TRUE#")
+      return -1.0;
+    if (word == "#FALSE#")
+      return 0.0;
+  }
+  return leadingNumber(value.text);
+}
+
+std::optional<std::int32_t> TextReader::wholeNumber(double low, double high) {
+  const Token digits = token();
+  std::int32_t plain = 0;  // by far the most values are plain digits
+  if (takesWhole(digits.text, plain) && plain >= low && plain <= high)
+    return plain;
+  const auto value = numberIn(digits);
+  if (!value)
+    return std::nullopt;
+  const double rounded = std::nearbyint(*value);
+  if (!(rounded >= low && rounded <= high))
+    return std::nullopt;
+  // Colours may stand as unsigned 32-bit values.
+  return static_cast<std::int32_t>(static_cast<std::int64_t>(rounded));
+}
+
+void TextReader::take(B value) {
+  const Token word = token();
+  if (word.text == "#TRUE#" || word.text == "#FALSE#") {
+    value.v = word.text == "#TRUE#";
+    return;
+  }
+  const std::string upper = upperCase(word.text);
+  if (upper == "TRUE" || upper == "#TRUE#")
+    value.v = true;
+  else if (upper == "FALSE" || upper == "#FALSE#")
+    value.v = false;
+  else if (const auto number = leadingNumber(word.text))
+    value.v = *number != 0;
+  else
+    ++damaged_;
+}
+
+void TextReader::take(D value) {
+  if (const auto read = number())
+    value.v = *read;
+  else
+    ++damaged_;
+}
+
+// Not by way of a double, which could round twice.
+void TextReader::take(S<float> value) {
+  const Token digits = token();
+  if (takesWhole(digits.text, value.v))
+    return;
+  const auto read = numberIn(digits);
+  if (read && std::fabs(*read) <= std::numeric_limits<float>::max())
+    value.v = static_cast<float>(*read);
+  else
+    ++damaged_;
+}
+
+void TextReader::take(S<double> value) {
+  take(D(value.v));
+}
+
+void TextReader::take(Fraction value) {
+  const auto read = number();
+  if (read && std::fabs(*read) <= std::numeric_limits<float>::max())
+    value.v = lengthOf(*read, value.whole);
+  else
+    ++damaged_;
+}
+
+std::optional<std::size_t> TextReader::count() {
+  const auto told =
+      wholeNumber(std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max());
+  if (!told) {
+    ++damaged_;
+    return std::nullopt;
+  }
+  return *told < 0 ? 0 : std::min(static_cast<std::size_t>(*told), remaining());
+}
+
+std::string_view TextReader::wholeLine() {
+  if (at_ >= text_.size())
+    throw InputPastEnd();
+  const std::size_t from = at_;
+  while (at_ < text_.size() && !isLineEnd(text_[at_])) ++at_;
+  const std::string_view whole = text_.substr(from, at_ - from);
+  passLineEnd();
+  afterComma_ = false;
+  return whole;
+}
+
+void TextReader::list(std::vector<std::string>& texts) {
+  elements(texts, [&](std::string& text) { take(Q(text)); });
+}
+
+bool TextReader::atEnd() {
+  return text_.find_first_not_of(" \t\r\n", at_) == std::string_view::npos;
+}
+
+bool TextReader::nextIsQuoted() {
+  const std::size_t next = text_.find_first_not_of(" \t\r\n", at_);
+  return next != std::string_view::npos && text_[next] == '"';
+}
+
+}  // namespace qrn::mtx

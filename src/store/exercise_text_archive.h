@@ -1,0 +1,230 @@
+// The two ends of the comma-separated Write form: one puts values into a growing text, one takes them out of
+// a text. Both offer the same operations, so that one walk over the lines of a format writes it and reads it.
+//
+//   template <class Archive> void walk(Archive& a, Exercise& x) { a.line(T(x.filterFile), I(x.onFinish)); }
+#pragma once
+
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <vector>
+
+#include "core/common.h"
+#include "host/errors.h"
+
+namespace qrn::mtx {
+
+// A member and the type that it has in the text. The members themselves may be wider.
+template <class Member>
+struct I {  // 16-bit integer
+  explicit I(Member& member) : v(member) {}
+  Member& v;
+};
+template <class Member>
+struct L {  // 32-bit integer
+  explicit L(Member& member) : v(member) {}
+  Member& v;
+};
+template <class Member>
+struct S {  // single
+  explicit S(Member& member) : v(member) {}
+  Member& v;
+};
+struct D {  // double
+  explicit D(double& member) : v(member) {}
+  double& v;
+};
+struct B {  // boolean
+  explicit B(bool& member) : v(member) {}
+  bool& v;
+};
+struct T {  // text as it stands
+  explicit T(std::string& member) : v(member) {}
+  std::string& v;
+};
+struct Q {  // text whose double quotes the writer makes single ones, in the member too
+  explicit Q(std::string& member) : v(member) {}
+  std::string& v;
+};
+struct Fraction {  // length on the screen, in the text a fraction of the screen's width or height
+  Fraction(float& member, double wholeLength) : v(member), whole(wholeLength) {}
+  float& v;
+  double whole;
+};
+
+class TextWriter {
+ public:
+  static constexpr bool reading = false;
+
+  template <class... Values>
+  void values(Values... some) {
+    (put(some), ...);
+  }
+  template <class... Values>
+  void line(Values... some) {
+    values(some...);
+    endLine();
+  }
+  void put(T value);
+  void put(Q value);
+  void put(B value) { item(value.v ? "#TRUE#" : "#FALSE#"); }
+  void put(D value) { item(plainNumber(value.v)); }
+  void put(Fraction value);
+  template <class Member>
+  void put(I<Member> value) {
+    integer(value.v);
+  }
+  template <class Member>
+  void put(L<Member> value) {
+    integer(value.v);
+  }
+  template <class Member>
+  void put(S<Member> value) {
+    item(plainNumber(static_cast<float>(value.v)));
+  }
+  void endLine();
+  void rawLine(std::string_view text);  // as it stands, with a line end
+
+  // A line that the reader takes whole.
+  template <class Walk>
+  void wholeLine(Walk walk) {
+    walk(*this);
+  }
+  void list(std::vector<std::string>& texts);
+  template <class Element, class Walk>
+  void elements(std::vector<Element>& array, Walk walk) {
+    const auto count = static_cast<std::size_t>(array.empty() ? 0 : array.size() - 1);
+    integer(static_cast<std::int64_t>(count));
+    endLine();
+    for (std::size_t i = 0; i < count; ++i) walk(array[i]);
+  }
+
+  void reserve(std::size_t bytes) { text_.reserve(bytes); }
+  std::string release() { return std::move(text_); }
+
+ private:
+  void item(std::string_view text);
+  template <class Number>
+  void integer(Number value) {
+    if constexpr (std::is_floating_point_v<Number>)
+      decimal(std::llround(value));
+    else
+      decimal(static_cast<std::int64_t>(value));
+  }
+  void decimal(std::int64_t value);
+
+  std::string text_;
+  bool lineBegun_ = false;
+};
+
+// The text has ended before the value asked for.
+class InputPastEnd : public HostError {
+ public:
+  InputPastEnd() : HostError(Fault::badData, 62, "Input past end of file") {}
+};
+
+// Takes values by type. Between values blanks and line ends are skipped; a quoted text runs to the closing
+// quote, anything else to the comma or line end. A value that is not of the asked type is dropped, counted,
+// and leaves the member as it stood. Asking beyond the end throws InputPastEnd. The text must outlive the
+// reader.
+class TextReader {
+ public:
+  static constexpr bool reading = true;
+
+  explicit TextReader(std::string_view text) : text_(text) {}
+
+  template <class... Values>
+  void values(Values... some) {
+    (take(some), ...);
+  }
+  template <class... Values>
+  void line(Values... some) {
+    values(some...);
+  }
+  void endLine() {}  // values are taken wherever they stand
+  void take(T value) { value.v = token().text; }
+  void take(Q value) { value.v = token().text; }
+  void take(B value);
+  void take(D value);
+  void take(Fraction value);
+  template <class Member>
+  void take(I<Member> value) {
+    integer(value.v, std::numeric_limits<std::int16_t>::min(), std::numeric_limits<std::int16_t>::max());
+  }
+  template <class Member>
+  void take(L<Member> value) {
+    integer(value.v, std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::uint32_t>::max());
+  }
+  void take(S<float> value);
+  void take(S<double> value);
+
+  // Count of a list, at most what the rest of the text can hold; a negative one is 0, a damaged one nothing.
+  std::optional<std::size_t> count();
+  std::string_view wholeLine();
+  // Walks over the values of a whole line, its double quotes removed; missing values leave their members.
+  template <class Walk>
+  void wholeLine(Walk walk) {
+    std::string fields(wholeLine());
+    fields = replaceAll(std::move(fields), "\"", "");
+    TextReader inside(fields);
+    try {
+      walk(inside);
+    } catch (const InputPastEnd&) {
+      // a short line ends where it ends
+    }
+    damaged_ += inside.damaged_;
+  }
+  void list(std::vector<std::string>& texts);
+  // A counted list; elements that the text does not hold whole are left out, the spare element stands after
+  // the rest.
+  template <class Element, class Walk>
+  void elements(std::vector<Element>& array, Walk walk) {
+    const auto told = count();
+    if (!told)
+      return;
+    array.assign(1, Element{});
+    for (std::size_t i = 0; i < *told; ++i) {
+      Element element{};
+      walk(element);
+      array.back() = std::move(element);
+      array.emplace_back();
+    }
+  }
+
+  bool atEnd();         // nothing but blanks and line ends is left
+  bool nextIsQuoted();  // the next value is a text in quotes
+  std::size_t remaining() const { return text_.size() - at_; }
+  int damaged() const { return damaged_; }
+  void countDamage() { ++damaged_; }
+
+ private:
+  struct Token {
+    std::string_view text;
+    bool quoted = false;
+  };
+  Token token();
+  void skipToValue();
+  void passSeparator();
+  void passLineEnd();
+  std::optional<double> number();
+  static std::optional<double> numberIn(const Token& value);
+  template <class Member>
+  void integer(Member& member, double low, double high) {
+    if (const auto value = wholeNumber(low, high))
+      member = static_cast<Member>(*value);
+    else
+      ++damaged_;
+  }
+  std::optional<std::int32_t> wholeNumber(double low, double high);
+
+  std::string_view text_;
+  std::size_t at_ = 0;
+  bool afterComma_ = false;
+  int damaged_ = 0;
+};
+
+}  // namespace qrn::mtx

@@ -1,0 +1,138 @@
+#include "store/exercise_text_categories.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+#include "host/dialogs.h"
+#include "host/host.h"
+#include "store/exercise_text_load_state.h"
+
+namespace qrn::mtx {
+namespace {
+
+void tell(const std::string& text, bool& told) {
+  if (!told)
+    host::host().dialogs->MsgBox(text, host::kTitle, host::Buttons::ok, host::Icon::information);
+  told = true;
+}
+
+// The line of a name; the number of fields on it. Commas before the last quote are taken out, so that a name
+// that holds some stays one field.
+std::size_t readNameLine(TextReader& a, CategoryRecord& category) {
+  std::string line(a.wholeLine());
+  const std::size_t lastQuote = line.rfind('"');
+  if (lastQuote != std::string::npos && line.find(',') < lastQuote)
+    line.erase(std::remove(line.begin(), line.begin() + static_cast<std::ptrdiff_t>(lastQuote), ','),
+               line.begin() + static_cast<std::ptrdiff_t>(lastQuote));
+  const auto fields = splitFields(line, ',');
+  category.CategoryName = replaceAll(std::string(trimBlanks(fields[0])), "\"", "");
+  category.Selected = category.Enabled = true;
+  if (fields.size() > 2) {
+    TextReader flags(std::string_view(line).substr(fields[0].size() + 1));
+    try {
+      flags.line(B(category.Selected), B(category.Enabled));
+    } catch (const InputPastEnd&) {
+      // fields without anything in them stay true
+    }
+  }
+  return line.empty() ? 0 : fields.size();
+}
+
+void readEntries(TextReader& a, CategoryRecord& category, bool olderFormat) {
+  const std::size_t count = a.count().value_or(0);
+  auto& entries = category.CategoryItems;
+  for (std::size_t i = 0; i < count; ++i) {
+    int entry = -1, unused = 0;
+    a.take(I(entry));
+    if (olderFormat)
+      a.line(I(unused), I(unused));
+    entries.back() = entry;
+    entries.push_back(-1);
+  }
+}
+
+// Fields on the last name line; 0 for a count of 0.
+std::size_t readCategoryLines(TextReader& a, Exercise& x) {
+  int count = 0;
+  a.take(I(count));
+  if (count < 0)
+    a.countDamage();
+  if (count <= 0) {
+    resetCategories(x);
+    return 0;
+  }
+  std::size_t fields = 0;
+  x.categories.assign(1, CategoryRecord{});
+  for (int i = 0; i < count; ++i) {
+    CategoryRecord category;
+    fields = readNameLine(a, category);
+    x.categories.emplace_back();
+    x.categories[static_cast<std::size_t>(i)] = category;
+    readEntries(a, x.categories[static_cast<std::size_t>(i)], fields <= 1);
+  }
+  return fields;
+}
+
+}  // namespace
+
+void readCategories(TextReader& a, Exercise& x) {
+  constexpr const char* kFailed =
+      "The categories are corrupt, load failed\r\nYou need to check all preferences and category settings";
+  constexpr const char* kCorrupt =
+      "Your categories are corrupt, please right click your list and modify categories";
+  LoadState& state = loadState();
+  const int damagedBefore = a.damaged();
+  state.categoriesRead = true;
+  try {
+    const std::size_t fields = readCategoryLines(a, x);
+    if (a.damaged() != damagedBefore)
+      tell(kFailed, state.failureTold);
+    if (fields == 1 && !state.wizard) {
+      state.resetCategories = true;
+      tell(kCorrupt, state.corruptTold);
+    }
+  } catch (const InputPastEnd&) {
+    tell(kFailed, state.failureTold);
+    throw;
+  }
+}
+
+void resetCategories(Exercise& x) {
+  CategoryRecord unallocated;
+  unallocated.CategoryName = "unallocated";
+  unallocated.CategoryItems.clear();
+  for (int i = 0; i < x.itemCount(); ++i)
+    unallocated.CategoryItems.push_back(x.risks[static_cast<std::size_t>(i)].ID);
+  unallocated.CategoryItems.push_back(-1);
+  x.categories = {unallocated, CategoryRecord{}};
+}
+
+void repairCategories(Exercise& x) {
+  if (upperBound(x.categories) < 1) {
+    resetCategories(x);
+    return;
+  }
+  std::unordered_set<int> allocated;
+  for (int c = 0; c < upperBound(x.categories); ++c) {
+    auto& entries = x.categories[static_cast<std::size_t>(c)].CategoryItems;
+    if (!entries.empty())
+      entries.pop_back();
+    std::unordered_set<int> here;
+    for (int& entry : entries)
+      if (!here.insert(entry).second)
+        entry = -1;
+    entries.erase(std::remove(entries.begin(), entries.end(), -1), entries.end());
+    allocated.insert(entries.begin(), entries.end());
+    entries.push_back(-1);
+  }
+  auto& unallocated = x.categories.front().CategoryItems;
+  for (int i = 0; i < x.itemCount(); ++i) {
+    const int id = x.risks[static_cast<std::size_t>(i)].ID;
+    if (allocated.insert(id).second) {
+      unallocated.back() = id;
+      unallocated.push_back(-1);
+    }
+  }
+}
+
+}  // namespace qrn::mtx

@@ -1,0 +1,103 @@
+// The last lines before the named settings: pictures, alignment, colours and places of each assessment.
+#pragma once
+
+#include <array>
+
+#include "core/exercise.h"
+#include "store/exercise_text_archive.h"
+#include "store/exercise_text_fonts.h"
+
+namespace qrn::mtx {
+
+// False when the section ended early and the line took the place of the option that follows it.
+bool readPictureLines(TextReader& a, Exercise& x);
+
+// Per assessment but the last: what is shown, and the picture behind it. Then one option.
+template <class Archive>
+void pictureLines(Archive& a, Exercise& x) {
+  if constexpr (Archive::reading) {
+    if (readPictureLines(a, x))
+      a.line(I(x.runByShowAverages[9]));
+  } else {
+    for (std::size_t i = 0; i + 1 < x.assessments.size(); ++i)
+      a.line(B(x.assessments[i].showTitleText), B(x.assessments[i].showScaleText),
+             T(x.assessments[i].imageFile));
+    a.line(I(x.runByShowAverages[9]));
+  }
+}
+
+inline Fraction across(float& value) {
+  return Fraction(value, GetScreenDimensions().width);
+}
+inline Fraction down(float& value) {
+  return Fraction(value, GetScreenDimensions().height);
+}
+
+template <class Archive>
+void labelPlace(Archive& a, LayoutRect& place) {
+  a.values(across(place.left), down(place.top), across(place.width));
+}
+
+template <class Archive>
+void boxPlace(Archive& a, LayoutRect& box) {
+  a.values(down(box.height), across(box.left), down(box.top), across(box.width));
+}
+
+// One line that the reader takes whole. A text with a comma in it shifts what follows; so it has always been.
+template <class Line>
+void layoutLine(Line& a, Exercise& x, AssessmentRecord& s) {
+  a.values(B(s.showTitleText), B(s.showScaleText), Q(s.imageFile), I(s.voteType), I(s.graphType),
+           B(s.chartOutline), B(s.chartAxis));
+  labelPlace(a, s.lbl_Risk);
+  labelPlace(a, s.lbl_Assessment);
+  boxPlace(a, s.img_chart);
+  a.values(across(s.Img_VC.left), down(s.Img_VC.top));
+  boxPlace(a, s.lbl_PCAPrompt);
+  boxPlace(a, s.lbl_PCAItem0);
+  boxPlace(a, s.lbl_PCAItem1);
+  for (int& step : s.pcaScale) a.values(I(step));
+  a.values(I(s.pcaScaleRow));
+  a.values(Q(s.pcaQuestion));
+  if constexpr (Line::reading)
+    if (s.voteType != 2 && s.voteType != 3)
+      s.pcaQuestion.clear();  // only comparing assessments have a question
+  a.values(S(s.sifterCutoff), B(x.templateFlag));
+  a.endLine();
+}
+
+template <class Archive>
+void assessmentLook(Archive& a, Exercise& x, AssessmentRecord& s) {
+  a.line(I(s.titleAlign));
+  a.line(I(s.itemAlign));
+  a.line(I(s.scaleAlign));
+  font(a, s.font2, true);
+  std::int32_t colour = s.font4Colour;
+  bool flag = s.font4Flag;
+  const auto fourth = [&](FontRecord& f) {
+    a.line(T(f.name), D(f.size), B(f.bold), B(f.italic), B(f.underline), B(f.strikethrough), L(f.colour),
+           L(colour), B(flag));
+  };
+  if (fontLine(a, s.font4, fourth, true)) {
+    s.font4Colour = colour;
+    s.font4Flag = flag;
+  }
+  for (std::size_t point = 0; point < 10; ++point) a.line(L(s.pointColours[point]));
+  a.wholeLine([&](auto& line) { layoutLine(line, x, s); });
+  for (std::size_t c = 0; c < 10; ++c) {
+    labelPlace(a, s.lbl_Criteria[c]);
+    a.endLine();
+  }
+}
+
+// A text that quotes something where the next assessment should begin has come to its named settings.
+template <class Archive>
+void assessmentLooks(Archive& a, Exercise& x) {
+  for (std::size_t i = 0; i + 1 < x.assessments.size(); ++i) {
+    if constexpr (Archive::reading)
+      if (a.nextIsQuoted())
+        return;
+    assessmentLook(a, x, x.assessments[i]);
+  }
+}
+
+}  // namespace qrn::mtx
