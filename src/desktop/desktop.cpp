@@ -6,6 +6,8 @@
 #include <QTimer>
 
 #include "desktop/deck_window.h"
+#include "desktop/desktop_windows.h"
+#include "desktop/form_windows.h"
 #include "desktop/keypads_window.h"
 #include "desktop/presentation_program.h"
 #include "desktop/render/fonts.h"
@@ -79,6 +81,7 @@ struct Desktop::Parts {
   std::unique_ptr<SlideShowWindow> show;
   KeypadsWindow* keypads = nullptr;
   QtPresentationProgram program;
+  DesktopWindows windows;
   host::FormRegistry* forms = nullptr;
   int wantedRun = 0;  // slide, 0 for none
   bool running = false, leaving = false;
@@ -95,7 +98,10 @@ Desktop::Parts::Parts(DesktopHooks given)
       program({[this] { return deck.get(); },
                [this]() -> host::View* { return showRuns() ? show.get() : nullptr; },
                [this]() -> host::View* { return leaving ? nullptr : &window; }},
-              hooks.installFolder) {
+              hooks.installFolder),
+      windows(stack, {[this]() -> QWidget* { return leaving ? nullptr : &window; },
+                      [this]() -> QWidget* { return showRuns() ? show.get() : nullptr; },
+                      [this](bool enabled) { window.setBusy(!enabled || running); }}) {
   pictures.arrived = [this](int slide) {
     window.slideChanged(slide);
     if (show)

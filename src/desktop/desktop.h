@@ -4,6 +4,7 @@
 //   QApplication application(argc, argv);
 //   Desktop desktop(hooks);
 //   host().presentationProgram = &desktop.program();
+//   host().windows = &desktop.windows();
 //   desktop.attachWindows(*host().forms);
 //   return desktop.exec(deckFile);
 #pragma once
@@ -19,7 +20,8 @@ class QWidget;
 
 namespace qrn::host {
 class FormRegistry;
-}
+class Windows;
+}  // namespace qrn::host
 
 namespace qrn::desktop {
 
@@ -60,6 +62,7 @@ class Desktop {
   // Windows for the forms by name; a form without one here stays without a window.
   void attachWindows(host::FormRegistry& forms);
   host::PresentationProgram& program();
+  host::Windows& windows();
 
   // Opens the deck in place of the one at hand. False, with the reason on the deck window, when it cannot.
   bool openDeck(const std::string& file);

@@ -6,6 +6,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPointer>
+#include <QScreen>
 #include <QTimer>
 #include <QToolTip>
 #include <algorithm>
@@ -144,22 +145,35 @@ void SurfaceWindow::closeEvent(QCloseEvent* event) {
 
 SurfaceView::SurfaceView(host::Form& form, host::FormRegistry& forms, WindowStack& stack,
                          SurfaceWindow::Source source)
-    : stack_(stack), window_(form, forms, std::move(source)) {
-  const QRect place = stack_.placeForForms();
-  form.ScaleWidth = place.width() * render::kTwipsPerPixel;
-  form.ScaleHeight = place.height() * render::kTwipsPerPixel;
-  window_.setGeometry(place);
+    : stack_(stack), name_(form.name), window_(form, forms, std::move(source)) {
+  const QRect rect = stack_.placeForForms();
+  form.ScaleWidth = rect.width() * render::kTwipsPerPixel;
+  form.ScaleHeight = rect.height() * render::kTwipsPerPixel;
+  window_.setGeometry(rect);
+  stack_.addForm(name_, &window_, [this](const QRect& wanted) { place(wanted); });
 }
 
 SurfaceView::~SurfaceView() {
+  stack_.removeForm(name_, &window_);
   stack_.drop(&window_);
+}
+
+void SurfaceView::place(const QRect& rect) {
+  const bool filled = fillsScreen_;
+  fillsScreen_ = rect == window_.screen()->geometry();
+  if (window_.isVisible() && filled && !fillsScreen_)
+    window_.showNormal();
+  window_.setGeometry(rect);
+  window_.takeSize(rect.size());
+  if (window_.isVisible() && !filled && fillsScreen_)
+    window_.showFullScreen();
 }
 
 void SurfaceView::show(bool modal) {
   window_.changed();
   if (!window_.isVisible()) {
     window_.setWindowModality(modal ? Qt::ApplicationModal : Qt::NonModal);
-    window_.showFullScreen();
+    fillsScreen_ ? window_.showFullScreen() : window_.show();
   }
   stack_.raise(&window_);
 }

@@ -19,11 +19,12 @@ class SurfaceWindow : public QWidget {
   struct Source {
     std::function<const host::Surface&()> surface;
     std::function<void(const host::Element&)> clicked;  // the front element under the press; may be left out
-    std::function<bool()> cursorHeld;                   // true while the form wants the mouse cursor to stay
+    std::function<bool()> cursorHeld;                   // true while the mouse cursor is to stay in sight
   };
   SurfaceWindow(host::Form& form, host::FormRegistry& forms, Source source);
 
-  void changed();  // the surface has changed: paint again
+  void changed();             // the surface has changed: paint again
+  void takeSize(QSize size);  // tells the form when it is a new one
 
  protected:
   bool event(QEvent* event) override;
@@ -58,7 +59,11 @@ class SurfaceView : public host::FormView {
   void bringToFront() override;
 
  private:
+  void place(const QRect& rect);
+
   WindowStack& stack_;
+  const std::string name_;
+  bool fillsScreen_ = true;
   SurfaceWindow window_;
 };
 
@@ -73,8 +78,9 @@ host::FormRegistry::ViewMaker surfaceViewOf(host::FormRegistry& forms, WindowSta
     source.surface = [&typed]() -> const host::Surface& { return typed.surface(); };
     if (clicked)
       source.clicked = [&typed, clicked](const host::Element& element) { clicked(typed, element); };
-    if (cursorHeld)
-      source.cursorHeld = [&typed, cursorHeld] { return cursorHeld(typed); };
+    source.cursorHeld = [&typed, &stack, cursorHeld] {
+      return stack.cursorHeld() || (cursorHeld && cursorHeld(typed));
+    };
     return std::make_unique<SurfaceView>(form, forms, stack, std::move(source));
   };
 }

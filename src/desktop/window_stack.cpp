@@ -2,6 +2,7 @@
 
 #include <QGuiApplication>
 #include <QScreen>
+#include <QWindow>
 #include <algorithm>
 
 namespace qrn::desktop {
@@ -18,6 +19,10 @@ void activate(QWidget* window) {
 }  // namespace
 
 void WindowStack::raise(QWidget* window) {
+  QWidget* beneath = front();
+  if (window->isWindow() && !window->isFullScreen() && window->objectName() != "deckWindow" && beneath &&
+      beneath != window && window->windowHandle())
+    window->windowHandle()->setTransientParent(beneath->windowHandle());  // stays above a full-screen show
   std::erase(windows_, window);
   windows_.emplace_back(window);
   activate(window);
@@ -41,6 +46,23 @@ QRect WindowStack::placeForForms() const {
   const QWidget* window = front();
   const QScreen* screen = window ? window->screen() : QGuiApplication::primaryScreen();
   return screen->geometry();
+}
+
+void WindowStack::removeForm(const std::string& form, const QWidget* window) {
+  const auto found = forms_.find(form);
+  if (found != forms_.end() && found->second.window == window)  // the form may have been loaded again
+    forms_.erase(found);
+}
+
+QWidget* WindowStack::formWindow(const std::string& form) const {
+  const auto found = forms_.find(form);
+  return found == forms_.end() ? nullptr : found->second.window;
+}
+
+void WindowStack::placeForm(const std::string& form, const QRect& place) {
+  const auto found = forms_.find(form);
+  if (found != forms_.end())
+    found->second.placer(place);
 }
 
 }  // namespace qrn::desktop

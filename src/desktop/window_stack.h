@@ -5,6 +5,9 @@
 #include <QPointer>
 #include <QRect>
 #include <QWidget>
+#include <functional>
+#include <map>
+#include <string>
 #include <vector>
 
 namespace qrn::desktop {
@@ -16,8 +19,27 @@ class WindowStack {
   QWidget* front() const;       // null when none is visible
   QRect placeForForms() const;  // where full-screen forms stand: the screen of the front window
 
+  // Windows of forms by the form's name, from the making of the window to its end.
+  using Placer = std::function<void(const QRect& place)>;
+  void addForm(const std::string& form, QWidget* window, Placer placer) {
+    forms_[form] = {window, std::move(placer)};
+  }
+  void removeForm(const std::string& form, const QWidget* window);
+  QWidget* formWindow(const std::string& form) const;  // null for a form without a window
+  void placeForm(const std::string& form, const QRect& place);
+
+  // The mouse cursor over forms: held in sight, or hidden while the mouse rests.
+  void holdCursor(bool held) { cursorHeld_ = held; }
+  bool cursorHeld() const { return cursorHeld_; }
+
  private:
+  struct FormWindow {
+    QWidget* window = nullptr;
+    Placer placer;
+  };
   std::vector<QPointer<QWidget>> windows_;  // the last is in front
+  std::map<std::string, FormWindow> forms_;
+  bool cursorHeld_ = false;
 };
 
 }  // namespace qrn::desktop

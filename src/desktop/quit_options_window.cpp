@@ -1,0 +1,146 @@
+#include "desktop/quit_options_window.h"
+
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPointer>
+#include <QSignalBlocker>
+#include <algorithm>
+
+#include "desktop/keys.h"
+#include "desktop/render/fonts.h"
+#include "desktop/style.h"
+#include "host/host.h"
+
+namespace qrn::desktop {
+
+namespace {
+
+constexpr const char* kSheet =
+    "#xyVoteQuitOptions { background: #ffffff; border: 3px solid #0b57a4; }"
+    "QLabel { color: #16222f; }"
+    "QListWidget { border: 1px solid #c9d1db; border-radius: 6px; font-size: 20px; outline: none; }"
+    "QListWidget::item { padding: 8px 16px; color: #16222f; }"
+    "QListWidget::item:selected { background: #0b57a4; color: #ffffff; }";
+
+void fill(QListWidget& list, const std::vector<std::string>& lines, int current) {
+  const QSignalBlocker quiet(list);
+  if (list.count() != static_cast<int>(lines.size())) {
+    list.clear();
+    for (const std::string& line : lines) {
+      auto* item = new QListWidgetItem(render::toQt(line), &list);
+      item->setToolTip(item->text());
+    }
+  }
+  list.setCurrentRow(current);
+}
+
+}  // namespace
+
+QuitOptionsWindow::QuitOptionsWindow(xyVoteQuitOptions& form, QWidget* over)
+    : QWidget(over, Qt::Dialog | Qt::FramelessWindowHint),
+      form_(form),
+      options_(makeList("options")),
+      items_(makeList("List1")),
+      assessments_(makeList("List2")),
+      targets_(new QWidget(this)) {
+  setObjectName("xyVoteQuitOptions");
+  setWindowTitle("quorin matrix");
+  setStyleSheet(kSheet);
+  setFocusPolicy(Qt::StrongFocus);
+  for (const char* caption : xyVoteQuitOptions::captions()) options_->addItem(caption);
+  auto* heading = new QLabel("What next?", this);
+  heading->setStyleSheet("font-size: 28px; font-weight: bold;");
+  auto* hint = new QLabel("Up and Down choose, Enter takes, Esc continues voting", this);
+  hint->setStyleSheet(QString("font-size: 16px; color: %1;").arg(look::quietInk.name()));
+  auto* lists = new QVBoxLayout(targets_);
+  lists->setContentsMargins(0, 0, 0, 0);
+  lists->addWidget(new QLabel("Item list", targets_));
+  lists->addWidget(items_, 2);
+  lists->addWidget(new QLabel("Assessments", targets_));
+  lists->addWidget(assessments_, 1);
+  auto* row = new QHBoxLayout;
+  row->setSpacing(2 * look::grid);
+  row->addWidget(options_, 2);
+  row->addWidget(targets_, 3);
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(32, 24, 32, 24);
+  layout->setSpacing(2 * look::grid);
+  layout->addWidget(heading);
+  layout->addLayout(row, 1);
+  layout->addWidget(hint);
+  connect(options_, &QListWidget::itemClicked, this, [this] {
+    if (formStands())
+      form_.choose(static_cast<xyVoteQuitOptions::Option>(options_->currentRow()));
+  });
+  connect(items_, &QListWidget::currentRowChanged, this, [this](int at) { form_.List1Index = at; });
+  connect(assessments_, &QListWidget::currentRowChanged, this, [this](int at) { form_.List2Index = at; });
+}
+
+QListWidget* QuitOptionsWindow::makeList(const QString& name) {
+  auto* list = new QListWidget(this);
+  list->setObjectName(name);
+  list->setFocusPolicy(Qt::NoFocus);
+  list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  list->setTextElideMode(Qt::ElideRight);
+  return list;
+}
+
+bool QuitOptionsWindow::formStands() const {
+  return host::host().forms->find(form_.name) == &form_;
+}
+
+void QuitOptionsWindow::sync() {
+  const QSignalBlocker quiet(options_);
+  options_->setCurrentRow(static_cast<int>(form_.chosen));
+  targets_->setVisible(!form_.List1.empty());
+  targets_->setEnabled(form_.chosen == xyVoteQuitOptions::goTo);
+  fill(*items_, form_.List1, form_.List1Index);
+  fill(*assessments_, form_.List2, form_.List2Index);
+}
+
+void QuitOptionsWindow::keyPressEvent(QKeyEvent* event) {
+  const KeyStroke stroke = classicKey(*event);
+  const QPointer<QuitOptionsWindow> self(this);
+  if (stroke.keyCode != 0 && formStands())
+    form_.Form_KeyDown(stroke.keyCode, stroke.shift);
+  if (self && formStands())
+    sync();
+}
+
+void QuitOptionsWindow::closeEvent(QCloseEvent* event) {
+  event->ignore();
+  if (formStands())
+    form_.choose(xyVoteQuitOptions::continueVoting);
+}
+
+QuitOptionsView::QuitOptionsView(xyVoteQuitOptions& form, WindowStack& stack)
+    : stack_(stack), window_(form, stack.front()) {
+  const QRect screen = stack_.placeForForms();
+  const QSize size(std::min(960, screen.width() - 64), std::min(560, screen.height() - 64));
+  window_.setGeometry(QRect(screen.center() - QPoint(size.width() / 2, size.height() / 2), size));
+}
+
+QuitOptionsView::~QuitOptionsView() {
+  stack_.drop(&window_);
+}
+
+void QuitOptionsView::show(bool modal) {
+  window_.sync();
+  window_.setWindowModality(modal ? Qt::ApplicationModal : Qt::NonModal);
+  window_.show();
+  window_.setFocus();
+  stack_.raise(&window_);
+}
+
+void QuitOptionsView::hide() {
+  window_.hide();
+  stack_.drop(&window_);
+}
+
+void QuitOptionsView::bringToFront() {
+  stack_.raise(&window_);
+}
+
+}  // namespace qrn::desktop
