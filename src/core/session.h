@@ -136,6 +136,7 @@ struct Session {
   std::array<int, 8> lastDrawnPairings{-1, -1, -1, -1, -1, -1, -1, -1};
   std::array<int, 4> userPairActive{};
   bool useUserPairings = false;
+  int MatrixGraphPlotting = 1;  // 1 points on the grid lines, 2 (skew) in cells of their own
   double chartCursorX = -1.0, chartCursorY = -1.0;
 };
 
