@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "host/errors.h"
+
 namespace qrn::host {
 
 // Screen pixels. Right and bottom lie just outside.
@@ -30,6 +32,15 @@ class Windows {
   virtual void enableWindow(std::int64_t handle, bool enabled) = 0;
   virtual void bringToFront(std::int64_t handle) = 0;
   virtual void placeForm(const std::string& form, const WindowRect& place) = 0;
+  virtual WindowRect formRectangle(const std::string& form) const {
+    (void)form;
+    return desktop();
+  }
+  // Writes a picture of what stands on that part of the screen.
+  virtual void capture(const WindowRect& place, const std::string& file) {
+    (void)place, (void)file;
+    throw HostError(Fault::world, 5, "The screen cannot be captured here");
+  }
   virtual void freeCursor() = 0;  // lets the mouse leave the form and shows it
   virtual void trapCursor(const WindowRect& place) = 0;
   virtual void showCursor(bool visible) = 0;
