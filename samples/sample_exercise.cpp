@@ -5,11 +5,10 @@
 #include <vector>
 
 #include "core/glo.h"
-#include "core/item_label.h"
 #include "core/model.h"
+#include "adapters/system/machine.h"
 #include "host/host.h"
 #include "store/exercise_text.h"
-#include "support/test_host.h"
 
 namespace {
 
@@ -97,7 +96,10 @@ void addItems() {
 }  // namespace
 
 int main() {
-  const qrn::test::TestHost world;
+  qrn::system::MachineClock clock;
+  qrn::system::MachineEnvironment environment;
+  qrn::host::host().clock = &clock;
+  qrn::host::host().environment = &environment;
   qrn::initXYVote();
   glo.listTitle = "Harbour bridge renewal: risks";
   glo.exerciseName = "Harbour bridge renewal";

@@ -1,0 +1,164 @@
+#include "app/neighbours.h"
+
+#include <unistd.h>
+
+#include <QCoreApplication>
+#include <QWidget>
+#include <filesystem>
+
+#include "adapters/deck/deck.h"
+#include "adapters/link/link.h"
+#include "adapters/qt/dialogs.h"
+#include "adapters/qt/loop.h"
+#include "adapters/qt/slide_painter.h"
+#include "adapters/qt/sound.h"
+#include "adapters/qt/text_measure.h"
+#include "adapters/system/files.h"
+#include "adapters/system/machine.h"
+#include "adapters/system/xml_query.h"
+#include "desktop/render/render.h"
+#include "host/errors.h"
+#include "host/forms.h"
+#include "host/host.h"
+
+namespace qrn::app {
+
+namespace {
+
+// A controller for one windowless run: it announces itself in a folder of its own, so that it neither takes
+// nor disturbs the one that serves the room.
+class PrivateFolder {
+ public:
+  PrivateFolder() {
+    std::string pattern = (std::filesystem::temp_directory_path() / "quorin-run-XXXXXX").string();
+    if (::mkdtemp(pattern.data()) == nullptr)
+      throw HostError(Fault::world, 75, "Could not make a temporary folder");
+    path_ = pattern;
+  }
+  ~PrivateFolder() {
+    std::error_code error;
+    std::filesystem::remove_all(path_, error);
+  }
+  PrivateFolder(const PrivateFolder&) = delete;
+  PrivateFolder& operator=(const PrivateFolder&) = delete;
+  const std::string& path() const { return path_; }
+
+ private:
+  std::string path_;
+};
+
+class PrivateLink : public link::WebSocketLink {
+ public:
+  PrivateLink(std::unique_ptr<PrivateFolder> folder, link::LinkOptions options)
+      : WebSocketLink(std::move(options)), folder_(std::move(folder)) {}
+
+ private:
+  std::unique_ptr<PrivateFolder> folder_;
+};
+
+}  // namespace
+
+struct Neighbours::Parts {
+  system::MachineClock clock;
+  system::MachineRandom random;
+  system::MachineEnvironment environment;
+  system::DiskFiles files;
+  system::PlainLoop plainLoop;
+  system::Silence silence;
+  system::XmlQueries xml;
+  qt::QtLoop qtLoop;
+  qt::QtTextMeasure textMeasure;
+  qt::QtSound sound;
+  qt::QtSlidePainter painter;
+  host::FormRegistry forms;
+  std::function<QWidget*()> dialogParent;
+  std::unique_ptr<qt::QtDialogs> dialogs;
+  std::unique_ptr<link::WebSocketLink> link;
+  link::LinkOptions linkOptions;
+  link::WebSocketLink* pumped = nullptr;  // the link of a windowless run, while it lives
+
+  void drain() {
+    if (link)
+      link->drain();
+    else if (pumped != nullptr)
+      pumped->drain();
+  }
+};
+
+Neighbours::Neighbours(Kind kind) : parts_(std::make_unique<Parts>()) {
+  host::Host& world = host::host();
+  world.clock = &parts_->clock;
+  world.random = &parts_->random;
+  world.environment = &parts_->environment;
+  world.files = &parts_->files;
+  world.textMeasure = &parts_->textMeasure;
+  world.forms = &parts_->forms;
+  world.xmlQuery = &parts_->xml;
+  if (kind == Kind::windowless) {
+    parts_->plainLoop.addPump([this] { parts_->drain(); });
+    world.loop = &parts_->plainLoop;
+    world.sound = &parts_->silence;
+    return;
+  }
+  parts_->qtLoop.addPump([this] { parts_->drain(); });
+  world.loop = &parts_->qtLoop;
+  world.sound = &parts_->sound;
+  parts_->dialogs = std::make_unique<qt::QtDialogs>(
+      [this] { return parts_->dialogParent ? parts_->dialogParent() : nullptr; });
+  world.dialogs = parts_->dialogs.get();
+}
+
+Neighbours::~Neighbours() {
+  host::host() = host::Host{};
+}
+
+void Neighbours::setDialogParent(std::function<QWidget*()> parent) {
+  parts_->dialogParent = std::move(parent);
+}
+
+std::string Neighbours::installFolder() const {
+  return QCoreApplication::applicationDirPath().toStdString();
+}
+
+std::unique_ptr<host::Presentation> Neighbours::openDeck(const std::string& file, bool readOnly) {
+  deck::OpenOptions options;
+  options.readOnly = readOnly;
+  options.fallbackPainter = &parts_->painter;
+  return deck::Deck::open(file, options);
+}
+
+void Neighbours::rehearse(int keypads, unsigned seed) {
+  parts_->linkOptions.rehearse = keypads;
+  parts_->linkOptions.seed = seed;
+}
+
+std::string Neighbours::joinAddress(std::string& why) {
+  if (!parts_->link) {
+    parts_->link = std::make_unique<link::WebSocketLink>(parts_->linkOptions);
+    host::host().controller = parts_->link.get();
+  }
+  if (!parts_->link->linked() && !parts_->link->makeLink(false) && !parts_->link->makeLink(true)) {
+    why = parts_->link->lastError();
+    return "";
+  }
+  return parts_->link->joinAddress();
+}
+
+cli::CliHooks Neighbours::cliHooks() {
+  cli::CliHooks hooks;
+  hooks.openDeck = [this](const std::string& file, bool readOnly) { return openDeck(file, readOnly); };
+  hooks.makeLink = [this](const cli::RehearsalOptions& rehearsal) {
+    auto folder = std::make_unique<PrivateFolder>();
+    link::LinkOptions options;
+    options.rehearse = rehearsal.keypads;
+    options.seed = rehearsal.seed;
+    options.announceFolder = folder->path();
+    auto made = std::make_unique<PrivateLink>(std::move(folder), options);
+    parts_->pumped = made.get();
+    return made;
+  };
+  hooks.saveSurface = render::saveSurface;
+  return hooks;
+}
+
+}  // namespace qrn::app

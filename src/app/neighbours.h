@@ -1,0 +1,45 @@
+// The neighbours that stand behind the logic in this program: chosen here, wired here, nowhere else.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "cli/cli.h"
+
+class QWidget;
+
+namespace qrn::host {
+class Presentation;
+}
+
+namespace qrn::app {
+
+class Neighbours {
+ public:
+  enum class Kind { windowless, desktop };
+  // Puts the world into host(): clock, files, loop, fonts, forms. A QGuiApplication (desktop: QApplication)
+  // exists.
+  explicit Neighbours(Kind kind);
+  ~Neighbours();
+  Neighbours(const Neighbours&) = delete;
+  Neighbours& operator=(const Neighbours&) = delete;
+
+  std::unique_ptr<host::Presentation> openDeck(const std::string& file, bool readOnly);
+  // The controller of the desktop, joined or started when needed. "" when there is none; `why` tells the
+  // reason.
+  std::string joinAddress(std::string& why);
+  // Rehearsal keypads for the controller that the desktop starts; 0 for phones.
+  void rehearse(int keypads, unsigned seed);
+  void setDialogParent(std::function<QWidget*()> parent);
+  // Folder of the program, without separator at the end.
+  std::string installFolder() const;
+
+  cli::CliHooks cliHooks();
+
+ private:
+  struct Parts;
+  std::unique_ptr<Parts> parts_;
+};
+
+}  // namespace qrn::app
