@@ -51,6 +51,9 @@ enum AverageDisplayKind : int {
 // Text of an item; three blanks for an empty one, and for an index outside the list.
 std::string GetItemText(int item);
 
+// True when the item is in a selected category, or when none is left out.
+bool inCategoriesShown(int item);
+
 // Value of an item on the average chart for glo.averageDisplayKind, and whether it has a score there.
 struct ChartValue {
   bool present = false;
@@ -58,8 +61,21 @@ struct ChartValue {
 };
 ChartValue averageChartValue(const ChartForm& form, int item);
 
-// True when votes exist for the item on the assessment (1-based) and its average lies on the scale.
+// Identifier, ": " and the text of an item; an item without identifier gets the one its ID gives.
+std::string itemLabel(int item);
+
+// True when the records hold votes, live or postal, of the item on the assessment (1-based).
+bool hasVoteData(int item, int assessment);
+
+// True when that is so and the item's average lies on the scale: the filter may have left no vote to count.
 bool hasScore(int item, int assessment);
+
+// Scale of the form's assessment, or of the form itself where it carries one.
+struct ChartScale {
+  int options = 0;
+  int startFrom = 1;
+};
+ChartScale scaleOf(const ChartForm& form);
 
 // Fills series `series` of the form's chart. Kind 17: one point for each shown item, and List1 with them.
 // Other kinds: the distribution of the votes in glo.liveVotes over the options of the form's assessment,
@@ -70,7 +86,8 @@ void AddData(ChartForm& form, long kind, int series);
 // `series`; `label` is the title of the axis.
 void AddAxisLabels(ChartForm& form, int series, bool withData, const std::string& label);
 
-// Sizes the axis fonts to the form and cuts labels by "..." where they would overrun their slot.
+// Gives the axes the fonts and colours of the graph settings, sized to the form. Labels are cut by "..." at
+// lowering, where the width of their slots is known; the chart keeps their whole text.
 void ResizeChartAxes(ChartForm& form);
 
 // Sets the header, its font shrunk point by point until the text fits the form's width.

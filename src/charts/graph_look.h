@@ -42,8 +42,12 @@ std::int32_t textOn(std::int32_t colour);
 // own picture, or its two colours.
 void setGraphBackground(host::Surface& surface, const std::string& file);
 
-// The panel of a look over the whole surface; adds nothing when the look needs none.
+// The panel of a look over the whole surface; addPanel adds nothing when the look needs none.
+host::Element panelOf(const host::Surface& surface, const GraphLook& look);
 void addPanel(host::Surface& surface, const GraphLook& look);
+
+// From one colour to another, channel by channel; `share` 0 to 1.
+std::int32_t blend(std::int32_t from, std::int32_t to, double share);
 
 double textWidth(const std::string& text, const host::SurfaceFont& font);
 double lineHeight(const host::SurfaceFont& font);

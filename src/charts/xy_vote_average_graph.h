@@ -51,6 +51,7 @@ struct xyVoteAverageGraph : ChartForm {
   void handlePlainKeys(int keyCode);
 
   ChartSurface lowered_;
+  std::string shownTitle_;
 };
 
 // Makes the forms of this room known to the form registry.

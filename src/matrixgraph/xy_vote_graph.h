@@ -3,7 +3,6 @@
 #pragma once
 
 #include <array>
-#include <map>
 #include <string>
 #include <vector>
 
@@ -11,8 +10,8 @@
 #include "host/forms.h"
 #include "host/surface.h"
 #include "host/wait.h"
-#include "matrixgraph/layered_surface.h"
-#include "matrixgraph/plot_area.h"
+#include "matrixgraph/graph_canvas.h"
+#include "matrixgraph/plot_items.h"
 #include "matrixgraph/plot_request.h"
 
 namespace qrn {
@@ -20,14 +19,6 @@ namespace qrn {
 struct MenuEntry {
   bool enabled = false;
   bool checked = false;
-};
-
-// One item on the graph: its place in the arrays of each pair (0: not plotted in that pair) and its centres,
-// twips.
-struct PlottedItem {
-  int risk = -1;
-  std::array<int, kPairs> n{};
-  std::array<PlotPoint, kPairs> centre{};
 };
 
 struct xyVoteGraph : host::Form {
@@ -56,9 +47,11 @@ struct xyVoteGraph : host::Form {
   void cmd_close_Click();
   void showRiskList();
 
-  const host::Surface& surface() const { return surface_.surface(); }
-  host::Element* element(const std::string& array, int index) { return surface_.find(array, index); }
-  int elementCount(const std::string& array) const { return surface_.count(array); }  // highest index + 1
+  const host::Surface& surface() const { return canvas_.surface.surface(); }
+  host::Element* element(const std::string& array, int index) { return canvas_.surface.find(array, index); }
+  int elementCount(const std::string& array) const {
+    return canvas_.surface.count(array);
+  }  // highest index + 1
 
   // State
   std::string itemKeySuffix;  // "" or the digit of the keys asked for
@@ -74,7 +67,7 @@ struct xyVoteGraph : host::Form {
   bool shadowsOn = true;
   bool cmd_info = false;  // the button beside the axes is shown
   bool buttonsVisible = false, listVisible = false;
-  std::string graphTitle, graphTitleFull;  // shown, and that of the exercise, both after the ampersand rule
+  std::string graphTitle;  // as shown, after the ampersand rule
   std::vector<ListRow> List1;
   int ListIndex = -1;
   std::vector<PlottedItem> plotted;  // in list order
@@ -83,18 +76,26 @@ struct xyVoteGraph : host::Form {
   host::Timer tmr_load;
 
  private:
-  friend struct GraphDrawing;
+  void fillPairs();
+  void computeMultiPlots(const PlotRequest& request);
+  void plotPairs(const PlotRequest& request);
+  void layTitles(const PlotRequest& request);
+  void failGraph();
   void applyVisibility();
   void setTitle(const std::string& text);
+  void showAll();
   void showLetter(const std::string& key);
+  int selectListRow(const std::string& key);  // index into glo.risks, -1 when no row has the key
+  void zoomTo(int risk, const std::string& key);
   void reportUnlisted(const std::string& key);
-  bool handleFilterKeys(int keyCode, int shift);
-  bool handleCommandKeys(int keyCode, int shift);
+  bool handlePlainKeys(int keyCode);
+  bool handleShiftedKeys(int keyCode, int shift);
+  void filterByDigit(int digit);
   void escapeOrSpace();
 
-  LayeredSurface surface_;
-  PlotArea area_;
-  std::map<std::string, int> itemOfKey_;  // identifier to place in `plotted`
+  GraphCanvas canvas_;
+  double topCaptionHeight_ = 0;
+  int zoomedRisk_ = -1;  // the item shown alone, index into glo.risks
 };
 
 // Makes the forms of this room and of the charts below it known to the form registry.

@@ -1,0 +1,488 @@
+#include "charts/chart_layout.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+
+namespace qrn {
+
+namespace {
+
+using host::Align;
+using host::Element;
+using host::SurfaceFont;
+
+constexpr double kSmallestMark = 8;  // points at 1024x768; values that need less are left out
+constexpr double kBarShare = 0.72;   // of a slot
+constexpr double kLabelLines = 3;    // lines of an item's label at most
+
+SurfaceFont scaled(const FontRecord& font, double scale) {
+  SurfaceFont out;
+  if (!font.name.empty())
+    out.name = font.name;
+  out.size = (font.size > 0 ? font.size : 12) * scale;
+  out.bold = font.bold;
+  out.italic = font.italic;
+  out.underline = font.underline;
+  return out;
+}
+
+double roundStep(double range) {
+  if (range <= 0)
+    return 1;
+  const double power = std::pow(10.0, std::floor(std::log10(range / 4)));
+  for (const double factor : {1.0, 2.0, 2.5, 5.0})
+    if (range / (factor * power) <= 5.0 + 1e-9)
+      return factor * power;
+  return 10 * power;
+}
+
+std::string numberText(double value, const std::string& format) {
+  const bool percent = !format.empty() && format.back() == '%';
+  const bool decimals = format.find(".00") != std::string::npos;
+  char text[64];
+  std::snprintf(text, sizeof text, "%.*f", decimals ? 2 : 0, percent ? value * 100 : value);
+  return std::string(text) + (percent ? "%" : "");
+}
+
+std::string axisNumber(double value, const std::string& format) {
+  if (!format.empty() && format.back() == '%')
+    return numberText(value, "0%");
+  char text[64];
+  std::snprintf(text, sizeof text, "%.6g", value);
+  return text;
+}
+
+// Lays one chart out. Bars stand on the bottom axis; those of an asHorizBar series lie against the left one.
+class Layout {
+ public:
+  Layout(const TChart& chart, const ChartArea& area, double scale, const GraphLook& look,
+         host::Surface& surface)
+      : chart_(chart), area_(area), scale_(scale), look_(look), surface_(surface) {}
+
+  void run() {
+    margins();
+    header();
+    scaleRange();
+    labelFont_ = scaled(chart_.Axis.Bottom.Labels.Font, scale_);
+    markFont_ = labelFont_;
+    lying_ = chart_.seriesCount() > 0 && chart_.SERIES(0).kind == SeriesKind::asHorizBar;
+    placePlot();
+    grid();
+    for (int n = 0; n < chart_.seriesCount(); ++n) {
+      const ChartSeries& series = chart_.SERIES(n);
+      if (!series.Active)
+        continue;
+      if (series.kind == SeriesKind::asBar || series.kind == SeriesKind::asHorizBar)
+        bars(series);
+      else if (series.kind == SeriesKind::asLine)
+        line(series);
+    }
+    slotLabels();
+    axes();
+  }
+
+ private:
+  // The frame
+  void margins() {
+    left_ = area_.left + area_.width * chart_.MarginLeft / 100;
+    right_ = area_.left + area_.width * (1 - chart_.MarginRight / 100);
+    top_ = area_.top + area_.height * chart_.MarginTop / 100;
+    bottom_ = area_.top + area_.height * (1 - chart_.MarginBottom / 100);
+  }
+
+  void header() {
+    if (!chart_.Header.Visible || chart_.Header.Text.empty())
+      return;
+    std::string text;
+    for (const std::string& one : chart_.Header.Text) text += (text.empty() ? "" : "\n") + one;
+    const SurfaceFont font = scaled(chart_.Header.Font, scale_);
+    const FittedText fitted = fitText(text, font, right_ - left_, 3 * lineHeight(font), font.size);
+    Element& title = label("header", 0, fitted.caption, fitted.font);
+    place(title, left_, top_, right_ - left_, fitted.height);
+    title.align = Align::centre;
+    title.colour = readableColour(chart_.Header.Font.colour, look_);
+    top_ += fitted.height + px(6);
+  }
+
+  void scaleRange() {
+    const ChartAxis& axis = valueAxis();
+    low_ = axis.Minimum;
+    high_ = axis.Maximum;
+    if (axis.Automatic || axis.AutomaticMinimum || axis.AutomaticMaximum) {
+      double least = 0, most = 0;
+      for (int n = 0; n < chart_.seriesCount(); ++n)
+        for (const ChartPoint& point : chart_.SERIES(n).points) {
+          least = std::min(least, point.value);
+          most = std::max(most, point.value);
+        }
+      if (axis.Automatic || axis.AutomaticMinimum)
+        low_ = least;
+      if (axis.Automatic || axis.AutomaticMaximum)
+        high_ = most;
+    }
+    if (!(high_ > low_))
+      high_ = low_ + 1;
+    step_ = axis.Increment > 0 ? axis.Increment : roundStep(high_ - low_);
+    if ((high_ - low_) / step_ > 50)
+      step_ = roundStep(high_ - low_);
+  }
+
+  const ChartAxis& valueAxis() const { return chart_.Axis.Left; }
+  const ChartAxis& pointAxis() const { return chart_.Axis.Bottom; }
+
+  void placePlot() {
+    const std::string format = chart_.seriesCount() > 0 ? chart_.SERIES(0).ValueFormat : "0";
+    format_ = format;
+    valueFont_ = scaled(valueAxis().Labels.Font, scale_);
+    double widest = 0;
+    for (int i = 0; low_ + i * step_ <= high_ + step_ * 1e-6; ++i)
+      widest = std::max(widest, textWidth(axisNumber(low_ + i * step_, format), valueFont_));
+    first_ = chart_.firstPoint();
+    shown_ = chart_.pointsOnPage();
+    slots_ = std::max(
+        1, chart_.pageCount() > 1 && !chart_.Page.ScaleLastPage ? chart_.Page.MaxPointsPerPage : shown_);
+    if (!valueAxis().title.empty() && !lying_)
+      axisTitle(valueAxis().title);
+    plot_ = {left_, top_, 0, 0};
+    if (lying_) {
+      plot_.left += slotLabelWidth() + px(8);
+      plot_.width = right_ - plot_.left - textWidth("00.00", labelFont_) - px(8);
+      plot_.height = bottom_ - top_ - lineHeight(valueFont_) - px(6);
+    } else {
+      plot_.left += widest + px(10);
+      plot_.width = right_ - plot_.left;
+      fitMarks();
+      plot_.top += lineHeight(markFont_) + px(4);
+      plot_.height = bottom_ - plot_.top - slotLabelHeight() - px(6);
+    }
+    plot_.height = std::max(plot_.height, px(20));
+  }
+
+  double slot() const { return (lying_ ? plot_.height : plot_.width) / slots_; }
+
+  // Labels of lying bars stand left of them, at most a third of the chart wide.
+  double slotLabelWidth() const {
+    double widest = 0;
+    for (int i = first_; i < first_ + shown_; ++i)
+      widest = std::max(widest, textWidth(slotText(i), labelFont_));
+    return std::min(widest, area_.width / 3);
+  }
+
+  double slotLabelHeight() {
+    labelHeight_ = lineHeight(labelFont_);
+    if (!pointAxis().Labels.Visible)
+      return labelHeight_ = 0;
+    if (pointAxis().Labels.MultiLine && slot() > 6 * textWidth("n", labelFont_)) {
+      double most = 0;
+      for (int i = first_; i < first_ + shown_; ++i)
+        most = std::max(most, fitText(slotText(i), labelFont_, labelWidth(),
+                                      kLabelLines * lineHeight(labelFont_), labelFont_.size)
+                                  .height);
+      labelHeight_ = std::max(labelHeight_, most);
+    }
+    if (!pointAxis().title.empty())
+      return labelHeight_ + lineHeight(labelFont_);
+    return labelHeight_;
+  }
+
+  double labelWidth() const { return slot() * (1 - pointAxis().Labels.Separation / 100.0) - px(4); }
+
+  std::string slotText(int i) const {
+    const auto& items = pointAxis().Labels.Item;
+    return i >= 0 && i < static_cast<int>(items.size()) ? items[static_cast<std::size_t>(i)] : "";
+  }
+
+  // Values above the bars are drawn as large as the widest of them fits its slot.
+  void fitMarks() {
+    double widest = 0;
+    for (int n = 0; n < chart_.seriesCount(); ++n)
+      for (const ChartPoint& point : chart_.SERIES(n).points)
+        widest =
+            std::max(widest, textWidth(numberText(point.value, chart_.SERIES(n).ValueFormat), labelFont_));
+    const double room = slot() - px(2);
+    if (widest > room)
+      markFont_.size = std::floor(labelFont_.size * room / widest * 4) / 4;
+    marksFit_ = markFont_.size >= kSmallestMark * scale_;
+    markFont_.size = std::max(markFont_.size, kSmallestMark * scale_);
+  }
+
+  // The parts
+  void grid() {
+    for (int i = 0; low_ + i * step_ <= high_ + step_ * 1e-6; ++i) {
+      const double value = low_ + i * step_, at = along(value);
+      Element& rule = lineElement("gridLine", i);
+      if (lying_)
+        ends(rule, at, plot_.top, at, plot_.top + plot_.height);
+      else
+        ends(rule, plot_.left, at, plot_.left + plot_.width, at);
+      rule.colour = readableColour(valueAxis().GridPen.Color, look_, kShapeContrast);
+      rule.borderWidth = px(1);
+      rule.borderStyle = i == 0 ? 1 : 3;
+      rule.visible = valueAxis().GridPen.Visible;
+      Element& text = label("leftAxisLabel", i, axisNumber(value, format_), valueFont_);
+      text.visible = valueAxis().Labels.Visible;
+      text.colour = readableColour(valueAxis().Labels.Font.colour, look_);
+      const double h = lineHeight(valueFont_);
+      if (lying_) {
+        const double w = textWidth(text.caption, valueFont_);
+        place(text, at - w / 2, plot_.top + plot_.height + px(4), w, h);
+        text.align = Align::centre;
+      } else {
+        place(text, left_, at - h / 2, plot_.left - px(6) - left_, h);
+        text.align = Align::right;
+      }
+    }
+  }
+
+  void bars(const ChartSeries& series) {
+    for (int i = first_; i < std::min(first_ + shown_, static_cast<int>(series.points.size())); ++i) {
+      const ChartPoint& point = series.points[static_cast<std::size_t>(i)];
+      const double begin = (lying_ ? plot_.top : plot_.left) + (i - first_ + (1 - kBarShare) / 2) * slot();
+      const double thick = slot() * kBarShare;
+      const double value = std::clamp(point.value, low_, high_);
+      const double tip = along(value);
+      Element bar;
+      bar.kind = Element::Kind::rectangle;
+      bar.array = "bars";
+      bar.index = i;
+      bar.toolTip = point.label;
+      if (lying_)
+        place(bar, plot_.left, begin, std::max(tip - plot_.left, px(2)), thick);
+      else
+        place(bar, begin, std::min(tip, plot_.top + plot_.height - px(2)), thick,
+              std::max(plot_.top + plot_.height - tip, px(2)));
+      bar.backColour = readableColour(i == chart_.selectedPoint ? chart_.highlightColour : point.colour,
+                                      look_, kShapeContrast);
+      bar.filled = !series.Transparent;
+      bar.bordered = series.BarPen.Visible;
+      bar.colour = series.BarPen.Color;
+      bar.borderWidth = px(series.BarPen.Width);
+      surface_.add(std::move(bar));
+      if (series.marks && (marksFit_ || i == chart_.selectedPoint))
+        mark(series, i, tip, begin + thick / 2);
+    }
+  }
+
+  void mark(const ChartSeries& series, int i, double tip, double middle) {
+    double value = series.points[static_cast<std::size_t>(i)].value;
+    std::string format = series.ValueFormat;
+    if (series.inPercent) {
+      double sum = 0;
+      for (const ChartPoint& point : series.points) sum += point.value;
+      value = sum != 0 ? value / sum : 0;
+      format = series.PercentFormat;
+    }
+    Element& text = label("barValue", i, numberText(value, format), markFont_);
+    const double w = textWidth(text.caption, markFont_), h = lineHeight(markFont_);
+    if (lying_)
+      place(text, tip + px(4), middle - h / 2, w, h);
+    else
+      place(text, middle - w / 2, std::min(tip, plot_.top + plot_.height) - h - px(1), w, h);
+    text.align = Align::centre;
+    text.colour = readableColour(valueAxis().Labels.Font.colour, look_);
+  }
+
+  void line(const ChartSeries& series) {
+    const double half = px(4);
+    PlotEnd last{};
+    for (int i = first_; i < std::min(first_ + shown_, static_cast<int>(series.points.size())); ++i) {
+      const ChartPoint& point = series.points[static_cast<std::size_t>(i)];
+      const double x = plot_.left + (i - first_ + 0.5) * slot(),
+                   y = along(std::clamp(point.value, low_, high_));
+      if (last.set) {
+        Element& join = lineElement("seriesLine", i);
+        ends(join, last.x, last.y, x, y);
+        join.colour = readableColour(point.colour, look_, kShapeContrast);
+        join.borderWidth = px(2);
+      }
+      Element dot;
+      dot.kind = Element::Kind::ellipse;
+      dot.array = "linePoint";
+      dot.index = i;
+      place(dot, x - half, y - half, 2 * half, 2 * half);
+      dot.backColour = readableColour(point.colour, look_, kShapeContrast);
+      dot.bordered = false;
+      surface_.add(std::move(dot));
+      last = {true, x, y};
+    }
+  }
+
+  // Labels of the points. Slots too narrow for a few letters show what stands before ":", and then every
+  // second, third ... label.
+  void slotLabels() {
+    if (!pointAxis().Labels.Visible)
+      return;
+    const double room = lying_ ? plot_.left - left_ - px(8) : labelWidth();
+    const bool whole = lying_ || slot() > 6 * textWidth("n", labelFont_);
+    SurfaceFont font = labelFont_;
+    const int every = whole ? 1 : everyNth(font);
+    for (int i = first_; i < first_ + shown_; ++i) {
+      if ((i - first_) % every != 0)
+        continue;
+      const std::string text = whole ? slotText(i) : slotText(i).substr(0, slotText(i).find(':'));
+      const double lines = pointAxis().Labels.MultiLine && !lying_ ? kLabelLines : 1;
+      const FittedText fitted =
+          lines > 1 ? fitText(text, font, room * every, lines * lineHeight(font), font.size)
+                    : FittedText{cutToWidth(text, font, room * every), font, 0, lineHeight(font)};
+      Element& element = label("bottomAxisLabel", i, fitted.caption, font);
+      element.toolTip = slotText(i);
+      element.colour = readableColour(pointAxis().Labels.Font.colour, look_);
+      const double middle = (i - first_ + 0.5) * slot();
+      if (lying_) {
+        place(element, left_, plot_.top + middle - fitted.height / 2, room, fitted.height);
+        element.align = Align::right;
+      } else {
+        place(element, plot_.left + middle - room * every / 2, plot_.top + plot_.height + px(6), room * every,
+              fitted.height);
+        element.align = Align::centre;
+      }
+    }
+    if (!pointAxis().title.empty() && !lying_) {
+      Element& title =
+          label("axisTitle", 1, cutToWidth(pointAxis().title, labelFont_, plot_.width), labelFont_);
+      place(title, plot_.left, plot_.top + plot_.height + px(6) + labelHeight_, plot_.width,
+            lineHeight(labelFont_));
+      title.align = Align::centre;
+      title.colour = readableColour(pointAxis().Labels.Font.colour, look_);
+    }
+  }
+
+  // How many slots the widest short label needs, after shrinking its font to the smallest that is read.
+  int everyNth(SurfaceFont& font) const {
+    double widest = 0;
+    for (int i = first_; i < first_ + shown_; ++i)
+      widest = std::max(widest, textWidth(slotText(i).substr(0, slotText(i).find(':')), font));
+    const double room = slot() - px(2);
+    if (widest > room && widest > 0) {
+      const double fitting = std::floor(font.size * room / widest * 4) / 4, least = kSmallestMark * scale_;
+      widest *= std::max(fitting, least) / font.size;
+      font.size = std::max(fitting, least);
+    }
+    return std::max(1, static_cast<int>(std::ceil(widest / std::max(room, 1.0) - 1e-6)));
+  }
+
+  void axisTitle(const std::string& text) {
+    Element& title = label("axisTitle", 0, cutToWidth(text, valueFont_, (right_ - left_) / 2), valueFont_);
+    place(title, left_, top_, (right_ - left_) / 2, lineHeight(valueFont_));
+    title.colour = readableColour(valueAxis().Labels.Font.colour, look_);
+    top_ += lineHeight(valueFont_);
+  }
+
+  void axes() {
+    const double x = plot_.left, y = plot_.top + plot_.height;
+    Element& upright = lineElement("axisLine", 0);
+    ends(upright, x, plot_.top, x, y);
+    Element& level = lineElement("axisLine", 1);
+    ends(level, x, y, x + plot_.width, y);
+    for (Element* axis : {&upright, &level}) {
+      const ChartPen& pen = axis == &upright ? chart_.Axis.Left.AxisPen : chart_.Axis.Bottom.AxisPen;
+      axis->colour = readableColour(pen.Color, look_, kShapeContrast);
+      axis->borderWidth = px(2 * pen.Width);
+      axis->visible = pen.Visible;
+    }
+  }
+
+  // Where a value lies along the value axis.
+  double along(double value) const {
+    double fraction = (value - low_) / (high_ - low_);
+    if (valueAxis().Inverted)
+      fraction = 1 - fraction;
+    return lying_ ? plot_.left + fraction * plot_.width : plot_.top + plot_.height - fraction * plot_.height;
+  }
+
+  double px(double pixels) const { return pixels * kTwipsPerPixel * scale_; }
+
+  Element& label(const char* array, int index, const std::string& caption, const SurfaceFont& font) {
+    Element element;
+    element.array = array;
+    element.index = index;
+    element.caption = caption;
+    element.font = font;
+    return surface_.add(std::move(element));
+  }
+
+  Element& lineElement(const char* array, int index) {
+    Element element;
+    element.kind = Element::Kind::line;
+    element.array = array;
+    element.index = index;
+    return surface_.add(std::move(element));
+  }
+
+  static void place(Element& element, double left, double top, double width, double height) {
+    element.left = left;
+    element.top = top;
+    element.width = width;
+    element.height = height;
+  }
+
+  static void ends(Element& element, double x1, double y1, double x2, double y2) {
+    element.x1 = x1;
+    element.y1 = y1;
+    element.x2 = x2;
+    element.y2 = y2;
+  }
+
+  struct PlotEnd {
+    bool set = false;
+    double x = 0, y = 0;
+  };
+
+  const TChart& chart_;
+  const ChartArea area_;
+  const double scale_;
+  const GraphLook& look_;
+  host::Surface& surface_;
+  double left_ = 0, right_ = 0, top_ = 0, bottom_ = 0;  // what is still free
+  double low_ = 0, high_ = 1, step_ = 1;
+  std::string format_;
+  SurfaceFont labelFont_, valueFont_, markFont_;
+  ChartArea plot_;
+  bool lying_ = false, marksFit_ = true;
+  double labelHeight_ = 0;
+  int first_ = 0, shown_ = 0, slots_ = 1;
+};
+
+}  // namespace
+
+void layoutChart(const TChart& chart, const ChartArea& area, double scale, const GraphLook& look,
+                 host::Surface& surface) {
+  Layout(chart, area, scale, look, surface).run();
+}
+
+const host::Surface& ChartSurface::lower(const TChart& chart, double width, double height,
+                                         const std::string& footer) {
+  if (builds_ > 0 && surface_.width == width && surface_.height == height && footer_ == footer &&
+      chart_ == chart)
+    return surface_;
+  ++builds_;
+  chart_ = chart;
+  footer_ = footer;
+  surface_ = host::Surface();
+  surface_.width = width;
+  surface_.height = height;
+  setGraphBackground(surface_, "");
+  const GraphLook look = chooseLook(surface_);
+  addPanel(surface_, look);
+  const double scale = graphScale(width, height), pixel = kTwipsPerPixel * scale;
+  ChartArea area{0, 0, width, height};
+  if (!footer.empty()) {
+    Element line;
+    line.array = "LabelCategory";
+    line.font = scaled(chart.Axis.Bottom.Labels.Font, scale);
+    line.caption = cutToWidth(footer, line.font, width * 0.94);
+    line.toolTip = footer;
+    line.left = width * 0.03;
+    line.width = width * 0.94;
+    line.height = lineHeight(line.font);
+    line.top = height - line.height - 6 * pixel;
+    line.colour = readableColour(chart.Axis.Bottom.Labels.Font.colour, look);
+    area.height = line.top;
+    surface_.add(std::move(line));
+  }
+  layoutChart(chart, area, scale, look, surface_);
+  return surface_;
+}
+
+}  // namespace qrn

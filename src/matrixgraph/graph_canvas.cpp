@@ -1,0 +1,68 @@
+#include "matrixgraph/graph_canvas.h"
+
+#include "core/glo.h"
+
+namespace qrn {
+
+namespace {
+
+constexpr int kNumberedScale = 2;  // glo.OptionScatterScale
+
+host::SurfaceFont scaledFont(const std::string& name, double size, bool bold, bool italic, double scale) {
+  host::SurfaceFont font;
+  if (!name.empty())
+    font.name = name;
+  font.size = (size > 0 ? size : 12) * scale;
+  font.bold = bold;
+  font.italic = italic;
+  return font;
+}
+
+}  // namespace
+
+void GraphCanvas::begin(double formWidth, double formHeight) {
+  surface.clear();
+  host::Surface& frame = surface.frame();
+  frame.width = formWidth;
+  frame.height = formHeight;
+  setGraphBackground(frame, glo.matrixBackgroundFlag ? glo.matrixBackgroundFile : "");
+  look = chooseLook(frame);
+  scale = graphScale(formWidth, formHeight);
+  const FontRecord& own = glo.graphLabelFont;
+  labelFont = scaledFont(own.name, own.size, true, own.italic, scale);  // bold: read from the back row
+  labelFont.underline = own.underline;
+  captionFont = scaledFont(own.name, own.size, own.bold, own.italic, scale);
+  axisTitleFont = scaledFont(own.name, static_cast<int>((own.size > 0 ? own.size : 12) * 1.2), own.bold,
+                             own.italic, scale);
+  titleFont = scaledFont(glo.matrixTitleFont.name, glo.matrixTitleFont.size, glo.matrixTitleFont.bold,
+                         glo.matrixTitleFont.italic, scale);
+  keyWidth = textWidth(std::string("W") + kPairMarks[3], labelFont);
+  keyHeight = lineHeight(labelFont);
+  area = placePlotArea(formWidth, formHeight, glo.OptionScatterScale == kNumberedScale);
+  if (look.panelOpacity > 0)
+    surface.add(Layer::panel, panelOf(frame, look));
+}
+
+host::Element makeLabel(const std::string& array, int index, const std::string& caption,
+                        const host::SurfaceFont& font) {
+  host::Element label;
+  label.array = array;
+  label.index = index;
+  label.caption = caption;
+  label.font = font;
+  return label;
+}
+
+host::Element makeLine(const std::string& array, int index, double x1, double y1, double x2, double y2) {
+  host::Element line;
+  line.kind = host::Element::Kind::line;
+  line.array = array;
+  line.index = index;
+  line.x1 = x1;
+  line.y1 = y1;
+  line.x2 = x2;
+  line.y2 = y2;
+  return line;
+}
+
+}  // namespace qrn

@@ -1,0 +1,282 @@
+// The keys of the matrix graph, the zoom on one item, and what is hidden and shown. None of it draws anew but
+// the digits and the diversity graph: the rest touches visibility only.
+#include <algorithm>
+
+#include "analysis/filters.h"
+#include "core/common.h"
+#include "core/glo.h"
+#include "core/item_label.h"
+#include "host/dialogs.h"
+#include "host/host.h"
+#include "matrixgraph/xy_vote_graph.h"
+
+namespace qrn {
+
+namespace {
+
+namespace key = host::key;
+
+constexpr const char* kFilterForm = "xyVoteGraphFilter";
+constexpr const char* kDistributionForm = "xyVoteDistributionGraph";
+
+void say(const std::string& text) {
+  host::host().dialogs->MsgBox(text, host::kTitle, host::Buttons::ok, host::Icon::information);
+}
+
+std::string exerciseTitle() {
+  return replaceAll(glo.listTitle, " & ", " && ");
+}
+
+std::string keyOfRow(const std::string& row) {
+  return row.substr(0, row.find(':'));
+}
+
+void setVisible(host::Element* element, bool visible) {
+  if (element != nullptr)
+    element->visible = visible;
+}
+
+int riskOfKey(const std::string& itemKey) {
+  for (int risk = 0; risk < glo.itemCount(); ++risk)
+    if (glo.risks[static_cast<std::size_t>(risk)].identifier == itemKey)
+      return risk;
+  return -1;
+}
+
+// Identifier, ": " and text, with "&" doubled and no line ends at its end.
+std::string zoomTitle(int risk) {
+  const RiskRecord& record = glo.risks[static_cast<std::size_t>(risk)];
+  std::string title = record.identifier + ": " + replaceAll(record.text, "&", "&&");
+  while (!title.empty() && (title.back() == '\r' || title.back() == '\n' || title.back() == ' '))
+    title.pop_back();
+  return std::string(trimBlanks(title));
+}
+
+}  // namespace
+
+// Keys
+void xyVoteGraph::Form_KeyDown(int keyCode, int shift) {
+  if (List1.size() < 2)
+    return;
+  if (keyCode == key::escape || keyCode == key::space) {
+    keyHandled = true;
+    escapeOrSpace();
+    return;
+  }
+  const bool handled =
+      keyCode == key::f3 || shift == 0 ? handlePlainKeys(keyCode) : handleShiftedKeys(keyCode, shift);
+  if (!handled)
+    return;
+  keyHandled = true;
+  host::host().forms->refresh(name);
+}
+
+bool xyVoteGraph::handlePlainKeys(int keyCode) {
+  if (keyCode >= '0' && keyCode <= '9')
+    filterByDigit(keyCode - '0');
+  else if (keyCode == key::f3)
+    menuDiversity();
+  else
+    return false;
+  return true;
+}
+
+bool xyVoteGraph::handleShiftedKeys(int keyCode, int shift) {
+  if (shift == key::ctrlMask && (keyCode == key::multiply || keyCode == 'A' || keyCode == '8')) {
+    showAll();
+  } else if (shift == key::altMask && keyCode == 'L') {
+    cmd_list_Click();
+  } else if (shift == key::altMask && keyCode == 'I') {
+    cmd_info_Click();
+  } else if (shift == key::altMask && (keyCode == key::up || keyCode == key::down)) {
+    buttonsVisible = keyCode == key::up;
+  } else if (shift == key::shiftMask && keyCode >= '0' && keyCode <= '9') {
+    itemKeySuffix = keyCode <= '1' ? "" : std::string(1, static_cast<char>(keyCode));
+  } else {
+    return false;
+  }
+  return true;
+}
+
+void xyVoteGraph::filterByDigit(int digit) {
+  std::string caption;
+  if (!SetDemographicFilter(digit - 1, caption))
+    glo.demographicFilterOn = false;
+  tmr_load.setEnabled(true);
+}
+
+void xyVoteGraph::escapeOrSpace() {
+  host::FormRegistry& forms = *host::host().forms;
+  const bool filterOpen = forms.isLoaded(kFilterForm) && zoomedItemKey.empty();
+  if (filterOpen)
+    forms.unload(kFilterForm);
+  if (filterOpen || graphTitle != exerciseTitle())
+    showAll();
+  else if (glo.cmdMode != "DISPLAY")
+    cmd_close_Click();
+}
+
+void xyVoteGraph::Form_KeyPress(int keyAscii) {
+  if (List1.size() < 2)
+    return;
+  const bool small = keyAscii >= 'a' && keyAscii <= 'z';
+  if (!small && !(keyAscii >= 'A' && keyAscii <= 'Z'))
+    return;
+  const std::string itemKey = static_cast<char>(small ? keyAscii - 32 : keyAscii) + itemKeySuffix;
+  if (glo.OptionMatrixItemNavigation != 0 && showingMultiPlot) {
+    say("Cannot zoom in whilst showing MultiPlot");
+  } else if (glo.OptionMatrixItemNavigation != 0) {
+    zoomedItemKey.clear();
+    PlotItemDistribution(itemKey);
+  } else if (itemKey == zoomedItemKey && showingMultiPlot) {
+    say("Zoom unavailable whilst showing MultiPlot");
+  } else if (itemKey == zoomedItemKey) {
+    zoomedItemKey.clear();
+    PlotItemDistribution(itemKey);
+  } else {
+    showLetter(itemKey);
+  }
+  host::host().forms->refresh(name);
+}
+
+// Zoom
+void xyVoteGraph::showLetter(const std::string& itemKey) {
+  zoomedItemKey = itemKey;
+  const int risk = selectListRow(itemKey);
+  if (risk < 0)
+    reportUnlisted(itemKey);
+  else if (showingMultiPlot)
+    say("Cannot zoom in whilst showing MultiPlot");
+  else
+    zoomTo(risk, itemKey);
+}
+
+int xyVoteGraph::selectListRow(const std::string& itemKey) {
+  for (std::size_t row = 0; row < List1.size(); ++row)
+    if (keyOfRow(List1[row].text) == itemKey) {
+      ListIndex = static_cast<int>(row);
+      return List1[row].risk;
+    }
+  return -1;
+}
+
+void xyVoteGraph::zoomTo(int risk, const std::string& itemKey) {
+  selectedRiskIndex = risk;
+  setTitle(zoomTitle(risk));
+  const auto item = std::find_if(plotted.begin(), plotted.end(),
+                                 [&](const PlottedItem& one) { return one.risk == risk && one.n[0] > 0; });
+  if (item == plotted.end())
+    say("Item " + itemKey + "\r\n does not have enough data to graph");
+  else
+    ShowSingleItem(risk);
+}
+
+void xyVoteGraph::reportUnlisted(const std::string& itemKey) {
+  if (graphFilterActive)
+    say("Item " + itemKey + "\r\n is not in the active filter");
+  else if (showingMultiPlot)
+    say("Cannot zoom in whilst showing MultiPlot");
+  else if (riskOfKey(itemKey) >= 0)
+    say("Item " + itemKey + "\r\n is not currently displayed");
+  else
+    say("Item " + itemKey + "\r\n does not exist in the list");
+}
+
+void xyVoteGraph::ShowSingleItem(int risk) {
+  zoomedRisk_ = risk;
+  applyVisibility();
+}
+
+void xyVoteGraph::showAll() {
+  menuHideShowAllPlots();
+  zoomedItemKey.clear();
+}
+
+// Hide and show
+void xyVoteGraph::menuHideShowAllPlots() {
+  setTitle(exerciseTitle());
+  zoomedRisk_ = -1;
+  for (std::size_t pair = 0; pair < kPairs; ++pair)
+    roundVisible[pair] = menuHideShowRoundN[pair].checked = menuHideShowRoundN[pair].enabled;
+  applyVisibility();
+  host::host().forms->refresh(name);
+}
+
+void xyVoteGraph::menuHideShowRound(int pair) {
+  if (pair < 1 || pair > kPairs)
+    return;
+  const auto p = static_cast<std::size_t>(pair - 1);
+  if (!menuHideShowRoundN[p].enabled)
+    return;
+  roundVisible[p] = menuHideShowRoundN[p].checked = !menuHideShowRoundN[p].checked;
+  applyVisibility();
+  host::host().forms->refresh(name);
+}
+
+void xyVoteGraph::menuPairLines() {
+  menuPairLinesEntry.checked = !menuPairLinesEntry.checked;
+  applyVisibility();
+  host::host().forms->refresh(name);
+}
+
+void xyVoteGraph::applyVisibility() {
+  for (const PlottedItem& item : plotted) {
+    const bool wanted = zoomedRisk_ < 0 || item.risk == zoomedRisk_;
+    for (int pair = 0; pair < kPairs; ++pair) {
+      const auto p = static_cast<std::size_t>(pair);
+      if (item.n[p] == 0)
+        continue;
+      const PairArrays& arrays = pairArrays(pair);
+      const bool shown = wanted && roundVisible[p];
+      setVisible(element(arrays.label, item.n[p]), shown);
+      setVisible(element(arrays.shadow, item.n[p]), shown && shadowsOn);
+      if (!item.joined[p])
+        continue;
+      const bool line = shown && roundVisible[p - 1] && menuPairLinesEntry.checked;
+      setVisible(element(arrays.line, item.n[p]), line);
+      setVisible(element(arrays.blob, item.n[p]), line);
+    }
+  }
+}
+
+void xyVoteGraph::menuDiversity() {
+  showingDiversity = !showingDiversity;
+  tmr_load.setEnabled(true);
+}
+
+// To the distribution graph
+void xyVoteGraph::PlotItemDistribution(const std::string& keyOrIndex) {
+  std::string itemKey = keyOrIndex;
+  if (isNumeric(keyOrIndex)) {
+    const auto risk = static_cast<int>(valueParse(keyOrIndex));
+    if (risk >= 0 && risk < glo.itemCount())
+      itemKey = glo.risks[static_cast<std::size_t>(risk)].identifier;
+  }
+  const int risk = selectListRow(itemKey);
+  const auto item =
+      std::find_if(plotted.begin(), plotted.end(), [&](const PlottedItem& one) { return one.risk == risk; });
+  if (risk < 0 || item == plotted.end()) {
+    say("Nothing defined for this item");
+    return;
+  }
+  PlotRequest pairs = glo.lastDrawnPairings;
+  for (std::size_t pair = 0; pair < kPairs; ++pair)
+    if (item->n[pair] == 0)
+      pairs[2 * pair] = pairs[2 * pair + 1] = -1;
+  if (pairUsed(pairs, 0))
+    gotoDistributionGraph(pairs);
+}
+
+void xyVoteGraph::gotoDistributionGraph(const PlotRequest& pairs) {
+  std::string itemKey = ListIndex >= 0 ? keyOfRow(List1[static_cast<std::size_t>(ListIndex)].text) : "";
+  if (!itemKey.empty() && itemKey.back() == '*')
+    itemKey.pop_back();
+  distributionRisk = itemKey.empty() ? -1 : riskOfKey(itemKey);
+  distributionPairs = pairs;
+  if (distributionRisk < 0)
+    say("Nothing defined for this item");
+  else if (host::host().forms->isDefined(kDistributionForm))
+    host::host().forms->show(kDistributionForm);
+}
+
+}  // namespace qrn
