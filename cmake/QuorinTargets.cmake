@@ -16,6 +16,9 @@ endif()
 
 add_library(quorin_flags INTERFACE)
 target_compile_options(quorin_flags INTERFACE -Wall -Wextra -Wconversion -Wshadow -Werror)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+  target_compile_options(quorin_flags INTERFACE -Wno-restrict)  # false alarms on "literal" + std::string
+endif()
 if(QUORIN_SANITIZE)
   target_compile_options(quorin_flags INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=undefined)
   target_link_options(quorin_flags INTERFACE -fsanitize=address,undefined)
