@@ -5,11 +5,12 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <string>
 #include <vector>
 
+#include "charts/graph_look.h"
 #include "charts/live_bars.h"
+#include "charts/vote_screen_layout.h"
 #include "host/forms.h"
 #include "host/surface.h"
 
@@ -34,12 +35,6 @@ struct uctlVotesCast {
   VoteLabel label;
 };
 
-struct VoteBackground {
-  std::string file;  // "" paints the colours
-  bool gradient = false;
-  std::int32_t start = 0, end = 0;
-};
-
 enum class VoteState { prepared, open, resultUp, done };
 
 // A form on which a vote runs.
@@ -53,11 +48,11 @@ struct VoteForm : host::Form {
   virtual bool writesOutcome() const { return false; }
 
   void SetVotesCastCount(const std::string& text);
-  void ShowVotesCastControl(bool visible);
-  void ShowAverageScore(const std::string& text, bool visible);
-  void ShowBars(bool visible);  // visibility only
+  void ShowVotesCastControl(bool on);
+  void ShowAverageScore(const std::string& text, bool on);
+  void ShowBars(bool on);  // visibility only
   void UpdateBars();            // takes the votes at hand; nothing changes when the counts are the same
-  void ShowKeypads(const std::string& title, const std::string& text, bool visible);
+  void ShowKeypads(const std::string& title, const std::string& text, bool on);
   void ShowStatus(const std::string& line);  // one plain line at the foot; "" takes it away
   void LayOutAgain();                        // after a change of the window's size
   const host::Surface& surface() const { return surface_; }
@@ -68,21 +63,26 @@ struct VoteForm : host::Form {
   std::vector<VoteLabel> lbl_Criteria;
   uctlVotesCast uctl_votesCast;
   LiveBars bars;
-  VoteBackground bgndImage;
-  bool panelled = false;                // translucent panels stand behind the texts
+  std::string bgndImage;  // file of the picture behind everything, "" when the colours are painted
   std::string txt_AssNum, txt_RiskNum;  // assessment (0-based) and item (index into risks)
   int displayedItem = -1, displayedAssessment = 0, displayedRound = -1;
 
  private:
+  friend struct VoteScreenBuilder;
+  void setElement(const char* array, int index, const VoteLabel& label);
+  void showElements(const std::string& array, bool on);
+  void fitCount();
+
   host::Surface surface_;
+  GraphLook look_;
+  ScreenPlaces places_;
+  host::SurfaceFont markFont_;
+  double barSpan_ = 0;  // twips of the longest bar
 };
 
 // Shows `item` (index into glo.risks) on `assessment` (1 to 9) and sets preVoteText, voteText, options,
 // startFrom and limits for it. Places come from the assessment's stored layout where it is set, else from a
 // layout that fits.
 void DisplayVote(int item, int assessment, int round, VoteForm& form);
-
-// The text of an item; three blanks for an empty text or an item that is not there.
-std::string GetItemText(int item);
 
 }  // namespace qrn

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "charts/vote_screen.h"
 
@@ -33,13 +34,34 @@ bool SimulatePress(int value);
 void WriteKBOARDFile();
 void DeleteKBOARDFile();
 
-// Number of votes that count for statistics, and of abstentions, in glo.liveVotes.
+// Votes in glo.liveVotes that count for statistics: everything from 0 up.
 int participantCount();
 
-// Text of lbl_averageScore for the current item and assessment.
+// Text of lbl_averageScore for `item` (index into risks) on `assessment` (1 to 9), from the statistics of the
+// item and the votes in memory.
 std::string statisticsText(int item, int assessment);
 
 // The form on which a vote is running, null between votes.
 VoteForm* runningVoteForm();
+
+// While it lives, glo.liveVotes may be used for other votes: presses are held back, and taken at its end.
+class PressHold {
+ public:
+  PressHold();
+  ~PressHold();
+  PressHold(const PressHold&) = delete;
+  PressHold& operator=(const PressHold&) = delete;
+
+ private:
+  std::vector<std::string> votes_;
+  bool open_;
+};
+
+// Presses go here first while a form of that kind is open: "sifterVoteForm" and "liveRiskListCollection" take
+// them.
+struct TakesPresses {
+  virtual ~TakesPresses() = default;
+  virtual void VoteRx(std::int32_t keypad, const std::string& vote) = 0;
+};
 
 }  // namespace qrn

@@ -15,10 +15,13 @@
 
 namespace qrn {
 
-// One step of the walk: an item (index into risks) on an assessment (1 to 9).
+// One step of the walk. Graphs may put the list into another order meanwhile, so a step names its item by
+// key.
 struct VoteStep {
-  int item = 0, assessment = 1;
-  bool operator==(const VoteStep&) const = default;
+  int sortKey = 0;
+  int assessment = 1;  // 1 to 9
+  int step = 1;        // 1-based place of the assessment in the walk
+  bool taken = true;   // false: passed over, but "Go to..." may ask for it
 };
 
 struct xyVoteRuntime : VoteForm {
@@ -32,23 +35,49 @@ struct xyVoteRuntime : VoteForm {
   void FinishOfVoteLoop();
   void Check4ResultsTable();
   void BlankThisForm();
+  void showButtons() { buttonsVisible = true; }
+  void hideButtons() { buttonsVisible = false; }
   void cmd_cancel_Click();
   void uctl_votesCast_Click() { Form_KeyDown(host::key::space, 0); }
 
   void Form_KeyDown(int keyCode, int shift) override;
   bool Form_QueryUnload(bool byUser) override;
+  void Form_Unload() override;
   void Form_Resize() override;
   void ResetForNewVote() override;
   bool writesOutcome() const override { return true; }
 
-  // Assessments selected for voting, 1-based, in voting order.
-  static std::vector<int> assessmentOrder();
-
   uctlKpadsNotVoted uctl_kpadsNotVoted;
   bool cursorShown = false;  // key A
   bool buttonsVisible = true;
-  std::int64_t lastKeyAt = -1;  // microseconds
-  int lastKey = 0;
+
+ private:
+  void walk(std::vector<VoteStep> steps, std::size_t start);
+  bool takeStep(const VoteStep& step);  // false: passed over
+  void afterStep(const std::vector<VoteStep>& steps, std::size_t at);
+  std::size_t jumpTarget(const std::vector<VoteStep>& steps, std::size_t at) const;
+  bool runEnds() const;
+
+  void keyAfterVote(int keyCode, int shift);
+  void keyDuringVote(int keyCode);
+  void endVoteKey();
+  void keyboardKey(int keyCode);
+  bool keyboardTurnedOn();
+  void toggleKeypadPanel();
+  void showKeypadPanel(bool on);
+  void forgetActiveKeypads();
+  void keepVotingKeypads();
+  void askHowToLeave();
+  void leave(int userResult);
+  void showGraphMeanwhile();
+  void playEndOfVoteSound() const;
+
+  enum class Jump { none, back, target };
+  Jump jump_ = Jump::none;
+  bool voteHeld_ = false;        // the step has been voted and saved
+  std::vector<int> listOrder_;   // sort keys in the order of the walk
+  std::int64_t lastKeyAt_ = -1;  // microseconds
+  int lastKey_ = 0;
 };
 
 // The dialog of the Esc key.

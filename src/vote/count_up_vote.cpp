@@ -1,0 +1,239 @@
+#include "vote/count_up_vote.h"
+
+#include <charconv>
+#include <cmath>
+#include <utility>
+
+#include "core/common.h"
+#include "core/diagnostics.h"
+#include "core/glo.h"
+#include "host/dialogs.h"
+#include "host/host.h"
+#include "host/presentation.h"
+#include "host/wait.h"
+#include "host/windows.h"
+#include "store/exercise_text.h"
+#include "store/statistics.h"
+#include "store/vote_store.h"
+#include "vote/comms.h"
+#include "vote/keypad_arrays.h"
+#include "vote/link_watch.h"
+
+namespace qrn {
+
+namespace {
+
+constexpr const char* kModule = "count_up_vote";
+constexpr const char* kOutcomeTag = "qrnVoteTerminated";
+// Presses that the controller had taken before it heard "EndVote" come in within this time.
+constexpr double kSettleSeconds = 0.25;
+constexpr int kFailuresBorne = 5;
+
+VoteForm* running = nullptr;
+
+class RunningVote {
+ public:
+  explicit RunningVote(VoteForm& form) : before_(std::exchange(running, &form)) {}
+  ~RunningVote() {
+    running = before_;
+    glo.voteOpen = false;
+  }
+  RunningVote(const RunningVote&) = delete;
+  RunningVote& operator=(const RunningVote&) = delete;
+
+ private:
+  VoteForm* before_;
+};
+
+host::Tags& presentationTags() {
+  return host::host().presentationProgram->ActivePresentation()->tags();
+}
+
+void writeOutcomeIfNone() {
+  if (presentationTags().Item(kOutcomeTag).empty())
+    presentationTags().Add(kOutcomeTag, "Vote finished");
+}
+
+// Asks for the keyboard when no controller is chosen. False ends the program.
+bool controllerChosen() {
+  if (!glo.baseType.empty())
+    return true;
+  const host::Answer answer = host::host().dialogs->MsgBox(
+      "No voting controllers selected\r\n\r\nWould you like to use the keyboard?", host::kTitle,
+      host::Buttons::yesNo, host::Icon::question);
+  if (answer == host::Answer::yes) {
+    glo.baseType = "KBOARD";
+    ResizeVoteArrays();
+    return true;
+  }
+  glo.voteAbandoned = 1;
+  glo.quitRequested = true;
+  presentationTags().Add(kOutcomeTag, "Quit ALL");
+  if (endProgramHook)
+    endProgramHook();
+  return false;
+}
+
+bool keyboardVotes() {
+  return glo.baseType.empty() || upperCase(glo.baseType) == "KBOARD";
+}
+
+// Decodes what has arrived and waits in the queue of the link.
+void drainPresses() {
+  comms& link = theComms();
+  link.tmr_decodeDataFromController.setEnabled(false);
+  link.DecodeDataFromController(std::exchange(link.txt_dataFromController, {}));
+}
+
+// Waits for the end of the vote. A form that is closed meanwhile abandons it.
+void waitForClose(VoteForm& form) {
+  const host::FormRegistry& forms = *host::host().forms;
+  const bool registered = forms.isLoaded(form.name);
+  LinkWatch watch(form);
+  const auto closed = [&] {
+    if (glo.closing || (registered && !forms.isLoaded(form.name)))
+      glo.voteAbandoned = 1;
+    if (glo.voteComplete == 0 && glo.voteAbandoned == 0)
+      watch.check();
+    return glo.voteComplete != 0 || glo.voteAbandoned != 0;
+  };
+  // A failure in something that happens meanwhile must not cost the votes taken so far.
+  for (int failures = 0; failures < kFailuresBorne; ++failures)
+    if (trapErrors(kModule, "waitForClose", [&] { host::waitUntil(closed); }))
+      return;
+  (glo.votesCast > 0 ? glo.voteComplete : glo.voteAbandoned) = 1;
+}
+
+void votePass(VoteForm& form) {
+  comms& link = theComms();
+  glo.voteComplete = glo.voteAbandoned = 0;
+  ResetVotes();
+  glo.votesCast = 0;
+  ShowVotesCast(glo.options);
+  form.ResetForNewVote();
+  glo.restartVote = false;
+  if (keyboardVotes())
+    form.SetVotesCastCount("K'Board");
+  form.ShowVotesCastControl(true);
+  if (link.StartVote(true, true)) {
+    glo.voteOpen = true;
+    form.state = VoteState::open;
+    host::host().forms->refresh(form.name);
+    waitForClose(form);
+    drainPresses();
+  }
+  link.EndVote();
+  host::waitUntil([] { return false; }, kSettleSeconds);
+  drainPresses();
+  glo.voteOpen = false;
+  form.ShowVotesCastControl(false);
+  if (!glo.revotePass) {
+    glo.lastVotedItem = glo.currentItem;
+    glo.lastVotedAssessment = glo.currentAssessment;
+  }
+}
+
+void freeCursor() {
+  if (host::host().windows)
+    host::host().windows->freeCursor();
+}
+
+// Saves what every keypad voted and takes the statistics from it.
+void saveResult(const VoteForm& form) {
+  glo.currentRisk = glo.currentItem;
+  glo.voteAssessmentNumber = glo.currentAssessment;
+  if (glo.revotePass) {
+    const std::string key = voteKey(glo.currentItem, glo.currentAssessment);
+    readVoteRecords();
+    if (glo.voteRecords.lastLine(key).data() != nullptr)
+      modifyVoteResult(key);
+  }
+  SaveCVotes();
+  glo.risks[static_cast<std::size_t>(glo.currentItem)]
+      .voted[static_cast<std::size_t>(glo.currentAssessment - 1)] = true;
+  SetStats(glo.currentItem, glo.currentAssessment - 1, form.name, -1, "");
+}
+
+// The result as the facilitator has set it: bars, statistics, both or none. True when something is up.
+bool showResult(VoteForm& form) {
+  const bool showBars = glo.runByShowBarGraph != 0;
+  form.UpdateBars();
+  form.ShowBars(showBars);
+  const bool showStats = !glo.displayOnly && participantCount() > 0 && glo.CheckAverageScoreIndicator == 1;
+  form.ShowAverageScore(participantCount() > 0 ? statisticsText(glo.currentItem, glo.currentAssessment) : "",
+                        showStats);
+  return showBars || showStats;
+}
+
+// Two decimals, a point in every locale.
+std::string twoDecimals(double value) {
+  char buffer[64];
+  const auto result = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed, 2);
+  return {buffer, result.ptr};
+}
+
+void runVote(VoteForm& form) {
+  const RunningVote mark(form);
+  comms& link = theComms();
+  link.VoteRx = oComms_VoteRx;
+  link.SendCommandToController(glo.abstainEnabled ? "Abstain=True" : "Abstain=False", true, true);
+  form.ShowAverageScore("    Vote '0' to abstain", glo.abstainEnabled && !glo.displayOnly);
+  do votePass(form);
+  while (glo.restartVote && !glo.closing);
+  link.SendCommandToController("Abstain=FALSE", true, true);
+  if (glo.voteAbandoned == 1) {
+    form.ShowAverageScore("", false);
+    form.state = VoteState::done;
+    freeCursor();
+    if (host::host().windows)
+      host::host().windows->showCursor(false);
+    writeOutcomeIfNone();
+    return;
+  }
+  freeCursor();
+  if (!glo.displayOnly)
+    saveResult(form);
+  const bool up = showResult(form);
+  form.state = up ? VoteState::resultUp : VoteState::done;
+  host::host().forms->refresh(form.name);
+  if (!up || !form.writesOutcome())
+    writeOutcomeIfNone();
+}
+
+}  // namespace
+
+void DoCountUpGraphVote(VoteForm& form) {
+  if (!controllerChosen())
+    return;
+  const bool ran = trapErrors(kModule, "DoCountUpGraphVote", [&] { runVote(form); });
+  if (!ran)
+    trapErrors(kModule, "DoCountUpGraphVote", writeOutcomeIfNone);
+}
+
+int participantCount() {
+  int count = 0;
+  for (int i = 0; i < upperBound(glo.liveVotes); ++i) {
+    const std::string& vote = glo.liveVotes[static_cast<std::size_t>(i)];
+    count += !vote.empty() && qrnVal(vote) >= 0 ? 1 : 0;
+  }
+  return count;
+}
+
+std::string statisticsText(int item, int assessment) {
+  const RiskRecord& risk = glo.risks[static_cast<std::size_t>(item)];
+  const std::size_t a = static_cast<std::size_t>(assessment - 1);
+  const double diversity = std::nearbyint(static_cast<double>(risk.diversity[a]) * 10000) / 100;
+  std::string text = "Average: " + twoDecimals(static_cast<double>(risk.average[a])) +
+                     "\nStandard Deviation: " + twoDecimals(static_cast<double>(risk.standardDeviation[a])) +
+                     "\nDiversity: " + plainNumber(diversity) +
+                     "%\nParticipants: " + std::to_string(participantCount());
+  if (glo.abstainEnabled)
+    text += "\nAbstains: " + std::to_string(glo.abstainCount);
+  return text;
+}
+
+VoteForm* runningVoteForm() {
+  return running;
+}
+
+}  // namespace qrn

@@ -1,0 +1,94 @@
+#include "vote/keypads_not_voted.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "core/common.h"
+#include "core/glo.h"
+#include "host/host.h"
+#include "host/system.h"
+
+namespace qrn {
+
+namespace {
+
+constexpr int kCheckInterval = 500;  // milliseconds
+constexpr double kPadding = 90;      // twips
+constexpr const char* kFont = "Arial";
+constexpr double kFontSize = 14;
+
+// Neither a vote from 0 up nor an abstention (-2).
+bool waitsFor(int keypad) {
+  if (keypad < 1 || keypad > upperBound(glo.liveVotes))
+    return true;
+  const double vote = qrnVal(glo.liveVotes[static_cast<std::size_t>(keypad - 1)]);
+  return vote == -1 || vote < -2;
+}
+
+// The number on the keypad, with its base in brackets beyond the first: 12(2).
+std::string keypadLabel(const std::string& keypad) {
+  const int number = static_cast<int>(qrnVal(keypad));
+  if (!glo.useOffsets)
+    return keypad;
+  for (const std::string& info : glo.keypadPortInfo) {
+    const auto fields = splitFields(info, ',');
+    if (fields.size() < 3 || qrnVal(fields[0]) + qrnVal(fields[1]) != number)
+      continue;
+    const int base = static_cast<int>(qrnVal(fields[2]));
+    return base > 0 ? std::string(fields[0]) + "(" + std::to_string(base + 1) + ")" : keypad;
+  }
+  return keypad;
+}
+
+}  // namespace
+
+uctlKpadsNotVoted::uctlKpadsNotVoted()
+    : tmr_checkKeypadsNotVotedPopUp(kCheckInterval, [this] { ShowKeypadsNotVoted(); }) {}
+
+void uctlKpadsNotVoted::BeginChecking(bool on) {
+  tmr_checkKeypadsNotVotedPopUp.setEnabled(false);
+  tmr_checkKeypadsNotVotedPopUp.setEnabled(on);
+}
+
+void uctlKpadsNotVoted::forceRefresh() {
+  refreshForced_ = true;
+  ShowKeypadsNotVoted();
+}
+
+void uctlKpadsNotVoted::ShowKeypadsNotVoted() {
+  tmr_checkKeypadsNotVotedPopUp.setInterval(kCheckInterval);
+  if (glo.voteComplete == 1 || !glo.voteOpen)
+    return;
+  glo.keypadsNotVotedLo = std::max(1, glo.keypadsNotVotedLo);
+  if (glo.keypadsNotVotedHi < 1)
+    glo.keypadsNotVotedHi = 650;
+  std::string text;
+  int known = 0;
+  waitedFor = 0;
+  for (const std::string& keypad : glo.activeKeypads) {
+    if (keypad.empty())
+      continue;
+    ++known;
+    if (!waitsFor(static_cast<int>(qrnVal(keypad))))
+      continue;
+    if (++waitedFor <= glo.keypadsNotVotedHowManyToShow)
+      text += (text.empty() ? "" : " ") + keypadLabel(keypad);
+  }
+  if (waitedFor <= glo.keypadsNotVotedPopupOn && glo.keypadsNotVotedPopupOn >= 1 && showRequested)
+    showRequested();
+  if (waitedFor == 0 && known > 0 && glo.keypadsNotVotedClose == 1)
+    glo.voteComplete = 1;
+  if (text == Caption && !refreshForced_)
+    return;
+  refreshForced_ = false;
+  Caption = text;
+  const host::TextMeasure& measure = *host::host().textMeasure;
+  LabelWidth = std::max(measure.TextWidth(Caption, kFont, kFontSize, false, false),
+                        measure.TextWidth(title, kFont, kFontSize, true, false));
+  Width = LabelWidth + 2 * kPadding;
+  Height = 2 * measure.LineHeight(kFont, kFontSize) + 3 * kPadding;
+  if (changed)
+    changed();
+}
+
+}  // namespace qrn

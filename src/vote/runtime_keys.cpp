@@ -1,0 +1,251 @@
+// The keys of the voting form: one table while a vote runs, another while its result is up.
+#include "core/common.h"
+#include "core/diagnostics.h"
+#include "core/glo.h"
+#include "host/dialogs.h"
+#include "host/host.h"
+#include "host/presentation.h"
+#include "host/system.h"
+#include "host/wait.h"
+#include "host/windows.h"
+#include "store/exercise_text.h"
+#include "vote/comms.h"
+#include "vote/count_up_vote.h"
+#include "vote/keypad_arrays.h"
+#include "vote/run_graphs.h"
+#include "vote/xy_vote_runtime.h"
+
+namespace qrn {
+
+namespace {
+
+namespace key = host::key;
+
+constexpr std::int64_t kRepeatGuard = 100000;  // microseconds
+constexpr double kAfterClose = 0.2;            // seconds
+constexpr const char* kOutcomeTag = "qrnVoteTerminated";
+
+host::FormRegistry& forms() {
+  return *host::host().forms;
+}
+
+void writeOutcome(const char* value) {
+  host::host().presentationProgram->ActivePresentation()->tags().Add(kOutcomeTag, value);
+}
+
+void freeCursor() {
+  if (host::host().windows)
+    host::host().windows->freeCursor();
+}
+
+bool goesOn(int keyCode) {
+  return keyCode == key::space || keyCode == key::enter || keyCode == key::right || keyCode == key::down ||
+         keyCode == key::pageDown || keyCode == 'N';
+}
+
+int digitOf(int keyCode) {
+  if (keyCode >= '0' && keyCode <= '9')
+    return keyCode - '0';
+  return keyCode >= key::numpad0 && keyCode <= key::numpad0 + 9 ? keyCode - key::numpad0 : -1;
+}
+
+bool keyboardVotes() {
+  return upperCase(glo.baseType) == "KBOARD";
+}
+
+}  // namespace
+
+void xyVoteRuntime::Form_KeyDown(int keyCode, int shift) {
+  if (keyCode == key::clear)
+    keyCode = 'R';
+  if (keyCode == key::enter)
+    keyCode = key::space;
+  const std::int64_t now = host::host().clock->microseconds();
+  if (keyCode == lastKey_ && lastKeyAt_ >= 0 && now - lastKeyAt_ < kRepeatGuard)
+    return;
+  lastKey_ = keyCode;
+  lastKeyAt_ = now;
+  trapErrors("xyVoteRuntime", "Form_KeyDown", [&] {
+    if (state == VoteState::resultUp)
+      keyAfterVote(keyCode, shift);
+    else if (state == VoteState::open && glo.voteOpen)
+      keyDuringVote(keyCode);
+  });
+  forms().refresh(name);
+}
+
+void xyVoteRuntime::keyAfterVote(int keyCode, int shift) {
+  if ((shift & key::altMask) != 0) {
+    if (keyCode != 'D')
+      return;
+    const bool on = !(bars.Visible || lbl_averageScore.Visible);
+    ShowBars(on && glo.runByShowBarGraph != 0);
+    ShowAverageScore(lbl_averageScore.Caption, on && glo.CheckAverageScoreIndicator == 1);
+  } else if (goesOn(keyCode) || keyCode == key::escape) {
+    freeCursor();
+    state = VoteState::done;
+    writeOutcome("Vote finished");
+  } else if (keyCode == 'R') {
+    state = VoteState::done;
+    writeOutcome("revote");
+  }
+}
+
+void xyVoteRuntime::keyDuringVote(int keyCode) {
+  if (goesOn(keyCode)) {
+    endVoteKey();
+  } else if (keyCode == key::escape || keyCode == 'Q') {
+    askHowToLeave();
+  } else if (keyCode == 'R') {
+    glo.restartVote = true;
+    glo.voteAbandoned = 1;
+  } else if (keyCode == 'A') {
+    cursorShown = !cursorShown;
+    if (host::host().windows)
+      host::host().windows->showCursor(cursorShown);
+  } else if (keyCode == 'K') {
+    toggleKeypadPanel();
+  } else if (keyCode == key::subtract || keyCode == key::minus) {
+    keepVotingKeypads();
+  } else if (keyCode == key::add || keyCode == key::equal) {
+    forgetActiveKeypads();
+  } else if (digitOf(keyCode) >= 0 || keyCode == 'Z' || keyCode == 'G') {
+    keyboardKey(keyCode);
+  }
+  if (glo.voteComplete != 1)
+    return;
+  uctl_kpadsNotVoted.BeginChecking(false);
+  showKeypadPanel(false);
+  host::waitUntil([] { return false; }, kAfterClose);
+}
+
+void xyVoteRuntime::endVoteKey() {
+  if (glo.votesCast < 1) {
+    const host::Answer answer =
+        host::host().dialogs->MsgBox("No votes have been collected\r\n\r\nClose vote and continue?",
+                                     "Confirm close vote", host::Buttons::yesNo, host::Icon::question);
+    if (answer != host::Answer::yes || !glo.voteOpen)
+      return;
+  }
+  glo.voteComplete = 1;
+  playEndOfVoteSound();
+}
+
+void xyVoteRuntime::playEndOfVoteSound() const {
+  if (glo.endOfVoteSoundOn != 0)
+    uctl_votesCast.PlaySound(glo.endOfVoteSoundFile);
+}
+
+// Only keypads that have voted stay active.
+void xyVoteRuntime::keepVotingKeypads() {
+  if (glo.votesCast < 1)
+    return;
+  theComms().WriteActiveKeypads(false);
+  glo.voteComplete = 1;
+}
+
+void xyVoteRuntime::forgetActiveKeypads() {
+  glo.activeKeypads.clear();
+  glo.activeKeypadList.clear();
+  glo.scanMarked = true;
+  theComms().WriteActiveKeypads(true);
+}
+
+void xyVoteRuntime::keyboardKey(int keyCode) {
+  if (!keyboardVotes() && !keyboardTurnedOn())
+    return;
+  if (keyCode == 'G') {
+    GenerateRandomVotes(1);
+    playEndOfVoteSound();
+    return;
+  }
+  int value = keyCode == 'Z' ? -2 : digitOf(keyCode);
+  if (value == 0 && glo.startFrom == 1 && glo.options >= 10)
+    value = 10;
+  SimulatePress(value);
+}
+
+// Asks whether the keyboard shall stand in for keypads. The votes of the pass begin anew then.
+bool xyVoteRuntime::keyboardTurnedOn() {
+  const host::Answer answer = host::host().dialogs->MsgBox(
+      "Keyboard voting is not enabled.   \r\nWould you like to activate it for this Matrix session?\r\n"
+      "If you wish to make this permanent, \r\nthen please set the Base Type to Keyboard in Keypad Setup",
+      host::kTitle, host::Buttons::yesNo, host::Icon::question);
+  if (answer != host::Answer::yes || !glo.voteOpen)
+    return false;
+  ResetVotes();
+  glo.votesCast = 0;
+  glo.savedBaseType = glo.baseType;
+  glo.baseType = "KBOARD";
+  glo.keyboardFlag = 1;
+  theComms().SendCommandToController("KBOARD", true, true);
+  ShowVotesCast(glo.options);
+  SetVotesCastCount("K'board");
+  WriteKBOARDFile();
+  return true;
+}
+
+void xyVoteRuntime::toggleKeypadPanel() {
+  const bool on = !uctl_kpadsNotVoted.Visible;
+  uctl_kpadsNotVoted.BeginChecking(on);
+  showKeypadPanel(on);
+  if (on)
+    uctl_kpadsNotVoted.forceRefresh();
+}
+
+void xyVoteRuntime::showKeypadPanel(bool on) {
+  uctl_kpadsNotVoted.Visible = on && glo.voteOpen && glo.voteComplete != 1;
+  ShowKeypads(uctl_kpadsNotVoted.title, uctl_kpadsNotVoted.Caption, uctl_kpadsNotVoted.Visible);
+  forms().refresh(name);
+}
+
+void xyVoteRuntime::askHowToLeave() {
+  const char* dialog = "xyVoteQuitOptions";
+  forms().load(dialog);
+  forms().showModal(dialog);
+  const auto* answer = dynamic_cast<xyVoteQuitOptions*>(forms().find(dialog));
+  if (answer == nullptr || glo.closing)
+    return;
+  const xyVoteQuitOptions::Option chosen = answer->chosen;
+  const int result = answer->UserResult;
+  forms().unload(dialog);
+  if (chosen == xyVoteQuitOptions::goToGraph) {
+    showGraphMeanwhile();
+  } else if (chosen == xyVoteQuitOptions::goTo || chosen == xyVoteQuitOptions::goBackOne) {
+    jump_ = chosen == xyVoteQuitOptions::goTo ? Jump::target : Jump::back;
+    leave(2);
+  } else {
+    leave(result);
+  }
+}
+
+// 1 votes again, 2 leaves this vote, 3 leaves all votes; anything else goes on voting.
+void xyVoteRuntime::leave(int userResult) {
+  if (userResult < 1 || userResult > 3)
+    return;
+  glo.voteAbandoned = 1;
+  if (userResult == 1) {
+    writeOutcome("revote");
+    glo.restartVote = true;
+  } else if (userResult == 2) {
+    writeOutcome("Vote Finished");
+  } else {
+    theComms().EndVote();
+    writeOutcome("Quit ALL");
+    saveXY();
+    glo.returnToEditor = true;
+    glo.voteStepBack = true;
+    glo.quitRequested = true;
+  }
+}
+
+// A graph over the open vote. What arrives meanwhile is counted afterwards.
+void xyVoteRuntime::showGraphMeanwhile() {
+  const PressHold hold;
+  if (forms().isDefined("xyVoteGraph"))
+    showMatrixGraph();
+  else
+    showAverageGraph(glo.currentAssessment);
+}
+
+}  // namespace qrn

@@ -1,0 +1,138 @@
+#include "vote/vote_plan.h"
+
+#include <algorithm>
+#include <map>
+#include <utility>
+
+#include "core/glo.h"
+
+namespace qrn {
+
+namespace {
+
+constexpr int kSifter = 2;
+
+int voteTypeOf(int assessment) {
+  return glo.assessments[static_cast<std::size_t>(assessment - 1)].voteType;
+}
+
+bool voted(int item, int assessment) {
+  return glo.risks[static_cast<std::size_t>(item)].voted[static_cast<std::size_t>(assessment - 1)];
+}
+
+bool onAxes(int assessment) {
+  return std::find(glo.matrixAxes.begin(), glo.matrixAxes.end(), assessment - 1) != glo.matrixAxes.end();
+}
+
+std::size_t firstStep(const std::vector<VoteStep>& steps, const auto& wanted) {
+  return static_cast<std::size_t>(std::find_if(steps.begin(), steps.end(), wanted) - steps.begin());
+}
+
+// By item the saved point counts. It names the next assessment by number; the saved step tells the next by
+// order.
+std::size_t resumeByItem(const std::vector<VoteStep>& steps) {
+  const std::vector<int> order = assessmentOrder();
+  int assessment = glo.logAssessment;
+  const std::size_t next = static_cast<std::size_t>(std::max(0, glo.voteStep));
+  if (glo.logRisk == 0 && next > 0 && next <= order.size() && order[next - 1] + 1 == assessment) {
+    if (next == order.size())
+      return steps.size();
+    assessment = order[next];
+  }
+  const auto place = std::find(order.begin(), order.end(), assessment);
+  if (place == order.end())
+    return assessment > kAssessments ? steps.size() : 0;
+  const int step = static_cast<int>(place - order.begin()) + 1;
+  return firstStep(steps, [&](const VoteStep& at) {
+    return at.step > step || (at.step == step && itemOfKey(at.sortKey) >= glo.logRisk);
+  });
+}
+
+// By assessment the voted marks count too: the item before the saved one may have been left half voted.
+std::size_t resumeByAssessment(const std::vector<VoteStep>& steps) {
+  return firstStep(steps, [](const VoteStep& at) {
+    const int item = itemOfKey(at.sortKey);
+    return item >= glo.logRisk - 1 && !voted(item, at.assessment);
+  });
+}
+
+}  // namespace
+
+std::vector<int> assessmentOrder() {
+  std::vector<int> order;
+  for (int a = 1; a <= kAssessments; ++a)
+    if (glo.assessmentInfo[static_cast<std::size_t>(a - 1)].active)
+      order.push_back(a);
+  std::stable_sort(order.begin(), order.end(), [](int a, int b) {
+    return glo.assessmentInfo[static_cast<std::size_t>(a - 1)].votingOrder <
+           glo.assessmentInfo[static_cast<std::size_t>(b - 1)].votingOrder;
+  });
+  return order;
+}
+
+std::vector<VoteStep> stepsByItem() {
+  std::vector<VoteStep> steps;
+  int step = 0;
+  for (const int assessment : assessmentOrder()) {
+    ++step;
+    if (voteTypeOf(assessment) == kSifter) {
+      steps.push_back({kSifterStep, assessment, step, true});
+      continue;
+    }
+    for (int item = 0; item < glo.itemCount(); ++item)
+      steps.push_back({glo.risks[static_cast<std::size_t>(item)].sortKey, assessment, step, true});
+  }
+  return steps;
+}
+
+std::vector<VoteStep> stepsByAssessment() {
+  std::vector<int> order = assessmentOrder();
+  std::stable_partition(order.begin(), order.end(), onAxes);
+  std::vector<VoteStep> steps;
+  for (int item = 0; item < glo.itemCount(); ++item) {
+    const bool finished = std::all_of(order.begin(), order.end(), [&](int a) { return voted(item, a); });
+    for (std::size_t i = 0; i < order.size(); ++i)
+      steps.push_back(
+          {glo.risks[static_cast<std::size_t>(item)].sortKey, order[i], static_cast<int>(i) + 1, !finished});
+  }
+  return steps;
+}
+
+std::size_t resumeStep(const std::vector<VoteStep>& steps) {
+  return glo.runByOption == 1 ? resumeByAssessment(steps) : resumeByItem(steps);
+}
+
+int itemOfKey(int sortKey) {
+  for (int i = 0; i < glo.itemCount(); ++i)
+    if (glo.risks[static_cast<std::size_t>(i)].sortKey == sortKey)
+      return i;
+  return -1;
+}
+
+void loadVotePlan() {
+  for (std::size_t a = 0; a < glo.assessmentVotePlan.size(); ++a) {
+    const int next = std::exchange(glo.nextRounds[a], -1);
+    glo.assessmentVotePlan[a] = next == -1 ? glo.defaultRounds[a] : next;
+  }
+}
+
+std::vector<int> listKeys() {
+  std::vector<int> keys;
+  for (int i = 0; i < glo.itemCount(); ++i) keys.push_back(glo.risks[static_cast<std::size_t>(i)].sortKey);
+  return keys;
+}
+
+void restoreListOrder(const std::vector<int>& keys) {
+  if (listKeys() == keys)
+    return;
+  std::map<int, std::size_t> placeOf;
+  for (std::size_t i = 0; i < keys.size(); ++i) placeOf.emplace(keys[i], i);
+  const auto place = [&](const RiskRecord& risk) {
+    const auto it = placeOf.find(risk.sortKey);
+    return it == placeOf.end() ? keys.size() : it->second;
+  };
+  std::stable_sort(glo.risks.begin(), glo.risks.end() - 1,
+                   [&](const RiskRecord& a, const RiskRecord& b) { return place(a) < place(b); });
+}
+
+}  // namespace qrn

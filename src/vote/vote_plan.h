@@ -1,0 +1,34 @@
+// The order in which an exercise is voted.
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "vote/xy_vote_runtime.h"
+
+namespace qrn {
+
+// Assessments selected for voting, 1-based, by their place in the running order.
+std::vector<int> assessmentOrder();
+
+// Each assessment through all items. An assessment of the sifter kind is one step with the key kSifterStep.
+std::vector<VoteStep> stepsByItem();
+// Each item through all assessments: the pair on the graph's axes first. An item voted on all of them is not
+// taken.
+std::vector<VoteStep> stepsByAssessment();
+inline constexpr int kSifterStep = -1;
+
+// Where an interrupted process goes on, after readlog; the number of steps when nothing is left.
+std::size_t resumeStep(const std::vector<VoteStep>& steps);
+
+// Index into risks of the item with that key, -1 without one.
+int itemOfKey(int sortKey);
+
+// The rounds to vote: the next rounds where they are set (each counts once), else the default rounds.
+void loadVotePlan();
+
+// Sort keys of the list as it stands, and the list put back into that order.
+std::vector<int> listKeys();
+void restoreListOrder(const std::vector<int>& keys);
+
+}  // namespace qrn

@@ -1,0 +1,322 @@
+#include "vote/xy_vote_runtime.h"
+
+#include <algorithm>
+
+#include "analysis/orders.h"
+#include "core/common.h"
+#include "core/diagnostics.h"
+#include "core/glo.h"
+#include "host/dialogs.h"
+#include "host/host.h"
+#include "host/presentation.h"
+#include "host/wait.h"
+#include "store/exercise_text.h"
+#include "store/progress_log.h"
+#include "store/statistics.h"
+#include "vote/comms.h"
+#include "vote/count_up_vote.h"
+#include "vote/keypad_arrays.h"
+#include "vote/run_graphs.h"
+#include "vote/vote_plan.h"
+
+namespace qrn {
+
+namespace {
+
+constexpr const char* kModule = "xyVoteRuntime";
+constexpr const char* kOutcomeTag = "qrnVoteTerminated";
+constexpr int kSingleItemSelect = 14, kSingleDigit = 9;
+constexpr int kScalar = 1, kBalance = 3;
+
+host::FormRegistry& forms() {
+  return *host::host().forms;
+}
+
+host::Tags& presentationTags() {
+  return host::host().presentationProgram->ActivePresentation()->tags();
+}
+
+// The outcome of the last vote: double quotes removed, lower case.
+std::string outcome() {
+  std::string text = replaceAll(presentationTags().Item(kOutcomeTag), "\"", "");
+  std::transform(text.begin(), text.end(), text.begin(),
+                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+  return text;
+}
+
+bool modeEndsProgram() {
+  return glo.cmdMode == "SERIES VOTE" || glo.cmdMode == "DISPLAY";
+}
+
+const AssessmentRecord& currentAssessmentRecord() {
+  return glo.assessments[static_cast<std::size_t>(glo.currentAssessment - 1)];
+}
+
+}  // namespace
+
+xyVoteRuntime::xyVoteRuntime() : VoteForm("xyVoteRuntime") {
+  uctl_kpadsNotVoted.showRequested = [this] { showKeypadPanel(true); };
+  uctl_kpadsNotVoted.changed = [this] { showKeypadPanel(uctl_kpadsNotVoted.Visible); };
+  xyVoteRuntimeBoxes = [] {
+    const auto* form = dynamic_cast<VoteForm*>(host::host().forms->find("xyVoteRuntime"));
+    if (form == nullptr)
+      throw HostError(Fault::program, 91, "The voting form is not loaded");
+    return VoteFormBoxes{form->txt_RiskNum, form->txt_AssNum};
+  };
+}
+
+void xyVoteRuntime::startProcess() {
+  glo.voteStepBack = true;
+  glo.voteComplete = 0;
+  glo.quitRequested = false;
+  glo.runFinished = false;
+  if (glo.CheckAutoSave != 0 && !saveXY())
+    return;
+  ResizeVoteArrays();
+  hideButtons();
+  trapErrors(kModule, "startProcess", [&] {
+    if (glo.runByOption == 1)
+      byAssessment();
+    else
+      byItem();
+  });
+  state = VoteState::done;
+  if (glo.closing)
+    return;
+  if (modeEndsProgram() && (glo.runFinished || glo.quitRequested)) {
+    if (endProgramHook)
+      endProgramHook();
+    return;
+  }
+  if (forms().isDefined("xyVote"))
+    forms().show("xyVote");
+  forms().unload(name);
+}
+
+void xyVoteRuntime::byItem() {
+  loadVotePlan();
+  walk(stepsByItem(), 0);
+  FinishOfVoteLoop();
+}
+
+void xyVoteRuntime::byAssessment() {
+  if (glo.listOrder == order::alphabetical && !glo.resumePending)
+    reorderListAlpha(false);
+  loadVotePlan();
+  walk(stepsByAssessment(), 0);
+  if (!runEnds())
+    Check4ResultsTable();
+  FinishOfVoteLoop();
+}
+
+bool xyVoteRuntime::runEnds() const {
+  return glo.quitRequested || glo.closing || glo.voteAbandoned != 0 || !forms().isLoaded(name);
+}
+
+void xyVoteRuntime::walk(std::vector<VoteStep> steps, std::size_t start) {
+  listOrder_ = listKeys();
+  glo.voteAbandoned = 0;
+  if (glo.singleVoteRun) {
+    const int item = std::clamp(glo.jumpItem, 0, std::max(0, glo.itemCount() - 1));
+    steps = {
+        {listOrder_.empty() ? 0 : listOrder_[static_cast<std::size_t>(item)], glo.jumpAssessment, 1, true}};
+  } else if (glo.resumePending) {
+    start = resumeStep(steps);
+  }
+  glo.resumePending = false;
+  for (std::size_t at = start; at < steps.size();) {
+    jump_ = Jump::none;
+    const bool done = takeStep(steps[at]);
+    if (jump_ != Jump::none && !glo.quitRequested && !glo.closing) {
+      glo.voteAbandoned = 0;
+      at = jumpTarget(steps, at);
+      steps[at].taken = true;
+      continue;
+    }
+    if (runEnds())
+      return;
+    if (done && !glo.singleVoteRun)
+      afterStep(steps, at);
+    if (runEnds())
+      return;
+    ++at;
+  }
+}
+
+bool xyVoteRuntime::takeStep(const VoteStep& step) {
+  if (step.sortKey == kSifterStep) {
+    host::host().dialogs->MsgBox("Sorry, sifter not yet enabled", host::kTitle);
+    return false;
+  }
+  const int item = itemOfKey(step.sortKey);
+  if (!step.taken || item < 0 || !glo.risks[static_cast<std::size_t>(item)].voting)
+    return false;
+  glo.currentItem = glo.currentRisk = item;
+  glo.currentAssessment = step.assessment;
+  glo.voteStep = step.step;
+  if (currentAssessmentRecord().voteType == kBalance)
+    return false;  // compared in pairs, not voted item by item
+  voteHeld_ = false;
+  trapErrors(kModule, "takeStep", [&] {
+    DisplayVote(item, step.assessment, glo.assessmentVotePlan[static_cast<std::size_t>(step.assessment - 1)],
+                *this);
+    BlankThisForm();
+    RunVote();
+    if (voteHeld_)
+      writeLog();
+  });
+  return voteHeld_;
+}
+
+// What the running order shows when an assessment, or an item, has been voted to its end.
+void xyVoteRuntime::afterStep(const std::vector<VoteStep>& steps, std::size_t at) {
+  const bool itemRun = glo.runByOption == 1;
+  const VoteStep& now = steps[at];
+  for (std::size_t next = at + 1; next < steps.size(); ++next) {
+    const int item = itemOfKey(steps[next].sortKey);
+    if (!steps[next].taken || item < 0 || !glo.risks[static_cast<std::size_t>(item)].voting)
+      continue;
+    if (itemRun ? steps[next].sortKey == now.sortKey : steps[next].assessment == now.assessment)
+      return;  // more to come
+    break;
+  }
+  trapErrors(kModule, "afterStep", [&] {
+    if (itemRun)
+      showEndOfItemGraphs();
+    else
+      showEndOfAssessmentGraphs(now.assessment);
+  });
+  restoreListOrder(listOrder_);
+  glo.currentItem = glo.currentRisk = std::max(0, itemOfKey(now.sortKey));
+}
+
+std::size_t xyVoteRuntime::jumpTarget(const std::vector<VoteStep>& steps, std::size_t at) const {
+  const auto votable = [&](const VoteStep& step) {
+    const int item = itemOfKey(step.sortKey);
+    return item >= 0 && glo.risks[static_cast<std::size_t>(item)].voting;
+  };
+  if (jump_ == Jump::target) {
+    for (std::size_t i = 0; i < steps.size(); ++i)
+      if (steps[i].assessment == glo.jumpAssessment && itemOfKey(steps[i].sortKey) == glo.jumpItem &&
+          votable(steps[i]))
+        return i;
+    return at;
+  }
+  for (std::size_t i = at; i-- > 0;)
+    if (votable(steps[i]))
+      return i;
+  return at;
+}
+
+void xyVoteRuntime::RunVote() {
+  glo.restartVote = false;
+  glo.revotePass = glo.revotePending;
+  glo.revotePending = false;
+  forms().show(name);
+  do {
+    glo.restartVote = false;
+    doVote(glo.voteStep);
+  } while (glo.restartVote && !runEnds());
+  glo.revotePass = false;
+}
+
+void xyVoteRuntime::doVote(int step) {
+  if (lbl_Criteria.size() < 2) {
+    host::host().dialogs->MsgBox("Must have at least 2 options", host::kTitle, host::Buttons::ok,
+                                 host::Icon::exclamation);
+    return;
+  }
+  glo.voteStep = step;
+  glo.currentRisk = glo.currentItem;
+  presentationTags().Delete(kOutcomeTag);
+  glo.defaultVoteType = glo.MainVoteSettings.voteMode == kSingleItemSelect ? kSingleItemSelect : kSingleDigit;
+  glo.voteType = glo.defaultVoteType;
+  glo.abstainEnabled = glo.opt_abstain;
+  for (;;) {
+    DoCountUpGraphVote(*this);
+    uctl_kpadsNotVoted.BeginChecking(false);
+    showKeypadPanel(false);
+    voteHeld_ = voteHeld_ || glo.voteAbandoned == 0;
+    host::waitUntil([&] { return glo.closing || !forms().isLoaded(name) || !outcome().empty(); });
+    if (outcome() != "revote" || runEnds())
+      break;
+    presentationTags().Delete(kOutcomeTag);
+  }
+  ShowAverageScore("", false);
+  state = VoteState::done;
+}
+
+void xyVoteRuntime::FinishOfVoteLoop() {
+  glo.currentItem = std::clamp(glo.currentItem, 0, std::max(0, glo.itemCount() - 1));
+  glo.scanFlag = 0;
+  const bool normal = !runEnds() && !glo.singleVoteRun;
+  glo.runFinished = true;
+  if (!normal)
+    return;  // the record written after the last vote stands: the process can go on from there
+  hideButtons();
+  trapErrors(kModule, "FinishOfVoteLoop", [] { showEndOfProcessGraphs(); });
+  restoreListOrder(listOrder_);
+  if (!glo.closing)
+    writeLog(true);
+}
+
+// The table of results is a form of its own; it comes up once the last selected assessment has been voted.
+void xyVoteRuntime::Check4ResultsTable() {
+  if (!glo.ShowResultsTable[0] || !forms().isDefined("xyVoteResultsTable"))
+    return;
+  int last = kAssessments;
+  while (last > 0 && !glo.assessmentInfo[static_cast<std::size_t>(last - 1)].active) --last;
+  if (last > 0 && glo.currentAssessment >= last)
+    forms().showModal("xyVoteResultsTable");
+}
+
+// Nothing of the last result is left on the form.
+void xyVoteRuntime::BlankThisForm() {
+  ShowBars(false);
+  ShowAverageScore("", false);
+  showKeypadPanel(false);
+  state = VoteState::prepared;
+}
+
+void xyVoteRuntime::ResetForNewVote() {
+  presentationTags().Delete(kOutcomeTag);
+  ShowBars(false);
+  showKeypadPanel(false);
+  uctl_kpadsNotVoted.Caption.clear();
+  uctl_kpadsNotVoted.BeginChecking(glo.keypadsNotVotedPopupOn >= 1 || glo.keypadsNotVotedClose == 1);
+  state = VoteState::prepared;
+}
+
+void xyVoteRuntime::cmd_cancel_Click() {
+  if (!modeEndsProgram()) {
+    const host::Answer answer = host::host().dialogs->MsgBox(
+        "Are you sure you want to quit matrix?", host::kTitle, host::Buttons::yesNo, host::Icon::question);
+    if (answer != host::Answer::yes)
+      return;
+    saveXY();
+  }
+  presentationTags().Add(kOutcomeTag, "Vote finished");
+  glo.restartVote = false;
+  glo.quitRequested = true;
+  glo.voteAbandoned = 1;
+  if (!modeEndsProgram() && endProgramHook)
+    endProgramHook();
+}
+
+// The window's own close button asks as the cancel button does; the run then ends by itself.
+bool xyVoteRuntime::Form_QueryUnload(bool byUser) {
+  if (!byUser)
+    return true;
+  cmd_cancel_Click();
+  return false;
+}
+
+void xyVoteRuntime::Form_Unload() {
+  uctl_kpadsNotVoted.BeginChecking(false);
+}
+
+void xyVoteRuntime::Form_Resize() {
+  LayOutAgain();
+}
+
+}  // namespace qrn
