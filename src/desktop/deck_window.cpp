@@ -232,7 +232,7 @@ void DeckWindow::makeDeckPage() {
   list_->setUniformItemSizes(true);
   list_->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
   list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  list_->setMinimumWidth(40 * look::grid);
+  list_->setMinimumWidth(46 * look::grid);
   list_->setStyleSheet("QListView { border: none; background: #f3f5f8; outline: none; padding: 4px; }");
   list_->setAccessibleName("Slides");
   connect(list_->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] { showCurrent(); });
@@ -263,9 +263,10 @@ QWidget* DeckWindow::makeDetail() {
   exerciseButton_ = button("Open &exercise", "Run the exercise of this slide (Enter in the list)",
                            [this] { openExercise(); });
   row->addWidget(button("&Start show", "From the beginning (F5)", [this] { calls_.startShow(0); }));
-  row->addWidget(button("From &this slide", "Shift+F5", [this] { calls_.startShow(SlideIndex()); }));
+  row->addWidget(button("From &this slide", "Start the slide show here (Shift+F5)",
+                        [this] { calls_.startShow(SlideIndex()); }));
   row->addWidget(exerciseButton_);
-  row->addWidget(button("&Keypads", "Where phones join (Ctrl+K)", calls_.showKeypads));
+  row->addWidget(button("&Keypads", "Show where phones join (Ctrl+K)", calls_.showKeypads));
   row->addStretch();
   layout->addWidget(title_);
   layout->addWidget(facts_);

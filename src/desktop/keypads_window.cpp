@@ -62,10 +62,12 @@ KeypadsWindow::KeypadsWindow(QWidget* parent)
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(32, 32, 32, 24);
   layout->setSpacing(16);
+  layout->addStretch(1);
   layout->addWidget(heading_);
-  layout->addWidget(code_, 1);
+  layout->addWidget(code_);
   layout->addWidget(text_);
   layout->addWidget(hint_);
+  layout->addStretch(1);
   layout->addWidget(buttons_);
   setMinimumSize(640, 560);
   resize(760, 720);
@@ -76,6 +78,8 @@ void KeypadsWindow::showAddress(const QString& address) {
   const bool known = !address.isEmpty();
   heading_->setText(known ? "Join with your phone" : "No controller is running");
   text_->setText(address);
+  code_->setVisible(known);
+  text_->setVisible(known);
   hint_->setText(
       known
           ? "Point the camera at the code, or type the address into a browser."

@@ -7,6 +7,8 @@
 #include <QPointer>
 #include <QSignalBlocker>
 #include <algorithm>
+#include <array>
+#include <utility>
 
 #include "desktop/keys.h"
 #include "desktop/render/fonts.h"
@@ -52,7 +54,8 @@ QuitOptionsWindow::QuitOptionsWindow(xyVoteQuitOptions& form, QWidget* over)
   for (const char* caption : xyVoteQuitOptions::captions()) options_->addItem(caption);
   auto* heading = new QLabel("What next?", this);
   heading->setStyleSheet("font-size: 28px; font-weight: bold;");
-  auto* hint = new QLabel("Up and Down choose, Enter takes, Esc continues voting", this);
+  auto* hint = new QLabel(
+      "Up, Down or a digit choose, Enter takes, Tab goes to the lists, Esc continues voting", this);
   hint->setStyleSheet(QString("font-size: 16px; color: %1;").arg(look::quietInk.name()));
   auto* lists = new QVBoxLayout(targets_);
   lists->setContentsMargins(0, 0, 0, 0);
@@ -95,18 +98,52 @@ void QuitOptionsWindow::sync() {
   const QSignalBlocker quiet(options_);
   options_->setCurrentRow(static_cast<int>(form_.chosen));
   targets_->setVisible(!form_.List1.empty());
-  targets_->setEnabled(form_.chosen == xyVoteQuitOptions::goTo);
   fill(*items_, form_.List1, form_.List1Index);
   fill(*assessments_, form_.List2, form_.List2Index);
+  mark();
+}
+
+bool QuitOptionsWindow::focusNextPrevChild(bool) {
+  return false;
 }
 
 void QuitOptionsWindow::keyPressEvent(QKeyEvent* event) {
   const KeyStroke stroke = classicKey(*event);
   const QPointer<QuitOptionsWindow> self(this);
+  if (moveInTargets(stroke.keyCode, stroke.shift))
+    return;
   if (stroke.keyCode != 0 && formStands())
     form_.Form_KeyDown(stroke.keyCode, stroke.shift);
   if (self && formStands())
     sync();
+}
+
+// Tab walks over the three lists; in the lists of targets Up and Down move, and Enter goes to the target.
+bool QuitOptionsWindow::moveInTargets(int keyCode, int shift) {
+  if (keyCode == host::key::tab && !form_.List1.empty()) {
+    const int step = shift & host::key::shiftMask ? 2 : 1;
+    zone_ = static_cast<Zone>((static_cast<int>(zone_) + step) % 3);
+    if (zone_ != Zone::options)
+      form_.chosen = xyVoteQuitOptions::goTo;
+    sync();
+    return true;
+  }
+  if (zone_ == Zone::options || (keyCode != host::key::up && keyCode != host::key::down))
+    return false;
+  int& index = zone_ == Zone::items ? form_.List1Index : form_.List2Index;
+  const auto& lines = zone_ == Zone::items ? form_.List1 : form_.List2;
+  index = std::clamp(index + (keyCode == host::key::down ? 1 : -1), 0,
+                     std::max(0, static_cast<int>(lines.size()) - 1));
+  sync();
+  return true;
+}
+
+// The list that Up and Down move in has the thick frame.
+void QuitOptionsWindow::mark() {
+  const std::array<std::pair<QListWidget*, Zone>, 3> lists{
+      {{options_, Zone::options}, {items_, Zone::items}, {assessments_, Zone::assessments}}};
+  for (const auto& [list, zone] : lists)
+    list->setStyleSheet(zone == zone_ ? "QListWidget { border: 3px solid #0b57a4; }" : "");
 }
 
 void QuitOptionsWindow::closeEvent(QCloseEvent* event) {

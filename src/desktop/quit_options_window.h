@@ -18,11 +18,16 @@ class QuitOptionsWindow : public QWidget {
  protected:
   void keyPressEvent(QKeyEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
+  bool focusNextPrevChild(bool next) override;  // Tab is a key of the dialog
 
  private:
   QListWidget* makeList(const QString& name);
   bool formStands() const;
+  bool moveInTargets(int keyCode, int shift);
+  void mark();
 
+  enum class Zone { options, items, assessments };
+  Zone zone_ = Zone::options;  // where Up and Down move
   xyVoteQuitOptions& form_;
   QListWidget *options_, *items_, *assessments_;
   QWidget* targets_;

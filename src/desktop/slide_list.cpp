@@ -91,12 +91,22 @@ int paintBadge(QPainter& painter, QPoint at, const QString& text, const QColor& 
   return box.width();
 }
 
+void paintQuietLine(QPainter& painter, const QRect& place, const QString& text) {
+  painter.setPen(look::quietInk);
+  painter.setFont(type(13));
+  painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter,
+                   painter.fontMetrics().elidedText(text, Qt::ElideRight, place.width()));
+}
+
+QString contentsLine(const ExerciseFacts& facts) {
+  return counted(facts.items, "item", "items") + " · " +
+         counted(facts.assessments, "assessment", "assessments");
+}
+
 }  // namespace
 
 QString factsLine(const ExerciseFacts& facts) {
-  return counted(facts.items, "item", "items") + " · " +
-         counted(facts.assessments, "assessment", "assessments") + " · " +
-         counted(facts.votes, "vote", "votes");
+  return contentsLine(facts) + " · " + counted(facts.votes, "vote", "votes");
 }
 
 ExerciseFacts factsFromTags(host::Slide& slide) {
@@ -179,13 +189,11 @@ void SlideListDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
   if (row.exercise)
     at.rx() += paintBadge(*painter, at, "Exercise", look::mark, look::markSoft) + look::grid;
   if (row.hidden)
-    paintBadge(*painter, at, "Hidden", look::quietInk, look::ground);
+    at.rx() += paintBadge(*painter, at, "Hidden", look::quietInk, look::ground) + look::grid;
   if (row.exercise) {
-    painter->setPen(look::quietInk);
-    painter->setFont(type(13));
-    painter->drawText(
-        QRect(text.left(), at.y() + 20, text.width(), 18), Qt::AlignLeft | Qt::AlignVCenter,
-        painter->fontMetrics().elidedText(factsLine(*row.exercise), Qt::ElideRight, text.width()));
+    const QRect first(at.x(), at.y() + 1, text.right() - at.x(), 18);
+    paintQuietLine(*painter, first, counted(row.exercise->votes, "vote", "votes"));
+    paintQuietLine(*painter, QRect(text.left(), at.y() + 21, text.width(), 18), contentsLine(*row.exercise));
   }
   painter->restore();
 }

@@ -48,6 +48,10 @@ QPushButton:default:focus { border: 3px solid #16222f; padding: 6px 14px; }
 QPushButton:disabled { background: #f3f5f8; color: #6b7886; border-color: #c9d1db; }
 QLineEdit { background: #ffffff; border: 1px solid #7d8b9b; border-radius: 6px; padding: 8px; }
 QLineEdit:focus { border: 3px solid #0b57a4; padding: 6px; }
+QMessageBox QLabel, QInputDialog QLabel { font-size: 20px; }
+QMessageBox QLabel#qt_msgbox_label { min-width: 360px; padding: 8px; }
+QInputDialog QLineEdit { min-width: 480px; font-size: 20px; }
+QMessageBox QPushButton, QInputDialog QPushButton { min-width: 88px; }
 QToolTip { background: #16222f; color: #ffffff; border: none; padding: 6px 8px; }
 QStatusBar { background: #ffffff; border-top: 1px solid #c9d1db; }
 QStatusBar::item { border: none; }

@@ -121,7 +121,6 @@ std::optional<std::string> QtDialogs::InputBox(const std::string& prompt, const 
   box->setWindowTitle(text(title));
   box->setLabelText(text(prompt));
   box->setTextValue(text(preset));
-  box->setMinimumWidth(480);
   const int result = ask(*box);
   std::optional<std::string> answer;
   if (box && result == QDialog::Accepted)
@@ -136,6 +135,7 @@ std::optional<std::string> QtDialogs::FileDialog(const host::FileQuestion& quest
   box->setOption(QFileDialog::DontUseNativeDialog);
   box->setAcceptMode(question.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
   box->setFileMode(question.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+  box->resize(960, 640);
   if (!question.name.empty())
     box->selectFile(text(question.name));
   const int result = ask(*box);

@@ -1,0 +1,142 @@
+// Pictures of the deck window, the slide show, the keypads page and the questions.
+#include <QApplication>
+#include <QMessageBox>
+#include <QPushButton>
+
+#include "adapters/qt/dialogs.h"
+#include "adapters/qt/info_window.h"
+#include "desktop/deck_window.h"
+#include "desktop/keypads_window.h"
+#include "desktop/pictures/made_up_deck.h"
+#include "desktop/pictures/pictures.h"
+#include "desktop/slide_show_window.h"
+#include "host/dialogs.h"
+#include "host/host.h"
+#include "host/wait.h"
+
+namespace qrn::pictures {
+
+namespace {
+
+std::optional<desktop::ExerciseFacts> madeUpFacts(host::Slide& slide) {
+  return desktop::ExerciseFacts{"Proposals", slide.slideIndex() % 16 == 7 ? 400 : 12, 3,
+                                slide.slideIndex() % 16 == 7 ? 1200 : 36};
+}
+
+desktop::DeckWindow::Calls noCalls() {
+  return {[] {}, [] {}, [] {}, [] {}, [](int) {}, [](int) {}};
+}
+
+void makeAll(desktop::SlidePictures& pictures) {
+  pictures.wantAll();
+  while (pictures.step()) {
+  }
+}
+
+void takeDeck(Album& album, const QString& name, int slides, int at, bool readOnly, QSize size) {
+  MadeUpDeck deck(slides, readOnly);
+  desktop::SlidePictures pictures;
+  pictures.setDeck(&deck);
+  desktop::DeckWindow window(pictures, madeUpFacts, noCalls());
+  window.resize(size);
+  window.show();
+  window.setDeck(&deck);
+  window.GotoSlide(at);
+  if (slides < 20)
+    makeAll(pictures);
+  window.slideChanged(at);
+  if (slides > 20)
+    window.say("Making slide pictures, 388 to go");
+  album.take(window, name);
+}
+
+void askAndTake(Album& album, const QString& name, const std::function<void(host::Dialogs&)>& ask) {
+  QWidget over;
+  over.resize(1024, 768);
+  over.show();
+  qt::QtDialogs dialogs([&] { return &over; });
+  host::Timer take(50, [&] {
+    for (QWidget* widget : QApplication::topLevelWidgets())
+      if (auto* dialog = qobject_cast<QDialog*>(widget); dialog && dialog->isVisible()) {
+        album.take(*dialog, name);
+        dialog->reject();
+      }
+  });
+  take.setEnabled(true);
+  ask(dialogs);
+}
+
+}  // namespace
+
+void takeDeckWindow(Album& album) {
+  for (const QSize size : kSizes) {
+    desktop::SlidePictures none;
+    desktop::DeckWindow empty(none, madeUpFacts, noCalls());
+    empty.resize(size);
+    empty.show();
+    album.take(empty, "deck-empty");
+    empty.notice().say(
+        desktop::NoticeBar::Kind::error,
+        "The deck was not opened. Harbour workshop.pptx is open for writing in another program; close "
+        "it there, or open the deck for reading only.");
+    album.take(empty, "deck-locked");
+    takeDeck(album, "deck-typical", 8, 3, false, size);
+    takeDeck(album, "deck-long-title", 8, 4, false, size);
+    takeDeck(album, "deck-read-only", 8, 1, true, size);
+    takeDeck(album, "deck-crowded", 400, 199, false, size);
+  }
+}
+
+void takeSlideShow(Album& album) {
+  for (const QSize size : kSizes) {
+    MadeUpDeck deck(8);
+    desktop::SlidePictures pictures;
+    pictures.setDeck(&deck);
+    desktop::SlideShowWindow show(deck, pictures, {});
+    show.resize(size);
+    show.GotoSlide(2);
+    show.show();
+    show.resize(size);
+    album.take(show, "show-plain");
+    makeAll(pictures);
+    show.pictureArrived(2);
+    album.take(show, "show-slide");
+    show.GotoSlide(8);
+    show.next();
+    album.take(show, "show-end");
+  }
+}
+
+void takeKeypads(Album& album) {
+  for (const QSize size : {QSize(760, 720), kSizes[0], kSizes[1]}) {
+    desktop::KeypadsWindow window(nullptr);
+    window.showAddress("http://192.168.1.20:8080/join");
+    window.resize(size);
+    album.take(window, "keypads");
+  }
+  desktop::KeypadsWindow none(nullptr);
+  none.showAddress("");
+  album.take(none, "keypads-no-controller");
+}
+
+void takeDialogs(Album& album) {
+  askAndTake(album, "question-yes-no", [](host::Dialogs& dialogs) {
+    dialogs.MsgBox("No votes have been collected\r\n\r\nClose vote and continue?", "Confirm close vote",
+                   host::Buttons::yesNo, host::Icon::question);
+  });
+  askAndTake(album, "question-message", [](host::Dialogs& dialogs) {
+    dialogs.MsgBox("Unable to display, as two assessments are not available", host::kTitle, host::Buttons::ok,
+                   host::Icon::information);
+  });
+  askAndTake(album, "question-input", [](host::Dialogs& dialogs) {
+    dialogs.InputBox("Please enter the new item", host::kTitle, "Benches along the quay");
+  });
+  askAndTake(album, "question-file", [](host::Dialogs& dialogs) {
+    dialogs.FileDialog({false, "/usr/share", "", "Presentations (*.pptx)|*.pptx", "Open a deck"});
+  });
+  qt::InfoWindow info;
+  info.showLine("Matrix Loading", nullptr);
+  album.take(info, "infoForm");
+}
+
+}  // namespace qrn::pictures

@@ -1,0 +1,86 @@
+// quorin-pictures DIR: draws every window in its main states with made-up data into DIR, for someone to look
+// at.
+#include <QApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <iostream>
+
+#include "adapters/qt/loop.h"
+#include "adapters/qt/text_measure.h"
+#include "desktop/pictures/pictures.h"
+#include "desktop/style.h"
+#include "host/errors.h"
+#include "host/forms.h"
+#include "host/host.h"
+#include "host/system.h"
+
+namespace qrn::pictures {
+
+namespace {
+
+class SteadyClock : public host::Clock {
+ public:
+  SteadyClock() { timer_.start(); }
+  host::DateTime now() const override { return {2026, 3, 14, 9, 30, 0, 0}; }
+  std::int64_t microseconds() const override { return timer_.nsecsElapsed() / 1000; }
+
+ private:
+  QElapsedTimer timer_;
+};
+
+}  // namespace
+
+Album::Album(QString folder) : folder_(std::move(folder)) {
+  if (!QDir().mkpath(folder_))
+    throw HostError(Fault::world, 76, "The folder cannot be made: " + folder_.toStdString());
+}
+
+void Album::take(QWidget& window, const QString& name) {
+  deliverEvents();
+  const QPixmap picture = window.grab();
+  const QString file =
+      QString("%1/%2-%3x%4.png").arg(folder_, name).arg(picture.width()).arg(picture.height());
+  if (!picture.save(file))
+    throw HostError(Fault::world, 75, "The picture cannot be written: " + file.toStdString());
+  ++count_;
+}
+
+void deliverEvents() {
+  for (int i = 0; i < 5; ++i) QCoreApplication::processEvents();
+}
+
+int takeAll(const QString& folder) {
+  SteadyClock clock;
+  qt::QtLoop loop;
+  qt::QtTextMeasure measure;
+  host::FormRegistry forms;
+  host::Host& neighbours = host::host();
+  neighbours.clock = &clock;
+  neighbours.loop = &loop;
+  neighbours.textMeasure = &measure;
+  neighbours.forms = &forms;
+  Album album(folder);
+  takeDeckWindow(album);
+  takeSlideShow(album);
+  takeKeypads(album);
+  takeDialogs(album);
+  return album.count();
+}
+
+}  // namespace qrn::pictures
+
+int main(int argc, char** argv) {
+  const QApplication application(argc, argv);
+  if (argc != 2) {
+    std::cerr << "usage: quorin-pictures DIR\n";
+    return 2;
+  }
+  qrn::desktop::applyStyle(*qApp);
+  try {
+    std::cout << qrn::pictures::takeAll(QString::fromLocal8Bit(argv[1])) << " pictures\n";
+    return 0;
+  } catch (const std::exception& error) {
+    std::cerr << "quorin-pictures: " << error.what() << "\n";
+    return 1;
+  }
+}
