@@ -257,8 +257,8 @@ void comms::WriteActiveKeypads(bool fromScan) {
     glo.activeKeypads.clear();
     for (const std::string_view keypad : pieces(list, ",")) glo.activeKeypads.emplace_back(keypad);
   }
-  if (host::Presentation* presentation = host::host().presentationProgram->ActivePresentation())
-    presentation->tags().Add(kActiveKeypads, withoutOuterCommas(list));
+  if (glo.oPresentation)
+    glo.oPresentation->tags().Add(kActiveKeypads, withoutOuterCommas(list));
   SendCommandToController("ReadActiveKeypads", true, true);
   if (fromScan) {
     ReadActiveKeypads();
@@ -314,8 +314,7 @@ void comms::decodeOffset(std::string_view value) {
                                    std::to_string(base));
     }
   }
-  host::Presentation* presentation = host::host().presentationProgram->ActivePresentation();
-  if (!presentation || !presentation->tags().Item(kActiveKeypads).empty())
+  if (!glo.oPresentation || !glo.oPresentation->tags().Item(kActiveKeypads).empty())
     return;
   // With no base in use each answer would call for the next one: an empty scan is told once.
   const bool emptyScan = glo.activeKeypadList.empty();
