@@ -17,8 +17,12 @@ class MemoryTags : public host::Tags {
     const auto it = values.find(upper(key));
     return it == values.end() ? "" : it->second;
   }
-  void Add(std::string_view key, std::string_view value) override { values[upper(key)] = std::string(value); }
+  void Add(std::string_view key, std::string_view value) override {
+    failWhenTold();
+    values[upper(key)] = std::string(value);
+  }
   void Append(std::string_view key, std::string_view tail) override {
+    failWhenTold();
     values[upper(key)] += std::string(tail);
   }
   void Delete(std::string_view key) override { values.erase(upper(key)); }
@@ -28,8 +32,13 @@ class MemoryTags : public host::Tags {
     return names;
   }
   std::map<std::string, std::string> values;
+  int failAtWrite = 0;  // the nth write from now reports a full disk; 0 never
 
  private:
+  void failWhenTold() {
+    if (failAtWrite > 0 && --failAtWrite == 0)
+      throw HostError(Fault::world, 61, "The disk is full");
+  }
   static std::string upper(std::string_view key) {
     std::string name(key);
     for (char& c : name)
