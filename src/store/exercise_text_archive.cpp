@@ -57,15 +57,19 @@ void TextWriter::put(Q value) {
   put(T(value.v));
 }
 
-// The shortest fraction that reads back as the same length: as a single where that does, else with more
-// digits.
+// The shortest fraction that reads back as the same length: as a single where that does, else with more digits. The
+// whole screen stays just below 1 and what is beyond it stands in full, since the reader takes 1 and more as absolute.
 void TextWriter::put(Fraction value) {
   const double fraction = value.v / value.whole;
-  const auto single = static_cast<float>(fraction);
-  const std::string text = plainNumber(single);
+  const std::string single = plainNumber(static_cast<float>(fraction));
   double reread = 0;
-  std::from_chars(text.data(), text.data() + text.size(), reread);
-  item(lengthOf(reread, value.whole) == value.v ? text : plainNumber(fraction));
+  std::from_chars(single.data(), single.data() + single.size(), reread);
+  if (fraction > 1)
+    item(plainNumber(value.v));
+  else if (fraction == 1)
+    item("0.99999999");
+  else
+    item(lengthOf(reread, value.whole) == value.v ? single : plainNumber(fraction));
 }
 
 void TextWriter::decimal(std::int64_t value) {
