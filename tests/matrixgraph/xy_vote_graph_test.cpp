@@ -1,0 +1,282 @@
+#include "matrixgraph/xy_vote_graph.h"
+
+#include "charts/graph_fixture.h"
+#include "charts/graph_look.h"
+#include "host/errors.h"
+
+namespace qrn {
+namespace {
+
+using test::GraphWorld;
+using Texts = std::vector<std::string>;
+
+constexpr PlotRequest kOnePair{1, 2, -1, -1, -1, -1, -1, -1};
+constexpr PlotRequest kTwoPairs{1, 2, 3, 4, -1, -1, -1, -1};
+
+class MatrixGraph : public GraphWorld {
+ protected:
+  MatrixGraph() {
+    registerGraphForms();
+    addItems(3);
+    for (int a = 1; a <= 4; ++a) addScale(a, "Name" + std::to_string(a), 5);
+  }
+  void voteAll() {
+    for (int item = 0; item < glo.itemCount(); ++item)
+      for (int a = 1; a <= 4; ++a) vote(item, a, "3;");
+  }
+  xyVoteGraph& draw(const PlotRequest& pairs, int width = 1024, int height = 768) {
+    drawMatrixGraph(pairs, width, height);
+    return host::host().forms->as<xyVoteGraph>("xyVoteGraph");
+  }
+  static double centreX(const host::Element& e) { return e.left + e.width / 2; }
+  static double centreY(const host::Element& e) { return e.top + e.height / 2; }
+};
+
+TEST_F(MatrixGraph, PlacesLabelsByTheFirstUpwardsAndTheSecondAcross) {
+  vote(0, 1, "1;");
+  vote(0, 2, "5;");
+  vote(1, 1, "2;3;");
+  vote(1, 2, "3;");
+  xyVoteGraph& form = draw(kOnePair);
+  const host::Element* a = form.element("labelRisk", 1);
+  ASSERT_NE(a, nullptr);
+  EXPECT_EQ(a->caption, "A");
+  EXPECT_DOUBLE_EQ(centreX(*a), 14592);  // the far edge
+  EXPECT_DOUBLE_EQ(centreY(*a), 9792);   // the axis
+  const host::Element* b = form.element("labelRisk", 2);
+  ASSERT_NE(b, nullptr);
+  EXPECT_DOUBLE_EQ(centreX(*b), 8525);
+  EXPECT_DOUBLE_EQ(centreY(*b), 6581);  // 9792 - 0.375 * 8563.2 = 6580.8
+  EXPECT_TRUE(a->font.bold);
+  // The shadow lies one pixel off and in the complement.
+  const host::Element* shadow = form.element("labelRiskShadow", 1);
+  ASSERT_NE(shadow, nullptr);
+  EXPECT_DOUBLE_EQ(shadow->left - a->left, 15);
+  EXPECT_DOUBLE_EQ(shadow->top - a->top, 15);
+  EXPECT_EQ(shadow->colour, 0xffffff - a->colour);
+}
+
+TEST_F(MatrixGraph, SkewPlottingStandsInTheMiddleOfCells) {
+  glo.MatrixGraphPlotting = 2;
+  vote(0, 1, "1;");
+  vote(0, 2, "5;");
+  xyVoteGraph& form = draw(kOnePair);
+  EXPECT_DOUBLE_EQ(centreX(*form.element("labelRisk", 1)), 13379);
+  EXPECT_DOUBLE_EQ(centreY(*form.element("labelRisk", 1)), 8936);
+  EXPECT_EQ(all(form.surface(), "xAxisLabel").size(), 5U);
+  EXPECT_EQ(form.elementCount("xAxisLabel"), 6);
+  EXPECT_FALSE(form.element("xAxisLabel", 5)->visible);
+  EXPECT_DOUBLE_EQ(form.element("xAxisLabel", 0)->left, 2457.6 + 125);
+  EXPECT_DOUBLE_EQ(form.element("xAxisLabel", 2)->left, 2457.6 + 2 * 2426);
+  // The lowest caption stands level with the middle of its cell.
+  EXPECT_DOUBLE_EQ(centreY(*form.element("yAxisLabel", 0)), 9792 - 1712 / 2.0);
+}
+
+TEST_F(MatrixGraph, AScoreOutsideTheScaleIsOffThePlotWithoutALine) {
+  vote(0, 1, "7;");  // above a scale of five points
+  vote(0, 2, "3;");
+  vote(0, 3, "3;");
+  vote(0, 4, "3;");
+  xyVoteGraph& form = draw(kTwoPairs);
+  EXPECT_GT(form.element("labelRisk", 1)->top, form.ScaleHeight);
+  EXPECT_EQ(form.elementCount("lineRound1ToRound2"), 0);
+}
+
+TEST_F(MatrixGraph, RegularAxisHasALineAndACaptionForEachPoint) {
+  voteAll();
+  xyVoteGraph& form = draw(kOnePair);
+  EXPECT_EQ(captions(form.surface(), "xAxisLabel"), (Texts{"s1", "s2", "s3", "s4", "s5"}));
+  EXPECT_EQ(form.elementCount("verticalLine"), 5);
+  // Steps are whole twips: 12134.4 / 4 is 3033.
+  EXPECT_DOUBLE_EQ(form.element("verticalLine", 3)->x1, 2457.6 + 3 * 3033);
+  EXPECT_DOUBLE_EQ(form.element("horizontalLine", 4)->y1, 9792 - 4 * 2140);
+  EXPECT_DOUBLE_EQ(form.element("xAxisLabel", 1)->width, 3033 - 250);
+  EXPECT_DOUBLE_EQ(centreX(*form.element("xAxisLabel", 1)), 2457.6 + 3033);
+  EXPECT_DOUBLE_EQ(form.element("xAxisLabel", 1)->top, 9892);
+  EXPECT_DOUBLE_EQ(centreY(*form.element("yAxisLabel", 4)), 9792 - 4 * 2140);
+}
+
+TEST_F(MatrixGraph, QuartersCutThePlotInFourWhateverTheScale) {
+  addScale(2, "Name2", 7);
+  voteAll();
+  glo.XYGridLinesAsQuarters = true;
+  xyVoteGraph& form = draw(kOnePair);
+  for (const char* array : {"verticalLine", "horizontalLine"}) {
+    ASSERT_EQ(form.elementCount(array), 5) << array;
+    EXPECT_EQ(form.element(array, 1)->borderStyle, 3) << array;
+    EXPECT_EQ(form.element(array, 2)->borderStyle, 1) << array;
+    EXPECT_EQ(form.element(array, 3)->borderStyle, 3) << array;
+  }
+  EXPECT_EQ(form.elementCount("xAxisLabel"), 7);
+  EXPECT_EQ(form.elementCount("yAxisLabel"), 5);
+}
+
+TEST_F(MatrixGraph, PairsAreJoinedByLinesFromCentreToCentre) {
+  vote(0, 1, "1;");
+  vote(0, 2, "1;");
+  vote(0, 3, "5;");
+  vote(0, 4, "5;");
+  vote(1, 1, "2;");
+  vote(1, 2, "2;");
+  xyVoteGraph& form = draw(kTwoPairs);
+  const host::Element* line = form.element("lineRound1ToRound2", 1);
+  ASSERT_NE(line, nullptr);
+  EXPECT_DOUBLE_EQ(line->x1, 2458);
+  EXPECT_DOUBLE_EQ(line->y1, 9792);
+  EXPECT_DOUBLE_EQ(line->x2, 14592);
+  EXPECT_DOUBLE_EQ(line->y2, 1229);
+  EXPECT_NE(form.element("endOfLine1to2Blob", 1), nullptr);
+  EXPECT_EQ(form.elementCount("lineRound1ToRound2"), 2);  // B has no second place
+  EXPECT_EQ(form.element("labelRiskRound2", 1)->caption, "A\u00b9");
+  EXPECT_EQ(captions(form.surface(), "criteria1Label"), Texts{"Name1/Name3"});
+  EXPECT_EQ(captions(form.surface(), "criteria2Label"), Texts{"Name2/Name4"});
+  EXPECT_EQ(form.element("xAxisLabel", 0)->caption, "s1");
+}
+
+TEST_F(MatrixGraph, TellsWhichDataIsMissingInTheOrderMet) {
+  vote(1, 1, "3;");
+  vote(1, 2, "3;");
+  vote(2, 2, "3;");
+  xyVoteGraph& form = draw(kOnePair);
+  EXPECT_EQ(glo.dataMessage,
+            "Data not found for these items: \r\nitem 0, assessment 1\r\nitem 0, assessment 2\r\nitem 2, "
+            "assessment 1");
+  EXPECT_TRUE(form.cmd_info);
+  EXPECT_EQ(form.plotted.size(), 1U);
+  world.expectMsgBox("item 2, assessment 1");
+  form.cmd_info_Click();
+}
+
+TEST_F(MatrixGraph, LeavesOutWhatIsNotVotingOrNotInACategoryShown) {
+  voteAll();
+  glo.risks[0].voting = false;
+  glo.categories.assign(3, CategoryRecord{});
+  glo.categories[0].CategoryName = "unallocated";
+  glo.categories[0].Selected = false;
+  glo.categories[1] = {7, "Plant & tools", {1, -1}, true, true, 0};
+  xyVoteGraph& form = draw(kOnePair);
+  ASSERT_EQ(form.List1.size(), 1U);
+  EXPECT_EQ(form.List1[0].text, "B: item 1");
+  EXPECT_EQ(form.element("LabelCategory", 0)->toolTip, "Category: Plant & tools, ");
+  glo.categories[0].Selected = true;
+  EXPECT_EQ(draw(kOnePair).element("LabelCategory", 0)->toolTip, "Category: ALL  ");
+}
+
+TEST_F(MatrixGraph, ClosesWithAMessageWhenAnAxisHasNoPoints) {
+  voteAll();
+  addScale(1, "Impact", 1);
+  world.expectMsgBox("quorin matrix: You need to define voting points for Assessment 1");
+  EXPECT_THROW(drawMatrixGraph(kOnePair, 1024, 768), HostError);
+  EXPECT_FALSE(world.forms.isLoaded("xyVoteGraph"));
+}
+
+TEST_F(MatrixGraph, DiversityRunsBothAxesToAHundred) {
+  vote(0, 1, "1;1;5;");
+  vote(0, 2, "3;3;");
+  xyVoteGraph& form = draw(kOnePair);
+  form.menuDiversity();
+  form.tmr_load_Timer();
+  EXPECT_EQ(captions(form.surface(), "yAxisLabel"), (Texts{"0", "25", "50", "75", "100"}));
+  EXPECT_DOUBLE_EQ(centreX(*form.element("labelRisk", 1)), 2458);
+  // A diversity of 0.9428 is 94.28 of 100: 9792 - 0.9428 * 8563.2.
+  EXPECT_DOUBLE_EQ(centreY(*form.element("labelRisk", 1)), 1719);
+}
+
+TEST_F(MatrixGraph, ChoosesThePairsThatCanBeDrawn) {
+  struct Case {
+    const char* name;
+    PlotRequest current, user;
+    std::array<int, 4> on;
+    bool useUser;
+    PlotRequest chosen;
+  };
+  const PlotRequest other{3, 4, 1, 2, -1, -1, -1, -1};
+  const Case cases[] = {
+      {"current", kOnePair, other, {1, 1, 0, 0}, false, kOnePair},
+      {"user's active ones", kOnePair, other, {0, 1, 0, 0}, true, {-1, -1, 1, 2, -1, -1, -1, -1}},
+      {"user's none active", kOnePair, other, {0, 0, 0, 0}, true, kOnePair},
+      {"current empty", kNoPairs, other, {0, 0, 0, 0}, false, other},
+  };
+  for (const Case& c : cases) {
+    glo.currentPlotPairings = c.current;
+    glo.userSelectedPlotPairings = c.user;
+    glo.userPairActive = c.on;
+    glo.useUserPairings = c.useUser;
+    EXPECT_EQ(choosePairs(), c.chosen) << c.name;
+  }
+}
+
+TEST_F(MatrixGraph, TakesItsPairsFromTheExercise) {
+  glo.matrixAxes = {1, 0};
+  glo.remainingAssessments = {3, 4, -1, -1, -1, -1, -1, -1, -1};
+  EXPECT_EQ(pairsOfExercise(), (PlotRequest{2, 1, -1, -1, -1, -1, -1, -1}));
+  glo.optionAveragePairing = 1;
+  EXPECT_EQ(pairsOfExercise(), (PlotRequest{2, 1, 3, 4, -1, -1, -1, -1}));
+  glo.matrixAxes = {9, 9};
+  glo.assessmentInfo[0].active = false;
+  glo.optionAveragePairing = 0;
+  EXPECT_EQ(pairsOfExercise(), (PlotRequest{2, 3, -1, -1, -1, -1, -1, -1}));
+  glo.assessmentInfo[1].active = glo.assessmentInfo[2].active = false;
+  EXPECT_EQ(pairsOfExercise(), kNoPairs);
+}
+
+TEST_F(MatrixGraph, ClosesWithAMessageWithoutTwoAssessments) {
+  for (std::size_t a = 1; a < 4; ++a) glo.assessmentInfo[a].active = false;
+  world.expectMsgBox("quorin matrix: Unable to display, as two assessments are not available");
+  EXPECT_THROW(drawMatrixGraph(kNoPairs, 1024, 768), HostError);
+}
+
+TEST_F(MatrixGraph, DrawsByItsTimerAfterLoading) {
+  voteAll();
+  world.forms.load("xyVoteGraph");
+  auto& form = world.forms.as<xyVoteGraph>("xyVoteGraph");
+  host::waitUntil([&] { return !form.List1.empty(); });
+  EXPECT_EQ(glo.lastDrawnPairings, kOnePair);
+  EXPECT_FALSE(form.tmr_load.enabled());
+}
+
+// Text stands clear of its neighbours and of the edges at the sizes that rooms use, however many the points.
+TEST_F(MatrixGraph, CaptionsKeepApartAndInside) {
+  voteAll();
+  glo.assessmentTitles[0] = "How much the plan depends on people outside of the department";
+  glo.assessmentTitles[1] = "Overwhelminglycomplicatedprocedures and their cost over the years to come";
+  for (const auto& [width, height] : {std::pair{1024, 768}, {1920, 1080}, {3840, 2160}})
+    for (const int points : {2, 5, 10, 100}) {
+      addScale(2, glo.assessmentTitles[1], points);
+      for (std::string& text : glo.scaleLabels[1]) text = "a fairly long caption of a point " + text;
+      addScale(1, glo.assessmentTitles[0], points);
+      xyVoteGraph& form = draw(kOnePair, width, height);
+      double end = -1e9;
+      for (const host::Element* one : all(form.surface(), "xAxisLabel")) {
+        const double wide = textWidth(one->caption, one->font);
+        EXPECT_GE(centreX(*one) - wide / 2, end) << points << " points at " << width;
+        end = centreX(*one) + wide / 2;
+        EXPECT_LE(one->top + one->height, form.element("criteria2Label", 0)->top + 1) << points;
+      }
+      double below = 1e9;
+      for (const host::Element* one : all(form.surface(), "yAxisLabel")) {
+        EXPECT_LE(one->top + one->height, below + 1) << points << " points at " << width;
+        below = one->top;
+        EXPECT_GE(one->left, 0);
+      }
+      EXPECT_LE(form.element("criteria1Label", 0)->top + form.element("criteria1Label", 0)->height,
+                below + 1);
+      for (const char* title : {"graphTitle", "criteria1Label", "criteria2Label"}) {
+        const host::Element& one = *form.element(title, 0);
+        EXPECT_GE(one.left, 0) << title;
+        EXPECT_LE(one.left + one.width, form.ScaleWidth) << title;
+        EXPECT_LE(one.top + one.height, form.ScaleHeight) << title;
+      }
+    }
+}
+
+TEST_F(MatrixGraph, TypeGrowsWithTheSurface) {
+  voteAll();
+  for (const auto& [width, height, points] :
+       {std::tuple{1024, 768, 12.0}, {1920, 1080, 12 * 1.40625}, {3840, 2160, 12 * 2.8125}}) {
+    EXPECT_DOUBLE_EQ(draw(kOnePair, width, height).element("labelRisk", 1)->font.size, points) << width;
+  }
+}
+
+}  // namespace
+}  // namespace qrn
