@@ -1,0 +1,505 @@
+// A run from its command line to its end, on a scripted presentation.
+#include "core/entry.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "core/blank_form.h"
+#include "core/end_program.h"
+#include "core/glo.h"
+#include "core/model.h"
+#include "core/presentation_windows.h"
+#include "store/exercise_text.h"
+#include "store/progress_log.h"
+#include "support/test_host.h"
+#include "vote/comms.h"
+
+namespace qrn {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+constexpr const char* kVote = "1/1/2026,9:00:00,5;6;,1C1\r\n";
+
+class EntryTest : public ::testing::Test {
+ protected:
+  EntryTest() {
+    glo = Glo{};
+    world.program.showRuns = true;
+    world.program.show.index = 2;
+    world.link.canShare = world.link.canStart = false;
+    registerComms();
+    registerBlankForm();
+    for (const char* name : {"Wizard", "xyVoteRuntime", "xyVoteAverageGraph", "xyVoteGraph"}) define(name);
+    entryHooks() = EntryHooks{[this] { ++votes; }, {}, {}};
+  }
+  ~EntryTest() override { entryHooks() = EntryHooks{}; }
+
+  struct Probe : host::Form {
+    Probe(const std::string& formName, std::vector<std::string>& log) : host::Form(formName), log_(log) {
+      log_.push_back(formName);
+    }
+    std::vector<std::string>& log_;
+  };
+  void define(const std::string& name) {
+    world.forms.define(name, [this, name] { return std::make_unique<Probe>(name, loaded); });
+  }
+
+  // The text of an exercise with `items` items.
+  std::string exercise(int items) {
+    glo = Glo{};
+    glo.oPresentation = &world.presentation;
+    initXYVote();
+    glo.listTitle = "Risks";
+    glo.risks.assign(static_cast<std::size_t>(items) + 1, RiskRecord{});
+    for (int i = 0; i < items; ++i) {
+      RiskRecord& risk = glo.risks[static_cast<std::size_t>(i)];
+      risk.text = "Item " + std::to_string(i);
+      risk.ID = i;
+      risk.sortKey = i + 1;
+      risk.voting = true;
+    }
+    return writeExerciseText(glo);
+  }
+  test::MemoryTags& slideTags() { return world.presentation.slide(2).tagStore; }
+  test::MemoryTags& tags() { return world.presentation.tagStore; }
+  void storeExercise(const std::string& votesText = "") {
+    slideTags().Add("qrnMatrix", exercise(2));
+    slideTags().Add("QRNVOTES", votesText);
+  }
+  void storeLog(bool finished) {
+    slideTags().Add("qrnMatrixLog", "category = 1\r\nassessment = 1\r\nrisk = 1\r\nprocess finished = " +
+                                        std::string(finished ? "True" : "False") + "\r\nrisk list\r\n");
+  }
+  std::string errorLog() { return world.files.files["/appdata/quorin/Err.log"]; }
+  void closeFormAt(double seconds, const std::string& name) {
+    world.at(seconds, [this, name] { world.forms.unload(name); });
+  }
+
+  test::TestHost world;
+  std::vector<std::string> loaded;  // probe forms, in the order of loading
+  int votes = 0;
+};
+
+// Command line and modes
+
+TEST_F(EntryTest, SplitsTheCommandLine) {
+  struct Case {
+    std::string line, file, mode, slide, field4, field5;
+  };
+  for (const Case& c :
+       std::vector<Case>{{"", "", "", "", "", ""},
+                         {"qrnmatrix", "QRNMATRIX", "", "", "", ""},
+                         {" qrnmatrix , s ,3, four , five ", "QRNMATRIX", "S", "3", "FOUR", "FIVE"},
+                         {"a,b,c,d,e,f,g", "A", "B", "C", "D", "E"},
+                         {",display", "", "DISPLAY", "", "", ""}}) {
+    glo = Glo{};
+    splitCommandLine(c.line);
+    EXPECT_THAT(
+        (std::vector<std::string>{glo.cmdFile, glo.cmdMode, glo.cmdSlide, glo.cmdField4, glo.cmdField5}),
+        ElementsAre(c.file, c.mode, c.slide, c.field4, c.field5))
+        << c.line;
+  }
+}
+
+TEST_F(EntryTest, ModesStandForFilesSlidesAndOtherModes) {
+  struct Case {
+    std::string line, file, mode, slide;
+  };
+  for (const Case& c : std::vector<Case>{{"X,WIZARD", "WIZARD", "WIZARD", ""},
+                                         {"X,S", "X", "SETUP", ""},
+                                         {"X,W", "WIZARD", "W", ""},
+                                         {"X,3", "X", "DISPLAY", "3"},
+                                         {"X,0", "X", "0", ""},
+                                         {"X,-2", "X", "-2", ""},
+                                         {"X,SERIES VOTE,keep", "X", "SERIES VOTE", "KEEP"}}) {
+    glo = Glo{};
+    splitCommandLine(c.line);
+    applyModes();
+    EXPECT_THAT((std::vector<std::string>{glo.cmdFile, glo.cmdMode, glo.cmdSlide}),
+                ElementsAre(c.file, c.mode, c.slide))
+        << c.line;
+  }
+}
+
+TEST_F(EntryTest, MakeAsksForFileAndMode) {
+  world.expectInputBox("Debug mode: What file? *.mtx or qrnmatrix for v4", "qrnmatrix");
+  world.expectInputBox("Debug mode: What type? Setup (S), Slidenumber, Wizard (W)", "w");
+  splitCommandLine("x,make");
+  applyModes();
+  EXPECT_EQ(glo.cmdFile, "WIZARD");
+  EXPECT_EQ(glo.cmdMode, "W");
+}
+
+// Attaching
+
+TEST_F(EntryTest, EndsWithoutAWordWhenTheProgramDoesNotRun) {
+  world.program.running = false;
+  Main("QRNMATRIX,S");
+  EXPECT_TRUE(glo.closing);
+  EXPECT_THAT(world.dialogs.asked, IsEmpty());
+  EXPECT_THAT(world.forms.loadedNames(), IsEmpty());
+}
+
+TEST_F(EntryTest, TellsWhenNoPresentationIsThere) {
+  world.program.presentation = nullptr;
+  world.program.showRuns = false;
+  world.expectMsgBox("Matrix: No PowerPoint presentation detected");
+  world.expectMsgBox("quorinMatrix Auto Close: Matrix is closing because");
+  Main("QRNMATRIX,S");
+  EXPECT_TRUE(glo.closing);
+  EXPECT_THAT(errorLog(), HasSubstr("Procedure: Main"));
+}
+
+TEST_F(EntryTest, TellsWhenThereIsNoSlideToOpen) {
+  world.program.show.index = 0;
+  world.expectMsgBox("Matrix: There is no PowerPoint presentation loaded");
+  Main("QRNMATRIX,S");
+  EXPECT_TRUE(glo.closing);
+}
+
+TEST_F(EntryTest, GoesOnAfterAFolderThatCannotBeMade) {
+  struct NoFolders : test::MemoryFiles {
+    void makeFolder(const std::string& path) override {
+      if (path.rfind("/tmp/", 0) == 0)
+        throw HostError(Fault::world, number, path);
+    }
+    int number = 75;
+  } files;
+  host::host().files = &files;
+  storeExercise();
+  Main("QRNMATRIX,SETUP");
+  EXPECT_FALSE(glo.closing);
+  EXPECT_EQ(glo.listTitle, "Risks");
+  EXPECT_THAT(files.files["/appdata/quorin/Err.log"], HasSubstr("/tmp/t/quorin"));
+  files.files.clear();
+  files.number = 70;
+  Main("QRNMATRIX,SETUP");
+  EXPECT_EQ(files.files["/appdata/quorin/Err.log"].find("/tmp/t/quorin"), std::string::npos);
+  host::host().files = &world.files;
+}
+
+TEST_F(EntryTest, SetsFoldersSlideAndActivity) {
+  storeExercise();
+  tags().Add("qrnCurrentSlide", "2");
+  world.program.show.index = 1;
+  Main("QRNMATRIX,SETUP");
+  EXPECT_EQ(glo.tempPath, "/work");
+  EXPECT_EQ(glo.matrixPath, "/tmp/t/quorin/");
+  EXPECT_EQ(glo.appPath, "/install/");
+  EXPECT_EQ(glo.currentSlideID, 257);
+  EXPECT_EQ(world.program.show.index, 2);
+  EXPECT_EQ(tags().Item("qrnActivity"), "Matrix Active");
+  EXPECT_EQ(glo.listTitle, "Risks");
+  EXPECT_THAT(world.forms.loadedNames(), ElementsAre("comms", "blankForm"));
+}
+
+TEST_F(EntryTest, ASlideNumberAsModeOpensThatSlide) {
+  storeExercise(kVote);
+  world.program.show.index = 3;
+  closeFormAt(1, "xyVoteAverageGraph");
+  closeFormAt(2, "xyVoteGraph");
+  Main("QRNMATRIX,2");
+  EXPECT_EQ(glo.currentSlide, 2);
+  EXPECT_THAT(loaded, ElementsAre("xyVoteAverageGraph", "xyVoteGraph"));
+}
+
+struct SecondProgram : test::MemoryProgram {
+  bool PreviousInstance() const override { return true; }
+  bool AppActivate(const std::string& title) override {
+    activated = title;
+    return others;
+  }
+  void CloseApplication(const std::string& title) override { closed = title; }
+  bool others = false;
+  std::string activated, closed;
+};
+
+TEST_F(EntryTest, WaitsForThePreviousRunToStoreItsVote) {
+  struct Case {
+    double tagAt;  // seconds; 0 never
+    bool others;
+    std::string line;
+    bool ends;
+    std::string closed;
+  };
+  for (const Case& c : std::vector<Case>{{2, true, "QRNMATRIX,SETUP", false, ""},
+                                         {0, true, "QRNMATRIX,SETUP", true, ""},
+                                         {0, false, "QRNMATRIX,SETUP", false, "Matrix"},
+                                         {0, true, "WIZARD", false, ""}}) {
+    SecondProgram second;
+    second.presentation = &world.presentation;
+    second.window.index = 2;
+    second.others = c.others;
+    host::host().presentationProgram = &second;
+    tags().Delete("qrnVoteTerminated");
+    if (c.tagAt > 0)
+      world.at(c.tagAt, [&] { tags().Add("qrnVoteTerminated", "Vote finished"); });
+    Main(c.line);
+    EXPECT_EQ(glo.closing, c.ends) << c.line << c.tagAt;
+    EXPECT_EQ(second.closed, c.closed);
+    EXPECT_EQ(tags().Item("qrnVoteTerminated"), "");
+    EXPECT_EQ(glo.appTitle, c.ends ? "Matrix2" : "Matrix");
+    releaseObjects();
+    host::host().presentationProgram = &world.program;
+  }
+}
+
+// Old exercise files
+
+class OldFileTest : public EntryTest {
+ protected:
+  OldFileTest() {
+    text = exercise(2);
+    world.files.files = {{"/work/Old.mtx", text},
+                         {"/work/Old.log", "log"},
+                         {"/work/votes.rec", "\"Old.mtx1C2\",a,b,\"5;6;\",9:00,1/1/2003,g,h\r\n"}};
+    slideTags().Add("qrnMatrixLog", "risk = 1\r\n");
+    world.presentation.slide(2).shapes = {test::MemoryShape("matrix"), test::MemoryShape("Title 1")};
+    world.presentation.slide(2).notes = {test::MemoryShape("Notes", "see Old.mtx")};
+  }
+  std::string text;
+};
+
+TEST_F(OldFileTest, BecomesTheExerciseOfTheSlide) {
+  Main("old.MTX,SETUP");
+  EXPECT_EQ(slideTags().Item("qrnMatrix"), text);
+  EXPECT_EQ(slideTags().Item("qrnVotes"), "1/1/2003,9:00,5;6;,1C2\r\n");
+  EXPECT_EQ(slideTags().Item("qrnMatrixLog"), "");
+  EXPECT_TRUE(world.presentation.slide(2).shapes[0].deleted);
+  EXPECT_FALSE(world.presentation.slide(2).shapes[1].deleted);
+  EXPECT_THAT(world.presentation.slide(2).notes[0].text, HasSubstr("This slide is a quorin Matrix exercise"));
+  EXPECT_FALSE(world.files.fileExists("/work/Old.mtx"));
+  EXPECT_FALSE(world.files.fileExists("/work/Old.log"));
+  EXPECT_EQ(world.presentation.saves, 1);
+  EXPECT_EQ(glo.cmdFile, "QRNMATRIX");
+  EXPECT_EQ(glo.cmdSlide, "OLD.MTX");
+  EXPECT_EQ(glo.itemCount(), 2);
+}
+
+TEST_F(OldFileTest, EndsWhenItDoesNotStandBesideThePresentation) {
+  Main("other.mtx,SETUP");
+  EXPECT_TRUE(glo.closing);
+  EXPECT_EQ(slideTags().Item("qrnMatrix"), "");
+  EXPECT_THAT(world.dialogs.asked, IsEmpty());
+}
+
+TEST_F(OldFileTest, StaysWhenThePresentationCannotBeSaved) {
+  struct FullDisk : test::MemoryPresentation {
+    FullDisk() : MemoryPresentation(3) {}
+    void Save() override { throw HostError(Fault::world, 61, "The disk is full"); }
+  } full;
+  world.program.presentation = &full;
+  world.expectMsgBox("The disk is full");
+  Main("old.mtx,SETUP");
+  EXPECT_TRUE(world.files.fileExists("/work/Old.mtx"));
+  EXPECT_TRUE(world.files.fileExists("/work/Old.log"));
+  releaseObjects();
+}
+
+// First form
+
+TEST_F(EntryTest, TheWizardComesUpAlone) {
+  Main("QRNMATRIX,WIZARD");
+  EXPECT_TRUE(world.forms.isVisible("Wizard"));
+  EXPECT_EQ(glo.backgroundFile, "/install/tmpbg.bmp");
+  EXPECT_FALSE(world.forms.isLoaded("comms"));
+}
+
+TEST_F(EntryTest, DisplayNeedsARunningShow) {
+  world.program.showRuns = false;
+  world.program.window.index = 2;
+  storeExercise();
+  world.expectMsgBox(
+      "quorin matrix: PowerPoint slideshow is not running, can not start quorin matrix in show mode");
+  Main("QRNMATRIX,DISPLAY");
+  EXPECT_TRUE(glo.closing);
+  EXPECT_EQ(votes, 0);
+}
+
+TEST_F(EntryTest, DisplayOfASlideWithoutAnExerciseTellsSo) {
+  world.expectMsgBox("Could not find Matrix vote on slide.");
+  Main("QRNMATRIX,DISPLAY");
+  EXPECT_TRUE(glo.closing);
+  EXPECT_EQ(votes, 0);
+}
+
+// What the facilitator gets on reaching a matrix slide.
+TEST_F(EntryTest, ShowsTheVoteUntilTheExerciseIsFinishedAndTheGraphsAfterwards) {
+  enum Log { none, unfinished, finished };
+  struct Case {
+    std::string line, votesText;
+    Log log;
+    std::vector<host::Answer> answers;
+    int votes;
+    bool graphs;
+    std::string votesAfter;
+  };
+  const std::string display = "QRNMATRIX,DISPLAY";
+  using host::Answer;
+  for (const Case& c :
+       std::vector<Case>{{display, "", none, {}, 1, false, ""},
+                         {display, "", unfinished, {}, 1, false, ""},
+                         {display, kVote, finished, {}, 0, true, kVote},
+                         {display, kVote, none, {}, 0, true, kVote},
+                         {display, kVote, unfinished, {Answer::yes}, 1, false, kVote},
+                         {display, kVote, unfinished, {Answer::no, Answer::yes, Answer::yes}, 1, false, ""},
+                         {display, kVote, unfinished, {Answer::no, Answer::yes, Answer::no}, 0, false, kVote},
+                         {display, kVote, unfinished, {Answer::no, Answer::no}, 0, false, kVote},
+                         {display, kVote, unfinished, {Answer::cancel}, 0, false, kVote},
+                         {"QRNMATRIX,SERIES VOTE", kVote, finished, {}, 1, false, kVote},
+                         {"QRNMATRIX,SETUP", "", none, {}, 0, false, ""}}) {
+    loaded.clear();
+    votes = 0;
+    slideTags().values.clear();
+    storeExercise(c.votesText);
+    if (c.log != none)
+      storeLog(c.log == finished);
+    const std::vector<std::string> questions{
+        "Would you like to continue from where it was previously stopped?",
+        "Would you like to clear the data and restart?", "This will delete all live data"};
+    for (std::size_t i = 0; i < c.answers.size(); ++i) world.expectMsgBox(questions[i], c.answers[i]);
+    if (c.graphs) {
+      closeFormAt(1, "xyVoteAverageGraph");
+      closeFormAt(2, "xyVoteGraph");
+    }
+    Main(c.line);
+    EXPECT_EQ(votes, c.votes) << c.line << c.log << c.answers.size();
+    EXPECT_EQ(loaded.size(), c.graphs ? 2U : 0U) << c.line << c.log;
+    EXPECT_EQ(slideTags().Item("QRNVOTES"), c.votesAfter) << c.line << c.log;
+    EXPECT_TRUE(world.dialogs.expected.empty());
+    releaseObjects();
+  }
+}
+
+TEST_F(EntryTest, GraphsGoWhenTheShowMovesOn) {
+  storeExercise(kVote);
+  storeLog(true);
+  world.at(1, [&] { world.program.show.index = 3; });
+  Main("QRNMATRIX,DISPLAY");
+  EXPECT_TRUE(glo.closing);
+  EXPECT_THAT(loaded, ElementsAre("xyVoteAverageGraph"));
+  EXPECT_EQ(world.program.keysSent, "") << "the show needs no key to go on";
+}
+
+TEST_F(EntryTest, AShowThatEndsClosesTheRun) {
+  storeExercise();
+  entryHooks().startVote = [&] {
+    world.forms.show("xyVoteRuntime");
+    host::waitUntil([] { return glo.voteAbandoned != 0; });
+  };
+  world.at(1, [&] { world.program.showRuns = false; });
+  world.expectMsgBox(
+      "quorinMatrix Auto Close: Matrix is closing because the PowerPoint slide show is no longer");
+  Main("QRNMATRIX,DISPLAY");
+  EXPECT_TRUE(glo.closing);
+  EXPECT_FALSE(world.forms.isLoaded("xyVoteRuntime"));
+  EXPECT_TRUE(world.forms.isVisible("blankForm"));
+}
+
+TEST_F(EntryTest, TheDefaultTemplateBringsSettingsOnly) {
+  const std::string folder = "/install/matrix/templates/processes/";
+  world.files.files[folder + "my.mtt"] = exercise(3);
+  world.files.files[folder + "default.txt"] = "\"" + folder + "my.mtt\"\r\n";
+  Main("QRNMATRIX,SETUP");
+  EXPECT_EQ(glo.listTitle, "Risks");
+  EXPECT_EQ(glo.itemCount(), 0);
+  EXPECT_FALSE(glo.exerciseLoaded);
+  world.files.files.erase(folder + "my.mtt");
+  Main("QRNMATRIX,SETUP");
+  EXPECT_EQ(glo.listTitle, "List Title");
+  EXPECT_THAT(glo.remainingAssessments, ElementsAre(1, 2, 3, 4, 5, 6, 7, 8, 9));
+}
+
+// The end
+
+TEST_F(EntryTest, TheEndStoresTheRunAndHandsTheShowBack) {
+  storeExercise();
+  world.link.canShare = true;
+  world.files.files["/install/MatrixActive.txt"] = "";
+  entryHooks().startVote = [&] {
+    world.forms.show("xyVoteRuntime");
+    glo.listTitle = "Changed";
+    world.link.sent.clear();
+    endProgram();
+    endProgram();
+  };
+  Main("QRNMATRIX,DISPLAY");
+  EXPECT_THAT(world.link.sent, ElementsAre("EndVote"));
+  EXPECT_EQ(tags().Item("qrnVoteTerminated"), "Vote finished");
+  EXPECT_FALSE(world.files.fileExists("/install/MatrixActive.txt"));
+  EXPECT_THAT(slideTags().Item("qrnMatrix"), HasSubstr("Changed"));
+  EXPECT_EQ(world.presentation.saves, 1);
+  EXPECT_EQ(world.program.keysSent, "~");
+  EXPECT_FALSE(world.forms.isLoaded("xyVoteRuntime"));
+}
+
+TEST_F(EntryTest, TheEndKeepsWhatItIsToldToKeep) {
+  storeExercise();
+  const std::string stored = slideTags().Item("qrnMatrix");
+  Main("QRNMATRIX,SETUP");
+  glo.listTitle = "Changed";
+  world.files.files["/install/seriesVoteRunning.txt"] = "";
+  endProgram(false, true);
+  EXPECT_EQ(slideTags().Item("qrnMatrix"), stored);
+  EXPECT_EQ(world.program.keysSent, "") << "a series moves its show by itself";
+}
+
+// Background and windows
+
+TEST_F(EntryTest, TheSlideWithoutItsShapesIsTheBackground) {
+  struct Slide : test::MemorySlide {
+    Slide() : MemorySlide(900, 1) {}
+    void Export(const std::string& file, std::string_view format, int width, int height) override {
+      for (const test::MemoryShape& shape : shapes) seenVisible = seenVisible || shape.visible;
+      what = file + " " + std::string(format) + " " + std::to_string(width) + "x" + std::to_string(height);
+      if (fails)
+        throw HostError(Fault::world, 5, "no pictures here");
+    }
+    bool fails = false, seenVisible = false;
+    std::string what;
+  } slide;
+  glo.oPresentation = &world.presentation;
+  glo.oVoteSlide = &slide;
+  glo.matrixPath = "/tmp/t/quorin/";
+  glo.usePPTBackground = true;
+  slide.shapes = {test::MemoryShape("a"), test::MemoryShape("b")};
+  slide.shapes[1].visible = false;
+  for (const bool fails : {false, true}) {
+    slide.fails = fails;
+    blankForm form;
+    form.DoBackground();
+    EXPECT_EQ(slide.what, "/tmp/t/quorin/matrix_background.jpg JPG 1920x1080");
+    EXPECT_FALSE(slide.seenVisible);
+    EXPECT_TRUE(slide.shapes[0].visible);
+    EXPECT_FALSE(slide.shapes[1].visible) << "a shape hidden before stays hidden";
+    EXPECT_EQ(form.background.file, fails ? "" : "/tmp/t/quorin/matrix_background.jpg");
+    EXPECT_TRUE(form.background.gradient);
+    EXPECT_EQ(form.surface.background, host::RGB(128, 128, 255));
+  }
+}
+
+TEST_F(EntryTest, WithoutTheSlideTheSettingsPaintTheBackground) {
+  glo.backgroundFile = "/pictures/sea.jpg";
+  EXPECT_EQ(currentBackground().file, "") << "the picture is missing";
+  world.files.files["/pictures/sea.jpg"] = "picture";
+  EXPECT_EQ(currentBackground().file, "/pictures/sea.jpg");
+  glo.backgroundMode = 1;
+  EXPECT_FALSE(currentBackground().gradient);
+}
+
+TEST_F(EntryTest, TheShowsRectangleTakesTheSlidesProportions) {
+  EXPECT_EQ(AdjustSlideShowRECTforScreenRatio({0, 0, 1920, 1080}, 960, 720),
+            (host::WindowRect{240, 0, 1680, 1080}));
+  EXPECT_EQ(AdjustSlideShowRECTforScreenRatio({100, 50, 1124, 818}, 960, 540),
+            (host::WindowRect{100, 146, 1124, 722}));
+  EXPECT_TRUE(AdjustSlideShowRECTforScreenRatio({}, 960, 540).empty());
+}
+
+}  // namespace
+}  // namespace qrn
