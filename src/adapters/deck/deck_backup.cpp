@@ -1,0 +1,106 @@
+// The backup of the tags beside the deck, and noticing that another program has dropped them.
+#include <algorithm>
+
+#include "adapters/deck/deck_file.h"
+
+namespace qrn::deck {
+
+namespace {
+
+constexpr const char* kForeignTag = "TIMING";  // the presentation program's own
+
+std::vector<Tag> ownTags(std::vector<Tag> tags) {
+  std::erase_if(tags, [](const Tag& tag) { return tag.name == kForeignTag; });
+  return tags;
+}
+
+}  // namespace
+
+std::vector<BackupSlide> DeckFile::tagsForBackup() {
+  std::vector<BackupSlide> all;
+  if (std::vector<Tag> tags = ownTags(tags_->all()); !tags.empty())
+    all.push_back({{}, std::move(tags)});
+  for (const auto& slide : slides_)
+    if (std::vector<Tag> tags = ownTags(slide->tagStore().all()); !tags.empty())
+      all.push_back({slide->mark(), std::move(tags)});
+  return all;
+}
+
+void DeckFile::saveBackup() {
+  const std::vector<BackupSlide> tags = tagsForBackup();
+  if (tags.empty() && !exists(backupPath()))
+    return;
+  writeBackup(backupPath(), backupText(tags), tagsDropped());
+  tagsDropped_ = false;
+}
+
+// Whether the deck, as it was opened, has no tag of ours although its backup has some.
+bool DeckFile::tagsDropped() {
+  if (tagsDropped_)
+    return *tagsDropped_;
+  tagsDropped_ = false;
+  if (!exists(backupPath()))
+    return false;
+  try {
+    if (parseBackup(readWhole(backupPath()), backupPath()).empty())
+      return false;
+  } catch (const HostError&) {
+    tagsDropped_ = true;  // nothing can be told of it: keep it
+    return true;
+  }
+  const Parts onDisk(package_);
+  const auto tagged = [&](const std::string& part) {
+    return onDisk.has(part) && !ownTags(readTags(onDisk, part)).empty();
+  };
+  tagsDropped_ =
+      !tagged(presentation_) && std::none_of(slides_.begin(), slides_.end(),
+                                             [&](const auto& slide) { return tagged(slide->entry().part); });
+  return *tagsDropped_;
+}
+
+std::optional<std::string> DeckFile::foreignSaveWarning() {
+  std::string text = warning_;
+  const auto say = [&text](const std::string& more) { text += (text.empty() ? "" : "\n") + more; };
+  if (tagsDropped())
+    say("The exercises and votes are gone from " + fullName_ +
+        ". Another program has saved it without them (LibreOffice does so). They can be put back from " +
+        backupPath() + ".");
+  const std::string folder = folderOf(file_) + "/", name = nameOf(file_);
+  if (exists(folder + ".~lock." + name + "#"))
+    say(fullName_ + " is open in LibreOffice. Saving it there drops the exercises and votes from it.");
+  if (exists(folder + "~$" + name))
+    say(fullName_ +
+        " is open in the presentation program. Saving it there undoes what is stored here meanwhile.");
+  return text.empty() ? std::nullopt : std::optional<std::string>(text);
+}
+
+RestoreResult DeckFile::restoreFromBackup() {
+  requireWritable();
+  if (!exists(backupPath()))
+    throw HostError(Fault::world, 53, "There is no backup of " + fullName_ + ".");
+  const std::vector<BackupSlide> backup = parseBackup(readWhole(backupPath()), backupPath());
+  const std::vector<SlideMark> here = marks();
+  RestoreResult result;
+  for (const BackupSlide& slide : backup) {
+    host::Tags* target = tags_.get();
+    if (slide.mark.id != 0) {
+      const auto found = matchSlide(slide.mark, here);
+      if (!found) {
+        result.notPlaced.push_back("slide " + std::to_string(slide.mark.index) + " \"" + slide.mark.title +
+                                   "\"");
+        continue;
+      }
+      target = &slides_[*found]->tags();
+    }
+    const std::vector<std::string> present = target->Names();
+    for (const Tag& tag : slide.tags) {
+      if (std::find(present.begin(), present.end(), tag.name) != present.end())
+        continue;
+      target->Add(tag.name, tag.value);
+      ++result.tags;
+    }
+  }
+  return result;
+}
+
+}  // namespace qrn::deck

@@ -1,0 +1,233 @@
+#include "adapters/deck/deck_file.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+
+#include "adapters/deck/relationships.h"
+
+namespace qrn::deck {
+
+namespace {
+
+std::string realFile(const std::string& file) {
+  char* real = ::realpath(file.c_str(), nullptr);
+  if (real == nullptr)
+    throwDisk("Cannot open", file);
+  std::string path(real);
+  std::free(real);
+  return path;
+}
+
+std::unique_ptr<Lock> lockFor(const std::string& file, const OpenOptions& options) {
+  return options.readOnly ? nullptr : std::make_unique<Lock>(file);
+}
+
+std::vector<std::string> linesOf(const std::string& text) {
+  std::vector<std::string> lines(1);
+  for (const char c : text) {
+    if (c == '\r' || c == '\v')
+      lines.emplace_back();
+    else
+      lines.back().push_back(c);
+  }
+  return lines;
+}
+
+}  // namespace
+
+std::unique_ptr<Deck> Deck::open(const std::string& file, OpenOptions options) {
+  for (int attempt = 1;; ++attempt) {
+    try {
+      return std::make_unique<DeckFile>(file, options);
+    } catch (const JournalRefused&) {
+      // Beside a program that is just saving, a reader may have met the new deck with the old journal.
+      if (!options.readOnly || attempt == 3)
+        throw;
+    }
+  }
+}
+
+DeckFile::DeckFile(const std::string& file, OpenOptions options)
+    : fullName_(std::filesystem::absolute(file).lexically_normal().string()),
+      file_(realFile(file)),
+      options_(std::move(options)),
+      lock_(lockFor(file_, options_)),
+      package_(std::make_shared<Package>(file_)),
+      parts_(package_),
+      presentation_(presentationPartOf(parts_)),
+      size_(slideSizeOf(parts_, presentation_)),
+      journal_(file_ + ".journal"),
+      pictures_(options_.cacheFolder, options_.fallbackPainter) {
+  refuseSigned();
+  tags_ = std::make_unique<TagStore>(
+      0, [this] { return readTags(parts_, presentation_); }, [this](const Change& change) { keep(change); });
+  for (const SlideEntry& entry : slidesOf(parts_, presentation_))
+    slides_.push_back(std::make_unique<DeckSlide>(*this, entry, SlideCount() + 1));
+  readOwnJournal();
+}
+
+void DeckFile::refuseSigned() const {
+  if (!options_.readOnly && package_->hasFolder("_xmlsignatures/"))
+    throwBad(
+        file_,
+        "is digitally signed, and storing votes in it would break the signature. Take the signature off in "
+        "the presentation program, or open the deck read-only.");
+}
+
+std::string DeckFile::path() const {
+  return folderOf(fullName_);
+}
+
+bool DeckFile::ReadOnly() const {
+  return options_.readOnly || ::access(file_.c_str(), W_OK) != 0;
+}
+
+host::Slide& DeckFile::Slides(int index) {
+  if (index < 1 || index > SlideCount())
+    throw HostError(Fault::program, 9, "There is no slide " + std::to_string(index) + " in " + fullName_);
+  return *slides_[static_cast<std::size_t>(index - 1)];
+}
+
+DeckSlide* DeckFile::slideById(std::uint32_t id) {
+  const auto found = std::find_if(slides_.begin(), slides_.end(),
+                                  [&](const auto& slide) { return slide->entry().id == id; });
+  return found == slides_.end() ? nullptr : found->get();
+}
+
+std::vector<SlideMark> DeckFile::marks() {
+  std::vector<SlideMark> all;
+  for (const auto& slide : slides_) all.push_back(slide->mark());
+  return all;
+}
+
+void DeckFile::requireWritable() const {
+  if (options_.readOnly)
+    throw HostError(Fault::world, 70, fullName_ + " was opened read-only; nothing can be stored in it.");
+}
+
+void DeckFile::keep(const Change& change) {
+  requireWritable();
+  if (change.slide != 0 && marked_.count(change.slide) == 0) {
+    const SlideMark mark = slideById(change.slide)->mark();
+    journal_.add({Change::Kind::slide, mark.id, "", mark.title, static_cast<std::uint64_t>(mark.index)});
+    marked_.insert(change.slide);
+  }
+  journal_.add(change);
+}
+
+DeckSlide& DeckFile::insertSlide(const SlideEntry& entry, int after) {
+  slides_.insert(slides_.begin() + after, std::make_unique<DeckSlide>(*this, entry, after + 1));
+  for (std::size_t i = 0; i < slides_.size(); ++i) slides_[i]->setIndex(static_cast<int>(i) + 1);
+  return *slides_[static_cast<std::size_t>(after)];
+}
+
+host::Slide& DeckFile::AddTitleOnlySlide(int after) {
+  requireWritable();
+  if (after < 0 || after > SlideCount())
+    throw HostError(Fault::program, 9, "There is no slide " + std::to_string(after) + " in " + fullName_);
+  Parts changed = parts_;
+  const SlideEntry entry = addTitleOnlySlide(changed, presentation_, after, 0);
+  journal_.add({Change::Kind::newSlide, entry.id, "", "", static_cast<std::uint64_t>(after)});
+  parts_ = std::move(changed);
+  return insertSlide(entry, after);
+}
+
+MasterLook& DeckFile::master() {
+  if (!master_)
+    master_ = std::make_unique<MasterLook>(parts_, presentation_);
+  return *master_;
+}
+
+PictureSource DeckFile::pictureSource() {
+  PictureSource source{parts_, presentation_, {}};
+  for (const auto& slide : slides_) {
+    slide->putShapeChanges(source.parts);
+    source.slides.push_back(slide->entry());
+  }
+  return source;
+}
+
+void DeckFile::prepare(const std::function<void(const std::string&)>& progress) {
+  pictures_.prepare(pictureSource(), progress);
+}
+
+void DeckFile::exportSlide(DeckSlide& slide, PictureRequest request) {
+  request.slide = static_cast<std::size_t>(slide.slideIndex() - 1);
+  request.slideChanged = slide.page().changed();
+  pictures_.make(pictureSource(), request, [&] { return slide.drawing(); });
+}
+
+DeckSlide::DeckSlide(DeckFile& deck, const SlideEntry& entry, int index)
+    : deck_(deck),
+      entry_(entry),
+      index_(index),
+      page_(entry.part, [&deck]() -> const Parts& { return deck.parts(); }),
+      tags_(
+          entry.id, [&deck, part = entry.part] { return readTags(deck.parts(), part); },
+          [&deck](const Change& change) { deck.keep(change); }) {}
+
+std::vector<host::Shape*> DeckSlide::NotesPageShapes() {
+  if (!notesSought_) {
+    const std::vector<Relationship> all = relationshipsOf(deck_.parts(), entry_.part);
+    const Relationship* notes = byKind(all, "notesSlide");
+    if (notes != nullptr && deck_.parts().has(notes->target))
+      notes_.emplace(notes->target, [&deck = deck_]() -> const Parts& { return deck.parts(); });
+    notesSought_ = true;
+  }
+  return notes_ ? notes_->shapes() : std::vector<host::Shape*>();
+}
+
+void DeckSlide::Export(const std::string& file, std::string_view format, int width, int height) {
+  deck_.exportSlide(*this, {0, false, file, std::string(format), width, height});
+}
+
+bool DeckSlide::changed() const {
+  return tags_.changed() || page_.changed() || (notes_ && notes_->changed());
+}
+
+void DeckSlide::putShapeChanges(Parts& parts) {
+  if (page_.changed())
+    parts.put(page_.part(), page_.changedText());
+  if (notes_ && notes_->changed())
+    parts.put(notes_->part(), notes_->changedText());
+}
+
+void DeckSlide::setSaved() {
+  tags_.setSaved();
+  page_.setSaved();
+  if (notes_)
+    notes_->setSaved();
+}
+
+SlideMark DeckSlide::mark() {
+  try {
+    return {entry_.id, index_, Title()};
+  } catch (const HostError&) {
+    return {entry_.id, index_, ""};  // a slide that cannot be read still takes votes
+  }
+}
+
+SlideDrawing DeckSlide::drawing() {
+  SlideDrawing drawing;
+  const MasterLook& master = deck_.master();
+  std::int32_t back = master.backgroundIn(childOf(page_.xml().root(), Space::presentation, "cSld"));
+  if (back < 0)
+    back = master.background();
+  drawing.background = back < 0 ? 0xffffff : back;
+  drawing.textColour = std::max(0, master.schemeColour(2));
+  for (const host::Shape* shape : page_.shapes()) {
+    if (!shape->Visible() || !shape->HasTextFrame() || shape->Text().empty())
+      continue;
+    if (shape->Placeholder() == host::PlaceholderType::title && drawing.title.empty()) {
+      drawing.title = shape->Text();
+      continue;
+    }
+    for (std::string& line : linesOf(shape->Text())) drawing.lines.push_back(std::move(line));
+  }
+  return drawing;
+}
+
+}  // namespace qrn::deck

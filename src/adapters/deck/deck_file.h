@@ -1,0 +1,131 @@
+// The open deck: its slides, its journal and the road from one to the other.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "adapters/deck/backup.h"
+#include "adapters/deck/deck.h"
+#include "adapters/deck/journal.h"
+#include "adapters/deck/lock.h"
+#include "adapters/deck/master.h"
+#include "adapters/deck/package.h"
+#include "adapters/deck/pictures.h"
+#include "adapters/deck/shapes.h"
+#include "adapters/deck/slide_list.h"
+#include "adapters/deck/slide_match.h"
+#include "adapters/deck/tags.h"
+
+namespace qrn::deck {
+
+class DeckFile;
+
+class DeckSlide : public host::Slide {
+ public:
+  DeckSlide(DeckFile& deck, const SlideEntry& entry, int index);
+  int slideID() const override { return static_cast<int>(entry_.id); }
+  int slideIndex() const override { return index_; }
+  std::string Title() const override { return page_.title(); }
+  bool Hidden() const override { return page_.hiddenSlide(); }
+  host::Tags& tags() override { return tags_; }
+  std::vector<host::Shape*> Shapes() override { return page_.shapes(); }
+  std::vector<host::Shape*> NotesPageShapes() override;
+  void Export(const std::string& file, std::string_view format, int width, int height) override;
+
+  const SlideEntry& entry() const { return entry_; }
+  void setIndex(int index) { index_ = index; }
+  TagStore& tagStore() { return tags_; }
+  ShapePage& page() { return page_; }
+  bool changed() const;
+  void putShapeChanges(Parts& parts);
+  void setSaved();
+  SlideDrawing drawing();  // for the fallback painter
+  SlideMark mark();        // title "" when the slide cannot be read
+
+ private:
+  DeckFile& deck_;
+  SlideEntry entry_;
+  int index_;
+  mutable ShapePage page_;
+  std::optional<ShapePage> notes_;
+  bool notesSought_ = false;
+  TagStore tags_;
+};
+
+class DeckFile final : public Deck {
+ public:
+  DeckFile(const std::string& file, OpenOptions options);
+  std::string path() const override;
+  std::string FullName() const override { return fullName_; }
+  bool ReadOnly() const override;
+  void Save() override;
+  host::Tags& tags() override { return *tags_; }
+  int SlideCount() const override { return static_cast<int>(slides_.size()); }
+  host::Slide& Slides(int index) override;
+  host::Slide& AddTitleOnlySlide(int after) override;
+  double SlideWidth() const override { return size_.width; }
+  double SlideHeight() const override { return size_.height; }
+  std::optional<host::MasterFont> MasterTitleFont() override { return master().titleFont(); }
+  std::optional<host::MasterFont> MasterBodyFont() override { return master().bodyFont(); }
+  std::int32_t SchemeColour(int entry) override { return master().schemeColour(entry); }
+  bool picturesByLibreOffice() override { return pictures_.byLibreOffice(); }
+  void prepare(const std::function<void(const std::string&)>& progress) override;
+  std::optional<std::string> foreignSaveWarning() override;
+  RestoreResult restoreFromBackup() override;
+
+  // For its slides.
+  const Parts& parts() const { return parts_; }
+  void keep(const Change& change);
+  MasterLook& master();
+  void exportSlide(DeckSlide& slide, PictureRequest request);
+
+ private:
+  // deck_file.cpp
+  void refuseSigned() const;
+  DeckSlide& insertSlide(const SlideEntry& entry, int after);
+  void requireWritable() const;
+  DeckSlide* slideById(std::uint32_t id);
+  std::vector<SlideMark> marks();
+  PictureSource pictureSource();
+  // deck_journal.cpp
+  void readOwnJournal();
+  void refuseJournal(const JournalContent& content, const std::string& why) const;
+  void replay(const JournalContent& content, std::size_t from);
+  void replaySlide(const Change& change);
+  void applyOther(const JournalContent& content);
+  std::string freeAside() const;
+  void writeJournalAnew();
+  // deck_save.cpp
+  bool changed() const;
+  Parts partsToSave();
+  void putTags(Parts& parts);
+  std::unique_ptr<Package> checkedCopy(const NewFile& file, const Parts& parts) const;
+  void takeOver(std::unique_ptr<Package> package);
+  // deck_backup.cpp
+  std::string backupPath() const { return file_ + ".backup"; }
+  std::vector<BackupSlide> tagsForBackup();
+  void saveBackup();
+  bool tagsDropped();
+
+  std::string fullName_;  // as the user named it
+  std::string file_;      // the file itself, links followed
+  OpenOptions options_;
+  std::unique_ptr<Lock> lock_;
+  std::shared_ptr<Package> package_;
+  Parts parts_;  // the package with the slides added since
+  std::string presentation_;
+  SlideSize size_;
+  std::unique_ptr<TagStore> tags_;
+  std::vector<std::unique_ptr<DeckSlide>> slides_;
+  std::unique_ptr<MasterLook> master_;
+  Journal journal_;
+  std::set<std::uint32_t> marked_;  // slides that this journal tells of
+  Pictures pictures_;
+  std::optional<bool> tagsDropped_;  // from the deck on the disk, by another program
+  std::string warning_;              // what opening has to tell
+};
+
+}  // namespace qrn::deck

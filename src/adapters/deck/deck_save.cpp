@@ -1,0 +1,98 @@
+// Writing the deck: a new file in the same folder, looked over, then renamed over the old one. The order of
+// steps that keeps every vote, wherever it is cut off, stands in journal.h.
+#include <unistd.h>
+
+#include <algorithm>
+#include <map>
+
+#include "adapters/deck/deck_file.h"
+#include "adapters/deck/relationships.h"
+
+namespace qrn::deck {
+
+bool DeckFile::changed() const {
+  return tags_->changed() || !parts_.changed().empty() ||
+         std::any_of(slides_.begin(), slides_.end(), [](const auto& slide) { return slide->changed(); });
+}
+
+void DeckFile::Save() {
+  requireWritable();
+  if (!changed())
+    return;
+  if (ReadOnly())
+    throw HostError(
+        Fault::world, 70,
+        fullName_ + " is read-only and was not saved. What was stored stays in " + journal_.path() + ".");
+  if (!package_->stillOnDisk())
+    throw HostError(Fault::world, 0,
+                    fullName_ +
+                        " was changed by another program while it was open here, and was not saved. What "
+                        "was stored stays in " +
+                        journal_.path() + ".");
+  const Parts parts = partsToSave();
+  NewFile file(file_);
+  writePackage(parts, file.fd(), fullName_);
+  file.flush();
+  std::unique_ptr<Package> written = checkedCopy(file, parts);
+  saveBackup();
+  if (journal_.started())
+    journal_.add({Change::Kind::saved, 0, "", written->fingerprint(), 0});
+  file.rename();
+  takeOver(std::move(written));
+  flushFolderOf(file_);
+  journal_.remove();
+}
+
+Parts DeckFile::partsToSave() {
+  Parts parts = parts_;
+  for (const auto& slide : slides_) slide->putShapeChanges(parts);
+  putTags(parts);
+  return parts;
+}
+
+void DeckFile::putTags(Parts& parts) {
+  std::vector<std::pair<std::string, TagStore*>> owners;
+  owners.emplace_back(presentation_, tags_.get());
+  for (const auto& slide : slides_) owners.emplace_back(slide->entry().part, &slide->tagStore());
+  if (std::none_of(owners.begin(), owners.end(), [](const auto& owner) { return owner.second->changed(); }))
+    return;
+  // A list that several slides refer to (some programs copy slides so) must not be changed under the others.
+  std::map<std::string, int> references;
+  for (const auto& owner : owners)
+    for (const Relationship& one : relationshipsOf(parts, owner.first))
+      references[one.kind == "tags" ? one.target : ""] += 1;
+  for (const auto& [part, store] : owners)
+    if (store->changed())
+      writeTags(parts, part, store->all(),
+                references[tagsPartOf(parts, part)] > 1 && !tagsPartOf(parts, part).empty());
+}
+
+// The new file is read back before it takes the old one's place: the same parts in the same order, with new
+// ones at the end, and what was not changed still has its checksum.
+std::unique_ptr<Package> DeckFile::checkedCopy(const NewFile& file, const Parts& parts) const {
+  auto copy = std::make_unique<Package>(file.path());
+  const std::vector<Entry>&before = package_->entries(), &after = copy->entries();
+  bool good = after.size() >= before.size();
+  for (std::size_t i = 0; good && i < before.size(); ++i) {
+    const bool ours = parts.changed().count(before[i].name) != 0;
+    good = after[i].name == before[i].name &&
+           (ours || (after[i].crc == before[i].crc && after[i].size == before[i].size));
+  }
+  for (const auto& [part, text] : parts.changed()) good = good && copy->has(part) && copy->read(part) == text;
+  if (!good)
+    throw HostError(Fault::world, 57, fullName_ + " was not saved: what was written does not read back.");
+  return copy;
+}
+
+void DeckFile::takeOver(std::unique_ptr<Package> package) {
+  package->movedTo(file_);
+  package_ = std::move(package);
+  parts_ = Parts(package_);
+  master_.reset();
+  journal_.startAt(package_->fingerprint());
+  marked_.clear();
+  tags_->setSaved();
+  for (const auto& slide : slides_) slide->setSaved();
+}
+
+}  // namespace qrn::deck

@@ -1,0 +1,66 @@
+// Files of the deck on the disk: errors with the file's name, flushing, and saving by rename.
+#pragma once
+
+#include <cerrno>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "host/errors.h"
+
+namespace qrn::deck {
+
+// An open file that closes itself. Never inherited by started programs.
+class File {
+ public:
+  File() = default;
+  explicit File(int fd) : fd_(fd) {}
+  File(File&& other) noexcept : fd_(std::exchange(other.fd_, -1)) {}
+  File& operator=(File&& other) noexcept;
+  ~File();
+  static File open(const std::string& path, int flags, unsigned mode = 0666);  // throws
+  int fd() const { return fd_; }
+  bool isOpen() const { return fd_ >= 0; }
+  void close();
+
+ private:
+  int fd_ = -1;
+};
+
+// Throws HostError(world) "<doing> <file>: <reason>" with the classic number of the reason.
+[[noreturn]] void throwDisk(const std::string& doing, const std::string& file, int error = errno);
+[[noreturn]] void throwBad(const std::string& file, const std::string& reason);  // HostError(badData)
+
+void writeAll(int fd, std::string_view bytes, const std::string& name);
+std::string readWhole(const std::string& path);
+void flushFile(int fd, const std::string& name);
+void flushFolderOf(const std::string& file);
+bool exists(const std::string& path);
+bool folderWritable(const std::string& file);  // of the folder that holds `file`
+std::string folderOf(const std::string& file);
+std::string nameOf(const std::string& file);
+
+// A new file that takes the place of `target` in one step, or leaves no trace. It stands in the same folder
+// under a hidden name and has the mode of the file that it replaces. Only one writer at a time.
+class NewFile {
+ public:
+  explicit NewFile(const std::string& target);
+  ~NewFile();
+  NewFile(const NewFile&) = delete;
+  NewFile& operator=(const NewFile&) = delete;
+  int fd() const { return file_.fd(); }
+  const std::string& path() const { return path_; }
+  void flush();   // bytes are on the disk, still under the hidden name
+  void rename();  // over the target; the folder is still to be flushed
+
+ private:
+  std::string target_, path_;
+  File file_;
+  bool done_ = false;
+};
+
+// The whole of `NewFile` for a text.
+void saveText(const std::string& target, std::string_view text);
+
+}  // namespace qrn::deck

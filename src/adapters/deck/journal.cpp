@@ -1,0 +1,218 @@
+#include "adapters/deck/journal.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+#include <zlib.h>
+
+#include <algorithm>
+
+namespace qrn::deck {
+
+namespace {
+
+constexpr std::string_view kMagic = "QRNJRNL1";
+constexpr std::size_t kStateLength = 32, kHeadLength = 8 + kStateLength + 4, kRecordHead = 8,
+                      kPayloadHead = 15;
+constexpr std::size_t kLongestName = 0xFFFF;
+
+template <class T>
+void put(std::string& out, T number) {
+  for (std::size_t i = 0; i < sizeof(T); ++i)
+    out.push_back(static_cast<char>(static_cast<std::uint64_t>(number) >> (8 * i) & 0xFF));
+}
+
+template <class T>
+T get(std::string_view bytes, std::size_t at) {
+  std::uint64_t number = 0;
+  for (std::size_t i = 0; i < sizeof(T); ++i)
+    number |= std::uint64_t{static_cast<unsigned char>(bytes[at + i])} << (8 * i);
+  return static_cast<T>(number);
+}
+
+std::uint32_t checksum(std::string_view bytes, std::uint32_t start = 0) {
+  return static_cast<std::uint32_t>(
+      ::crc32_z(start, reinterpret_cast<const Bytef*>(bytes.data()), bytes.size()));
+}
+
+std::uint32_t recordChecksum(std::uint64_t place, std::string_view payload) {
+  std::string front;
+  put(front, place);
+  put(front, static_cast<std::uint32_t>(payload.size()));
+  return checksum(payload, checksum(front));
+}
+
+std::string headFor(const std::string& state) {
+  std::string head(kMagic);
+  head += state;
+  put(head, checksum(head));
+  return head;
+}
+
+std::string recordFor(std::uint64_t place, const Change& change) {
+  if (change.name.size() > kLongestName || change.value.size() > 0x7FFFFFFF)
+    throw HostError(Fault::program, 5, "A tag is too long to be stored");
+  std::string payload(1, static_cast<char>(change.kind));
+  put(payload, change.slide);
+  put(payload, change.number);
+  put(payload, static_cast<std::uint16_t>(change.name.size()));
+  payload.append(change.name).append(change.value);
+  std::string record;
+  put(record, static_cast<std::uint32_t>(payload.size()));
+  put(record, recordChecksum(place, payload));
+  return record += payload;
+}
+
+bool isKind(char kind) {
+  return std::string_view("A+DTNS").find(kind) != std::string_view::npos;
+}
+
+// End of the whole record at `at`, 0 when there is none.
+std::size_t wholeRecordEnd(std::string_view bytes, std::size_t at) {
+  if (bytes.size() - at < kRecordHead + kPayloadHead)
+    return 0;
+  const std::size_t length = get<std::uint32_t>(bytes, at), room = bytes.size() - at - kRecordHead;
+  if (length < kPayloadHead || length > room)
+    return 0;
+  const std::string_view payload = bytes.substr(at + kRecordHead, length);
+  const bool whole = get<std::uint32_t>(bytes, at + 4) == recordChecksum(at, payload) && isKind(payload[0]) &&
+                     get<std::uint16_t>(payload, 13) <= length - kPayloadHead;
+  return whole ? at + kRecordHead + length : 0;
+}
+
+Change changeAt(std::string_view bytes, std::size_t at) {
+  const std::size_t length = get<std::uint32_t>(bytes, at);
+  const std::string_view payload = bytes.substr(at + kRecordHead, length);
+  const std::size_t nameLength = get<std::uint16_t>(payload, 13);
+  return {static_cast<Change::Kind>(payload[0]), get<std::uint32_t>(payload, 1),
+          payload.substr(kPayloadHead, nameLength), payload.substr(kPayloadHead + nameLength),
+          get<std::uint64_t>(payload, 5)};
+}
+
+// Start of the next whole record behind a broken one. A broken record is torn when nothing whole follows.
+std::size_t nextWhole(std::string_view bytes, std::size_t at) {
+  for (std::size_t next = at + 1; next + kRecordHead + kPayloadHead <= bytes.size(); ++next) {
+    const std::size_t length = get<std::uint32_t>(bytes, next);
+    const bool likely = length >= kPayloadHead && length <= bytes.size() - next - kRecordHead &&
+                        isKind(bytes[next + kRecordHead]) &&
+                        get<std::uint16_t>(bytes, next + kRecordHead + 13) < 256;
+    if (likely && wholeRecordEnd(bytes, next) != 0)
+      return next;
+  }
+  return 0;
+}
+
+}  // namespace
+
+JournalContent parseJournal(std::string bytes) {
+  JournalContent content;
+  content.bytes = std::move(bytes);
+  const std::string_view all = content.bytes;
+  const bool headWhole = all.size() >= kHeadLength && all.substr(0, kMagic.size()) == kMagic &&
+                         get<std::uint32_t>(all, kHeadLength - 4) == checksum(all.substr(0, kHeadLength - 4));
+  if (!headWhole) {
+    // No record is written before the head is on the disk: a short file is a head cut off, nothing more.
+    content.damaged = all.size() > kHeadLength;
+    return content;
+  }
+  content.state = all.substr(kMagic.size(), kStateLength);
+  content.wholeEnd = kHeadLength;
+  for (std::size_t at = kHeadLength; at < all.size();) {
+    std::size_t end = wholeRecordEnd(all, at);
+    if (end == 0) {
+      at = nextWhole(all, at);
+      if (at == 0)
+        break;
+      content.damaged = true;
+      end = wholeRecordEnd(all, at);
+    }
+    content.changes.push_back(changeAt(all, at));
+    content.wholeEnd = at = end;
+  }
+  return content;
+}
+
+std::optional<JournalContent> readJournal(const std::string& path) {
+  if (!exists(path))
+    return std::nullopt;
+  return parseJournal(readWhole(path));
+}
+
+std::optional<std::size_t> JournalContent::firstPending(const std::string& fingerprint) const {
+  if (state == fingerprint)
+    return 0;
+  for (std::size_t i = changes.size(); i > 0; --i)
+    if (changes[i - 1].kind == Change::Kind::saved && changes[i - 1].value == fingerprint)
+      return i;
+  return std::nullopt;
+}
+
+int JournalContent::tagChanges(std::size_t from) const {
+  return static_cast<int>(std::count_if(
+      changes.begin() + static_cast<std::ptrdiff_t>(from), changes.end(), [](const Change& change) {
+        return change.kind == Change::Kind::add || change.kind == Change::Kind::append ||
+               change.kind == Change::Kind::remove;
+      }));
+}
+
+void Journal::resume(const JournalContent& content) {
+  File file = File::open(path_, O_WRONLY);
+  if (::ftruncate(file.fd(), static_cast<off_t>(content.wholeEnd)) != 0)
+    throwDisk("Cannot write", path_);
+  flushFile(file.fd(), path_);
+  file_ = std::move(file);
+  end_ = content.wholeEnd;
+}
+
+void Journal::start() {
+  file_ = File::open(path_, O_WRONLY | O_CREAT | O_EXCL);
+  end_ = 0;
+  try {
+    append(headFor(state_));
+    flushFolderOf(path_);
+  } catch (...) {
+    file_.close();
+    ::unlink(path_.c_str());
+    throw;
+  }
+}
+
+void Journal::add(const Change& change) {
+  const std::string record = started() ? recordFor(end_, change) : recordFor(kHeadLength, change);
+  if (!started())
+    start();
+  append(record);
+}
+
+void Journal::writeAnew(const std::vector<Change>& changes) {
+  std::string bytes = headFor(state_);
+  for (const Change& change : changes) bytes += recordFor(bytes.size(), change);
+  saveText(path_, bytes);
+  file_ = File::open(path_, O_WRONLY);
+  end_ = bytes.size();
+}
+
+void Journal::append(const std::string& record) {
+  try {
+    // Also takes away what a failed write left behind.
+    if (::lseek(file_.fd(), static_cast<off_t>(end_), SEEK_SET) < 0)
+      throwDisk("Cannot write", path_);
+    writeAll(file_.fd(), record, path_);
+    flushFile(file_.fd(), path_);
+  } catch (...) {
+    (void)!::ftruncate(file_.fd(), static_cast<off_t>(end_));
+    throw;
+  }
+  end_ += record.size();
+}
+
+void Journal::remove() {
+  if (!started())
+    return;
+  if (::unlink(path_.c_str()) != 0 && errno != ENOENT)
+    return;  // it stays in use: what follows its last 'S' is what the deck does not hold
+  file_.close();
+  flushFolderOf(path_);
+}
+
+}  // namespace qrn::deck

@@ -1,0 +1,26 @@
+// One writer for each deck: a lock file beside it, locked while the deck is open. The lock itself goes with
+// the process, however it ends; a lock file that a killed process left behind stops nobody.
+#pragma once
+
+#include <string>
+
+#include "adapters/deck/disk.h"
+
+namespace qrn::deck {
+
+class Lock {
+ public:
+  // Throws DeckInUse when another program holds it. In a folder that cannot be written no lock is needed,
+  // since nothing can be stored there: held() is false then.
+  explicit Lock(const std::string& deck);
+  ~Lock();
+  Lock(const Lock&) = delete;
+  Lock& operator=(const Lock&) = delete;
+  bool held() const { return file_.isOpen(); }
+
+ private:
+  std::string path_;
+  File file_;
+};
+
+}  // namespace qrn::deck

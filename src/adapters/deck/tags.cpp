@@ -1,0 +1,107 @@
+#include "adapters/deck/tags.h"
+
+#include <algorithm>
+
+#include "adapters/deck/text.h"
+
+namespace qrn::deck {
+
+namespace {
+
+std::string nameFor(std::string_view key) {
+  if (key.empty() || !isStorable(key))
+    throw HostError(Fault::program, 5, "Not a name for a tag: \"" + storable(key) + "\"");
+  return upperCase(key);
+}
+
+}  // namespace
+
+const std::vector<Tag>& TagStore::all() const {
+  if (!loaded_) {
+    tags_ = load_();
+    loaded_ = true;
+  }
+  return tags_;
+}
+
+Tag* TagStore::find(std::string_view name) const {
+  all();
+  const auto found =
+      std::find_if(tags_.begin(), tags_.end(), [&](const Tag& tag) { return tag.name == name; });
+  return found == tags_.end() ? nullptr : &*found;
+}
+
+std::string TagStore::Item(std::string_view key) const {
+  const Tag* tag = find(upperCase(key));
+  return tag == nullptr ? "" : tag->value;
+}
+
+void TagStore::Add(std::string_view key, std::string_view value) {
+  const std::string name = nameFor(key), clean = storable(value);
+  const Tag* old = find(name);
+  if (old != nullptr && old->value == clean)
+    return;
+  keep_({Change::Kind::add, slide_, name, clean, 0});
+  set(name, clean);
+}
+
+void TagStore::Append(std::string_view key, std::string_view tail) {
+  const std::string name = nameFor(key), clean = storable(tail);
+  Tag* tag = find(name);
+  if (clean.empty() && tag != nullptr)
+    return;
+  keep_({Change::Kind::append, slide_, name, clean, tag == nullptr ? 0 : tag->value.size()});
+  if (tag == nullptr)
+    set(name, clean);
+  else
+    tag->value += clean;
+  changed_ = true;
+}
+
+void TagStore::Delete(std::string_view key) {
+  const std::string name = upperCase(key);
+  if (find(name) == nullptr)
+    return;
+  keep_({Change::Kind::remove, slide_, name, "", 0});
+  erase(name);
+}
+
+std::vector<std::string> TagStore::Names() const {
+  std::vector<std::string> names;
+  for (const Tag& tag : all()) names.push_back(tag.name);
+  return names;
+}
+
+bool TagStore::replay(const Change& change) {
+  const std::string name(change.name);
+  if (change.kind == Change::Kind::add) {
+    set(name, change.value);
+  } else if (change.kind == Change::Kind::remove) {
+    erase(name);
+  } else {
+    if (find(name) == nullptr)
+      set(name, "");
+    std::string& value = find(name)->value;
+    if (value.size() != change.number)  // it may be there already, with more behind it
+      return value.size() > change.number &&
+             value.compare(change.number, change.value.size(), change.value) == 0;
+    value += change.value;
+    changed_ = true;
+  }
+  return true;
+}
+
+void TagStore::set(const std::string& name, std::string_view value) {
+  if (Tag* tag = find(name))
+    tag->value = value;
+  else
+    tags_.push_back({name, std::string(value)});
+  changed_ = true;
+}
+
+void TagStore::erase(const std::string& name) {
+  all();
+  changed_ = std::erase_if(tags_, [&](const Tag& tag) { return tag.name == name; }) > 0 || changed_;
+}
+
+}  // namespace qrn::deck

@@ -1,0 +1,46 @@
+// The tags of one slide or of the presentation in memory. A change is handed to the journal first; memory
+// follows only when it is on the disk.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "adapters/deck/journal.h"
+#include "adapters/deck/tags_part.h"
+#include "host/presentation.h"
+
+namespace qrn::deck {
+
+class TagStore : public host::Tags {
+ public:
+  using Load = std::function<std::vector<Tag>()>;
+  using Keep = std::function<void(const Change&)>;  // durable when it returns, throws otherwise
+  TagStore(std::uint32_t slide, Load load, Keep keep)
+      : slide_(slide), load_(std::move(load)), keep_(std::move(keep)) {}
+
+  std::string Item(std::string_view key) const override;
+  void Add(std::string_view key, std::string_view value) override;
+  void Append(std::string_view key, std::string_view tail) override;
+  void Delete(std::string_view key) override;
+  std::vector<std::string> Names() const override;
+
+  const std::vector<Tag>& all() const;
+  bool changed() const { return changed_; }  // since reading or saving
+  void setSaved() { changed_ = false; }
+  // A change from a journal. False when an append does not fit the value that is there.
+  bool replay(const Change& change);
+
+ private:
+  Tag* find(std::string_view name) const;
+  void set(const std::string& name, std::string_view value);
+  void erase(const std::string& name);
+  std::uint32_t slide_;
+  Load load_;
+  Keep keep_;
+  mutable std::vector<Tag> tags_;
+  mutable bool loaded_ = false;
+  bool changed_ = false;
+};
+
+}  // namespace qrn::deck

@@ -1,0 +1,47 @@
+// Small decks made in memory, with the traps that real decks hold: comments, blank-only runs, raw line ends,
+// a shape's own tags, ids out of order, notes under another number than their slide.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace qrn::test {
+
+using PartList = std::vector<std::pair<std::string, std::string>>;
+
+struct DeckOptions {
+  int slides = 3;
+  bool strict = false;    // namespaces of the strict dialect
+  bool bom = false;       // XML parts begin with a byte-order mark
+  bool absolute = false;  // targets of slides begin with a slash
+  bool tagged = false;    // slide 1 and the presentation have tag lists of another program
+};
+
+PartList deckParts(const DeckOptions& options = {});
+std::string& part(PartList& parts, const std::string& name);
+void writeZip(const std::string& path, const PartList& parts);
+PartList readZip(const std::string& path);                                           // in the file's order
+std::string replaced(std::string text, std::string_view what, std::string_view by);  // must occur
+std::string readFile(const std::string& path);
+void writeFile(const std::string& path, std::string_view text);
+
+// A folder of its own for one test, gone with it.
+class TempFolder {
+ public:
+  TempFolder();
+  ~TempFolder();
+  TempFolder(const TempFolder&) = delete;
+  TempFolder& operator=(const TempFolder&) = delete;
+  std::string file(const std::string& name) const { return path_ + "/" + name; }
+  const std::string& path() const { return path_; }
+  std::string deck(const DeckOptions& options = {}) const;  // writes `talk.pptx`, gives its path
+  std::vector<std::string> names() const;                   // of what is in it, sorted
+
+ private:
+  std::string path_;
+};
+
+}  // namespace qrn::test

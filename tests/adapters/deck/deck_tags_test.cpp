@@ -1,0 +1,235 @@
+// Tags come back exactly, and nothing else in the deck changes.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <map>
+#include <regex>
+
+#include "adapters/deck/deck.h"
+#include "adapters/deck/deck_fixture.h"
+
+namespace qrn::test {
+namespace {
+
+using deck::Deck;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+
+// The part as it was, when all that was put into it is what a tag list needs.
+std::string withoutOurs(const std::string& after, const std::string& before) {
+  static const std::regex ours(
+      R"re(<p:custDataLst><p:tags r:id="rId\d+"/></p:custDataLst>)re"
+      R"re(|<Relationship Id="rId\d+" Type="[^"]*/tags" Target="[^"]*"/>)re"
+      R"re(|<Override PartName="/ppt/tags/tag\d+.xml" ContentType="[^"]*tags\+xml"/>)re"
+      R"re(|<p:tag name="(QRNMATRIX|ACTIVEKEYPADS)" val="[^"]*"/>)re");
+  std::string text;
+  auto at = after.begin();
+  for (std::sregex_iterator it(after.begin(), after.end(), ours), end; it != end; ++it) {
+    if (before.find(it->str()) != std::string::npos)
+      continue;  // it was there
+    text.append(at, (*it)[0].first);
+    at = (*it)[0].second;
+  }
+  return text.append(at, after.end());
+}
+
+struct Kind {
+  const char* name;
+  DeckOptions options;
+};
+
+class DeckKinds : public ::testing::TestWithParam<Kind> {};
+
+TEST_P(DeckKinds, KeepEveryForeignByteAndOrder) {
+  const DeckOptions options = GetParam().options;
+  const TempFolder folder;
+  const std::string file = folder.deck(options);
+  const PartList before = readZip(file);
+  {
+    const auto deck = Deck::open(file);
+    deck->Slides(1).tags().Add("qrnMatrix", "text");
+    deck->Slides(2).tags().Add("QRNVOTES", "v");
+    deck->tags().Add("ActiveKeypads", "1,2");
+    deck->Save();
+  }
+  const PartList after = readZip(file);
+  const std::size_t added = options.tagged ? 1 : 3;  // tag lists
+  ASSERT_EQ(after.size(), before.size() + added);
+  for (std::size_t i = 0; i < before.size(); ++i) {
+    ASSERT_EQ(after[i].first, before[i].first);
+    EXPECT_EQ(withoutOurs(after[i].second, before[i].second), before[i].second) << before[i].first;
+    EXPECT_EQ(after[i].second.find("purl.oclc.org") != std::string::npos,
+              before[i].second.find("purl.oclc.org") != std::string::npos)
+        << "dialects mixed in " << before[i].first;
+  }
+  const auto deck = Deck::open(file);
+  EXPECT_EQ(deck->Slides(1).tags().Item("QRNMatrix"), "text");
+  EXPECT_EQ(deck->Slides(2).tags().Item("qrnvotes"), "v");
+  EXPECT_EQ(deck->Slides(3).tags().Names().size(), 0U);
+  EXPECT_EQ(deck->tags().Item("activekeypads"), "1,2");
+  if (options.tagged) {
+    EXPECT_THAT(deck->Slides(1).tags().Names(), ElementsAre("FOREIGN", "TIMING", "QRNVOTES", "QRNMATRIX"));
+    EXPECT_EQ(deck->Slides(1).tags().Item("foreign"), "it's");
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Decks, DeckKinds,
+                         ::testing::Values(Kind{"Transitional", {}},
+                                           Kind{"Strict", {3, true, false, false, false}},
+                                           Kind{"WithMarks", {3, false, true, false, false}},
+                                           Kind{"Absolute", {3, false, false, true, false}},
+                                           Kind{"Tagged", {3, false, false, false, true}},
+                                           Kind{"StrictTaggedMarked", {3, true, true, true, true}}),
+                         [](const auto& kind) { return kind.param.name; });
+
+TEST(DeckTags, StandInTheSchemasPlaces) {
+  const TempFolder folder;
+  const std::string file = folder.deck();
+  const auto deck = Deck::open(file);
+  deck->Slides(1).tags().Add("A", "1");
+  deck->tags().Add("A", "1");
+  deck->Save();
+  PartList parts = readZip(file);
+  EXPECT_THAT(part(parts, "ppt/slides/slide1.xml"),
+              HasSubstr("</p:spTree><p:custDataLst><p:tags r:id=\"rId3\"/>"
+                        "</p:custDataLst><p:extLst>"));
+  EXPECT_THAT(part(parts, "ppt/presentation.xml"), HasSubstr("</p:custDataLst><p:defaultTextStyle/>"));
+}
+
+TEST(DeckTags, ValuesComeBackExactly) {
+  std::string large;
+  for (int i = 0; large.size() < 3000000; ++i) large += "C" + std::to_string(i) + ";1;2;X;-;\r\n";
+  const std::vector<std::string> values = {"",
+                                           " blank ends ",
+                                           "a\r\nb\rc\nd\te",
+                                           "\"quotes\" 'single' <&> ]]> &#xD;",
+                                           "\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80",
+                                           "\r\n",
+                                           large};
+  const TempFolder folder;
+  const std::string file = folder.deck({3, false, false, false, true});
+  {
+    const auto deck = Deck::open(file);
+    for (std::size_t i = 0; i < values.size(); ++i)
+      deck->Slides(1).tags().Add("v" + std::to_string(i), values[i]);
+    deck->Save();
+  }
+  const auto deck = Deck::open(file);
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    const std::string got = deck->Slides(1).tags().Item("V" + std::to_string(i));
+    ASSERT_EQ(got.size(), values[i].size()) << i;
+    EXPECT_TRUE(got == values[i]) << i;
+  }
+}
+
+TEST(DeckTags, TextThatXmlCannotHoldIsMappedAndSoBothInMemoryAndInTheDeck) {
+  const std::map<std::string, std::string> mapped = {{std::string("a\0b", 3),
+                                                      "a\xEF\xBF\xBD"
+                                                      "b"},
+                                                     {"\x01\x1F", "\xEF\xBF\xBD\xEF\xBF\xBD"},
+                                                     {"caf\xE9 \x80", "caf\xC3\xA9 \xE2\x82\xAC"},
+                                                     {"\xEF\xBF\xBE", "\xEF\xBF\xBD"},
+                                                     {"\xED\xA0\x80", "\xEF\xBF\xBD"},
+                                                     {"\xC3", "\xC3\x83"}};
+  const TempFolder folder;
+  const std::string file = folder.deck();
+  for (const bool again : {false, true}) {
+    const auto deck = Deck::open(file);
+    int i = 0;
+    for (const auto& [value, expected] : mapped) {
+      const std::string name = "T" + std::to_string(i++);
+      if (!again)
+        deck->Slides(1).tags().Append(name, value);
+      EXPECT_EQ(deck->Slides(1).tags().Item(name), expected) << name;
+    }
+    if (!again)
+      deck->Save();
+  }
+}
+
+TEST(DeckTags, LongValuesAreKeptInPiecesThatReadersTake) {
+  std::string value;
+  while (value.size() < 2500000) value += "1;2;3;\r\n";  // 5.6 million escaped; twice that passes the limit
+  const TempFolder folder;
+  const std::string file = folder.deck();
+  {
+    const auto deck = Deck::open(file);
+    deck->Slides(1).tags().Add("QRNVOTES", value);
+    deck->Slides(1).tags().Append("QRNVOTES", value);
+    deck->Slides(1).tags().Append("QRNVOTES", value);
+    deck->Slides(1).tags().Add("X#2", "a name of its own");
+    deck->Slides(1).tags().Add("X", "short");
+    deck->Save();
+  }
+  PartList parts = readZip(file);
+  const std::string& list = part(parts, "ppt/tags/tag2.xml");
+  EXPECT_THAT(list.substr(list.size() - 200), HasSubstr("X#2"));
+  ASSERT_NE(list.find("name=\"QRNVOTES#2\""), std::string::npos);
+  for (std::size_t at = 0, next = 0; (next = list.find("<p:tag ", at + 1)) != std::string::npos; at = next)
+    EXPECT_LT(next - at, 9500000U);
+  const auto deck = Deck::open(file);
+  EXPECT_THAT(deck->Slides(1).tags().Names(), ElementsAre("QRNVOTES", "X#2", "X"));
+  EXPECT_TRUE(deck->Slides(1).tags().Item("QRNVOTES") == value + value + value);
+  deck->Slides(1).tags().Add("QRNVOTES", "short again");
+  deck->Save();
+  EXPECT_THAT(Deck::open(file, {true, nullptr, "", {}})->Slides(1).tags().Names(),
+              ElementsAre("QRNVOTES", "X#2", "X"));
+}
+
+TEST(DeckTags, DeletedTagsGoAndTheOthersStay) {
+  const TempFolder folder;
+  const std::string file = folder.deck({3, false, false, false, true});
+  {
+    const auto deck = Deck::open(file);
+    deck->Slides(1).tags().Delete("qrnVotes");
+    deck->Slides(1).tags().Delete("absent");
+    deck->Save();
+  }
+  PartList parts = readZip(file);
+  EXPECT_THAT(
+      part(parts, "ppt/tags/tag2.xml"),
+      HasSubstr(
+          "<p:tag name='FOREIGN' val='it&apos;s'/>\r\n<p:tag name=\"TIMING\" val=\"|1.5\"/></p:tagLst>"));
+}
+
+TEST(DeckTags, AReferenceToAMissingListReadsEmptyAndHeals) {
+  for (const bool relationship : {true, false}) {
+    const TempFolder folder;
+    PartList parts = deckParts({3, false, false, false, true});
+    std::erase_if(parts, [](const auto& one) { return one.first == "ppt/tags/tag2.xml"; });
+    if (!relationship)
+      part(parts, "ppt/slides/slide1.xml") =
+          replaced(part(parts, "ppt/slides/slide1.xml"), "rTags", "rNowhere");
+    writeZip(folder.file("talk.pptx"), parts);
+    {
+      const auto deck = Deck::open(folder.file("talk.pptx"));
+      EXPECT_TRUE(deck->Slides(1).tags().Names().empty());
+      deck->Slides(1).tags().Add("A", "1");
+      deck->Save();
+    }
+    EXPECT_EQ(Deck::open(folder.file("talk.pptx"))->Slides(1).tags().Item("A"), "1");
+    PartList after = readZip(folder.file("talk.pptx"));
+    const std::string& types = part(after, "[Content_Types].xml");
+    EXPECT_EQ(types.find("/ppt/tags/tag2.xml"), types.rfind("/ppt/tags/tag2.xml")) << "named twice";
+  }
+}
+
+TEST(DeckTags, SlidesThatShareAListArePartedByAChange) {
+  const TempFolder folder;
+  PartList parts = deckParts({3, false, false, false, true});
+  part(parts, "ppt/slides/slide3.xml") = part(parts, "ppt/slides/slide1.xml");
+  part(parts, "ppt/slides/_rels/slide3.xml.rels") = part(parts, "ppt/slides/_rels/slide1.xml.rels");
+  writeZip(folder.file("talk.pptx"), parts);
+  {
+    const auto deck = Deck::open(folder.file("talk.pptx"));
+    deck->Slides(3).tags().Add("QRNVOTES", "third");
+    deck->Save();
+  }
+  const auto deck = Deck::open(folder.file("talk.pptx"));
+  EXPECT_EQ(deck->Slides(1).tags().Item("QRNVOTES"), "old\n");
+  EXPECT_EQ(deck->Slides(3).tags().Item("QRNVOTES"), "third");
+  EXPECT_EQ(deck->Slides(3).tags().Item("FOREIGN"), "it's");
+}
+
+}  // namespace
+}  // namespace qrn::test
