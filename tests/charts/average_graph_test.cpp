@@ -1,0 +1,200 @@
+#include "charts/graph_fixture.h"
+#include "charts/xy_vote_average_graph.h"
+#include "host/errors.h"
+
+namespace qrn {
+namespace {
+
+namespace key = host::key;
+using test::GraphWorld;
+using Texts = std::vector<std::string>;
+
+class AverageGraph : public GraphWorld {
+ protected:
+  AverageGraph() {
+    registerChartForms();
+    addItems(3);
+    for (int a = 1; a <= 5; ++a) addScale(a, "Name" + std::to_string(a), 5);
+    vote(0, 1, "4;5;");
+    vote(0, 3, "2;2;");
+    vote(1, 1, "2;");
+    vote(1, 3, "-;-;");
+  }
+  xyVoteAverageGraph& draw(int assessment = 1, int width = 1024, int height = 768) {
+    drawAverageGraph(assessment, width, height);
+    return host::host().forms->as<xyVoteAverageGraph>("xyVoteAverageGraph");
+  }
+  static std::vector<double> values(const xyVoteAverageGraph& form) {
+    std::vector<double> all;
+    for (const ChartPoint& point : form.chart.SERIES(0).points) all.push_back(point.value);
+    return all;
+  }
+  static const host::Element& first(const host::Surface& surface, const std::string& array) {
+    return *all(surface, array, false).front();
+  }
+};
+
+TEST_F(AverageGraph, ShowsOneBarForEachItemWithAScore) {
+  xyVoteAverageGraph& form = draw();
+  EXPECT_EQ(captions(form.surface(), "header"), Texts{"Average: Name1"});
+  EXPECT_EQ(captions(form.surface(), "barValue"), (Texts{"4.50", "2.00"}));
+  EXPECT_EQ(captions(form.surface(), "bottomAxisLabel"), (Texts{"A: item 0", "B: item 1"}));
+  EXPECT_TRUE(form.infoButton);  // item 2 has no votes
+  EXPECT_EQ(form.infoText, "Data not found for these items: \r\nitem 2, assessment 1");
+  // On a scale of 1 to 5 the bar of 4.5 is seven eighths of the axis and that of 2 a quarter.
+  const auto bars = all(form.surface(), "bars");
+  const host::Element& axis = first(form.surface(), "axisLine");
+  EXPECT_NEAR(bars[0]->height, (axis.y2 - axis.y1) * 0.875, 1);
+  EXPECT_NEAR(bars[1]->height, (axis.y2 - axis.y1) * 0.25, 1);
+}
+
+TEST_F(AverageGraph, CumulativeIsTheMeanOfTheAssessmentsVoted) {
+  xyVoteAverageGraph& form = draw();
+  form.drawGraphCategoriesCumulative();
+  EXPECT_EQ(glo.averageDisplayKind, 19);
+  EXPECT_TRUE(glo.showCumulative);
+  EXPECT_EQ(values(form), (std::vector<double>{3.25, 2}));  // (4.5 + 2) / 2; item 1 abstained on the third
+  EXPECT_EQ(captions(form.surface(), "header"), Texts{"Cumulative averages"});
+  form.drawGraph(1, -1);
+  EXPECT_EQ(glo.averageDisplayKind, 0);
+  EXPECT_FALSE(glo.showCumulative);
+}
+
+TEST_F(AverageGraph, WeightedCumulativeTakesMissingAveragesAsTheyStand) {
+  for (std::size_t a : {0, 1, 2}) {
+    glo.assessmentInfo[a].weightingOn = true;
+    glo.assessmentInfo[a].weight = static_cast<int>(a) + 1;
+  }
+  xyVoteAverageGraph& form = draw();
+  form.drawGraphCategoriesWeightedCumulative();
+  EXPECT_EQ(glo.averageDisplayKind, 21);
+  ASSERT_EQ(values(form).size(), 2U);
+  EXPECT_NEAR(values(form)[0], 4.5 / 6 + 0 * 2.0 / 6 + 2.0 * 3 / 6, 1e-6);
+  EXPECT_NEAR(values(form)[1], 2.0 / 6, 1e-6);
+}
+
+TEST_F(AverageGraph, WithoutWeightsTheKindStays) {
+  xyVoteAverageGraph& form = draw();
+  form.drawGraphCategoriesCumulative();
+  world.expectMsgBox("quorin matrix: No weightings have been selected");
+  form.drawGraphCategoriesWeightedCumulative();
+  EXPECT_EQ(glo.averageDisplayKind, 19);
+  EXPECT_EQ(captions(form.surface(), "header"), Texts{"Cumulative averages"});
+}
+
+TEST_F(AverageGraph, OtherKindsHaveTheirOwnScaleAndTitle) {
+  glo.multiPlot[1].Enabled = true;
+  glo.multiPlot[1].Assessments[0] = true;
+  glo.assessmentTitles[10] = "Exposure";
+  xyVoteAverageGraph& form = draw(11);
+  EXPECT_EQ(captions(form.surface(), "header"), Texts{"Exposure"});
+  EXPECT_EQ(captions(form.surface(), "barValue"), (Texts{"4.50", "2.00", "0.00"}));
+  form.drawGraphDiversity();
+  EXPECT_EQ(captions(form.surface(), "barValue"), (Texts{"25.00%", "0.00%"}));
+  EXPECT_EQ(form.chart.Axis.Left.Maximum, 1);
+  EXPECT_THROW(drawAverageGraph(12, 1024, 768), HostError);
+}
+
+TEST_F(AverageGraph, CategoryLabelNamesTheSelectedOnes) {
+  glo.categories.assign(3, CategoryRecord{});
+  glo.categories[0].CategoryName = "unallocated";
+  glo.categories[1].CategoryName = "Plant";
+  xyVoteAverageGraph& form = draw();
+  EXPECT_EQ(form.DoCategoryLabel(), "Category: ALL   ");
+  glo.categories.insert(glo.categories.begin() + 2, CategoryRecord{});
+  glo.categories[2].CategoryName = "People";
+  glo.categories[0].Selected = false;
+  EXPECT_EQ(form.DoCategoryLabel(), "Category: Plant, People");
+}
+
+TEST_F(AverageGraph, KeysWalkItemsAndPages) {
+  addItems(10);
+  for (int item = 0; item < 10; ++item) vote(item, 1, "3;");
+  glo.barCountAuto = false;
+  glo.runByAverageBarCount = 4;
+  xyVoteAverageGraph& form = draw();
+  EXPECT_TRUE(form.cmd_scrollVisible);
+  struct Case {
+    int keyCode, item, page;
+  };
+  const Case cases[] = {
+      {key::home, 0, 1},     {key::left, 0, 1},   {key::pageDown, 0, 2}, {key::pageDown, 0, 3},
+      {key::pageDown, 0, 3}, {key::end, 9, 3},    {key::right, 9, 3},    {key::up, 8, 3},
+      {key::left, 7, 2},     {key::pageUp, 7, 1}, {key::down, 8, 3},
+  };
+  for (const Case& c : cases) {
+    form.Form_KeyDown(c.keyCode, 0);
+    EXPECT_EQ(form.ListIndex, c.item) << c.keyCode;
+    EXPECT_EQ(form.chart.Page.Current, c.page) << c.keyCode;
+  }
+  EXPECT_EQ(captions(form.surface(), "bottomAxisLabel"), (Texts{"I: item 8", "J: item 9"}));
+}
+
+TEST_F(AverageGraph, KeysPickAssessmentsAndPanels) {
+  xyVoteAverageGraph& form = draw();
+  form.Form_KeyDown('3', key::altMask);
+  EXPECT_EQ(captions(form.surface(), "header"), Texts{"Average: Name3"});
+  form.Form_KeyDown('6', key::altMask);  // not in the exercise
+  EXPECT_EQ(form.assessment, 3);
+  form.Form_KeyDown('D', key::altMask);
+  EXPECT_EQ(captions(form.surface(), "LabelCategory"), Texts{"Average: 2.00"});
+  form.Form_KeyDown('D', key::altMask | key::shiftMask);
+  EXPECT_TRUE(form.diversityButtonVisible);
+  form.Form_KeyDown('L', 0);
+  EXPECT_TRUE(form.listVisible);
+  world.expectMsgBox("item 2, assessment 3");
+  form.Form_KeyDown('I', 0);
+}
+
+TEST_F(AverageGraph, EscClosesUnlessTheShowDisplaysIt) {
+  for (const bool display : {true, false}) {
+    glo.cmdMode = display ? "DISPLAY" : "EDIT";
+    draw().Form_KeyDown(key::escape, 0);
+    EXPECT_EQ(world.forms.isLoaded("xyVoteAverageGraph"), display);
+  }
+}
+
+TEST_F(AverageGraph, LowersAgainOnlyForOtherDataOrSize) {
+  ChartSurface lowered;
+  TChart chart = draw().chart;
+  lowered.lower(chart, 15360, 11520, "");
+  lowered.lower(chart, 15360, 11520, "");
+  EXPECT_EQ(lowered.builds(), 1);
+  chart.SERIES(0).points[0].value += 1;
+  lowered.lower(chart, 15360, 11520, "");
+  lowered.lower(chart, 28800, 16200, "");
+  EXPECT_EQ(lowered.builds(), 3);
+}
+
+// From four items to four hundred nothing runs into its neighbour or over the edge.
+TEST_F(AverageGraph, StaysLegibleForFewAndForMany) {
+  for (const auto& [width, height] : {std::pair{1024, 768}, {3840, 2160}})
+    for (const int items : {1, 4, 35, 400}) {
+      addItems(items);
+      for (int item = 0; item < items; ++item) {
+        glo.risks[static_cast<std::size_t>(item)].text = "the supplier of the cooling plant fails for a week";
+        vote(item, 1, "3;4;");
+      }
+      glo.runByAverageBarCount = items;
+      const host::Surface& surface = draw(1, width, height).surface();
+      double end = 0;
+      for (const host::Element* label : all(surface, "bottomAxisLabel")) {
+        const double wide = world.textMeasure.TextWidth(label->caption, "", label->font.size, true, false);
+        const double left = label->left + label->width / 2 - wide / 2;
+        EXPECT_GE(left, end) << items << " items at " << width;
+        end = left + wide;
+        EXPECT_LE(label->top + label->height, surface.height);
+        EXPECT_FALSE(label->caption.empty());
+      }
+      EXPECT_LE(end, surface.width);
+      end = 0;
+      for (const host::Element* value : all(surface, "barValue")) {
+        EXPECT_GE(value->left, end - 1) << items << " items at " << width;
+        end = value->left + value->width;
+      }
+      EXPECT_FALSE(all(surface, "bars").empty());
+    }
+}
+
+}  // namespace
+}  // namespace qrn

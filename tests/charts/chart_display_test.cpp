@@ -1,0 +1,123 @@
+#include "charts/chart_display.h"
+
+#include "charts/chart_layout.h"
+#include "charts/graph_fixture.h"
+
+namespace qrn {
+namespace {
+
+using test::GraphWorld;
+using Texts = std::vector<std::string>;
+
+class ChartDisplay : public GraphWorld {
+ protected:
+  static Texts labels(ChartForm& form) {
+    AddAxisLabels(form, 0, false, "");
+    return form.chart.Axis.Bottom.Labels.Item;
+  }
+};
+
+TEST_F(ChartDisplay, AnItemWithoutTextShowsThreeBlanks) {
+  addItems(1);
+  EXPECT_EQ(GetItemText(0), "item 0");
+  glo.risks[0].text.clear();
+  EXPECT_EQ(GetItemText(0), "   ");
+  EXPECT_EQ(GetItemText(9), "   ");
+}
+
+TEST_F(ChartDisplay, AxisLabelsByFormAndScale) {
+  addScale(1, "Impact", 3);
+  glo.scaleLabels[0] = {"very\r\nlow", "", "high", ""};
+  addScale(2, "Share", 100, 0);
+  addScale(3, "Rank", 100, 1);
+  struct Case {
+    const char* form;
+    int assessment, mode, letters;
+    Texts labels;
+  };
+  const Case cases[] = {
+      {"xyVoteRuntime", 1, 0, 0, {"very low", ".", "high"}},
+      {"xyVoteDistributionGraph", 1, 2, 0, {"1", "2", "3"}},
+      {"xyVoteDistributionGraph", 1, 1, 4, {"very", ".", "high"}},
+      {"xyVoteRuntime", 1, 2, 0, {"very low", ".", "high"}},
+      {"xyVoteRuntime", 2, 0, 0, {"0", "25", "50", "75", "100"}},
+      {"xyVoteRuntime", 3, 0, 0, {"1", "25", "50", "75", "100"}},
+      {"xyVoteBalance",
+       1,
+       0,
+       0,
+       {"<10", "10s", "20s", "30s", "40s", "50s", "60s", "70s", "80s", "90s", "100", "0"}},
+  };
+  for (const Case& c : cases) {
+    ChartForm form(c.form);
+    form.assessment = c.assessment;
+    form.distributionAxisLabels = c.mode;
+    form.distributionAxisLabelLength = c.letters;
+    EXPECT_EQ(labels(form), c.labels) << c.form << " " << c.assessment << " " << c.mode;
+    EXPECT_TRUE(form.chart.Axis.Bottom.Labels.MultiLine);
+  }
+}
+
+TEST_F(ChartDisplay, CountsTheVotesOfOneItemByOption) {
+  addScale(1, "Impact", 3);
+  addScale(2, "Chance", 3, 0);
+  glo.opt_abstain = true;
+  glo.liveVotes = {"1", "3", "3", "-2", "-100", "9", "0", "spare"};
+  struct Case {
+    int assessment;
+    std::vector<double> counts;
+  };
+  for (const Case& c : {Case{1, {1, 0, 2}}, Case{2, {1, 1, 0}}}) {
+    ChartForm form("xyVoteRuntime");
+    form.assessment = c.assessment;
+    form.chart.AddSeries(SeriesKind::asBar);
+    AddData(form, 0, 0);
+    std::vector<double> counts;
+    for (const ChartPoint& point : form.chart.SERIES(0).points) counts.push_back(point.value);
+    EXPECT_EQ(counts, c.counts) << c.assessment;
+    EXPECT_EQ(glo.abstainCount, 1);
+  }
+}
+
+TEST_F(ChartDisplay, TheTitleShrinksUntilItFits) {
+  ChartForm form("xyVoteAverageGraph");
+  ResizeChartTitle(form, "short");
+  EXPECT_EQ(form.chart.Header.Font.size, 18);
+  // 0.94 of 15360 twips hold 80 characters of 0.6 x 20 x 15 points, not of 16.
+  ResizeChartTitle(form, std::string(80, 'x'));
+  EXPECT_EQ(form.chart.Header.Font.size, 15);
+}
+
+TEST(ChartPages, HoldWhatThePageAllows) {
+  struct Case {
+    int points, most, current, pages, first, shown;
+  };
+  for (const Case& c : {Case{10, 0, 1, 1, 0, 10}, Case{10, 10, 1, 1, 0, 10}, Case{10, 4, 3, 3, 8, 2},
+                        Case{10, 4, 9, 3, 8, 2}, Case{0, 4, 1, 1, 0, 0}}) {
+    TChart chart;
+    chart.AddSeries(SeriesKind::asBar);
+    for (int i = 0; i < c.points; ++i) chart.SERIES(0).Add(i, "", 0);
+    chart.Page.MaxPointsPerPage = c.most;
+    chart.Page.Current = c.current;
+    EXPECT_EQ(chart.pageCount(), c.pages);
+    EXPECT_EQ(chart.firstPoint(), c.first);
+    EXPECT_EQ(chart.pointsOnPage(), c.shown);
+  }
+}
+
+TEST_F(ChartDisplay, LyingBarsGrowToTheRight) {
+  TChart chart;
+  ChartSeries& series = chart.SERIES(chart.AddSeries(SeriesKind::asHorizBar));
+  series.Add(2, "", 0xffffff);
+  series.Add(4, "", 0xffffff);
+  chart.Axis.Bottom.Labels.Item = {"first", "second"};
+  ChartSurface lowered;
+  const auto bars = all(lowered.lower(chart, 15360, 11520, ""), "bars");
+  ASSERT_EQ(bars.size(), 2U);
+  EXPECT_DOUBLE_EQ(bars[1]->width, 2 * bars[0]->width);
+  EXPECT_DOUBLE_EQ(bars[0]->left, bars[1]->left);
+  EXPECT_LT(bars[0]->top + bars[0]->height, bars[1]->top);
+}
+
+}  // namespace
+}  // namespace qrn
