@@ -1,0 +1,321 @@
+// A whole exercise, walked both ways, with everything a facilitator can do on the way.
+#include <algorithm>
+
+#include "host/controller.h"
+#include "store/progress_log.h"
+#include "vote/vote_fixture.h"
+
+namespace qrn {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+namespace key = host::key;
+
+class Runner : public VoteFixture {
+ protected:
+  void run() { runtime().startProcess(); }
+  void resume() {
+    ASSERT_TRUE(readlog());
+    ASSERT_TRUE(glo.resumePending);
+    scripts.clear();
+    run();
+  }
+};
+
+TEST_F(Runner, byItemVotesEachAssessmentThroughAllItems) {
+  run();
+  EXPECT_THAT(savedKeys(), ElementsAre("10C1", "11C1", "12C1", "10C2", "11C2", "12C2"));
+  EXPECT_EQ(saved()[0], "3;4;5;-; 10C1");
+  EXPECT_FLOAT_EQ(glo.risks[0].average[0], 4);
+  EXPECT_TRUE(glo.risks[2].voted[1]);
+  EXPECT_TRUE(glo.runFinished);
+  readlog();
+  EXPECT_FALSE(glo.resumePending);
+}
+
+TEST_F(Runner, byAssessmentVotesEachItemThroughAllAssessments) {
+  glo.runByOption = 1;
+  run();
+  EXPECT_THAT(savedKeys(), ElementsAre("10C1", "10C2", "11C1", "11C2", "12C1", "12C2"));
+}
+
+TEST_F(Runner, followsTheVotingOrderInBothWalks) {
+  glo.assessmentInfo[0].votingOrder = 1;
+  glo.assessmentInfo[1].votingOrder = 0;
+  run();
+  EXPECT_THAT(savedKeys(), ElementsAre("10C2", "11C2", "12C2", "10C1", "11C1", "12C1"));
+}
+
+TEST_F(Runner, passesOverItemsNotSelectedWithoutARecord) {
+  glo.risks[1].voting = false;
+  run();
+  EXPECT_THAT(savedKeys(), ElementsAre("10C1", "12C1", "10C2", "12C2"));
+}
+
+TEST_F(Runner, byAssessmentLeavesOutItemsVotedOnAll) {
+  glo.runByOption = 1;
+  glo.risks[0].voted[0] = glo.risks[0].voted[1] = true;
+  glo.risks[1].voted[0] = true;
+  run();
+  EXPECT_THAT(savedKeys(), ElementsAre("11C1", "11C2", "12C1", "12C2"));
+}
+
+TEST_F(Runner, refusesAnAssessmentWithOneOptionEachTime) {
+  glo.scaleLabels[0] = {"only", ""};
+  for (int i = 0; i < 3; ++i) world.expectMsgBox("quorin matrix: Must have at least 2 options");
+  run();
+  EXPECT_THAT(savedKeys(), ElementsAre("10C2", "11C2", "12C2"));
+  EXPECT_FALSE(glo.risks[0].voted[0]);
+}
+
+TEST_F(Runner, restartsAVoteWithoutSavingIt) {
+  scripts = {[this] {
+    world.at(0.2, [this] { press(1, "1"); });
+    keyAt(1, 'R');
+  }};
+  run();
+  EXPECT_EQ(opens, 7U);
+  EXPECT_EQ(saved()[0], "3;4;5;-; 10C1");
+  EXPECT_EQ(saved().size(), 6U);
+}
+
+// The outcome is read without quotes and in any case.
+TEST_F(Runner, votesAgainAfterTheResultWhenToldSo) {
+  for (const char* word : {"R", "\"REVOTE\""}) {
+    const std::size_t before = saved().size();
+    opens = 0;
+    scripts = {[this, word] {
+      voteAndGoOn("111");
+      world.at(1.6, [this, word] {
+        if (std::string(word) == "R")
+          key('R');
+        else
+          world.presentation.tags().Add("qrnVoteTerminated", word);
+      });
+    }};
+    run();
+    EXPECT_EQ(saved().size(), before + 7) << word;
+    EXPECT_EQ(saved()[before + 1], "3;4;5;-; 10C1") << word;
+  }
+}
+
+TEST_F(Runner, quitAllStopsAndTheRunGoesOnAtTheNextVote) {
+  for (const int by : {0, 1}) {
+    SCOPED_TRACE(by);
+    glo.runByOption = by;
+    for (RiskRecord& risk : glo.risks) risk.voted.fill(false);
+    world.presentation.Slides(1).tags().Delete("QRNVOTES");
+    glo.voteRecords.forget();
+    opens = 0;
+    scripts = {nullptr, nullptr, nullptr, [this] {
+                 world.at(0.2, [this] { press(1, "2"); });
+                 keyAt(0.8, key::escape);
+                 world.at(1.2, [] {
+                   host::host()
+                       .forms->as<xyVoteQuitOptions>("xyVoteQuitOptions")
+                       .choose(xyVoteQuitOptions::quitAllVotes);
+                 });
+               }};
+    run();
+    EXPECT_EQ(saved().size(), 3U);
+    EXPECT_EQ(outcome(), "Quit ALL");
+    EXPECT_FALSE(host::host().forms->isLoaded("xyVoteRuntime"));
+    resume();
+    ASSERT_EQ(saved().size(), 6U);
+    EXPECT_EQ(savedKeys()[3], by == 0 ? "10C2" : "11C2");
+    readlog();
+    EXPECT_FALSE(glo.resumePending);
+  }
+}
+
+TEST_F(Runner, resumesInTheVotingOrder) {
+  glo.assessmentInfo[0].votingOrder = 1;
+  glo.assessmentInfo[1].votingOrder = 0;
+  for (const int by : {0, 1}) {
+    SCOPED_TRACE(by);
+    glo.runByOption = by;
+    for (RiskRecord& risk : glo.risks) risk.voted.fill(false);
+    world.presentation.Slides(1).tags().Delete("QRNVOTES");
+    glo.voteRecords.forget();
+    opens = 0;
+    scripts = {nullptr, nullptr, nullptr,
+               [this] { world.at(0.5, [] { glo.quitRequested = true, glo.voteAbandoned = 1; }); }};
+    run();
+    resume();
+    std::vector<std::string> keys = savedKeys();
+    EXPECT_EQ(keys[3], by == 0 ? "10C1" : "11C1");
+    std::sort(keys.begin(), keys.end());
+    EXPECT_THAT(keys, ElementsAre("10C1", "10C2", "11C1", "11C2", "12C1", "12C2"));
+  }
+}
+
+TEST_F(Runner, goesToAnotherVoteAndBackOne) {
+  const auto leaveBy = [this](xyVoteQuitOptions::Option option, int item) {
+    keyAt(0.5, key::escape);
+    world.at(0.8, [option, item] {
+      auto& dialog = host::host().forms->as<xyVoteQuitOptions>("xyVoteQuitOptions");
+      dialog.List1Index = item;
+      dialog.choose(option);
+    });
+  };
+  scripts = {[&] { leaveBy(xyVoteQuitOptions::goTo, 2); }, [&] { leaveBy(xyVoteQuitOptions::goBackOne, 0); }};
+  run();
+  EXPECT_THAT(savedKeys(), ElementsAre("11C1", "12C1", "10C2", "11C2", "12C2"));
+}
+
+TEST_F(Runner, asksBeforeClosingAVoteWithoutVotes) {
+  scripts = {[this] {
+    keyAt(0.5, key::space);
+    keyAt(1.0, key::pageDown);
+    keyAt(2.0, key::space);
+  }};
+  world.expectMsgBox("Confirm close vote: No votes have been collected", host::Answer::no);
+  world.expectMsgBox("Close vote and continue?", host::Answer::yes);
+  run();
+  EXPECT_EQ(saved()[0], "-;-;-;-; 10C1");
+  EXPECT_EQ(saved().size(), 6U);
+}
+
+TEST_F(Runner, dropsAKeyRepeatedWithinATenthOfASecond) {
+  scripts = {[this] {
+    world.at(0.2, [this] { press(1, "3"); });
+    keyAt(0.5, 'A');
+    keyAt(0.55, 'A');
+    world.at(0.58, [this] { EXPECT_TRUE(runtime().cursorShown); });
+    keyAt(0.65, 'A');
+    world.at(0.7, [this] { EXPECT_FALSE(runtime().cursorShown); });
+    keyAt(1, key::space);
+    keyAt(2, key::space);
+  }};
+  run();
+  EXPECT_EQ(saved().size(), 6U);
+}
+
+TEST_F(Runner, tellsWhatTheKeysActOn) {
+  std::vector<VoteState> seen;
+  const auto look = [&] { seen.push_back(runtime().state); };
+  scripts = {[&] {
+    world.at(0.5, look);
+    voteAndGoOn();
+    world.at(1.6, look);
+  }};
+  run();
+  EXPECT_THAT(seen, ElementsAre(VoteState::open, VoteState::resultUp));
+}
+
+TEST_F(Runner, goesOnByItselfWhenNoResultIsWanted) {
+  glo.runByShowBarGraph = 0;
+  glo.CheckAverageScoreIndicator = 0;
+  run();
+  EXPECT_EQ(saved().size(), 6U);
+}
+
+TEST_F(Runner, keepsTheVotesWhenTheLinkIsLost) {
+  std::vector<std::string> told;
+  scripts = {[&] {
+               world.at(0.2, [&] { press(1, "3"); });
+               world.at(0.5, [&] { world.link.linkUp = world.link.canShare = world.link.canStart = false; });
+               world.at(1.0, [&] { told.push_back(runtime().lbl_status.Caption); });
+               world.at(3.0, [&] { world.link.canStart = true; });
+             },
+             [&] {
+               world.at(0.1, [&] { told.push_back(runtime().lbl_status.Caption); });
+               world.at(0.2, [&] { press(2, "4"); });
+               keyAt(1, key::space);
+               keyAt(2, key::space);
+             }};
+  run();
+  ASSERT_EQ(told.size(), 2U);
+  EXPECT_THAT(told[0], HasSubstr("is lost. The votes received so far are kept."));
+  EXPECT_THAT(told[1], HasSubstr("is back"));
+  EXPECT_EQ(saved()[0], "3;4;-;-; 10C1");
+}
+
+TEST_F(Runner, savesVotesReceivedJustBeforeTheLinkWasLost) {
+  scripts = {[this] {
+    world.at(0.30, [this] { press(1, "3"), press(2, "2"); });
+    world.at(0.31, [this] { world.link.linkUp = world.link.canShare = world.link.canStart = false; });
+    world.at(0.32, [] { glo.voteComplete = 1; });
+    world.at(1.0, [this] { world.link.canShare = true; });
+    keyAt(2, key::space);
+  }};
+  run();
+  EXPECT_EQ(saved()[0], "3;2;-;-; 10C1");
+}
+
+TEST_F(Runner, takesPressesThatCrossedWithTheClose) {
+  world.link.onSend = [this](const std::string& command) {
+    if (command == "StartVote")
+      opened();
+    if (command == "EndVote" && opens == 1 && glo.voteOpen)
+      world.at(0.05, [this] { press(4, "1"); });
+  };
+  run();
+  EXPECT_EQ(saved()[0], "3;4;5;1; 10C1");
+}
+
+TEST_F(Runner, triesAgainWhenTheDiskFails) {
+  scripts = {[this] {
+    voteAndGoOn();
+    world.at(0.9, [this] { world.presentation.slide(1).tagStore.failAtWrite = 1; });
+  }};
+  world.expectMsgBox("The votes could not be saved to the slide:", host::Answer::yes);
+  run();
+  EXPECT_THAT(savedKeys(), ElementsAre("10C1", "11C1", "12C1", "10C2", "11C2", "12C2"));
+}
+
+TEST_F(Runner, endsWhenTheFormIsClosedWhileWaiting) {
+  scripts = {nullptr, [this] {
+               world.at(0.2, [this] { press(1, "3"); });
+               world.at(0.5, [] { host::host().forms->unload("xyVoteRuntime"); });
+             }};
+  run();
+  EXPECT_EQ(savedKeys().size(), 1U);
+  EXPECT_FALSE(glo.voteOpen);
+}
+
+TEST_F(Runner, theCloseButtonAsksFirst) {
+  scripts = {[this] {
+    world.at(0.2, [] { EXPECT_FALSE(host::host().forms->unload("xyVoteRuntime", true)); });
+    world.at(0.5, [] { EXPECT_FALSE(host::host().forms->unload("xyVoteRuntime", true)); });
+  }};
+  world.expectMsgBox("Are you sure you want to quit matrix?", host::Answer::no);
+  world.expectMsgBox("Are you sure you want to quit matrix?", host::Answer::yes);
+  run();
+  EXPECT_THAT(saved(), IsEmpty());
+}
+
+TEST_F(Runner, runsOneVoteAloneWhenAskedTo) {
+  glo.singleVoteRun = true;
+  glo.jumpItem = 1;
+  glo.jumpAssessment = 2;
+  run();
+  EXPECT_THAT(savedKeys(), ElementsAre("11C2"));
+}
+
+TEST_F(Runner, holdsItsWalkWhenAGraphReordersTheList) {
+  struct Reorders : host::Form {
+    Reorders() : Form("xyVoteGraph") {}
+    void Form_Load() override { std::reverse(glo.risks.begin(), glo.risks.end() - 1); }
+  };
+  world.forms.define("xyVoteGraph", [] { return std::make_unique<Reorders>(); });
+  glo.runByOption = 1;
+  glo.runByShowScatter = 1;
+  glo.runByShowAveragesEnd = 0;
+  int shown = 0;
+  host::Timer closer(100, [&] {
+    if (host::host().forms->isVisible("xyVoteGraph")) {
+      ++shown;
+      host::host().forms->hide("xyVoteGraph");
+    }
+  });
+  closer.setEnabled(true);
+  run();
+  EXPECT_EQ(shown, 3);
+  EXPECT_THAT(savedKeys(), ElementsAre("10C1", "10C2", "11C1", "11C2", "12C1", "12C2"));
+}
+
+}  // namespace
+}  // namespace qrn
