@@ -110,7 +110,8 @@ std::string_view VoteRecordText::lastLine(int sortKey, int assessment) const {
 }
 
 std::string_view VoteRecordText::lastLineByScan(std::string_view text, std::string_view key) {
-  const std::string wanted = "," + std::string(key);
+  std::string wanted(1, ',');
+  wanted += key;
   std::size_t end = text.size();
   while (true) {
     const std::size_t before = end == 0 ? std::string_view::npos : text.find_last_of("\r\n", end - 1);

@@ -1,0 +1,83 @@
+#include "store/progress_log.h"
+
+#include "store/vote_fixture.h"
+
+namespace qrn::test {
+namespace {
+
+class ProgressLogTest : public VoteTest {
+ protected:
+  ProgressLogTest() {
+    addItems({12, 7, 30});
+    resetLogState();
+    glo.assessmentInfo[2].active = true;
+  }
+  std::string log() { return slide.stubborn.values["QRNMATRIXLOG"]; }
+};
+
+TEST_F(ProgressLogTest, TheTextNamesEveryValueInOrder) {
+  glo.currentItem = 1;
+  glo.currentAssessment = 1;
+  glo.logAssessments[1] = false;
+  glo.logPairCount = 4;
+  glo.risks[2].newItem = true;
+  writeLog();
+  EXPECT_EQ(log(),
+            "category = 1\r\nassessment = 1\r\nrisk = 2\r\npairCount = 4\r\ncumulativePairCount = 0\r\n"
+            "a1 = True\r\na2 = False\r\na3 = True\r\na4 = True\r\na5 = True\r\na6 = True\r\na7 = True\r\n"
+            "a8 = True\r\na9 = True\r\nAssessment index = 0\r\nprocess finished = False\r\nrisk list\r\n"
+            "12,False,000000000\r\n7,False,100000000\r\n30,True,000000000\r\n");
+  EXPECT_EQ(world.dialogs.infos, (std::vector<std::string>{"Writing Log File", ""}));
+}
+
+TEST_F(ProgressLogTest, AStoppedRunGoesOnAtTheNextVote) {
+  struct Case {
+    int runByOption, item, assessment, risk, nextAssessment;
+  };
+  for (const Case& c : {Case{0, 0, 1, 1, 1}, Case{0, 2, 1, 0, 2}, Case{0, 2, 9, 0, 10}, Case{1, 0, 1, 0, 3},
+                        Case{1, 0, 3, 1, 1}, Case{1, 2, 3, 3, 1}}) {
+    addItems({12, 7, 30});
+    glo.runByOption = c.runByOption;
+    glo.currentItem = c.item;
+    glo.currentAssessment = c.assessment;
+    writeLog();
+    addItems({12, 7, 30});
+    glo.logRisk = glo.logAssessment = -1;
+    glo.resumePending = false;
+    ASSERT_TRUE(readlog());
+    EXPECT_TRUE(glo.resumePending);
+    EXPECT_EQ(glo.logRisk, c.risk);
+    EXPECT_EQ(glo.logAssessment, c.nextAssessment);
+    EXPECT_TRUE(
+        glo.risks[static_cast<std::size_t>(c.item)].voted[static_cast<std::size_t>(c.assessment - 1)]);
+  }
+}
+
+TEST_F(ProgressLogTest, TheNextItemIsFoundInAnotherOrder) {
+  glo.currentItem = 0;
+  writeLog();  // next is the item with key 7
+  addItems({30, 12, 99, 7});
+  readlog();
+  EXPECT_EQ(glo.logRisk, 3);
+  EXPECT_TRUE(glo.risks[1].voted[0]);
+}
+
+TEST_F(ProgressLogTest, AFinishedOrMissingProcessLeavesNothingToResume) {
+  EXPECT_FALSE(readlog());
+  writeLog(true);
+  glo.resumePending = true;
+  EXPECT_TRUE(readlog());
+  EXPECT_FALSE(glo.resumePending);
+}
+
+TEST_F(ProgressLogTest, DamagedTextReadsWhatItCan) {
+  slide.stubborn.values["QRNMATRIXLOG"] =
+      "assessment = 99999999\nrisk = x\nnonsense\na2 = true\nrisk list\n7\n,,\nzz";
+  EXPECT_TRUE(readlog());
+  EXPECT_EQ(glo.logAssessment, 10);
+  EXPECT_EQ(glo.logRisk, 1);  // row 0 of the list in the log is the item with key 7
+  EXPECT_TRUE(glo.logAssessments[1]);
+}
+
+}  // namespace
+}  // namespace qrn::test
