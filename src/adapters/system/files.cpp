@@ -18,13 +18,16 @@ namespace {
 [[noreturn]] void fail(const std::string& what, const std::string& path) {
   const int error = errno;
   int number = 75;
-  if (error == ENOENT)
+  std::string why = std::strerror(error);
+  if (error == ENOENT) {
     number = 53;
-  else if (error == ENOSPC || error == EDQUOT || error == EFBIG)
+  } else if (error == ENOSPC || error == EDQUOT || error == EFBIG) {
     number = 61;
-  else if (error == EACCES || error == EPERM || error == EROFS)
+    why = "The disk is full";
+  } else if (error == EACCES || error == EPERM || error == EROFS) {
     number = 70;
-  throw HostError(Fault::world, number, what + " " + path + ": " + std::strerror(error));
+  }
+  throw HostError(Fault::world, number, what + " " + path + ": " + why);
 }
 
 // A file descriptor that closes itself.
@@ -148,7 +151,14 @@ void DiskFiles::write(const std::string& path, std::string_view text) {
 
 void DiskFiles::append(const std::string& path, std::string_view text) {
   const Descriptor descriptor(path, O_WRONLY | O_CREAT | O_APPEND, "Could not write");
-  writeAll(descriptor.get(), text, path);
+  const off_t before = ::lseek(descriptor.get(), 0, SEEK_END);
+  try {
+    writeAll(descriptor.get(), text, path);
+  } catch (...) {  // half a line would spoil the next one
+    if (before < 0 || ::ftruncate(descriptor.get(), before) != 0)
+      throw HostError(Fault::world, 61, "Could not write " + path + ": part of a line may stand at its end");
+    throw;
+  }
 }
 
 void DiskFiles::Kill(const std::string& path) {

@@ -23,12 +23,25 @@ std::string userFolder(const char* variableName, const char* belowHome) {
   return set.empty() ? variable("HOME") + belowHome : set;
 }
 
+bool isOurFolder(const std::string& folder) {
+  struct stat info {};
+  return ::lstat(folder.c_str(), &info) == 0 && S_ISDIR(info.st_mode) && info.st_uid == ::getuid();
+}
+
+// One folder for this user's runs; a name that somebody else has taken gives way to a new one.
 std::string temporaryFolder() {
+  static std::string made;
+  if (!made.empty() && isOurFolder(made))
+    return made;
   std::error_code error;
-  const std::string folder =
-      (std::filesystem::temp_directory_path(error) / ("quorin-" + std::to_string(::getuid()))).string();
-  ::mkdir(folder.c_str(), 0700);
-  return folder;
+  const std::filesystem::path all = std::filesystem::temp_directory_path(error);
+  made = (all / ("quorin-" + std::to_string(::getuid()))).string();
+  if (::mkdir(made.c_str(), 0700) != 0 && !isOurFolder(made)) {
+    std::string other = made + "-XXXXXX";
+    if (::mkdtemp(other.data()) != nullptr)
+      made = other;
+  }
+  return made;
 }
 
 }  // namespace
