@@ -1,0 +1,54 @@
+// What both ends of the program's link agree on besides the text protocol itself: where a controller
+// announces itself, how the two recognise each other, and the few frames of their own that they exchange.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace qrn::link {
+
+inline constexpr const char* programPath = "/program";
+inline constexpr const char* instanceHeader = "X-Quorin-Instance";  // one value for the life of a link object
+inline constexpr const char* tokenVariable =
+    "QUORIN_LINK_TOKEN";                                         // environment of a controller being started
+inline constexpr std::size_t maxMessage = std::size_t{1} << 20;  // bytes of one frame, either way
+
+// Frames of the link's own. The controller's first frame is the hello; "VoteOpened=" answers "StartVote" and
+// carries the number that the presses of that vote bear in their brackets. "Received=" comes from the
+// program's side and says how many frames since the hello have been dealt with.
+inline constexpr std::string_view helloWord =
+    "Hello=quorin-controller,1,";  // then the open vote's number or 0
+inline constexpr std::string_view openedWord = "VoteOpened=";
+inline constexpr std::string_view receivedWord = "Received=";
+
+struct Announcement {
+  int port = 0;
+  std::string token;
+  long process = 0;
+  int rehearse = 0;
+  std::uint64_t seed = 0;
+  std::string join;  // address of the page to project
+};
+
+// Lines KEY=VALUE. Reading gives nothing unless port and token are there and well formed.
+std::string announcementText(const Announcement& announcement);
+std::optional<Announcement> readAnnouncement(std::string_view text);
+std::string announceFile(const std::string& folder);
+
+// The whole number that `text` is, or nothing: no blanks, no sign, at most 18 digits.
+std::optional<std::int64_t> wholeNumber(std::string_view text);
+bool startsWith(std::string_view text, std::string_view head);
+
+// 32 hexadecimal digits from the system's source of randomness.
+std::string randomToken();
+bool isToken(std::string_view text);
+// Takes as long for a wrong token as for a right one.
+bool sameToken(std::string_view left, std::string_view right);
+
+// The text itself when it is valid UTF-8, else with U+FFFD for what is not: a text frame holds nothing else.
+std::string validUtf8(std::string_view text);
+
+}  // namespace qrn::link
