@@ -1,12 +1,17 @@
 #include "adapters/deck/deck_fixture.h"
 
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 #include <zip.h>
 
 #include <algorithm>
+#include <array>
+#include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
+#include <stdexcept>
 
 namespace qrn::test {
 
@@ -275,6 +280,28 @@ std::string readFile(const std::string& path) {
 
 void writeFile(const std::string& path, std::string_view text) {
   std::ofstream(path, std::ios::binary) << text;
+}
+
+int inChild(const std::function<int()>& body) {
+  const pid_t child = ::fork();
+  if (child == 0) {
+    int result = 98;
+    try {
+      result = body();
+    } catch (const std::exception& error) {
+      std::fprintf(stderr, "in the child: %s\n", error.what());
+    }
+    ::_exit(result);
+  }
+  int status = 0;
+  ::waitpid(child, &status, 0);
+  return WIFEXITED(status) ? WEXITSTATUS(status) : 99;
+}
+
+void becomeNobody() {
+  constexpr unsigned kNobody = 65534;
+  if (::geteuid() == 0 && (::setgid(kNobody) != 0 || ::setuid(kNobody) != 0))
+    throw std::runtime_error("cannot give up root");
 }
 
 TempFolder::TempFolder() : path_((std::filesystem::temp_directory_path() / "deckXXXXXX").string()) {

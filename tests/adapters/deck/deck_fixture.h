@@ -3,6 +3,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -27,6 +28,11 @@ PartList readZip(const std::string& path);                                      
 std::string replaced(std::string text, std::string_view what, std::string_view by);  // must occur
 std::string readFile(const std::string& path);
 void writeFile(const std::string& path, std::string_view text);
+
+// Runs `body` in a process of its own; its result, 98 for an exception, 99 when it was killed.
+int inChild(const std::function<int()>& body);
+// Gives up the rights of root, which no file mode stops. For children only.
+void becomeNobody();
 
 // A folder of its own for one test, gone with it.
 class TempFolder {

@@ -1,0 +1,373 @@
+// What was stored is there again, wherever the program or the disk was cut off.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <random>
+
+#include "adapters/deck/deck.h"
+#include "adapters/deck/deck_fixture.h"
+#include "adapters/deck/journal.h"
+#include "adapters/deck/package.h"
+
+namespace qrn::test {
+namespace {
+
+using deck::Deck;
+using deck::OpenOptions;
+using deck::OtherJournal;
+using ::testing::HasSubstr;
+
+std::string stateOf(Deck& deck) {
+  std::string state;
+  const auto add = [&state](host::Tags& tags) {
+    for (const std::string& name : tags.Names()) state += name + "=" + tags.Item(name) + ";";
+    state += "|";
+  };
+  add(deck.tags());
+  for (int i = 1; i <= deck.SlideCount(); ++i) add(deck.Slides(i).tags());
+  return state;
+}
+
+std::string stateOf(const std::string& file, OtherJournal other = OtherJournal::refuse) {
+  OpenOptions options;
+  options.otherJournal = other;
+  return stateOf(*Deck::open(file, options));
+}
+
+// A few changes of every kind; tells of each when it is stored.
+void workshop(Deck& deck, const std::function<void()>& stored) {
+  host::Tags& votes = deck.Slides(1).tags();
+  const std::vector<std::function<void()>> steps = {[&] { votes.Append("QRNVOTES", "1C0;1;2;\r\n"); },
+                                                    [&] { deck.tags().Add("qrnActivity", "x<\"&\xC3\xA4"); },
+                                                    [&] { votes.Append("QRNVOTES", "2C0;X;-;\r\n"); },
+                                                    [&] { deck.AddTitleOnlySlide(1).tags().Add("NEW", "n"); },
+                                                    [&] { votes.Add("QRNMATRIX", "long text"); },
+                                                    [&] { votes.Delete("QRNMATRIX"); },
+                                                    [&] { votes.Append("QRNVOTES", "3"); },
+                                                    [&] { deck.Slides(3).tags().Add("EMPTY", ""); }};
+  for (const auto& step : steps) {
+    step();
+    stored();
+  }
+}
+
+TEST(DeckJournal, CutOffAtAnyByteKeepsWhatWasWholeBefore) {
+  const TempFolder folder;
+  const std::string file = folder.deck({3, false, false, false, true}), journal = file + ".journal";
+  std::vector<std::pair<std::size_t, std::string>> stored = {{0, stateOf(file)}};
+  {
+    const auto deck = Deck::open(file);
+    workshop(*deck, [&] { stored.emplace_back(readFile(journal).size(), stateOf(*deck)); });
+  }
+  const std::string deckBytes = readFile(file), whole = readFile(journal);
+  for (std::size_t length = 0; length <= whole.size(); ++length) {
+    writeFile(journal, std::string_view(whole).substr(0, length));
+    std::size_t last = 0;
+    while (last + 1 < stored.size() && stored[last + 1].first <= length) ++last;
+    const auto deck = Deck::open(file);
+    std::string state = stateOf(*deck);
+    // The slide itself may have been stored without its tag.
+    if (state != stored[last].second && last == 3 && deck->SlideCount() == 4)
+      continue;
+    ASSERT_EQ(state, stored[last].second) << "cut at " << length;
+    deck->Slides(1).tags().Append("QRNVOTES", "after");
+    state = stateOf(*deck);
+    ASSERT_EQ(stateOf(*Deck::open(file, {true, nullptr, "", {}})), state) << "cut at " << length;
+  }
+  EXPECT_EQ(readFile(file), deckBytes) << "the deck is written at save points only";
+}
+
+TEST(DeckJournal, SavingCutOffAnywhereStoresNothingTwiceAndLosesNothing) {
+  const TempFolder folder;
+  const std::string file = folder.deck(), journal = file + ".journal";
+  const std::string oldDeck = readFile(file);
+  std::string state, newDeck, plain;
+  {
+    const auto deck = Deck::open(file);
+    workshop(*deck, [] {});
+    state = stateOf(*deck);
+    plain = readFile(journal);
+    deck->Save();
+    EXPECT_THAT(folder.names(), ::testing::ElementsAre("talk.pptx", "talk.pptx.backup", "talk.pptx.lock"));
+  }
+  newDeck = readFile(file);
+  writeFile(journal, plain);
+  {
+    deck::Journal writer(journal);
+    writer.resume(deck::parseJournal(plain));
+    writer.add({deck::Change::Kind::saved, 0, "", deck::Package(file).fingerprint(), 0});
+  }
+  const std::string marked = readFile(journal);
+  const struct {
+    const char* cutOff;
+    const std::string &deckBytes, &journalBytes;
+  } cases[] = {{"before the mark", oldDeck, plain},
+               {"between mark and rename", oldDeck, marked},
+               {"between rename and removal", newDeck, marked}};
+  for (const auto& one : cases) {
+    writeFile(file, one.deckBytes);
+    writeFile(journal, one.journalBytes);
+    EXPECT_EQ(stateOf(file), state) << one.cutOff;
+    const auto deck = Deck::open(file);
+    deck->Slides(1).tags().Append("QRNVOTES", "4");
+    const std::string more = stateOf(*deck);
+    EXPECT_EQ(stateOf(*Deck::open(file, {true, nullptr, "", {}})), more) << one.cutOff;
+    deck->Save();
+    EXPECT_EQ(stateOf(*Deck::open(file, {true, nullptr, "", {}})), more) << one.cutOff;
+  }
+}
+
+TEST(DeckJournal, OfAnotherStateIsRefusedAndKept) {
+  const TempFolder folder;
+  const std::string file = folder.deck(), journal = file + ".journal";
+  {
+    const auto deck = Deck::open(file);
+    deck->Slides(2).tags().Append("QRNVOTES", "1;");
+    deck->Slides(2).tags().Append("QRNVOTES", "2;");
+    deck->tags().Add("A", "a");
+  }
+  const std::string stored = readFile(journal);
+  PartList parts = readZip(file);  // another program renumbers the slides and puts the second one first
+  std::string& list = part(parts, "ppt/presentation.xml");
+  list = replaced(list, "<p:sldId id=\"299\" r:id=\"s2\"/>", "");
+  list = replaced(list, "<p:sldIdLst>", "<p:sldIdLst><p:sldId id=\"777\" r:id=\"s2\"/>");
+  writeZip(file, parts);
+  const std::string changedDeck = readFile(file);
+  try {
+    Deck::open(file);
+    ADD_FAILURE() << "opened";
+  } catch (const deck::JournalRefused& refused) {
+    EXPECT_THAT(refused.what(), HasSubstr("talk.pptx.journal"));
+    EXPECT_EQ(refused.changes(), 3);
+  }
+  EXPECT_EQ(readFile(journal), stored);
+  EXPECT_EQ(readFile(file), changedDeck);
+
+  EXPECT_EQ(stateOf(file, OtherJournal::apply), "A=a;|QRNVOTES=1;2;;|||");
+  EXPECT_EQ(readFile(journal + ".1"), stored) << "kept for good measure";
+  EXPECT_EQ(stateOf(file), "A=a;|QRNVOTES=1;2;;|||") << "from now on it is this deck's journal";
+
+  writeFile(journal, stored);
+  EXPECT_EQ(stateOf(file, OtherJournal::setAside), "||||");
+  EXPECT_EQ(readFile(journal + ".2"), stored);
+}
+
+TEST(DeckJournal, DamagedInTheMiddleIsNotTakenForCutOff) {
+  const TempFolder folder;
+  const std::string file = folder.deck(), journal = file + ".journal";
+  std::vector<std::size_t> ends;
+  {
+    const auto deck = Deck::open(file);
+    for (const char* name : {"A", "B", "C"}) {
+      deck->tags().Add(name, name);
+      ends.push_back(readFile(journal).size());
+    }
+  }
+  std::string bytes = readFile(journal);
+  bytes[ends[1] - 1] = static_cast<char>(bytes[ends[1] - 1] ^ 1);
+  writeFile(journal, bytes);
+  EXPECT_THROW(Deck::open(file), deck::JournalRefused);
+  EXPECT_EQ(readFile(journal), bytes);
+  EXPECT_EQ(stateOf(file, OtherJournal::apply), "A=A;C=C;||||");
+  EXPECT_EQ(readFile(journal + ".1"), bytes);
+  writeFile(journal, std::string(300, 'x'));
+  EXPECT_THROW(Deck::open(file), deck::JournalRefused) << "no journal at all";
+}
+
+// The child stores records and tells of each on the pipe, saving now and then, until it is killed.
+[[noreturn]] void storeUntilKilled(const std::string& file, int out, int first) {
+  const auto deck = Deck::open(file);
+  for (int i = first;; ++i) {
+    deck->Slides(1).tags().Append("QRNVOTES", std::to_string(i) + "\r\n");
+    (void)!::write(out, &i, sizeof i);
+    if (i % 7 == 0)
+      deck->Save();
+  }
+}
+
+TEST(DeckJournal, EveryRecordToldSurvivesAKill) {
+  const TempFolder folder;
+  const std::string file = folder.deck();
+  std::mt19937 random(20260314);
+  int told = -1;
+  for (int round = 0; round < 25; ++round) {
+    int ends[2];
+    ASSERT_EQ(::pipe(ends), 0);
+    const pid_t child = ::fork();
+    if (child == 0)
+      storeUntilKilled(file, ends[1], told + 1);
+    ::close(ends[1]);
+    ::usleep(static_cast<useconds_t>(random() % 120000));
+    ::kill(child, SIGKILL);
+    ::waitpid(child, nullptr, 0);
+    for (int i = 0; ::read(ends[0], &i, sizeof i) == sizeof i;) told = i;
+    ::close(ends[0]);
+    readZip(file);  // fails the test when it is no whole zip file
+    std::string expected;
+    for (int i = 0; i <= told; ++i) expected += std::to_string(i) + "\r\n";
+    const std::string got = Deck::open(file)->Slides(1).tags().Item("QRNVOTES");
+    const std::string oneMore = expected + std::to_string(told + 1) + "\r\n";
+    ASSERT_TRUE(got == expected || got == oneMore) << "round " << round << ": told " << told;
+    told += got == oneMore ? 1 : 0;
+  }
+  EXPECT_GT(told, 25);
+}
+
+void limitFiles(rlim_t bytes) {
+  ::signal(SIGXFSZ, SIG_IGN);
+  const rlimit limit{bytes, bytes};
+  ::setrlimit(RLIMIT_FSIZE, &limit);
+}
+
+TEST(DeckJournal, AFullDiskIsToldAndKeepsTheOldDeckAndTheJournal) {
+  const TempFolder folder;
+  const std::string file = folder.deck();
+  {
+    const auto deck = Deck::open(file);
+    for (int i = 0; i < 20; ++i) deck->Slides(1).tags().Append("QRNVOTES", "0123456789");
+  }
+  const std::string before = readFile(file), state = stateOf(file);
+  for (rlim_t room = 1500; room < before.size(); room += 300) {
+    EXPECT_EQ(inChild([&] {
+                const auto deck = Deck::open(file);
+                limitFiles(room);
+                try {
+                  deck->Save();
+                } catch (const HostError& error) {
+                  return error.fault() == Fault::world && error.number() == 61 ? 0 : 1;
+                }
+                return 2;
+              }),
+              0)
+        << "room for " << room;
+    ASSERT_EQ(readFile(file), before);
+    ASSERT_EQ(stateOf(file), state);
+    EXPECT_THAT(folder.names(), ::testing::ElementsAre("talk.pptx", "talk.pptx.journal"));
+  }
+}
+
+TEST(DeckJournal, ARecordThatFindsNoRoomIsNotStoredAtAll) {
+  const TempFolder folder;
+  const std::string file = folder.deck();
+  { Deck::open(file)->Slides(1).tags().Add("QRNVOTES", "one"); }
+  const auto size = readFile(file + ".journal").size();
+  for (rlim_t room : {size, size + 3, size + 30})
+    EXPECT_EQ(inChild([&] {
+                const auto deck = Deck::open(file);
+                limitFiles(room);
+                try {
+                  deck->Slides(1).tags().Append("QRNVOTES", std::string(50, 'x'));
+                } catch (const HostError& error) {
+                  return error.number() == 61 && deck->Slides(1).tags().Item("QRNVOTES") == "one" ? 0 : 1;
+                }
+                return 2;
+              }),
+              0);
+  EXPECT_EQ(readFile(file + ".journal").size(), size);
+  EXPECT_EQ(Deck::open(file)->Slides(1).tags().Item("QRNVOTES"), "one");
+}
+
+TEST(DeckJournal, ADeckOrFolderThatCannotBeWrittenSaysSo) {
+  const TempFolder folder;
+  const std::string file = folder.deck();
+  ASSERT_EQ(::chmod(file.c_str(), 0444), 0);
+  ASSERT_EQ(::chmod(folder.path().c_str(), 0777), 0);
+  const std::string before = readFile(file);
+  EXPECT_EQ(inChild([&] {
+              becomeNobody();
+              const auto deck = Deck::open(file);
+              deck->Slides(1).tags().Add("A", "kept");
+              if (!deck->ReadOnly())
+                return 1;
+              try {
+                deck->Save();
+              } catch (const HostError& error) {
+                return error.number() == 70 ? 0 : 2;
+              }
+              return 3;
+            }),
+            0)
+      << "read-only deck";
+  EXPECT_EQ(readFile(file), before);
+  EXPECT_EQ(Deck::open(file)->Slides(1).tags().Item("A"), "kept");
+  std::filesystem::remove(file + ".journal");
+  ASSERT_EQ(::chmod(folder.path().c_str(), 0555), 0);
+  EXPECT_EQ(inChild([&] {
+              becomeNobody();
+              const auto deck = Deck::open(file);
+              try {
+                deck->Slides(1).tags().Add("A", "lost");
+              } catch (const HostError& error) {
+                return error.number() == 70 && deck->Slides(1).tags().Item("A").empty() ? 0 : 1;
+              }
+              return 2;
+            }),
+            0)
+      << "read-only folder";
+  ASSERT_EQ(::chmod(folder.path().c_str(), 0755), 0);
+}
+
+TEST(DeckJournal, OneWriterAtATimeAndAKilledOneStopsNobody) {
+  const TempFolder folder;
+  const std::string file = folder.deck();
+  {
+    const auto first = Deck::open(file);
+    first->Slides(1).tags().Add("A", "1");
+    EXPECT_THROW(Deck::open(file), deck::DeckInUse);
+    const auto reader = Deck::open(file, {true, nullptr, "", {}});
+    EXPECT_EQ(reader->Slides(1).tags().Item("A"), "1");
+    EXPECT_THROW(reader->Slides(1).tags().Add("A", "2"), HostError);
+    EXPECT_THROW(reader->Save(), HostError);
+  }
+  EXPECT_EQ(inChild([&] {
+              const auto deck = Deck::open(file);
+              ::raise(SIGKILL);
+              return 0;
+            }),
+            99);
+  EXPECT_TRUE(std::filesystem::exists(file + ".lock"));
+  EXPECT_EQ(Deck::open(file)->Slides(1).tags().Item("A"), "1");
+  EXPECT_FALSE(std::filesystem::exists(file + ".lock"));
+}
+
+TEST(DeckJournal, ADeckSavedByAnotherProgramMeanwhileIsNotOverwritten) {
+  const TempFolder folder;
+  const std::string file = folder.deck();
+  const auto deck = Deck::open(file);
+  deck->Slides(1).tags().Add("A", "1");
+  folder.deck({2, false, false, false, false});
+  const std::string foreign = readFile(file);
+  EXPECT_THROW(deck->Save(), HostError);
+  EXPECT_EQ(readFile(file), foreign);
+  EXPECT_TRUE(std::filesystem::exists(file + ".journal"));
+}
+
+TEST(DeckJournal, LinksAndModesAreKept) {
+  const TempFolder folder;
+  const std::string file = folder.deck();
+  ASSERT_EQ(::chmod(file.c_str(), 0640), 0);
+  std::filesystem::create_directory(folder.file("desk"));
+  const std::string link = folder.file("desk/link.pptx");
+  std::filesystem::create_symlink(file, link);
+  {
+    const auto deck = Deck::open(link);
+    EXPECT_EQ(deck->path(), folder.file("desk"));
+    EXPECT_EQ(deck->FullName(), link);
+    deck->Slides(1).tags().Add("A", "1");
+    EXPECT_TRUE(std::filesystem::exists(file + ".journal"));
+    deck->Save();
+  }
+  EXPECT_TRUE(std::filesystem::is_symlink(link));
+  struct stat info {};
+  ASSERT_EQ(::stat(file.c_str(), &info), 0);
+  EXPECT_EQ(info.st_mode & 07777, 0640U);
+  EXPECT_EQ(Deck::open(file)->Slides(1).tags().Item("A"), "1");
+}
+
+}  // namespace
+}  // namespace qrn::test
