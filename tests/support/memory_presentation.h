@@ -72,13 +72,14 @@ class MemorySlide : public host::Slide {
   int slideID() const override { return id_; }
   int slideIndex() const override { return place_; }
   std::string Title() const override { return title; }
-  bool Hidden() const override { return false; }
+  bool Hidden() const override { return hidden; }
   host::Tags& tags() override { return tagStore; }
   std::vector<host::Shape*> Shapes() override { return alive(shapes); }
   std::vector<host::Shape*> NotesPageShapes() override { return alive(notes); }
   void Export(const std::string& file, std::string_view, int, int) override { exported.push_back(file); }
 
   std::string title;
+  bool hidden = false;
   MemoryTags tagStore;
   std::vector<MemoryShape> shapes, notes;
   std::vector<std::string> exported;
