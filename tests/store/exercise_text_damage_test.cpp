@@ -3,6 +3,7 @@
 
 #include "core/common.h"
 #include "store/exercise_fixture.h"
+#include "store/quiet_dialogs.h"
 
 namespace qrn {
 namespace {
@@ -16,19 +17,6 @@ std::string joinedLines(const std::vector<std::string>& lines) {
   for (const std::string& line : lines) text += line + "\r\n";
   return text;
 }
-
-// Answers every message; for texts damaged in all ways.
-class AnyAnswer : public host::Dialogs {
- public:
-  host::Answer MsgBox(const std::string&, const std::string&, host::Buttons, host::Icon) override {
-    return host::Answer::ok;
-  }
-  std::optional<std::string> InputBox(const std::string&, const std::string&, const std::string&) override {
-    return {};
-  }
-  std::optional<std::string> FileDialog(const host::FileQuestion&) override { return {}; }
-  void Info(const std::string&) override {}
-};
 
 class DamagedText : public ExerciseTest {
  protected:
@@ -53,8 +41,7 @@ class DamagedText : public ExerciseTest {
 TEST_F(DamagedText, cutAnywhereKeepsWhatStandsBefore) {
   const std::string text = fullText(3);
   const Exercise whole = glo;
-  AnyAnswer quiet;
-  host::host().dialogs = &quiet;
+  test::QuietDialogs quiet;
   std::size_t itemsSoFar = 0;
   for (std::size_t length = 1; length < text.size();
        length += length < 900 || length > text.size() - 900 ? 1 : 7) {
@@ -71,12 +58,10 @@ TEST_F(DamagedText, cutAnywhereKeepsWhatStandsBefore) {
     ASSERT_GE(allocated, items) << "cut at " << length;
   }
   EXPECT_EQ(itemsSoFar, 3U);
-  host::host().dialogs = &world.dialogs;
 }
 
 TEST_F(DamagedText, countsThatAreWrongLoadWhatThereIs) {
-  AnyAnswer quiet;
-  host::host().dialogs = &quiet;
+  test::QuietDialogs quiet;
   const std::string text = fullText(4);
   const std::size_t at = text.find("\r\n4\r\n") + 2;
   for (const char* count : {"2147483647", "-5", "99999999999", "many", "", "5", "1000000"}) {
@@ -89,7 +74,6 @@ TEST_F(DamagedText, countsThatAreWrongLoadWhatThereIs) {
       EXPECT_EQ(read.risks[3].notes, glo.risks[3].notes) << count;
     }
   }
-  host::host().dialogs = &world.dialogs;
 }
 
 TEST_F(DamagedText, longListsLoadInOneGo) {
@@ -117,12 +101,10 @@ TEST_F(DamagedText, aQuoteInTheNotesIsWrittenAsItStandsAndShiftsTheReader) {
   glo.risks[0].notes = "a \"b\" c";
   const std::string text = writeExerciseText(glo);
   EXPECT_THAT(text, HasSubstr("\"a \"b\" c\""));
-  AnyAnswer quiet;
-  host::host().dialogs = &quiet;
+  test::QuietDialogs quiet;
   const Exercise read = loaded(text);
   EXPECT_EQ(read.risks[0].text, "One");
   EXPECT_EQ(read.risks[0].notes, "a ");
-  host::host().dialogs = &world.dialogs;
 }
 
 TEST_F(DamagedText, oldTextsAreWindows1252) {
