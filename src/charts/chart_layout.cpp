@@ -12,9 +12,10 @@ using host::Align;
 using host::Element;
 using host::SurfaceFont;
 
-constexpr double kSmallestMark = 8;  // points at 1024x768; values that need less are left out
-constexpr double kBarShare = 0.72;   // of a slot
-constexpr double kLabelLines = 3;    // lines of an item's label at most
+constexpr double kSmallestMark = 8;   // points at 1024x768; values that need less are left out
+constexpr double kBarShare = 0.72;    // of a slot
+constexpr double kThickestBar = 150;  // pixels at 1024x768
+constexpr double kLabelLines = 3;     // lines of an item's label at most
 
 SurfaceFont scaled(const FontRecord& font, double scale) {
   SurfaceFont out;
@@ -216,7 +217,7 @@ class Layout {
         ends(rule, at, plot_.top, at, plot_.top + plot_.height);
       else
         ends(rule, plot_.left, at, plot_.left + plot_.width, at);
-      rule.colour = readableColour(valueAxis().GridPen.Color, look_, kShapeContrast);
+      rule.colour = softened(valueAxis().GridPen.Color, look_);
       rule.borderWidth = px(1);
       rule.borderStyle = i == 0 ? 1 : 3;
       rule.visible = valueAxis().GridPen.Visible;
@@ -238,8 +239,8 @@ class Layout {
   void bars(const ChartSeries& series) {
     for (int i = first_; i < std::min(first_ + shown_, static_cast<int>(series.points.size())); ++i) {
       const ChartPoint& point = series.points[static_cast<std::size_t>(i)];
-      const double begin = (lying_ ? plot_.top : plot_.left) + (i - first_ + (1 - kBarShare) / 2) * slot();
-      const double thick = slot() * kBarShare;
+      const double thick = std::min(slot() * kBarShare, px(kThickestBar));
+      const double begin = (lying_ ? plot_.top : plot_.left) + (i - first_ + 0.5) * slot() - thick / 2;
       const double value = std::clamp(point.value, low_, high_);
       const double tip = along(value);
       Element bar;
@@ -313,31 +314,12 @@ class Layout {
   void slotLabels() {
     if (!pointAxis().Labels.Visible)
       return;
-    const double room = lying_ ? plot_.left - left_ - px(8) : labelWidth();
     const bool whole = lying_ || slot() > 6 * textWidth("n", labelFont_);
     SurfaceFont font = labelFont_;
     const int every = whole ? 1 : everyNth(font);
-    for (int i = first_; i < first_ + shown_; ++i) {
-      if ((i - first_) % every != 0)
-        continue;
-      const std::string text = whole ? slotText(i) : slotText(i).substr(0, slotText(i).find(':'));
-      const double lines = pointAxis().Labels.MultiLine && !lying_ ? kLabelLines : 1;
-      const FittedText fitted =
-          lines > 1 ? fitText(text, font, room * every, lines * lineHeight(font), font.size)
-                    : FittedText{cutToWidth(text, font, room * every), font, 0, lineHeight(font)};
-      Element& element = label("bottomAxisLabel", i, fitted.caption, font);
-      element.toolTip = slotText(i);
-      element.colour = readableColour(pointAxis().Labels.Font.colour, look_);
-      const double middle = (i - first_ + 0.5) * slot();
-      if (lying_) {
-        place(element, left_, plot_.top + middle - fitted.height / 2, room, fitted.height);
-        element.align = Align::right;
-      } else {
-        place(element, plot_.left + middle - room * every / 2, plot_.top + plot_.height + px(6), room * every,
-              fitted.height);
-        element.align = Align::centre;
-      }
-    }
+    const double room = lying_ ? plot_.left - left_ - px(8) : whole ? labelWidth() : every * slot() - px(2);
+    for (int i = first_; i < first_ + shown_; i += every)
+      slotLabel(i, whole ? slotText(i) : slotText(i).substr(0, slotText(i).find(':')), font, room);
     if (!pointAxis().title.empty() && !lying_) {
       Element& title =
           label("axisTitle", 1, cutToWidth(pointAxis().title, labelFont_, plot_.width), labelFont_);
@@ -345,6 +327,23 @@ class Layout {
             lineHeight(labelFont_));
       title.align = Align::centre;
       title.colour = readableColour(pointAxis().Labels.Font.colour, look_);
+    }
+  }
+
+  void slotLabel(int i, const std::string& text, const SurfaceFont& font, double room) {
+    const double lines = pointAxis().Labels.MultiLine && !lying_ ? kLabelLines : 1;
+    const FittedText fitted = lines > 1 ? fitText(text, font, room, lines * lineHeight(font), font.size)
+                                        : FittedText{cutToWidth(text, font, room), font, 0, lineHeight(font)};
+    Element& element = label("bottomAxisLabel", i, fitted.caption, font);
+    element.toolTip = slotText(i);
+    element.colour = readableColour(pointAxis().Labels.Font.colour, look_);
+    const double middle = (i - first_ + 0.5) * slot();
+    if (lying_) {
+      place(element, left_, plot_.top + middle - fitted.height / 2, room, fitted.height);
+      element.align = Align::right;
+    } else {
+      place(element, plot_.left + middle - room / 2, plot_.top + plot_.height + px(6), room, fitted.height);
+      element.align = Align::centre;
     }
   }
 
@@ -359,7 +358,7 @@ class Layout {
       widest *= std::max(fitting, least) / font.size;
       font.size = std::max(fitting, least);
     }
-    return std::max(1, static_cast<int>(std::ceil(widest / std::max(room, 1.0) - 1e-6)));
+    return std::max(1, static_cast<int>(std::ceil((widest + px(2)) / slot() - 1e-6)));
   }
 
   void axisTitle(const std::string& text) {

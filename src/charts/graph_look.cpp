@@ -14,6 +14,7 @@ namespace qrn {
 namespace {
 
 constexpr std::int32_t kWhite = 0xffffff, kBlack = 0;
+constexpr int kHueSpread = 24;
 constexpr double kComfort = 7.0;  // contrast of white or black that leaves room for tints that still read
 
 double linear(int channel) {
@@ -65,6 +66,12 @@ GraphLook lookWith(bool lightText, const std::vector<std::int32_t>& behind) {
   return look;
 }
 
+// Distance between the strongest and the weakest channel: 0 for greys.
+int spread(std::int32_t colour) {
+  const int r = colour & 0xff, g = (colour >> 8) & 0xff, b = (colour >> 16) & 0xff;
+  return std::max({r, g, b}) - std::min({r, g, b});
+}
+
 std::size_t nextCharacter(const std::string& text, std::size_t at) {
   ++at;
   while (at < text.size() && (static_cast<unsigned char>(text[at]) & 0xC0U) == 0x80U) ++at;
@@ -106,11 +113,12 @@ std::int32_t readableColour(std::int32_t colour, const GraphLook& look, double r
   const std::int32_t goal = look.lightText ? kWhite : kBlack;
   const double behind = look.lightText ? look.lightest : look.darkest;
   const std::int32_t start = colour < 0 ? goal : colour;
+  const bool hasHue = spread(start) >= kHueSpread;
   for (int step = 0; step < 20; ++step) {
     const std::int32_t tint = blend(start, goal, step / 20.0);
     const double l = luminance(tint);
     if ((look.lightText ? l > behind : l < behind) && ratioOf(l, behind) >= ratio)
-      return tint;
+      return hasHue || step == 0 ? tint : goal;  // a grey that does not read has no hue to save
   }
   return goal;
 }
@@ -147,6 +155,11 @@ host::Element panelOf(const host::Surface& surface, const GraphLook& look) {
 void addPanel(host::Surface& surface, const GraphLook& look) {
   if (look.panelOpacity > 0)
     surface.add(panelOf(surface, look));
+}
+
+std::int32_t softened(std::int32_t colour, const GraphLook& look) {
+  return blend(readableColour(colour, look),
+               look.lightText ? host::RGB(48, 48, 48) : host::RGB(208, 208, 208), 0.5);
 }
 
 double textWidth(const std::string& text, const host::SurfaceFont& font) {

@@ -35,6 +35,9 @@ GraphLook chooseLook(const host::Surface& background);
 // looks) or black (light looks) that has.
 std::int32_t readableColour(std::int32_t colour, const GraphLook& look, double ratio = kTextContrast);
 
+// The colour of grid lines: half faded into what is behind, so that the data stands out.
+std::int32_t softened(std::int32_t colour, const GraphLook& look);
+
 // Black or white, whichever reads better on `colour`.
 std::int32_t textOn(std::int32_t colour);
 

@@ -69,9 +69,7 @@ void addGridLine(GraphCanvas& canvas, bool upright, int i, double at, int style)
   const PlotArea& area = canvas.area;
   host::Element line = upright ? makeLine("verticalLine", i, at, area.Y1, at, area.Y2)
                                : makeLine("horizontalLine", i, area.X1, at, area.X2, at);
-  // Softer than the axes, so that the items stand out.
-  line.colour = blend(readableColour(glo.runByGraphGridColour, canvas.look),
-                      canvas.look.lightText ? 0x303030 : 0xd0d0d0, 0.5);
+  line.colour = softened(glo.runByGraphGridColour, canvas.look);
   line.borderStyle = style;
   line.borderWidth = canvas.px(1);
   canvas.surface.add(Layer::grid, std::move(line));
@@ -144,7 +142,12 @@ void layHorizontalAxis(GraphCanvas& canvas, const AxisPlan& plan, bool skew) {
                                             bottomRows(canvas).captionsEnd - top);
   for (int i = 0; i <= plan.divisions; ++i) {
     const auto at = static_cast<std::size_t>(i);
-    host::Element label = captionElement(canvas, "xAxisLabel", i, fitted.texts[at], plan.captions[at]);
+    const double edge = 2 * (canvas.width() - area.X1 - i * stepWidth) - canvas.px(8);
+    FittedText text = fitted.texts[at];
+    if (!skew && text.width > edge)  // the last one: what is right of its line is less than half a slot
+      text = fitText(plan.captions[at], text.font, edge, bottomRows(canvas).captionsEnd - top,
+                     text.font.size * 0.8);
+    host::Element label = captionElement(canvas, "xAxisLabel", i, text, plan.captions[at]);
     label.width = fitted.width;
     label.top = top;
     const double begin = area.X1 + i * stepWidth;
@@ -163,13 +166,11 @@ double layVerticalAxis(GraphCanvas& canvas, const AxisPlan& plan, bool skew) {
   const int every = std::max(1, static_cast<int>(std::ceil(line / stepHeight)));
   const FittedCaptions fitted = fitCaptions(plan.captions, canvas.captionFont, room, 0,
                                             std::min(2 * line, std::max(line, every * stepHeight)));
-  double widest = 0;
-  for (const FittedText& text : fitted.texts) widest = std::max(widest, text.width);
   double topHeight = 0;
   for (int i = 0; i <= plan.divisions; ++i) {
     const auto at = static_cast<std::size_t>(i);
     host::Element label = captionElement(canvas, "yAxisLabel", i, fitted.texts[at], plan.captions[at]);
-    label.width = std::min(widest, room);
+    label.width = std::min(fitted.texts[at].width, room);
     label.left = area.X1 - label.width - canvas.keyWidth + kKeyOverlap;
     label.top = area.Y2 - i * stepHeight - (skew ? stepHeight / 2 : 0) - label.height / 2;
     label.visible = captionShown(plan, i, every);

@@ -7,6 +7,8 @@ namespace qrn {
 namespace {
 
 constexpr int kNumberedScale = 2;  // glo.OptionScatterScale
+constexpr double kItemEmphasis =
+    1.25;  // the items are what the back row must read: larger than captions, and bold
 
 host::SurfaceFont scaledFont(const std::string& name, double size, bool bold, bool italic, double scale) {
   host::SurfaceFont font;
@@ -29,7 +31,7 @@ void GraphCanvas::begin(double formWidth, double formHeight) {
   look = chooseLook(frame);
   scale = graphScale(formWidth, formHeight);
   const FontRecord& own = glo.graphLabelFont;
-  labelFont = scaledFont(own.name, own.size, true, own.italic, scale);  // bold: read from the back row
+  labelFont = scaledFont(own.name, (own.size > 0 ? own.size : 12) * kItemEmphasis, true, own.italic, scale);
   labelFont.underline = own.underline;
   captionFont = scaledFont(own.name, own.size, own.bold, own.italic, scale);
   axisTitleFont = scaledFont(own.name, static_cast<int>((own.size > 0 ? own.size : 12) * 1.2), own.bold,

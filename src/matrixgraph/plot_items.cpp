@@ -179,7 +179,8 @@ void ItemPlotter::joinToPairBefore(PlottedItem& item, int pair, double width) {
   blob.kind = host::Element::Kind::ellipse;
   blob.array = arrays.blob;
   blob.index = item.n[p];
-  place(blob, edgeTowards(to, from, width, canvas_.keyHeight), canvas_.px(8), canvas_.px(8));
+  const double size = canvas_.px(8);
+  place(blob, edgeTowards(to, from, width + size, canvas_.keyHeight), size, size);
   blob.backColour = line.colour;
   blob.bordered = false;
   canvas_.surface.add(Layer::lines, std::move(line));

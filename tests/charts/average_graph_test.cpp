@@ -169,15 +169,17 @@ TEST_F(AverageGraph, LowersAgainOnlyForOtherDataOrSize) {
 // From four items to four hundred nothing runs into its neighbour or over the edge.
 TEST_F(AverageGraph, StaysLegibleForFewAndForMany) {
   for (const auto& [width, height] : {std::pair{1024, 768}, {3840, 2160}})
-    for (const int items : {1, 4, 35, 400}) {
+    for (const auto& [items, automatic] :
+         {std::pair{1, true}, {4, true}, {35, true}, {400, true}, {400, false}}) {
       addItems(items);
+      glo.barCountAuto = automatic;
       for (int item = 0; item < items; ++item) {
         glo.risks[static_cast<std::size_t>(item)].text = "the supplier of the cooling plant fails for a week";
         vote(item, 1, "3;4;");
       }
       glo.runByAverageBarCount = items;
       const host::Surface& surface = draw(1, width, height).surface();
-      double end = 0;
+      double end = -1;
       for (const host::Element* label : all(surface, "bottomAxisLabel")) {
         const double wide = world.textMeasure.TextWidth(label->caption, "", label->font.size, true, false);
         const double left = label->left + label->width / 2 - wide / 2;
@@ -192,7 +194,9 @@ TEST_F(AverageGraph, StaysLegibleForFewAndForMany) {
         EXPECT_GE(value->left, end - 1) << items << " items at " << width;
         end = value->left + value->width;
       }
-      EXPECT_FALSE(all(surface, "bars").empty());
+      EXPECT_FALSE(all(surface, "bottomAxisLabel").empty());
+      EXPECT_EQ(all(surface, "bars").size(),
+                static_cast<std::size_t>(automatic ? std::min(items, 35) : items));
     }
 }
 

@@ -251,6 +251,7 @@ TEST_F(MatrixGraph, CaptionsKeepApartAndInside) {
         const double wide = textWidth(one->caption, one->font);
         EXPECT_GE(centreX(*one) - wide / 2, end) << points << " points at " << width;
         end = centreX(*one) + wide / 2;
+        EXPECT_LE(end, form.ScaleWidth) << points << " points at " << width;
         EXPECT_LE(one->top + one->height, form.element("criteria2Label", 0)->top + 1) << points;
       }
       double below = 1e9;
@@ -273,7 +274,7 @@ TEST_F(MatrixGraph, CaptionsKeepApartAndInside) {
 TEST_F(MatrixGraph, TypeGrowsWithTheSurface) {
   voteAll();
   for (const auto& [width, height, points] :
-       {std::tuple{1024, 768, 12.0}, {1920, 1080, 12 * 1.40625}, {3840, 2160, 12 * 2.8125}}) {
+       {std::tuple{1024, 768, 15.0}, {1920, 1080, 15 * 1.40625}, {3840, 2160, 15 * 2.8125}}) {
     EXPECT_DOUBLE_EQ(draw(kOnePair, width, height).element("labelRisk", 1)->font.size, points) << width;
   }
 }
