@@ -92,7 +92,11 @@ struct VoteScreenBuilder {
   void addCount();
   void addKeypads();
   void addStatusAndStats();
-  std::int32_t text(std::int32_t stored) const { return readableColour(stored, form.look_); }
+  // The stored colour where it can be read, else plain white or black.
+  std::int32_t text(std::int32_t stored) const {
+    const bool readable = readableColour(stored, form.look_) == stored;
+    return readable ? stored : form.look_.lightText ? kWhite : kBlack;
+  }
   double typeSize(const FontRecord& stored, double preset) const {
     return (stored.size > 0 ? stored.size : preset) * scale;
   }
@@ -262,7 +266,10 @@ void VoteScreenBuilder::addBars() {
 
 void VoteScreenBuilder::addBarRow(std::size_t option, const Place& row) {
   const int index = static_cast<int>(option);
-  const double thick = std::min(row.Height * kBarHeight, kThickestBar * scale);
+  double smallest = row.Height;
+  if (form.places_.barsBesideOptions)
+    for (const WholeText& other : optionTexts) smallest = std::min(smallest, other.height);
+  const double thick = std::min(smallest * kBarHeight, kThickestBar * scale);
   const std::int32_t point = record.pointColours[std::min(option, record.pointColours.size() - 1)];
   Element bar = rectangleElement("bar", index, {row.Left, row.Top + (row.Height - thick) / 2, 0, thick},
                                  readableColour(point, form.look_, kShapeContrast));

@@ -9,7 +9,6 @@
 #include "core/glo.h"
 #include "host/dialogs.h"
 #include "host/host.h"
-#include "host/presentation.h"
 #include "host/wait.h"
 #include "host/windows.h"
 #include "store/exercise_text.h"
@@ -18,16 +17,17 @@
 #include "vote/comms.h"
 #include "vote/keypad_arrays.h"
 #include "vote/link_watch.h"
+#include "vote/vote_outcome.h"
 
 namespace qrn {
 
 namespace {
 
 constexpr const char* kModule = "count_up_vote";
-constexpr const char* kOutcomeTag = "qrnVoteTerminated";
 // Presses that the controller had taken before it heard "EndVote" come in within this time.
 constexpr double kSettleSeconds = 0.25;
 constexpr int kFailuresBorne = 5;
+constexpr const char* kFinished = "Vote finished";
 
 VoteForm* running = nullptr;
 
@@ -45,15 +45,6 @@ class RunningVote {
   VoteForm* before_;
 };
 
-host::Tags& presentationTags() {
-  return host::host().presentationProgram->ActivePresentation()->tags();
-}
-
-void writeOutcomeIfNone() {
-  if (presentationTags().Item(kOutcomeTag).empty())
-    presentationTags().Add(kOutcomeTag, "Vote finished");
-}
-
 // Asks for the keyboard when no controller is chosen. False ends the program.
 bool controllerChosen() {
   if (!glo.baseType.empty())
@@ -68,7 +59,7 @@ bool controllerChosen() {
   }
   glo.voteAbandoned = 1;
   glo.quitRequested = true;
-  presentationTags().Add(kOutcomeTag, "Quit ALL");
+  writeOutcome("Quit ALL");
   if (endProgramHook)
     endProgramHook();
   return false;
@@ -149,8 +140,6 @@ void saveResult(const VoteForm& form) {
       modifyVoteResult(key);
   }
   SaveCVotes();
-  glo.risks[static_cast<std::size_t>(glo.currentItem)]
-      .voted[static_cast<std::size_t>(glo.currentAssessment - 1)] = true;
   SetStats(glo.currentItem, glo.currentAssessment - 1, form.name, -1, "");
 }
 
@@ -172,7 +161,7 @@ std::string twoDecimals(double value) {
   return {buffer, result.ptr};
 }
 
-void runVote(VoteForm& form) {
+bool runVote(VoteForm& form) {
   const RunningVote mark(form);
   comms& link = theComms();
   link.VoteRx = oComms_VoteRx;
@@ -181,33 +170,41 @@ void runVote(VoteForm& form) {
   do votePass(form);
   while (glo.restartVote && !glo.closing);
   link.SendCommandToController("Abstain=FALSE", true, true);
+  if (glo.closing && !form.leftOnPurpose && glo.votesCast > 0 && !glo.displayOnly)
+    saveResult(form);
   if (glo.voteAbandoned == 1) {
     form.ShowAverageScore("", false);
     form.state = VoteState::done;
     freeCursor();
     if (host::host().windows)
       host::host().windows->showCursor(false);
-    writeOutcomeIfNone();
-    return;
+    writeOutcomeIfNone(kFinished);
+    return false;
   }
   freeCursor();
-  if (!glo.displayOnly)
+  glo.voteStepBack = true;
+  if (!glo.displayOnly) {
     saveResult(form);
+    glo.risks[static_cast<std::size_t>(glo.currentItem)]
+        .voted[static_cast<std::size_t>(glo.currentAssessment - 1)] = true;
+  }
   const bool up = showResult(form);
   form.state = up ? VoteState::resultUp : VoteState::done;
   host::host().forms->refresh(form.name);
   if (!up || !form.writesOutcome())
-    writeOutcomeIfNone();
+    writeOutcomeIfNone(kFinished);
+  return true;
 }
 
 }  // namespace
 
-void DoCountUpGraphVote(VoteForm& form) {
+bool DoCountUpGraphVote(VoteForm& form) {
   if (!controllerChosen())
-    return;
-  const bool ran = trapErrors(kModule, "DoCountUpGraphVote", [&] { runVote(form); });
-  if (!ran)
-    trapErrors(kModule, "DoCountUpGraphVote", writeOutcomeIfNone);
+    return false;
+  bool ended = false;
+  if (!trapErrors(kModule, "DoCountUpGraphVote", [&] { ended = runVote(form); }))
+    writeOutcomeIfNone(kFinished);
+  return ended;
 }
 
 int participantCount() {

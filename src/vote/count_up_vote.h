@@ -11,10 +11,12 @@
 namespace qrn {
 
 // Runs one vote on `form`, restarts included, and saves it. The question is on the form already
-// (DisplayVote), the item is glo.currentItem and the assessment glo.currentAssessment. Afterwards
-// voteAbandoned tells whether it was left without saving; the presentation tag qrnVoteTerminated holds the
-// outcome, unless the form leaves its result up and writes the tag itself.
-void DoCountUpGraphVote(VoteForm& form);
+// (DisplayVote), the item is glo.currentItem and the assessment glo.currentAssessment. True when the vote
+// came to its end; false when it was left without saving (voteAbandoned) or failed. The presentation tag
+// qrnVoteTerminated holds the outcome, unless the form leaves its result up and writes the tag itself. A
+// program that ends by itself in mid-vote keeps the votes received so far as a record; the item counts as not
+// voted.
+bool DoCountUpGraphVote(VoteForm& form);
 
 // Entry of a press. Dropped: no vote is open, or the keypad is beyond the arrays.
 void oComms_VoteRx(std::int32_t keypad, const std::string& vote);

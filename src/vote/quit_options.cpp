@@ -1,6 +1,8 @@
 #include "core/glo.h"
 #include "core/item_label.h"
+#include "host/errors.h"
 #include "host/host.h"
+#include "store/statistics.h"
 #include "vote/vote_plan.h"
 #include "vote/xy_vote_runtime.h"
 
@@ -66,6 +68,12 @@ void registerVoteForms() {
   host::FormRegistry& forms = *host::host().forms;
   forms.define("xyVoteRuntime", [] { return std::make_unique<xyVoteRuntime>(); });
   forms.define("xyVoteQuitOptions", [] { return std::make_unique<xyVoteQuitOptions>(); });
+  xyVoteRuntimeBoxes = [] {
+    const auto* form = dynamic_cast<VoteForm*>(host::host().forms->find("xyVoteRuntime"));
+    if (form == nullptr)
+      throw HostError(Fault::program, 91, "The voting form is not loaded");
+    return VoteFormBoxes{form->txt_RiskNum, form->txt_AssNum};
+  };
 }
 
 }  // namespace qrn

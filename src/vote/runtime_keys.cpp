@@ -4,7 +4,6 @@
 #include "core/glo.h"
 #include "host/dialogs.h"
 #include "host/host.h"
-#include "host/presentation.h"
 #include "host/system.h"
 #include "host/wait.h"
 #include "host/windows.h"
@@ -13,6 +12,7 @@
 #include "vote/count_up_vote.h"
 #include "vote/keypad_arrays.h"
 #include "vote/run_graphs.h"
+#include "vote/vote_outcome.h"
 #include "vote/xy_vote_runtime.h"
 
 namespace qrn {
@@ -23,14 +23,9 @@ namespace key = host::key;
 
 constexpr std::int64_t kRepeatGuard = 100000;  // microseconds
 constexpr double kAfterClose = 0.2;            // seconds
-constexpr const char* kOutcomeTag = "qrnVoteTerminated";
 
 host::FormRegistry& forms() {
   return *host::host().forms;
-}
-
-void writeOutcome(const char* value) {
-  host::host().presentationProgram->ActivePresentation()->tags().Add(kOutcomeTag, value);
 }
 
 void freeCursor() {
@@ -242,10 +237,12 @@ void xyVoteRuntime::leave(int userResult) {
 // A graph over the open vote. What arrives meanwhile is counted afterwards.
 void xyVoteRuntime::showGraphMeanwhile() {
   const PressHold hold;
+  uctl_kpadsNotVoted.BeginChecking(false);
   if (forms().isDefined("xyVoteGraph"))
     showMatrixGraph();
   else
     showAverageGraph(glo.currentAssessment);
+  uctl_kpadsNotVoted.BeginChecking(uctl_kpadsNotVoted.Visible || checksKeypads());
 }
 
 }  // namespace qrn

@@ -28,6 +28,11 @@ std::size_t firstStep(const std::vector<VoteStep>& steps, const auto& wanted) {
   return static_cast<std::size_t>(std::find_if(steps.begin(), steps.end(), wanted) - steps.begin());
 }
 
+bool notVoted(const VoteStep& step) {
+  const int item = itemOfKey(step.sortKey);
+  return item >= 0 && !voted(item, step.assessment);
+}
+
 // By item the saved point counts. It names the next assessment by number; the saved step tells the next by
 // order.
 std::size_t resumeByItem(const std::vector<VoteStep>& steps) {
@@ -41,7 +46,7 @@ std::size_t resumeByItem(const std::vector<VoteStep>& steps) {
   }
   const auto place = std::find(order.begin(), order.end(), assessment);
   if (place == order.end())
-    return assessment > kAssessments ? steps.size() : 0;
+    return assessment > kAssessments ? steps.size() : firstStep(steps, notVoted);
   const int step = static_cast<int>(place - order.begin()) + 1;
   return firstStep(steps, [&](const VoteStep& at) {
     return at.step > step || (at.step == step && itemOfKey(at.sortKey) >= glo.logRisk);

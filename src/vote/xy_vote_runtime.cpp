@@ -8,7 +8,6 @@
 #include "core/glo.h"
 #include "host/dialogs.h"
 #include "host/host.h"
-#include "host/presentation.h"
 #include "host/wait.h"
 #include "store/exercise_text.h"
 #include "store/progress_log.h"
@@ -17,6 +16,7 @@
 #include "vote/count_up_vote.h"
 #include "vote/keypad_arrays.h"
 #include "vote/run_graphs.h"
+#include "vote/vote_outcome.h"
 #include "vote/vote_plan.h"
 
 namespace qrn {
@@ -24,24 +24,11 @@ namespace qrn {
 namespace {
 
 constexpr const char* kModule = "xyVoteRuntime";
-constexpr const char* kOutcomeTag = "qrnVoteTerminated";
 constexpr int kSingleItemSelect = 14, kSingleDigit = 9;
-constexpr int kScalar = 1, kBalance = 3;
+constexpr int kBalance = 3;
 
 host::FormRegistry& forms() {
   return *host::host().forms;
-}
-
-host::Tags& presentationTags() {
-  return host::host().presentationProgram->ActivePresentation()->tags();
-}
-
-// The outcome of the last vote: double quotes removed, lower case.
-std::string outcome() {
-  std::string text = replaceAll(presentationTags().Item(kOutcomeTag), "\"", "");
-  std::transform(text.begin(), text.end(), text.begin(),
-                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-  return text;
 }
 
 bool modeEndsProgram() {
@@ -57,12 +44,6 @@ const AssessmentRecord& currentAssessmentRecord() {
 xyVoteRuntime::xyVoteRuntime() : VoteForm("xyVoteRuntime") {
   uctl_kpadsNotVoted.showRequested = [this] { showKeypadPanel(true); };
   uctl_kpadsNotVoted.changed = [this] { showKeypadPanel(uctl_kpadsNotVoted.Visible); };
-  xyVoteRuntimeBoxes = [] {
-    const auto* form = dynamic_cast<VoteForm*>(host::host().forms->find("xyVoteRuntime"));
-    if (form == nullptr)
-      throw HostError(Fault::program, 91, "The voting form is not loaded");
-    return VoteFormBoxes{form->txt_RiskNum, form->txt_AssNum};
-  };
 }
 
 void xyVoteRuntime::startProcess() {
@@ -70,8 +51,8 @@ void xyVoteRuntime::startProcess() {
   glo.voteComplete = 0;
   glo.quitRequested = false;
   glo.runFinished = false;
-  if (glo.CheckAutoSave != 0 && !saveXY())
-    return;
+  if (glo.CheckAutoSave != 0)
+    saveXY();  // a failure has been told; the votes are kept by themselves
   ResizeVoteArrays();
   hideButtons();
   trapErrors(kModule, "startProcess", [&] {
@@ -107,6 +88,10 @@ void xyVoteRuntime::byAssessment() {
   if (!runEnds())
     Check4ResultsTable();
   FinishOfVoteLoop();
+}
+
+bool xyVoteRuntime::checksKeypads() {
+  return glo.keypadsNotVotedPopupOn >= 1 || glo.keypadsNotVotedClose == 1;
 }
 
 bool xyVoteRuntime::runEnds() const {
@@ -181,10 +166,13 @@ void xyVoteRuntime::afterStep(const std::vector<VoteStep>& steps, std::size_t at
     break;
   }
   trapErrors(kModule, "afterStep", [&] {
+    const AssessmentInfoRecord& info = glo.assessmentInfo[static_cast<std::size_t>(now.assessment - 1)];
     if (itemRun)
       showEndOfItemGraphs();
     else
       showEndOfAssessmentGraphs(now.assessment);
+    if (!itemRun && info.showEndMessage && !info.endMessage.empty())
+      host::host().dialogs->MsgBox(info.endMessage, host::kTitle);
   });
   restoreListOrder(listOrder_);
   glo.currentItem = glo.currentRisk = std::max(0, itemOfKey(now.sortKey));
@@ -228,19 +216,19 @@ void xyVoteRuntime::doVote(int step) {
   }
   glo.voteStep = step;
   glo.currentRisk = glo.currentItem;
-  presentationTags().Delete(kOutcomeTag);
+  deleteOutcome();
   glo.defaultVoteType = glo.MainVoteSettings.voteMode == kSingleItemSelect ? kSingleItemSelect : kSingleDigit;
   glo.voteType = glo.defaultVoteType;
   glo.abstainEnabled = glo.opt_abstain;
   for (;;) {
-    DoCountUpGraphVote(*this);
+    const bool ended = DoCountUpGraphVote(*this);
     uctl_kpadsNotVoted.BeginChecking(false);
     showKeypadPanel(false);
-    voteHeld_ = voteHeld_ || glo.voteAbandoned == 0;
+    voteHeld_ = voteHeld_ || ended;
     host::waitUntil([&] { return glo.closing || !forms().isLoaded(name) || !outcome().empty(); });
     if (outcome() != "revote" || runEnds())
       break;
-    presentationTags().Delete(kOutcomeTag);
+    deleteOutcome();
   }
   ShowAverageScore("", false);
   state = VoteState::done;
@@ -279,11 +267,11 @@ void xyVoteRuntime::BlankThisForm() {
 }
 
 void xyVoteRuntime::ResetForNewVote() {
-  presentationTags().Delete(kOutcomeTag);
+  deleteOutcome();
   ShowBars(false);
   showKeypadPanel(false);
   uctl_kpadsNotVoted.Caption.clear();
-  uctl_kpadsNotVoted.BeginChecking(glo.keypadsNotVotedPopupOn >= 1 || glo.keypadsNotVotedClose == 1);
+  uctl_kpadsNotVoted.BeginChecking(checksKeypads());
   state = VoteState::prepared;
 }
 
@@ -295,7 +283,8 @@ void xyVoteRuntime::cmd_cancel_Click() {
       return;
     saveXY();
   }
-  presentationTags().Add(kOutcomeTag, "Vote finished");
+  leftOnPurpose = true;
+  writeOutcome("Vote finished");
   glo.restartVote = false;
   glo.quitRequested = true;
   glo.voteAbandoned = 1;

@@ -57,6 +57,7 @@ struct xyVoteRuntime : VoteForm {
   void afterStep(const std::vector<VoteStep>& steps, std::size_t at);
   std::size_t jumpTarget(const std::vector<VoteStep>& steps, std::size_t at) const;
   bool runEnds() const;
+  static bool checksKeypads();  // a vote looks for keypads that have not voted
 
   void keyAfterVote(int keyCode, int shift);
   void keyDuringVote(int keyCode);

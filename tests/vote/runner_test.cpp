@@ -276,6 +276,33 @@ TEST_F(Runner, endsWhenTheFormIsClosedWhileWaiting) {
   EXPECT_FALSE(glo.voteOpen);
 }
 
+TEST_F(Runner, keepsTheVotesOfAVoteCutOffByTheEndOfTheProgram) {
+  scripts = {nullptr, [this] {
+               world.at(0.2, [this] { press(2, "1"); });
+               world.at(0.5, [] { glo.closing = true; });
+             }};
+  run();
+  ASSERT_EQ(saved().size(), 2U);
+  EXPECT_EQ(saved()[1], "-;1;-;-; 11C1");
+  EXPECT_FALSE(glo.risks[1].voted[0]);
+}
+
+TEST_F(Runner, goesOnWhenTheOutcomeCannotBeWritten) {
+  scripts = {[this] {
+    voteAndGoOn();
+    world.at(1.9, [this] { world.presentation.tagStore.failAtWrite = 1; });
+  }};
+  run();
+  EXPECT_EQ(saved().size(), 6U);
+}
+
+TEST_F(Runner, tellsTheEndOfAnAssessmentWhenAskedTo) {
+  glo.assessmentInfo[0].showEndMessage = true;
+  world.expectMsgBox("quorin matrix: End of 1st assessment");
+  run();
+  EXPECT_EQ(saved().size(), 6U);
+}
+
 TEST_F(Runner, theCloseButtonAsksFirst) {
   scripts = {[this] {
     world.at(0.2, [] { EXPECT_FALSE(host::host().forms->unload("xyVoteRuntime", true)); });
