@@ -128,6 +128,11 @@ std::string Package::read(std::string_view part) const {
   return text;
 }
 
+std::string Package::ownName(const std::string& part) const {
+  const auto found = index_.find(part);
+  return found == index_.end() ? part : found->first;
+}
+
 bool Package::hasFolder(std::string_view prefix) const {
   const auto next = index_.lower_bound(std::string(prefix));
   return next != index_.end() && lowerCase(next->first).rfind(lowerCase(prefix), 0) == 0;
@@ -171,7 +176,7 @@ std::string Parts::read(const std::string& part) const {
 
 void Parts::put(const std::string& part, std::string text) {
   const auto changed = find(part);
-  changed_[changed != changed_.end() ? changed->first : part] = std::move(text);
+  changed_[changed != changed_.end() ? changed->first : package_->ownName(part)] = std::move(text);
 }
 
 std::string Parts::freeName(const std::string& stem) const {

@@ -51,7 +51,8 @@ class Package {
   int fd() const { return input_.fd(); }
   const std::vector<Entry>& entries() const { return entries_; }
   bool has(std::string_view part) const { return index_.count(std::string(part)) != 0; }
-  std::string read(std::string_view part) const;  // throws badData when absent or broken
+  std::string ownName(const std::string& part) const;  // as the zip writes it; unknown: as given
+  std::string read(std::string_view part) const;       // throws badData when absent or broken
   bool hasFolder(std::string_view prefix) const;
   // Names the content: the same for files whose parts are all the same, whatever their dates or packing.
   std::string fingerprint() const;

@@ -132,6 +132,7 @@ void enterSlide(Parts& parts, const std::string& presentation, const std::vector
 std::string presentationPartOf(const Parts& parts) {
   if (!parts.has("[Content_Types].xml"))
     throwBad(parts.file(), "is not a presentation (it holds no list of contents).");
+  contentTypeOf(parts, "");  // it must be readable, or nothing could be saved later
   const std::vector<Relationship> all = relationshipsOf(parts, "");
   const Relationship* main = byKind(all, "officeDocument");
   if (main == nullptr || main->target.empty())

@@ -1,0 +1,178 @@
+// What is no usable deck is told clearly and left alone; what is unusual but whole opens.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+
+#include "adapters/deck/deck.h"
+#include "adapters/deck/deck_fixture.h"
+
+namespace qrn::test {
+namespace {
+
+using deck::Deck;
+using ::testing::AllOf;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+
+using Spoil = std::function<void(PartList&)>;
+
+Spoil without(const std::string& name) {
+  return
+      [name](PartList& parts) { std::erase_if(parts, [&](const auto& one) { return one.first == name; }); };
+}
+
+Spoil changed(const std::string& name, const std::string& what, const std::string& by) {
+  return [=](PartList& parts) { part(parts, name) = replaced(part(parts, name), what, by); };
+}
+
+std::string messageOf(const std::string& file) {
+  try {
+    const auto deck = Deck::open(file);
+    for (int i = 1; i <= deck->SlideCount(); ++i) {
+      deck->Slides(i).Title();
+      deck->Slides(i).tags().Names();
+    }
+  } catch (const HostError& error) {
+    EXPECT_NE(error.fault(), Fault::program);
+    return error.what();
+  }
+  return "opened";
+}
+
+TEST(DeckOpen, SaysWhatIsWrongWithItsParts) {
+  const struct {
+    const char* name;
+    Spoil spoil;
+    const char* message;
+  } cases[] = {
+      {"no content types", without("[Content_Types].xml"), "is not a presentation"},
+      {"no relationships", without("_rels/.rels"), "is not a presentation"},
+      {"no presentation part", without("ppt/presentation.xml"), "ppt/presentation.xml is missing"},
+      {"a text document", changed("ppt/presentation.xml", "presentation x", "document x"), "is broken XML"},
+      {"another main part",
+       [](PartList& parts) { part(parts, "ppt/presentation.xml") = "<w:document xmlns:w=\"urn:w\"/>"; },
+       "is not a presentation"},
+      {"no slide part", without("ppt/slides/slide2.xml"), "slide 2 is missing"},
+      {"climbing out", [](PartList& parts) { part(parts, "ppt/../../etc/passwd") = "x"; }, "leads out"},
+      {"absolute name", [](PartList& parts) { part(parts, "/etc/passwd") = "x"; }, "leads out"},
+      {"backslash", [](PartList& parts) { part(parts, "ppt\\..\\x") = "x"; }, "leads out"},
+      {"relationship climbing out",
+       changed("ppt/_rels/presentation.xml.rels", "slides/slide1.xml", "../../../etc/slide1.xml"),
+       "slide 1 is missing"},
+      {"entities", changed("ppt/slides/slide1.xml", "<!-- kept -->", "<!DOCTYPE a [<!ENTITY b \"c\">]>"),
+       "declares a document type"},
+      {"not well-formed", changed("ppt/slides/slide1.xml", "</p:cSld>", ""), "is broken XML"},
+      {"signed", [](PartList& parts) { part(parts, "_xmlsignatures/sig1.xml") = "<a/>"; },
+       "digitally signed"},
+      {"the same id twice", changed("ppt/presentation.xml", "\"299\"", "\"300\""), "two slides"},
+      {"a bomb", [](PartList& parts) { part(parts, "ppt/presentation.xml") = std::string(80 << 20, ' '); },
+       "not safe to open"},
+  };
+  for (const auto& one : cases) {
+    SCOPED_TRACE(one.name);
+    const TempFolder folder;
+    PartList parts = deckParts();
+    one.spoil(parts);
+    writeZip(folder.file("talk.pptx"), parts);
+    const std::string before = readFile(folder.file("talk.pptx"));
+    EXPECT_THAT(messageOf(folder.file("talk.pptx")), AllOf(HasSubstr("talk.pptx"), HasSubstr(one.message)));
+    EXPECT_EQ(readFile(folder.file("talk.pptx")), before);
+    EXPECT_THAT(folder.names(), ElementsAre("talk.pptx"));
+  }
+}
+
+TEST(DeckOpen, SaysWhatIsWrongWithItsBytes) {
+  const TempFolder folder;
+  const std::string whole = readFile(folder.deck());
+  std::string stream;
+  for (const char c : std::string_view("EncryptedPackage")) stream += {c, '\0'};
+  const std::string ole = "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1" + std::string(3000, '\0');
+  std::string damaged = whole;
+  for (std::size_t i = 40; i < 300; ++i) damaged[i] = static_cast<char>(damaged[i] ^ 0x55);
+  const struct {
+    std::string bytes;
+    const char* message;
+  } cases[] = {{"", "is empty"},
+               {"just a text, no deck", "is not a presentation"},
+               {"PK", "is broken or cut short"},
+               {whole.substr(0, whole.size() / 2), "is broken or cut short"},
+               {whole.substr(0, whole.size() - 1), "is broken or cut short"},
+               {damaged, "is broken"},
+               {ole + stream, "password-protected"},
+               {ole + std::string(200000, 'x') + stream, "password-protected"},
+               {ole, "old binary format"}};
+  for (const auto& one : cases) {
+    writeFile(folder.file("talk.pptx"), one.bytes);
+    EXPECT_THAT(messageOf(folder.file("talk.pptx")), AllOf(HasSubstr("talk.pptx"), HasSubstr(one.message)));
+    EXPECT_EQ(readFile(folder.file("talk.pptx")), one.bytes);
+  }
+  EXPECT_THAT(messageOf(folder.file("absent.pptx")), HasSubstr("absent.pptx"));
+  EXPECT_THAT(messageOf(folder.path()), HasSubstr("is not a file"));
+}
+
+TEST(DeckOpen, TakesUnusualDecks) {
+  const std::string utf16 = [] {
+    PartList parts = deckParts();
+    std::string wide = "\xFF\xFE";
+    for (const char c : replaced(part(parts, "ppt/slides/slide1.xml"), "UTF-8", "UTF-16")) wide += {c, '\0'};
+    return wide;
+  }();
+  const struct {
+    const char* name;
+    Spoil spoil;
+  } cases[] = {
+      {"macros", changed("[Content_Types].xml",
+                         "application/vnd.openxmlformats-officedocument.presentationml.presentation.main+xml",
+                         "application/vnd.ms-powerpoint.presentation.macroEnabled.main+xml")},
+      {"UTF-16", [&](PartList& parts) { part(parts, "ppt/slides/slide1.xml") = utf16; }},
+      {"other prefix, self-closed list",
+       [](PartList& parts) {
+         part(parts, "ppt/slides/slide1.xml") =
+             "<sld xmlns='http://schemas.openxmlformats.org/presentationml/2006/main'><cSld><spTree/>"
+             "<custDataLst/></cSld></sld>";
+       }},
+      {"names in another case",
+       changed("ppt/_rels/presentation.xml.rels", "slides/slide1.xml", "Slides/SLIDE1.xml")},
+      {"no relationships of the slide", without("ppt/slides/_rels/slide1.xml.rels")},
+  };
+  for (const auto& one : cases) {
+    SCOPED_TRACE(one.name);
+    const TempFolder folder;
+    PartList parts = deckParts();
+    one.spoil(parts);
+    writeZip(folder.file("talk.pptx"), parts);
+    {
+      const auto deck = Deck::open(folder.file("talk.pptx"));
+      deck->Slides(1).tags().Add("A", "1");
+      deck->Save();
+    }
+    const auto deck = Deck::open(folder.file("talk.pptx"));
+    EXPECT_EQ(deck->Slides(1).tags().Item("A"), "1");
+  }
+}
+
+TEST(DeckOpen, ASignedDeckOpensReadOnly) {
+  const TempFolder folder;
+  PartList parts = deckParts();
+  part(parts, "_xmlsignatures/sig1.xml") = "<a/>";
+  writeZip(folder.file("talk.pptx"), parts);
+  EXPECT_EQ(Deck::open(folder.file("talk.pptx"), {true, nullptr, "", {}})->SlideCount(), 3);
+}
+
+TEST(DeckOpen, DoesNotReadAHundredMegabytesOfMedia) {
+  const TempFolder folder;
+  PartList parts = deckParts({300, false, false, false, false});
+  std::string noise(std::size_t{100} << 20, '\0');
+  for (std::size_t i = 0; i < noise.size(); i += 7) noise[i] = static_cast<char>(i * 2654435761U >> 13);
+  part(parts, "ppt/media/film.png") = std::move(noise);
+  writeZip(folder.file("talk.pptx"), parts);
+  const auto start = std::chrono::steady_clock::now();
+  const auto deck = Deck::open(folder.file("talk.pptx"));
+  const auto seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+  EXPECT_EQ(deck->SlideCount(), 300);
+  EXPECT_LT(seconds, 1.0);
+}
+
+}  // namespace
+}  // namespace qrn::test
