@@ -54,7 +54,8 @@ class WebSocketLink::Impl {
   std::vector<std::string> arguments() const;
   void setLostAside();
   void deliver(WebSocketLink& link, const std::string& text);
-  bool isControl(const std::string& text);
+  void greeted(std::string_view hello);
+  bool isVoteOpened(std::string_view text);
   bool sameVote(std::string_view number) const;
   bool takesPresses() const { return voteWanted_ && opensAwaited_ == 0; }
 
@@ -174,6 +175,7 @@ bool WebSocketLink::Impl::connect(const Announcement& to, Clock::time_point dead
       dealtWith_ = 0;
       lossDue_ = false;
       error.clear();
+      greeted(next->take().value_or(""));
       return true;
     }
     if (!next->lost())
@@ -217,7 +219,7 @@ void WebSocketLink::Impl::handOver(WebSocketLink& link) {
     if (!text)
       break;
     deliver(link, *text);
-    if (current == connection && !startsWith(*text, helloWord))
+    if (current == connection)
       ++dealtWith_;
   }
   if (current && current == connection && dealtWith_ != before && !current->lost())
@@ -225,25 +227,25 @@ void WebSocketLink::Impl::handOver(WebSocketLink& link) {
 }
 
 void WebSocketLink::Impl::deliver(WebSocketLink& link, const std::string& text) {
-  if (isControl(text) || (isPressBlock(text) && !takesPresses()))
+  if (isVoteOpened(text) || (isPressBlock(text) && !takesPresses()))
     return;
   if (link.FromQrnCtrl)
     link.FromQrnCtrl(text);
 }
 
-bool WebSocketLink::Impl::isControl(const std::string& text) {
-  if (startsWith(text, openedWord)) {
-    opensAwaited_ = std::max(0, opensAwaited_ - 1);
-    voteNumber_ = wholeNumber(std::string_view(text).substr(openedWord.size())).value_or(0);
-    return true;
-  }
-  if (!startsWith(text, helloWord))
+bool WebSocketLink::Impl::isVoteOpened(std::string_view text) {
+  if (!startsWith(text, openedWord))
     return false;
-  const std::string_view number = std::string_view(text).substr(helloWord.size());
+  opensAwaited_ = std::max(0, opensAwaited_ - 1);
+  voteNumber_ = wholeNumber(text.substr(openedWord.size())).value_or(0);
+  return true;
+}
+
+void WebSocketLink::Impl::greeted(std::string_view hello) {
+  const std::string_view number = hello.substr(std::min(hello.size(), helloWord.size()));
   voteWanted_ = voteWanted_ && sameVote(number);
   opensAwaited_ = 0;
   voteNumber_ = wholeNumber(number).value_or(0);
-  return true;
 }
 
 // Whether the vote that a controller holds open is the one this side began before the link was lost; a

@@ -1,0 +1,58 @@
+// A folder of its own for each test's controller, and the main thread's loop in small.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "adapters/link/link.h"
+
+namespace qrn::test {
+
+class LinkTest : public ::testing::Test {
+ protected:
+  LinkTest() {
+    std::string pattern = (std::filesystem::temp_directory_path() / "quorin-link-XXXXXX").string();
+    folder = mkdtemp(pattern.data());
+    options.announceFolder = folder;
+    options.extraArguments = {"--port", "0", "--hurry", "--grace", "5"};
+  }
+  ~LinkTest() override { std::filesystem::remove_all(folder); }
+
+  void listen(link::WebSocketLink& to) {
+    to.FromQrnCtrl = [this](const std::string& text) { received.push_back(text); };
+    to.linkLost = [this] { ++losses; };
+  }
+  // Drains until `done` holds; false when it does not within three seconds.
+  static bool pump(link::WebSocketLink& of, const std::function<bool()>& done) {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(3);
+    while (!done()) {
+      if (std::chrono::steady_clock::now() > end)
+        return false;
+      of.drain();
+      std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    return true;
+  }
+  static void startVote(link::WebSocketLink& of, int options_) {
+    for (const std::string& text :
+         {std::string("voteType=9"), std::string("preVoteText=How likely?"),
+          std::string("voteText=|Rare|Likely"), std::string("postVotedText=Vote Submitted"),
+          std::string("limits=0"), std::string("allocation=0"), std::string("points=0"),
+          "options=" + std::to_string(options_), std::string("StartFrom=1"), std::string("Clear"),
+          std::string("StartVote")})
+      of.sendToController(text);
+  }
+
+  std::string folder;
+  link::LinkOptions options;
+  std::vector<std::string> received;
+  int losses = 0;
+};
+
+}  // namespace qrn::test

@@ -1,0 +1,140 @@
+#include <signal.h>
+
+#include <map>
+#include <set>
+
+#include "adapters/link/link_fixture.h"
+
+namespace qrn::test {
+namespace {
+
+class RealController : public LinkTest {
+ protected:
+  RealController() { options.controllerPath = QUORIN_CONTROLLER; }
+
+  // Keypad and vote of every piece received, the last press of a keypad counting.
+  std::map<int, std::string> votes() const {
+    std::map<int, std::string> result;
+    for (std::string text : received) {
+      for (std::size_t at = text.find("],"); at != std::string::npos; at = text.find("],")) {
+        text.erase(0, at + 2);
+        const std::size_t semicolon = text.find(';');
+        result[std::stoi(text)] = text.substr(semicolon + 1, text.find("],") - semicolon - 1);
+      }
+    }
+    return result;
+  }
+  std::map<int, std::string> rehearsedVote(link::WebSocketLink& of) {
+    received.clear();
+    startVote(of, 5);
+    EXPECT_TRUE(pump(of, [&] { return votes().size() == 20; }));
+    of.sendToController("EndVote");
+    return votes();
+  }
+};
+
+bool alive(long process) {
+  return kill(static_cast<pid_t>(process), 0) == 0;
+}
+
+TEST_F(RealController, StartsAnswersVotesAndEndsWithTheLink) {
+  options.rehearse = 20;
+  options.seed = 7;
+  long process = 0;
+  {
+    link::WebSocketLink link(options);
+    listen(link);
+    ASSERT_FALSE(link.makeLink(false));
+    ASSERT_TRUE(link.makeLink(true)) << link.lastError();
+    EXPECT_TRUE(link.controllerReady());
+    process = link.controllerProcess();
+    EXPECT_TRUE(alive(process));
+
+    link.sendToController("BaseInfo");
+    ASSERT_TRUE(pump(link, [&] { return !received.empty(); }));
+    for (const char* line :
+         {"BASETYPE=REHEARSAL\r\n", "KEYPADSNOTVOTEDHI=20\r\n", "KEYPADSNOTVOTEDCLOSE=1\r\n",
+          "KEYPADSNOTVOTEDCLOSEPERCENT=100\r\n", "OFFSET=0,0,1,20,False\r\n"})
+      EXPECT_NE(received[0].find(line), std::string::npos) << received[0];
+    EXPECT_EQ(rehearsedVote(link).size(), 20U);
+  }
+  EXPECT_FALSE(alive(process));
+}
+
+TEST_F(RealController, TheSameSeedVotesTheSame) {
+  options.rehearse = 20;
+  options.seed = 11;
+  std::map<int, std::string> first;
+  for (int run = 0; run < 2; ++run) {
+    link::WebSocketLink link(options);
+    listen(link);
+    ASSERT_TRUE(link.makeLink(true)) << link.lastError();
+    const auto cast = rehearsedVote(link);
+    if (run == 0)
+      first = cast;
+    else
+      EXPECT_EQ(cast, first);
+  }
+}
+
+TEST_F(RealController, AKilledControllerIsReportedOnceAndReplaced) {
+  options.rehearse = 20;
+  link::WebSocketLink link(options);
+  listen(link);
+  ASSERT_TRUE(link.makeLink(true)) << link.lastError();
+  const long former = link.controllerProcess();
+  ASSERT_EQ(kill(static_cast<pid_t>(former), SIGKILL), 0);
+  ASSERT_TRUE(pump(link, [&] { return losses == 1; }));
+  EXPECT_FALSE(link.linked());
+  link.sendToController("BaseInfo");  // goes nowhere, and does no harm
+  for (int i = 0; i < 20; ++i) link.drain();
+  EXPECT_EQ(losses, 1);
+
+  ASSERT_FALSE(link.makeLink(false)) << "the dead controller's announcement is still there";
+  ASSERT_TRUE(link.makeLink(true)) << link.lastError();
+  EXPECT_NE(link.controllerProcess(), former);
+  EXPECT_EQ(rehearsedVote(link).size(), 20U);
+  EXPECT_EQ(losses, 1);
+}
+
+TEST_F(RealController, ServesOneProgramAtATimeAndStaysForTheNext) {
+  options.keepRunning = true;
+  auto first = std::make_unique<link::WebSocketLink>(options);
+  ASSERT_TRUE(first->makeLink(true)) << first->lastError();
+  const long process = first->controllerProcess();
+  link::WebSocketLink second(options);
+  EXPECT_FALSE(second.makeLink(false));
+  EXPECT_EQ(second.lastError(), "The controller is linked to another program.");
+  first.reset();
+  EXPECT_TRUE(second.makeLink(false)) << second.lastError();
+  EXPECT_EQ(second.controllerProcess(), process);
+  kill(static_cast<pid_t>(process), SIGTERM);
+}
+
+TEST_F(RealController, RehearsalIsNotTakenFromAControllerThatDoesNotRehearse) {
+  options.keepRunning = true;
+  auto first = std::make_unique<link::WebSocketLink>(options);
+  ASSERT_TRUE(first->makeLink(true)) << first->lastError();
+  const long process = first->controllerProcess();
+  first.reset();
+  options.rehearse = 20;
+  link::WebSocketLink second(options);
+  EXPECT_FALSE(second.makeLink(false));
+  kill(static_cast<pid_t>(process), SIGTERM);
+}
+
+TEST_F(RealController, WhatCannotStartSaysWhy) {
+  options.controllerPath = folder + "/no-such-program";
+  link::WebSocketLink missing(options);
+  EXPECT_FALSE(missing.makeLink(true));
+  EXPECT_NE(missing.lastError().find("No such file"), std::string::npos) << missing.lastError();
+
+  options.controllerPath = QUORIN_CONTROLLER;
+  options.extraArguments = {"--keypads", "nonsense"};
+  link::WebSocketLink wrong(options);
+  EXPECT_FALSE(wrong.makeLink(true));
+  EXPECT_NE(wrong.lastError().find("ended at once"), std::string::npos) << wrong.lastError();
+}
+
+}  // namespace
+}  // namespace qrn::test
