@@ -9,6 +9,7 @@
 #include "host/dialogs.h"
 #include "host/host.h"
 #include "host/presentation.h"
+#include "host/system.h"
 
 namespace qrn {
 
@@ -104,7 +105,10 @@ bool blankForm::exportSlide() {
   if (exportedSlideID_ == glo.oVoteSlide->slideID() && fileExists(slidePicture()))
     return true;
   host::host().dialogs->Info("Drawing the background of the slide");
-  const bool drawn = trapErrors("blankForm", "DoBackground", [] { drawSlide(*glo.oVoteSlide); });
+  const bool drawn = trapErrors("blankForm", "DoBackground", [] {
+    host::host().files->Kill(slidePicture());  // an older slide's picture is no background for this one
+    drawSlide(*glo.oVoteSlide);
+  });
   host::host().dialogs->Info("");
   exportedSlideID_ = drawn ? glo.oVoteSlide->slideID() : 0;
   return drawn;

@@ -71,7 +71,10 @@ void storePresentation() {
       kModule, "endProgram", [] { glo.oPresentation->Save(); }, true);
 }
 
-bool showStandsOnTheSlide() {
+// A show that has moved on already needs no key, nor does one whose user has turned to the exercise instead.
+bool showMayGoOn() {
+  if (glo.returnToEditor || glo.cmdSlide == "VotesNotCleared")
+    return false;
   host::View* show = host::host().presentationProgram->SlideShowView();
   return show && show->SlideIndex() == glo.currentSlide;
 }
@@ -92,8 +95,7 @@ void handBackShow(bool keepExercise) {
     storeExercise();
   bringToFront(glo.PowerPointSlideShow_hWnd);
   setShowTopmost(false, iniOptions().disableForceSlideShowNoTopmost);
-  // A show that has moved on already needs no key.
-  if (glo.onFinish == 1 && !fileExists(glo.appPath + "seriesVoteRunning.txt") && showStandsOnTheSlide())
+  if (glo.onFinish == 1 && !fileExists(glo.appPath + "seriesVoteRunning.txt") && showMayGoOn())
     host::host().presentationProgram->SendKeysToShow("~");
 }
 

@@ -69,6 +69,7 @@ void run(Body&& body) {
 }
 
 void startDiagnostics() {
+  resetDiagnostics();
   glo.debugMode = true;
   run([] { ReadGlobalSettingsFromINIFile(); });
   glo.voteRecords.forget();
@@ -118,21 +119,29 @@ void uncoverForms() {
     host::host().windows->setTopmost(glo.PowerPointSlideShow_hWnd, false);
 }
 
-// A previous run may still be storing its last vote: it writes the tag when it has done so.
+// A previous run may still be storing its last vote: it writes the tag when it has done so. False when that
+// run stays.
+bool previousInstanceEnds() {
+  const host::Tags& tags = glo.oPresentation->tags();
+  const auto ended = [&] { return !tags.Item(kVoteTerminated).empty(); };
+  if (glo.cmdFile == "WIZARD" || !glo.oPowerPoint->PreviousInstance() || ended())
+    return true;
+  if (host::waitUntil(ended, kInstanceSeconds))
+    return true;
+  glo.appTitle = "Matrix2";
+  if (glo.oPowerPoint->AppActivate("Matrix"))
+    return false;
+  glo.oPowerPoint->CloseApplication("Matrix");
+  glo.appTitle = "Matrix";
+  return true;
+}
+
+// Takes the tag away, so that the next run waits for this one.
 void waitForPreviousInstance() {
-  host::Tags& tags = glo.oPresentation->tags();
-  if (glo.cmdFile == "WIZARD" || !glo.oPowerPoint->PreviousInstance() || !tags.Item(kVoteTerminated).empty())
-    return;
-  if (!host::waitUntil([&] { return !tags.Item(kVoteTerminated).empty(); }, kInstanceSeconds)) {
-    glo.appTitle = "Matrix2";
-    if (glo.oPowerPoint->AppActivate("Matrix")) {
-      glo.closing = true;
-      return;
-    }
-    glo.oPowerPoint->CloseApplication("Matrix");
-    glo.appTitle = "Matrix";
-  }
-  tags.Delete(kVoteTerminated);
+  if (previousInstanceEnds())
+    glo.oPresentation->tags().Delete(kVoteTerminated);
+  else
+    glo.closing = true;
 }
 
 // A slide number as mode names the slide, unless the tag already does.
@@ -229,8 +238,8 @@ void loadForms() {
   const auto info = [](const char* line) { host::host().dialogs->Info(line); };
   run([&] { info("Matrix Loading"); });
   run([] { loadIfDefined("comms"); });
-  run([] { GetDemographicVoteInfo(); });
   run(loadExercise);
+  run([] { GetDemographicVoteInfo(); });
   glo.slideShowWidth = glo.PowerPointSlideShow_RECT.width();
   glo.slideShowHeight = glo.PowerPointSlideShow_RECT.height();
   run(LoadNames);

@@ -372,8 +372,10 @@ TEST_F(EntryTest, ShowsTheVoteUntilTheExerciseIsFinishedAndTheGraphsAfterwards) 
     EXPECT_EQ(votes, c.votes) << c.line << c.log << c.answers.size();
     EXPECT_EQ(loaded.size(), c.graphs ? 2U : 0U) << c.line << c.log;
     EXPECT_EQ(slideTags().Item("QRNVOTES"), c.votesAfter) << c.line << c.log;
+    EXPECT_EQ(world.program.keysSent, c.graphs || c.votes == 1 ? "~" : "") << c.line << c.log;
     EXPECT_TRUE(world.dialogs.expected.empty());
     releaseObjects();
+    world.program.keysSent.clear();
   }
 }
 
@@ -448,6 +450,7 @@ TEST_F(EntryTest, TheEndKeepsWhatItIsToldToKeep) {
   endProgram(false, true);
   EXPECT_EQ(slideTags().Item("qrnMatrix"), stored);
   EXPECT_EQ(world.program.keysSent, "") << "a series moves its show by itself";
+  EXPECT_EQ(world.presentation.saves, 1);
 }
 
 // Background and windows
