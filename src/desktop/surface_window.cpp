@@ -115,9 +115,13 @@ void SurfaceWindow::mouseMoveEvent(QMouseEvent*) {
 
 void SurfaceWindow::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
+  takeSize(event->size());
+}
+
+void SurfaceWindow::takeSize(QSize size) {
   changed();
-  const double width = this->width() * render::kTwipsPerPixel,
-               height = this->height() * render::kTwipsPerPixel;
+  const double width = size.width() * render::kTwipsPerPixel;
+  const double height = size.height() * render::kTwipsPerPixel;
   if (!formStands() || (form_.ScaleWidth == width && form_.ScaleHeight == height))
     return;
   form_.ScaleWidth = width;

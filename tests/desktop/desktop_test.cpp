@@ -1,0 +1,89 @@
+#include "desktop/desktop.h"
+
+#include "desktop/window_world.h"
+#include "host/errors.h"
+
+namespace {
+
+using namespace qrn;
+
+// Opens a deck of five slides with exercises on 2 and 3.
+std::unique_ptr<host::Presentation> madeDeck(const std::string& file) {
+  if (file == "locked.pptx")
+    throw HostError(Fault::world, 70, "locked.pptx is open in another program");
+  auto deck = std::make_unique<test::MemoryPresentation>(5);
+  for (const int slide : {2, 3}) deck->slide(slide).tagStore.Add("qrnMatrix", "exercise");
+  return deck;
+}
+
+class Desktop : public ::testing::Test {
+ protected:
+  desktop::DesktopHooks hooks() {
+    desktop::DesktopHooks made;
+    made.openDeck = madeDeck;
+    made.runExercise = [this](int slide) {
+      runs += std::to_string(slide) + " ";
+      if (onRun)
+        onRun(slide);
+    };
+    return made;
+  }
+  host::PresentationProgram& program() { return desk.program(); }
+  void turns(int count = 4) {
+    for (int i = 0; i < count; ++i) desk.turn();
+  }
+
+  test::WindowWorld world;
+  std::string runs;
+  std::function<void(int)> onRun;
+  desktop::Desktop desk{hooks()};
+};
+
+TEST_F(Desktop, GivesTheLogicTheDeckAndTheShow) {
+  EXPECT_EQ(program().ActivePresentation(), nullptr);
+  ASSERT_TRUE(desk.openDeck("talk.pptx"));
+  ASSERT_NE(program().ActivePresentation(), nullptr);
+  EXPECT_EQ(program().ActiveWindowView()->SlideIndex(), 1);
+  EXPECT_EQ(program().SlideShowWindowsCount(), 0);
+  EXPECT_EQ(program().SlideShowView(), nullptr);
+  desk.startShow(0);
+  EXPECT_EQ(program().SlideShowWindowsCount(), 1);
+  program().SlideShowView()->GotoSlide(4);
+  EXPECT_EQ(program().SlideShowView()->SlideIndex(), 4);
+}
+
+TEST_F(Desktop, RunsTheExerciseReachedAndGoesOnWithTheKeysItSent) {
+  desk.openDeck("talk.pptx");
+  onRun = [this](int slide) {
+    EXPECT_EQ(program().SlideShowView()->SlideIndex(), slide) << "the show stands still during the run";
+    program().SendKeysToShow("~");
+    EXPECT_EQ(program().SlideShowView()->SlideIndex(), slide) << "keys wait for the end of the run";
+  };
+  desk.startShow(1);
+  turns();
+  EXPECT_EQ(runs, "");
+  program().SendKeysToShow("~");
+  turns(6);
+  EXPECT_EQ(runs, "2 3 ");
+  EXPECT_EQ(program().SlideShowView()->SlideIndex(), 4);
+}
+
+TEST_F(Desktop, ARunThatFailsIsReportedAndTheDeskGoesOn) {
+  desk.openDeck("talk.pptx");
+  onRun = [](int) { throw HostError(Fault::world, 0, "the disk is full"); };
+  desk.startShow(1);
+  program().SendKeysToShow("~");
+  world.expectMsgBox("the disk is full");
+  turns();
+  EXPECT_EQ(runs, "2 ");
+  EXPECT_EQ(program().SlideShowWindowsCount(), 1);
+}
+
+TEST_F(Desktop, ADeckThatCannotBeOpenedLeavesTheOneAtHand) {
+  ASSERT_TRUE(desk.openDeck("talk.pptx"));
+  host::Presentation* before = program().ActivePresentation();
+  EXPECT_FALSE(desk.openDeck("locked.pptx"));
+  EXPECT_EQ(program().ActivePresentation(), before);
+}
+
+}  // namespace

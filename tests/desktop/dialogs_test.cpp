@@ -1,0 +1,105 @@
+#include "adapters/qt/dialogs.h"
+
+#include <QLineEdit>
+#include <QMessageBox>
+
+#include "desktop/window_world.h"
+#include "host/wait.h"
+
+namespace {
+
+using namespace qrn;
+using host::Answer;
+using host::Buttons;
+
+class Dialogs : public ::testing::Test {
+ protected:
+  // Types into the question once it stands.
+  void whenAsked(std::function<void(QWidget& focus)> act) {
+    world.at(0.05, [act = std::move(act)] {
+      QWidget* dialog = QApplication::activeModalWidget();
+      ASSERT_NE(dialog, nullptr);
+      QWidget* focus = dialog->focusWidget();
+      act(focus ? *focus : *dialog);
+    });
+  }
+  static std::function<void(QWidget&)> key(Qt::Key which) {
+    return [which](QWidget& focus) { QTest::keyClick(&focus, which); };
+  }
+
+  test::WindowWorld world;
+  qt::QtDialogs dialogs;
+};
+
+TEST_F(Dialogs, EscGivesTheAnswerThatChangesLeast) {
+  const std::pair<Buttons, Answer> cases[] = {{Buttons::ok, Answer::ok},
+                                              {Buttons::okCancel, Answer::cancel},
+                                              {Buttons::yesNo, Answer::no},
+                                              {Buttons::yesNoCancel, Answer::cancel}};
+  for (const auto& [buttons, answer] : cases) {
+    whenAsked(key(Qt::Key_Escape));
+    EXPECT_EQ(dialogs.MsgBox("Really?", "quorin matrix", buttons, host::Icon::question), answer);
+    whenAsked([](QWidget& focus) { focus.window()->close(); });
+    EXPECT_EQ(dialogs.MsgBox("Really?", "quorin matrix", buttons, host::Icon::none), answer) << "closed";
+  }
+}
+
+TEST_F(Dialogs, EnterTakesTheFirstButtonAndLettersTheirOwn) {
+  whenAsked(key(Qt::Key_Return));
+  EXPECT_EQ(dialogs.MsgBox("Really?", "", Buttons::yesNo, host::Icon::none), Answer::yes);
+  whenAsked([](QWidget& focus) { QTest::keyClick(&focus, Qt::Key_N, Qt::AltModifier); });
+  EXPECT_EQ(dialogs.MsgBox("Really?", "", Buttons::yesNoCancel, host::Icon::none), Answer::no);
+}
+
+TEST_F(Dialogs, TextIsShownAsItStands) {
+  QString shown;
+  whenAsked([&](QWidget& focus) {
+    shown = qobject_cast<QMessageBox*>(focus.window())->text();
+    QTest::keyClick(&focus, Qt::Key_Escape);
+  });
+  dialogs.MsgBox("<b>Item & \"A\"</b>", "", Buttons::ok, host::Icon::none);
+  EXPECT_EQ(shown, "<b>Item & \"A\"</b>");
+}
+
+TEST_F(Dialogs, InputComesBackOnEnterAndNothingOnEsc) {
+  whenAsked([](QWidget& focus) {
+    QTest::keyClicks(&focus, "Quay walls");
+    QTest::keyClick(&focus, Qt::Key_Return);
+  });
+  EXPECT_EQ(dialogs.InputBox("Please enter the new item", "quorin matrix", "preset"), "Quay walls");
+  whenAsked(key(Qt::Key_Return));
+  EXPECT_EQ(dialogs.InputBox("Name", "", "preset"), "preset");
+  whenAsked(key(Qt::Key_Escape));
+  EXPECT_EQ(dialogs.InputBox("Name", "", "preset"), std::nullopt);
+}
+
+TEST_F(Dialogs, FileQuestionEndsOnEsc) {
+  whenAsked(key(Qt::Key_Escape));
+  EXPECT_EQ(dialogs.FileDialog({false, "/", "", "Presentations (*.pptx)|*.pptx", "Open"}), std::nullopt);
+}
+
+TEST_F(Dialogs, TimersTickWhileAQuestionStands) {
+  int ticks = 0;
+  host::Timer timer(10, [&] { ++ticks; });
+  timer.setEnabled(true);
+  whenAsked(key(Qt::Key_Escape));
+  dialogs.MsgBox("Wait", "", Buttons::ok, host::Icon::none);
+  EXPECT_GE(ticks, 3);
+}
+
+TEST_F(Dialogs, InfoStandsForATenthOfASecondAndGoesOnAnEmptyLine) {
+  const auto before = world.clock.micros;
+  dialogs.Info("Matrix Loading");
+  EXPECT_GE(world.clock.micros - before, 100000);
+  const auto infos = [] {
+    int visible = 0;
+    for (const QWidget* widget : QApplication::topLevelWidgets())
+      visible += widget->objectName() == "infoForm" && widget->isVisible();
+    return visible;
+  };
+  EXPECT_EQ(infos(), 1);
+  dialogs.Info("");
+  EXPECT_EQ(infos(), 0);
+}
+
+}  // namespace

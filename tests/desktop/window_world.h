@@ -1,0 +1,34 @@
+// The scripted world with real windows: waits deliver Qt's events as well as the script's.
+#pragma once
+
+#include <QApplication>
+#include <QTest>
+
+#include "adapters/qt/text_measure.h"
+#include "support/test_host.h"
+
+namespace qrn::test {
+
+inline void needApplication() {
+  static int argc = 1;
+  static char name[] = "desktop_test";
+  static char* argv[] = {name, nullptr};
+  static const QApplication* application = new QApplication(argc, argv);
+  (void)application;
+}
+
+class WindowWorld : public TestHost {
+ public:
+  explicit WindowWorld(int slideCount = 3) : TestHost(slideCount) {
+    needApplication();
+    host::host().textMeasure = &realMeasure;
+  }
+  void yield() override {
+    QCoreApplication::processEvents();
+    TestHost::yield();
+  }
+
+  qt::QtTextMeasure realMeasure;
+};
+
+}  // namespace qrn::test
