@@ -313,7 +313,6 @@ TEST_F(KeyboardVote, isTurnedOnByADigitAndStartsTheVoteAnew) {
     keyAt(0.5, '2');
     keyAt(1, 'G');
     keyAt(2, key::space);
-    keyAt(2.5, key::escape);
   }};
   scripts.push_back([&] { world.at(0.5, [] { glo.quitRequested = true, glo.voteAbandoned = 1; }); });
   runtime().startProcess();

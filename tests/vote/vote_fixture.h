@@ -54,6 +54,9 @@ class VoteFixture : public ::testing::Test {
     };
   }
 
+  // Nobody is left waiting: a whole run takes less than two simulated minutes.
+  void TearDown() override { EXPECT_LT(world.clock.micros, std::int64_t{120} * 1000000); }
+
   xyVoteRuntime& runtime() { return host::host().forms->as<xyVoteRuntime>("xyVoteRuntime"); }
   void key(int code, int shift = 0) { runtime().Form_KeyDown(code, shift); }
   void keyAt(double seconds, int code) {
