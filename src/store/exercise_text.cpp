@@ -168,11 +168,14 @@ bool LoadXY(const std::string& path) {
     }
     text = textOfSlide(tag, temporaryFile);
   }
-  trapErrors(kModule, "LoadXY", [&] {
-    if (!path.empty())
-      text = host::host().files->read(path);
-    readExerciseText(text);
-  });
+  trapErrors(
+      kModule, "LoadXY",
+      [&] {
+        if (!path.empty())
+          text = host::host().files->read(path);
+        readExerciseText(text);
+      },
+      true);
   if (!temporaryFile.empty())
     trapErrors(kModule, "LoadXY", [&] { host::host().files->Kill(temporaryFile); });
   return true;

@@ -57,8 +57,15 @@ void TextWriter::put(Q value) {
   put(T(value.v));
 }
 
-// The shortest fraction that reads back as the same length: as a single where that does, else with more digits. The
-// whole screen stays just below 1 and what is beyond it stands in full, since the reader takes 1 and more as absolute.
+void TextWriter::put(Q1 value) {
+  value.v = replaceAll(std::move(value.v), "\r\n", " ");
+  std::replace_if(value.v.begin(), value.v.end(), isLineEnd, ' ');
+  put(Q(value.v));
+}
+
+// The shortest fraction that reads back as the same length: as a single where that does, else with more
+// digits. The whole screen stays just below 1 and what is beyond it stands in full, since the reader takes 1
+// and more as absolute.
 void TextWriter::put(Fraction value) {
   const double fraction = value.v / value.whole;
   const std::string single = plainNumber(static_cast<float>(fraction));

@@ -50,6 +50,10 @@ struct Q {  // text whose double quotes the writer makes single ones, in the mem
   explicit Q(std::string& member) : v(member) {}
   std::string& v;
 };
+struct Q1 {  // the same on a line that the reader takes whole: line ends become blanks
+  explicit Q1(std::string& member) : v(member) {}
+  std::string& v;
+};
 struct Fraction {  // length on the screen, in the text a fraction of the screen's width or height
   Fraction(float& member, double wholeLength) : v(member), whole(wholeLength) {}
   float& v;
@@ -71,6 +75,7 @@ class TextWriter {
   }
   void put(T value);
   void put(Q value);
+  void put(Q1 value);
   void put(B value) { item(value.v ? "#TRUE#" : "#FALSE#"); }
   void put(D value) { item(plainNumber(value.v)); }
   void put(Fraction value);
@@ -148,6 +153,7 @@ class TextReader {
   void endLine() {}  // values are taken wherever they stand
   void take(T value) { value.v = token().text; }
   void take(Q value) { value.v = token().text; }
+  void take(Q1 value) { value.v = token().text; }
   void take(B value);
   void take(D value);
   void take(Fraction value);

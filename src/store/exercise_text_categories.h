@@ -16,7 +16,7 @@ void categoryLines(Archive& a, Exercise& x) {
     readCategories(a, x);
   } else {
     a.elements(x.categories, [&](CategoryRecord& category) {
-      a.line(Q(category.CategoryName), B(category.Selected), B(category.Enabled));
+      a.line(Q1(category.CategoryName), B(category.Selected), B(category.Enabled));
       a.elements(category.CategoryItems, [&](int& entry) { a.line(I(entry)); });
     });
   }

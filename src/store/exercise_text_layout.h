@@ -46,7 +46,7 @@ void boxPlace(Archive& a, LayoutRect& box) {
 // One line that the reader takes whole. A text with a comma in it shifts what follows; so it has always been.
 template <class Line>
 void layoutLine(Line& a, Exercise& x, AssessmentRecord& s) {
-  a.values(B(s.showTitleText), B(s.showScaleText), Q(s.imageFile), I(s.voteType), I(s.graphType),
+  a.values(B(s.showTitleText), B(s.showScaleText), Q1(s.imageFile), I(s.voteType), I(s.graphType),
            B(s.chartOutline), B(s.chartAxis));
   labelPlace(a, s.lbl_Risk);
   labelPlace(a, s.lbl_Assessment);
@@ -57,7 +57,7 @@ void layoutLine(Line& a, Exercise& x, AssessmentRecord& s) {
   boxPlace(a, s.lbl_PCAItem1);
   for (int& step : s.pcaScale) a.values(I(step));
   a.values(I(s.pcaScaleRow));
-  a.values(Q(s.pcaQuestion));
+  a.values(Q1(s.pcaQuestion));
   if constexpr (Line::reading)
     if (s.voteType != 2 && s.voteType != 3)
       s.pcaQuestion.clear();  // only comparing assessments have a question

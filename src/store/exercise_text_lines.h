@@ -127,7 +127,9 @@ void backgroundLine(Archive& a, Exercise& x) {
     a.line(T(x.backgroundFile));
     x.usePPTBackground = x.backgroundFile == kSlideBackground;
   } else {
-    std::string file = x.usePPTBackground ? kSlideBackground : x.backgroundFile;
+    std::string file = x.backgroundFile == kSlideBackground ? "" : x.backgroundFile;
+    if (x.usePPTBackground)
+      file = kSlideBackground;
     a.line(T(file));
   }
 }

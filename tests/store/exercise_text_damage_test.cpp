@@ -43,8 +43,12 @@ TEST_F(DamagedText, cutAnywhereKeepsWhatStandsBefore) {
   const Exercise whole = glo;
   test::QuietDialogs quiet;
   std::size_t itemsSoFar = 0;
-  for (std::size_t length = 1; length < text.size();
-       length += length < 900 || length > text.size() - 900 ? 1 : 7) {
+  // At every byte of the items, the categories and the named settings, and at some between them.
+  const std::size_t categories = text.find("\"unallocated\"");
+  const auto near = [](std::size_t at, std::size_t place) { return at + 300 > place && at < place + 300; };
+  for (std::size_t length = 1; length < text.size(); ++length) {
+    if (length > 700 && !near(length, categories) && length + 1500 < text.size() && length % 37 != 0)
+      continue;
     const Exercise read = loaded(text.substr(0, length));
     const auto items = static_cast<std::size_t>(read.itemCount());
     ASSERT_GE(items, itemsSoFar) << "cut at " << length;
@@ -245,6 +249,26 @@ TEST_F(DamagedText, onlyComparingAssessmentsHaveAQuestion) {
   const Exercise read = loaded(writeExerciseText(glo));
   EXPECT_EQ(read.assessments[0].pcaQuestion, "");
   EXPECT_EQ(read.assessments[1].pcaQuestion, "Better");  // the comma starts the next value
+}
+
+// On lines that are read whole a line end would begin another line.
+TEST_F(DamagedText, lineEndsInTextsOfWholeLinesBecomeBlanks) {
+  begin();
+  glo.assessments[0].voteType = 3;
+  glo.assessments[0].pcaQuestion = "Better\r\nor\nworse?";
+  glo.categories[0].CategoryName = "un\rallocated";
+  const Exercise read = loaded(writeExerciseText(glo));
+  EXPECT_EQ(read.assessments[0].pcaQuestion, "Better or worse?");
+  EXPECT_EQ(read.categories[0].CategoryName, "un allocated");
+  EXPECT_EQ(read.assessments[0].sifterCutoff, 50);
+}
+
+TEST_F(DamagedText, theSlidesBackgroundIsChosenByTheFlagAlone) {
+  begin();
+  EXPECT_TRUE(loaded(writeExerciseText(glo)).usePPTBackground);
+  EXPECT_EQ(glo.backgroundFile, "USEPPTBACKGROND");
+  glo.usePPTBackground = false;
+  EXPECT_FALSE(loaded(writeExerciseText(glo)).usePPTBackground);
 }
 
 TEST_F(DamagedText, unknownSettingsArePassedOver) {

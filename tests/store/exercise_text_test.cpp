@@ -270,6 +270,13 @@ TEST_F(ExerciseText, savesAndLoadsAFileWithoutTouchingTheSlide) {
   EXPECT_TRUE(world.files.fileExists("/work/one.mtt"));
 }
 
+TEST_F(ExerciseText, aFileThatCannotBeReadIsReportedAndChangesNothing) {
+  makeSmallExercise();
+  world.expectMsgBox("An error has occurred: File not found: /work/none.mtt");
+  EXPECT_TRUE(LoadXY("/work/none.mtt"));
+  EXPECT_EQ(glo.itemCount(), 2);
+}
+
 // The disk that fails at each write in turn never costs the exercise.
 TEST_F(ExerciseText, aFullDiskLosesNothing) {
   makeSmallExercise();
