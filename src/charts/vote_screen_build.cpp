@@ -29,6 +29,15 @@ host::Align alignOf(int stored) {
   return stored == 0 || stored == 1 ? static_cast<host::Align>(stored) : host::Align::centre;
 }
 
+// The caption with both blanks behind the number, which breaking into lines would make one.
+std::string optionText(const VoteLabel& label) {
+  const std::size_t blanks = label.Caption.find(".  ");
+  std::string text = label.Caption;
+  if (blanks != std::string::npos)
+    text.replace(blanks + 1, 1, "\u00a0");
+  return text;
+}
+
 void put(VoteLabel& label, const Place& place, const WholeText& text) {
   label.Left = place.Left;
   label.Top = place.Top;
@@ -78,9 +87,9 @@ struct VoteScreenBuilder {
         scale(graphScale(target.ScaleWidth, target.ScaleHeight)) {}
 
   void build();
+  void chooseBackground();  // all there is before the first question
 
  private:
-  void chooseBackground();
   void chooseNeeds();
   void placeQuestion();
   double placeOptions(double share);
@@ -188,7 +197,7 @@ double VoteScreenBuilder::placeOptions(double share) {
   form.places_ = screenPlaces(record, needs, share);
   const Place& room = form.places_.options;
   std::vector<std::string> captions;
-  for (const VoteLabel& label : form.lbl_Criteria) captions.push_back(label.Caption);
+  for (const VoteLabel& label : form.lbl_Criteria) captions.push_back(optionText(label));
   optionTexts =
       setWholeTogether(captions, typeOf(record.font3, kOptionSize * scale), room.Width, room.Height, kRowGap);
   double used = 0;
@@ -342,7 +351,7 @@ void VoteScreenBuilder::addStatusAndStats() {
 
 void VoteForm::LayOutAgain() {
   if (displayedAssessment < 1)
-    return;
+    return VoteScreenBuilder(*this).chooseBackground();
   VoteScreenBuilder(*this).build();
   const bool barsShown = bars.Visible;
   bars.counts.clear();

@@ -44,8 +44,7 @@ void breakInside(const std::string& line, const host::SurfaceFont& font, double 
 bool setLines(const std::string& text, const host::SurfaceFont& font, double width, bool breakWords,
               WholeText& result) {
   std::vector<std::string> lines;
-  const bool oneLine = text.find('\n') == std::string::npos && !overlong(text, font, width);
-  for (const std::string& line : oneLine ? std::vector{text} : host::wrapText(text, font, width)) {
+  for (const std::string& line : host::wrapText(text, font, width)) {
     if (!overlong(line, font, width))
       lines.push_back(line);
     else if (breakWords)

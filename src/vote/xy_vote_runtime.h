@@ -40,6 +40,7 @@ struct xyVoteRuntime : VoteForm {
   void cmd_cancel_Click();
   void uctl_votesCast_Click() { Form_KeyDown(host::key::space, 0); }
 
+  void Form_Load() override { LayOutAgain(); }
   void Form_KeyDown(int keyCode, int shift) override;
   bool Form_QueryUnload(bool byUser) override;
   void Form_Unload() override;

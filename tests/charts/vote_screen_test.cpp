@@ -121,7 +121,7 @@ void expectReadable(const VoteForm& form, std::size_t charactersExpected) {
         << e.array << ": " << e.caption;
     if (e.array == "lbl_Criteria")
       characters += static_cast<std::size_t>(
-          std::count_if(e.caption.begin(), e.caption.end(), [](char c) { return c != ' ' && c != '\n'; }));
+          std::count_if(e.caption.begin(), e.caption.end(), [](char c) { return c > ' '; }));
     texts.push_back(&e);
   }
   EXPECT_EQ(characters, charactersExpected);
@@ -137,8 +137,8 @@ void expectReadable(const VoteForm& form, std::size_t charactersExpected) {
 std::size_t letters(const VoteForm& form) {
   std::size_t count = 0;
   for (const VoteLabel& label : form.lbl_Criteria)
-    count += static_cast<std::size_t>(std::count_if(label.Caption.begin(), label.Caption.end(),
-                                                    [](char c) { return c != ' ' && c != '\n'; }));
+    count += static_cast<std::size_t>(
+        std::count_if(label.Caption.begin(), label.Caption.end(), [](char c) { return c > ' '; }));
   return count;
 }
 
