@@ -273,9 +273,9 @@ ChartValue averageChartValue(const ChartForm& form, int item) {
     default:
       break;
   }
-  if (form.round < 0 || form.round >= kRounds)
+  if (form.round < 1 || form.round > kRounds)
     return {hasScore(item, form.assessment), risk.average[a]};
-  const RoundRecord& round = risk.rounds[a][static_cast<std::size_t>(form.round)];
+  const RoundRecord& round = risk.rounds[a][static_cast<std::size_t>(form.round - 1)];
   return {!round.label.empty() || round.average > 0, round.average};
 }
 

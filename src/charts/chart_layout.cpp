@@ -4,6 +4,9 @@
 #include <cmath>
 #include <cstdio>
 
+#include "analysis/filters.h"
+#include "charts/graph_notes.h"
+
 namespace qrn {
 
 namespace {
@@ -443,6 +446,11 @@ class Layout {
   int first_ = 0, shown_ = 0, slots_ = 1;
 };
 
+bool sameFrame(const host::Surface& a, const host::Surface& b) {
+  return a.width == b.width && a.height == b.height && a.backgroundFile == b.backgroundFile &&
+         a.background == b.background && a.backgroundEnd == b.backgroundEnd && a.gradient == b.gradient;
+}
+
 }  // namespace
 
 void layoutChart(const TChart& chart, const ChartArea& area, double scale, const GraphLook& look,
@@ -452,33 +460,31 @@ void layoutChart(const TChart& chart, const ChartArea& area, double scale, const
 
 const host::Surface& ChartSurface::lower(const TChart& chart, double width, double height,
                                          const std::string& footer) {
-  if (builds_ > 0 && surface_.width == width && surface_.height == height && footer_ == footer &&
-      chart_ == chart)
+  const std::string filter = filterCaption();
+  host::Surface frame;
+  frame.width = width;
+  frame.height = height;
+  setGraphBackground(frame, "");
+  if (builds_ > 0 && sameFrame(frame, surface_) && footer_ == footer && filter_ == filter && chart_ == chart)
     return surface_;
   ++builds_;
   chart_ = chart;
   footer_ = footer;
-  surface_ = host::Surface();
-  surface_.width = width;
-  surface_.height = height;
-  setGraphBackground(surface_, "");
+  filter_ = filter;
+  surface_ = std::move(frame);
   const GraphLook look = chooseLook(surface_);
   addPanel(surface_, look);
-  const double scale = graphScale(width, height), pixel = kTwipsPerPixel * scale;
+  const double scale = graphScale(width, height);
+  const SurfaceFont title = scaled(chart.Header.Font, scale);
+  double titleWidth = 0;
+  for (const std::string& one : chart.Header.Text) titleWidth = std::max(titleWidth, textWidth(one, title));
+  GraphNotes notes = makeNotes(surface_, look, scaled(chart.Axis.Bottom.Labels.Font, scale), titleWidth,
+                               footer, width * chart.MarginLeft / 100, false);
   ChartArea area{0, 0, width, height};
-  if (!footer.empty()) {
-    Element line;
-    line.array = "LabelCategory";
-    line.font = scaled(chart.Axis.Bottom.Labels.Font, scale);
-    line.caption = cutToWidth(footer, line.font, width * 0.94);
-    line.toolTip = footer;
-    line.left = width * 0.03;
-    line.width = width * 0.94;
-    line.height = lineHeight(line.font);
-    line.top = height - line.height - 6 * pixel;
-    line.colour = readableColour(chart.Axis.Bottom.Labels.Font.colour, look);
-    area.height = line.top;
-    surface_.add(std::move(line));
+  for (host::Element* line : {&notes.filter, &notes.foot}) {
+    if (line->visible && line->top > height / 2)
+      area.height = line->top;
+    surface_.add(std::move(*line));
   }
   layoutChart(chart, area, scale, look, surface_);
   return surface_;

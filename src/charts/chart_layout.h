@@ -19,16 +19,17 @@ struct ChartArea {
 void layoutChart(const TChart& chart, const ChartArea& area, double scale, const GraphLook& look,
                  host::Surface& surface);
 
-// Keeps the last lowered chart and lowers again only for another chart, text line or size.
+// Keeps the last lowered chart and lowers again only for another chart, foot line, filter, background or
+// size.
 class ChartSurface {
  public:
-  // `footer` stands below the chart, left; "" for none.
+  // `footer` stands below the chart, "" for none; the filter in force has its own line.
   const host::Surface& lower(const TChart& chart, double width, double height, const std::string& footer);
   int builds() const { return builds_; }
 
  private:
   TChart chart_;
-  std::string footer_;
+  std::string footer_, filter_;
   int builds_ = 0;
   host::Surface surface_;
 };

@@ -250,7 +250,7 @@ bool xyVoteAverageGraph::handleAltKeys(int keyCode, int shift) {
   } else if (keyCode >= '1' && keyCode <= '6') {
     const int picked = keyCode - '0';
     if (glo.assessmentInfo[slotOf(picked)].active)
-      drawGraph(picked, -1);
+      drawGraph(picked, 0);
   } else if (keyCode == 'L') {
     listVisible ? hideList() : showList();
   } else if (keyCode == 'I') {
@@ -315,7 +315,7 @@ const host::Surface& drawAverageGraph(int assessment, int widthPx, int heightPx)
   auto& form = host::host().forms->as<xyVoteAverageGraph>(kFormName);
   form.ScaleWidth = widthPx * kTwipsPerPixel;
   form.ScaleHeight = heightPx * kTwipsPerPixel;
-  form.drawGraph(assessment, -1);
+  form.drawGraph(assessment, 0);
   return form.surface();
 }
 

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <vector>
 
+#include "charts/graph_notes.h"
 #include "core/common.h"
 #include "core/glo.h"
 
@@ -15,7 +16,6 @@ constexpr double kCaptionGap = 250;  // twips between two captions of the horizo
 constexpr double kCaptionTop = 100;  // twips from the horizontal axis to its captions
 constexpr double kSkewInset = 125;   // first caption of a skew axis inside its cell
 constexpr double kKeyOverlap = 8 * kTwipsPerPixel;
-constexpr double kFootMargin = 240;                           // twips from the last row to the bottom edge
 constexpr double kWidestTitle = 8000, kNarrowestTitle = 120;  // twips at 1024x768
 constexpr int kLongestWord = 28;                              // characters of a first word before it is split
 constexpr double kSmallest = 0.75;                            // of the caption font

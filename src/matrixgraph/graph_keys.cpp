@@ -31,11 +31,6 @@ std::string keyOfRow(const std::string& row) {
   return row.substr(0, row.find(':'));
 }
 
-void setVisible(host::Element* element, bool visible) {
-  if (element != nullptr)
-    element->visible = visible;
-}
-
 int riskOfKey(const std::string& itemKey) {
   for (int risk = 0; risk < glo.itemCount(); ++risk)
     if (glo.risks[static_cast<std::size_t>(risk)].identifier == itemKey)
@@ -100,8 +95,12 @@ bool xyVoteGraph::handleShiftedKeys(int keyCode, int shift) {
 
 void xyVoteGraph::filterByDigit(int digit) {
   std::string caption;
-  if (!SetDemographicFilter(digit - 1, caption))
+  const bool on = SetDemographicFilter(digit - 1, caption);
+  if (!on)
     glo.demographicFilterOn = false;
+  menuDemographicsOn.checked = on;
+  menuDemographicsOff.checked = !on;
+  menuDemographicsModify.checked = false;
   tmr_load.setEnabled(true);
 }
 
@@ -220,22 +219,23 @@ void xyVoteGraph::menuPairLines() {
 }
 
 void xyVoteGraph::applyVisibility() {
+  for (int pair = 0; pair < kPairs; ++pair) applyVisibility(pair);
+}
+
+void xyVoteGraph::applyVisibility(int pair) {
+  const auto p = static_cast<std::size_t>(pair);
+  const PairArrays& arrays = pairArrays(pair);
+  const auto &labels = canvas_.surface.array(arrays.label), &shadows = canvas_.surface.array(arrays.shadow),
+             &lines = canvas_.surface.array(arrays.line), &blobs = canvas_.surface.array(arrays.blob);
   for (const PlottedItem& item : plotted) {
-    const bool wanted = zoomedRisk_ < 0 || item.risk == zoomedRisk_;
-    for (int pair = 0; pair < kPairs; ++pair) {
-      const auto p = static_cast<std::size_t>(pair);
-      if (item.n[p] == 0)
-        continue;
-      const PairArrays& arrays = pairArrays(pair);
-      const bool shown = wanted && roundVisible[p];
-      setVisible(element(arrays.label, item.n[p]), shown);
-      setVisible(element(arrays.shadow, item.n[p]), shown && shadowsOn);
-      if (!item.joined[p])
-        continue;
-      const bool line = shown && roundVisible[p - 1] && menuPairLinesEntry.checked;
-      setVisible(element(arrays.line, item.n[p]), line);
-      setVisible(element(arrays.blob, item.n[p]), line);
-    }
+    if (item.n[p] == 0)
+      continue;
+    const auto n = static_cast<std::size_t>(item.n[p]);
+    const bool shown = roundVisible[p] && (zoomedRisk_ < 0 || item.risk == zoomedRisk_);
+    labels[n]->visible = shown;
+    shadows[n]->visible = shown && shadowsOn;
+    if (item.joined[p])
+      lines[n]->visible = blobs[n]->visible = shown && roundVisible[p - 1] && menuPairLinesEntry.checked;
   }
 }
 

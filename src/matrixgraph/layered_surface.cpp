@@ -28,15 +28,20 @@ void LayeredSurface::enter(host::Element& element) {
 }
 
 host::Element* LayeredSurface::find(const std::string& array, int index) {
-  const auto it = index_.find(array);
-  if (it == index_.end() || index < 0 || static_cast<std::size_t>(index) >= it->second.size())
-    return nullptr;
-  return it->second[static_cast<std::size_t>(index)];
+  const std::vector<host::Element*>& elements = this->array(array);
+  return index >= 0 && static_cast<std::size_t>(index) < elements.size()
+             ? elements[static_cast<std::size_t>(index)]
+             : nullptr;
+}
+
+const std::vector<host::Element*>& LayeredSurface::array(const std::string& name) const {
+  static const std::vector<host::Element*> kNone;
+  const auto it = index_.find(name);
+  return it == index_.end() ? kNone : it->second;
 }
 
 int LayeredSurface::count(const std::string& array) const {
-  const auto it = index_.find(array);
-  return it == index_.end() ? 0 : static_cast<int>(it->second.size());
+  return static_cast<int>(this->array(array).size());
 }
 
 }  // namespace qrn

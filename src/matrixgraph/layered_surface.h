@@ -24,7 +24,9 @@ class LayeredSurface {
   // Moves what was added since the last call into the surface, the lowest layer first.
   void finish();
   host::Element* find(const std::string& array, int index);  // null when there is none
-  int count(const std::string& array) const;                 // highest index + 1, 0 for an unknown array
+  // All elements of an array by index; null where there is none. Good until the next finish() or clear().
+  const std::vector<host::Element*>& array(const std::string& name) const;
+  int count(const std::string& array) const;  // highest index + 1, 0 for an unknown array
 
  private:
   void enter(host::Element& element);

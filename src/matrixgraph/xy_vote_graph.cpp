@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "analysis/filters.h"
 #include "analysis/multiplot.h"
+#include "charts/graph_notes.h"
 #include "charts/xy_vote_average_graph.h"
 #include "core/common.h"
 #include "core/diagnostics.h"
@@ -20,6 +20,7 @@ namespace qrn {
 namespace {
 
 constexpr const char* kFormName = "xyVoteGraph";
+constexpr const char* kMainForm = "xyVote";  // stays behind the graph
 constexpr int kLoadDelayMs = 10;
 constexpr int kSkewPlotting = 2;
 constexpr PlotRequest kDiversityAxes{10, 10, -1, -1, -1, -1, -1, -1};
@@ -122,6 +123,8 @@ void xyVoteGraph::drawGraph(int pair1First, int pair1Second, int pair2First, int
       failGraph();
       return;
     }
+    if (host::host().forms->isVisible(kMainForm))
+      host::host().forms->bringToFront(name);
     glo.lastDrawnPairings = request;
     GetAllScores();
     computeMultiPlots(request);
@@ -131,13 +134,17 @@ void xyVoteGraph::drawGraph(int pair1First, int pair1Second, int pair2First, int
     plotted.clear();
     cmd_info = false;
     const bool skew = glo.MatrixGraphPlotting == kSkewPlotting;
+    const ScaleSizes sizes = skew ? selectBoundsSkew(request) : selectBoundsRegular(request);
+    scaleSizes = {std::max(sizes.first, 1), std::max(sizes.second, 1)};
     layAxisLines(canvas_);
     glo.dataMessage = kDataMessage;
     if (!AxisLabels(showingDiversity ? kDiversityAxes : request, skew))
       return;
-    plotPairs(request);
+    std::vector<PlottedItem> placed = plotPairs(request);
     layTitles(request);
     canvas_.surface.finish();
+    plotted = std::move(placed);
+    applyVisibility();  // lines or shadows may be switched off
     setTitle(replaceAll(glo.listTitle, " & ", " && "));
     showRiskList();
     progress("");
@@ -175,7 +182,7 @@ bool xyVoteGraph::AxisLabels(const PlotRequest& request, bool skew) {
   return true;
 }
 
-void xyVoteGraph::plotPairs(const PlotRequest& request) {
+std::vector<PlottedItem> xyVoteGraph::plotPairs(const PlotRequest& request) {
   ItemPlotter plotter(canvas_, request, showingDiversity, glo.dataMessage);
   for (int pair = 0; pair < kPairs; ++pair) {
     if (!pairUsed(request, pair))
@@ -185,49 +192,21 @@ void xyVoteGraph::plotPairs(const PlotRequest& request) {
     roundVisible[static_cast<std::size_t>(pair)] = true;
     cmd_info = cmd_info || glo.dataMessage != kDataMessage;
   }
-  plotted = plotter.takePlotted();
+  return plotter.takePlotted();
 }
 
 void xyVoteGraph::layTitles(const PlotRequest& request) {
   layAxisTitles(canvas_, joinedTitles(request, true), joinedTitles(request, false), topCaptionHeight_);
-  const double width = canvas_.width(), line = lineHeight(canvas_.captionFont);
-
   host::Element title = makeLabel("graphTitle", 0, "", canvas_.titleFont);
   title.align = host::Align::centre;
   title.colour = readableColour(glo.fontColour, canvas_.look);
   canvas_.surface.add(Layer::titles, std::move(title));
 
-  const std::string filter = filterCaption(graphFilterActive);
-  const double side =
-      std::max(width * 0.1, (width - textWidth(glo.listTitle, canvas_.titleFont)) / 2) - 2 * canvas_.px(16);
-  const std::string shown = cutToWidth(filter, canvas_.captionFont, side);
-  host::Element filterLabel = makeLabel("lbl_filter", 0, shown, canvas_.captionFont);
-  const double filterWidth = textWidth(shown, canvas_.captionFont);
-  const FilterLine place = showFilter(0, 0, width, canvas_.height(), filterWidth, line, graphFilterActive);
-  filterLabel.visible = place.visible;
-  filterLabel.toolTip = filter;
-  filterLabel.left = place.left;
-  filterLabel.top = place.top;
-  filterLabel.width = filterWidth;
-  filterLabel.height = line;
-  filterLabel.align = place.align;
-  filterLabel.colour = readableColour(place.colour, canvas_.look);
-  const bool filterAtFoot = place.visible && place.top > canvas_.height() / 2 && place.left < width / 2;
-  canvas_.surface.add(Layer::titles, std::move(filterLabel));
-
-  const std::string categories = categoryLine();
-  const double room = place.visible ? width / 2 - canvas_.px(24) : width - canvas_.px(32);
-  host::Element category =
-      makeLabel("LabelCategory", 0, cutToWidth(categories, canvas_.captionFont, room), canvas_.captionFont);
-  category.toolTip = categories;
-  category.width = room;
-  category.height = line;
-  category.left = filterAtFoot ? width - room - canvas_.px(16) : canvas_.px(16);
-  category.align = filterAtFoot ? host::Align::right : host::Align::left;
-  category.top = bottomRows(canvas_).footTop;
-  category.visible = !categories.empty();
-  category.colour = readableColour(glo.runByGraphLabelColour, canvas_.look);
-  canvas_.surface.add(Layer::titles, std::move(category));
+  const double titleWidth = textWidth(glo.listTitle, canvas_.titleFont);
+  GraphNotes notes = makeNotes(canvas_.surface.surface(), canvas_.look, canvas_.captionFont, titleWidth,
+                               categoryLine(), canvas_.px(16), graphFilterActive);
+  canvas_.surface.add(Layer::titles, std::move(notes.filter));
+  canvas_.surface.add(Layer::titles, std::move(notes.foot));
 }
 
 // Its font falls a point at a time until the text fits 0.8 of the form; it stands centred at the top.

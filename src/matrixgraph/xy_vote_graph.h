@@ -10,6 +10,7 @@
 #include "host/forms.h"
 #include "host/surface.h"
 #include "host/wait.h"
+#include "matrixgraph/axis_plan.h"
 #include "matrixgraph/graph_canvas.h"
 #include "matrixgraph/plot_items.h"
 #include "matrixgraph/plot_request.h"
@@ -60,10 +61,13 @@ struct xyVoteGraph : host::Form {
   bool showingMultiPlot = false, showingDiversity = false, graphFailed = false;
   bool keyHandled = false;
   bool graphFilterActive = false;
-  float xScaleMax = 0, yScaleMax = 0;
+  float xScaleMax = 0, yScaleMax = 0;  // tops of computed axes, 0 for scales of voting points
+  ScaleSizes scaleSizes{1, 1};         // of the first pair, 1 at least
   std::array<bool, kPairs> roundVisible{};
   std::array<MenuEntry, kPairs> menuHideShowRoundN;
   MenuEntry menuPairLinesEntry{true, true};
+  MenuEntry menuDemographicsOn{true, false}, menuDemographicsOff{true, true},
+      menuDemographicsModify{true, false};
   bool shadowsOn = true;
   bool cmd_info = false;  // the button beside the axes is shown
   bool buttonsVisible = false, listVisible = false;
@@ -78,10 +82,11 @@ struct xyVoteGraph : host::Form {
  private:
   void fillPairs();
   void computeMultiPlots(const PlotRequest& request);
-  void plotPairs(const PlotRequest& request);
+  std::vector<PlottedItem> plotPairs(const PlotRequest& request);
   void layTitles(const PlotRequest& request);
   void failGraph();
   void applyVisibility();
+  void applyVisibility(int pair);  // from 0
   void setTitle(const std::string& text);
   void showAll();
   void showLetter(const std::string& key);

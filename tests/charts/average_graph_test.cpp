@@ -55,7 +55,7 @@ TEST_F(AverageGraph, CumulativeIsTheMeanOfTheAssessmentsVoted) {
   EXPECT_TRUE(glo.showCumulative);
   EXPECT_EQ(values(form), (std::vector<double>{3.25, 2}));  // (4.5 + 2) / 2; item 1 abstained on the third
   EXPECT_EQ(captions(form.surface(), "header"), Texts{"Cumulative averages"});
-  form.drawGraph(1, -1);
+  form.drawGraph(1, 0);
   EXPECT_EQ(glo.averageDisplayKind, 0);
   EXPECT_FALSE(glo.showCumulative);
 }
@@ -93,6 +93,14 @@ TEST_F(AverageGraph, OtherKindsHaveTheirOwnScaleAndTitle) {
   EXPECT_EQ(captions(form.surface(), "barValue"), (Texts{"25.00%", "0.00%"}));
   EXPECT_EQ(form.chart.Axis.Left.Maximum, 1);
   EXPECT_THROW(drawAverageGraph(12, 1024, 768), HostError);
+}
+
+TEST_F(AverageGraph, AStoredRoundShowsWhatWasStored) {
+  glo.risks[1].rounds[0][2] = {"before lunch", 3.5F};
+  xyVoteAverageGraph& form = draw();
+  form.drawGraph(1, 3);
+  EXPECT_EQ(captions(form.surface(), "barValue"), Texts{"3.50"});
+  EXPECT_EQ(form.List1[0].text, "B: item 1");
 }
 
 TEST_F(AverageGraph, CategoryLabelNamesTheSelectedOnes) {
@@ -164,6 +172,9 @@ TEST_F(AverageGraph, LowersAgainOnlyForOtherDataOrSize) {
   lowered.lower(chart, 15360, 11520, "");
   lowered.lower(chart, 28800, 16200, "");
   EXPECT_EQ(lowered.builds(), 3);
+  glo.backgroundStart = {0, 0, 0};
+  lowered.lower(chart, 28800, 16200, "");
+  EXPECT_EQ(lowered.builds(), 4);
 }
 
 // From four items to four hundred nothing runs into its neighbour or over the edge.

@@ -1,6 +1,7 @@
 #include "charts/graph_look.h"
 
 #include "charts/graph_fixture.h"
+#include "charts/graph_notes.h"
 
 namespace qrn {
 namespace {
@@ -68,6 +69,38 @@ TEST_F(GraphLookTest, BackgroundIsTheFirstPictureThatExists) {
     setGraphBackground(surface, "/own.jpg");
     EXPECT_EQ(surface.backgroundFile, file);
   }
+}
+
+TEST_F(GraphLookTest, NotesKeepApartInEveryCorner) {
+  host::Surface surface;
+  surface.width = 15360;
+  surface.height = 11520;
+  const host::SurfaceFont font{"Arial", 12, false, false, false};  // a line is 288 high, a character 144 wide
+  struct Case {
+    const char* corner;
+    double filterLeft, filterTop;
+    bool footLeft;
+  };
+  // "Filtered View" is 13 x 144 wide.
+  for (const Case& c :
+       {Case{"TL", 240, 240, true}, Case{"TR", 15360 - 240 - 1872, 240, true},
+        Case{"BL", 240, 11520 - 240 - 288, false}, Case{"BR", 15360 - 240 - 1872, 11520 - 528, true}}) {
+    glo.opt_StatsBoxPosition = c.corner;
+    const GraphNotes notes =
+        makeNotes(surface, chooseLook(surface), font, 6000, std::string(90, 'c'), 240, true);
+    EXPECT_EQ(notes.filter.caption, "Filtered View") << c.corner;
+    EXPECT_DOUBLE_EQ(notes.filter.left, c.filterLeft) << c.corner;
+    EXPECT_DOUBLE_EQ(notes.filter.top, c.filterTop) << c.corner;
+    EXPECT_EQ(notes.foot.left == 240, c.footLeft) << c.corner;
+    EXPECT_LE(notes.foot.left + notes.foot.width, 15360 - 240) << c.corner;
+    const bool apart = notes.foot.left >= notes.filter.left + notes.filter.width ||
+                       notes.foot.left + notes.foot.width <= notes.filter.left;
+    EXPECT_TRUE(apart || notes.filter.top != notes.foot.top) << c.corner;
+  }
+  // A wide title leaves a tenth of the width, 1536 less two margins: seven characters.
+  glo.opt_StatsBoxPosition = "TL";
+  EXPECT_EQ(makeNotes(surface, chooseLook(surface), font, 15000, "", 240, true).filter.caption, "Filt...");
+  EXPECT_FALSE(makeNotes(surface, chooseLook(surface), font, 6000, "", 240, false).filter.visible);
 }
 
 // Ten points: a character is 120 twips wide, a line 240 high.

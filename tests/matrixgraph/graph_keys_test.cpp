@@ -159,7 +159,10 @@ TEST_F(GraphKeys, PairsAndTheirLinesHideWithoutADraw) {
   form.menuPairLines();
   EXPECT_TRUE(all(form.surface(), "lineRound1ToRound2").empty());
   EXPECT_TRUE(all(form.surface(), "endOfLine1to2Blob").empty());
+  form.tmr_load_Timer();  // off stays off
+  EXPECT_TRUE(all(form.surface(), "lineRound1ToRound2").empty());
   form.menuPairLines();
+  EXPECT_EQ(all(form.surface(), "lineRound1ToRound2").size(), 1U);
   form.menuHideShowRound(2);
   EXPECT_EQ(shown(form), (Texts{"A", "B", "C", "B2"}));
   EXPECT_TRUE(all(form.surface(), "labelRiskRound2Shadow").empty());
