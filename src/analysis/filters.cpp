@@ -115,6 +115,8 @@ void GetDemographicVoteInfo() {
 }
 
 void keepDemographicChoices() {
+  if (glo.demographicQuestions.empty())
+    return;  // not read, or a presentation without questions: what the file held stays
   glo.demographics.clear();
   for (const DemographicInfo& question : glo.demographicQuestions) {
     DemographicQuestion kept{question.slideID, {}, question.isDefault};

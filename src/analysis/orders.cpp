@@ -12,6 +12,7 @@
 #include "core/common.h"
 #include "core/diagnostics.h"
 #include "core/glo.h"
+#include "core/options.h"
 #include "host/dialogs.h"
 #include "host/host.h"
 #include "store/all_scores.h"
@@ -93,11 +94,16 @@ void runOrder(const std::string& name, const char* procedure, Body body) {
 }
 
 void cumulativeOrder(bool decreasing) {
+  const double start = iniOptions().logEventsToFile ? highResolutionTimer() : 0;
   GetAllScores();
   glo.dataMessage.clear();
   computeCumulative();
   sortByNumber(decreasing, [](const RiskRecord& item) { return item.cumulative; });
   setOrderCode(decreasing ? order::cumulativeDescending : order::cumulativeAscending);
+  if (iniOptions().logEventsToFile) {
+    const double seconds = std::round((highResolutionTimer() - start) * 1000) / 1000;
+    writeDebugLog(kModule, "cumulative order", plainNumber(seconds) + " s");
+  }
 }
 
 bool weightedOrder(bool decreasing) {
