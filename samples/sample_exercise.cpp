@@ -64,6 +64,8 @@ void addAssessments() {
     glo.assessmentInfo[a].active = true;
   }
   glo.matrixAxes = {0, 1};
+  glo.itemPlotFont.size = 20;
+  glo.graphLabelFont.size = 14;
 }
 
 void addItems() {

@@ -14,8 +14,15 @@ namespace {
 
 using qrn::app::Neighbours;
 
+// Remarks of the toolkit on its surroundings are of no use on a terminal.
+void withoutRemarks(QtMsgType type, const QMessageLogContext&, const QString& message) {
+  if (type == QtCriticalMsg || type == QtFatalMsg)
+    std::cerr << "quorin-matrix: " << message.toStdString() << "\n";
+}
+
 int runSubcommand(int& argc, char** argv, const std::vector<std::string>& words) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
+  qInstallMessageHandler(withoutRemarks);
   const QGuiApplication application(argc, argv);
   Neighbours neighbours(Neighbours::Kind::windowless);
   return qrn::cli::runSubcommand(words, neighbours.cliHooks());

@@ -21,12 +21,8 @@ void runMtxImport(const MtxArguments& arguments, const CliHooks& hooks) {
   Workshop workshop(arguments.deck, Access::write, hooks);
   workshop.selectSlide(arguments.slide);
   const std::string text = host::host().files->read(arguments.file);
-  const ExerciseTextReport report = readExerciseText(text);
-  if (!report.isExercise)
+  if (!readExerciseText(text))
     throw HostError(Fault::badData, 0, arguments.file + " is not an exercise text; nothing was changed");
-  if (!report.complete)
-    std::cerr << "quorin-matrix: " << arguments.file << " is damaged or cut short at line " << report.lastLine
-              << "; " << glo.itemCount() << " items could be read\n";
   saveXY();
   workshop.presentation().Save();
   std::cout << glo.itemCount() << " items imported to slide " << arguments.slide << "\n";

@@ -32,9 +32,7 @@ std::optional<std::string> TerminalDialogs::FileDialog(const host::FileQuestion&
   return std::nullopt;
 }
 
-void TerminalDialogs::Info(const std::string& line) {
-  if (!line.empty())
-    std::cerr << line << std::endl;
-}
+// Progress of the windows; a subcommand that takes long says its own.
+void TerminalDialogs::Info(const std::string&) {}
 
 }  // namespace qrn::cli

@@ -1,0 +1,39 @@
+// Runs the built programs as a user would, in a folder of their own.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace qrn::test {
+
+struct Outcome {
+  int code = -1;  // exit code; -1 when it ended by a signal
+  std::string out, err;
+};
+
+// quorin-matrix with these words.
+Outcome matrix(const std::vector<std::string>& words);
+
+// A `vote` that is killed (SIGKILL) `milliseconds` after its start; returns the lines it had printed.
+std::vector<std::string> killedVote(const std::vector<std::string>& words, int milliseconds);
+
+class TempFolder {
+ public:
+  TempFolder();
+  ~TempFolder();
+  TempFolder(const TempFolder&) = delete;
+  TempFolder& operator=(const TempFolder&) = delete;
+  std::string file(const std::string& name) const { return (path_ / name).string(); }
+  // A copy of the sample deck, ready to be voted.
+  std::string sampleDeck(const std::string& name = "deck.pptx") const;
+
+ private:
+  std::filesystem::path path_;
+};
+
+std::string readFile(const std::string& path);
+void writeFile(const std::string& path, const std::string& text);
+std::vector<std::string> lines(const std::string& text);
+
+}  // namespace qrn::test

@@ -1,0 +1,218 @@
+// The road of a vote through the built programs: deck, controller, saved records, results, graphs.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <nlohmann/json.hpp>
+#include <set>
+
+#include "e2e/program.h"
+
+namespace qrn::test {
+namespace {
+
+using Json = nlohmann::json;
+
+constexpr const char* kSlide = "4";
+constexpr int kItems = 20, kActive = 4;
+
+std::vector<std::string> voteWords(const std::string& deck, int keypads, const std::string& by = "item") {
+  return {"vote", deck, "--slide", kSlide, "--rehearse", std::to_string(keypads), "--seed", "7", "--by", by};
+}
+
+std::vector<std::string> savedLines(const std::vector<std::string>& printed) {
+  std::vector<std::string> saved;
+  for (const std::string& line : printed)
+    if (line.rfind("saved ", 0) == 0)
+      saved.push_back(line.substr(6));
+  return saved;
+}
+
+std::vector<std::string> storedRecords(const std::string& deck) {
+  const Outcome tags = matrix({"tags", deck, "--slide", kSlide, "--get", "QRNVOTES"});
+  EXPECT_EQ(tags.code, 0) << tags.err;
+  return lines(tags.out);
+}
+
+// Mean of the votes of one record, worked out from its text alone.
+double meanOf(const std::string& record) {
+  const std::string votes = record.substr(record.find(',', record.find(',') + 1) + 1);
+  double sum = 0, count = 0;
+  for (const char c : votes.substr(0, votes.find(','))) {
+    if (c >= '0' && c <= '9') {
+      sum += c - '0';
+      ++count;
+    }
+  }
+  return count > 0 ? sum / count : 0;
+}
+
+class Road : public ::testing::Test {
+ protected:
+  TempFolder folder;
+};
+
+TEST_F(Road, VotesEveryItemAndResultsAndGraphsFollowFromTheRecords) {
+  const std::string deck = folder.sampleDeck();
+  const Outcome vote = matrix(voteWords(deck, 12));
+  ASSERT_EQ(vote.code, 0) << vote.err;
+  const std::vector<std::string> saved = savedLines(lines(vote.out));
+  ASSERT_EQ(saved.size(), static_cast<std::size_t>(kItems * kActive));
+  EXPECT_EQ(storedRecords(deck), saved);
+
+  const Outcome info = matrix({"info", deck, "--json"});
+  const Json slide = Json::parse(info.out)["slides"][3];
+  EXPECT_EQ(slide["items"], kItems);
+  EXPECT_EQ(slide["assessments"], kActive);
+  EXPECT_EQ(slide["records"], kItems * kActive);
+
+  const Outcome results = matrix({"results", deck, "--slide", kSlide, "--json"});
+  ASSERT_EQ(results.code, 0) << results.err;
+  const Json json = Json::parse(results.out);
+  ASSERT_EQ(json["items"].size(), static_cast<std::size_t>(kItems));
+  for (const Json& item : json["items"]) {
+    for (std::size_t a = 0; a < kActive; ++a) {
+      const std::string key = "," + std::to_string(item["sortKey"].get<int>()) + "C" + std::to_string(a + 1);
+      const auto record = std::find_if(saved.begin(), saved.end(), [&](const std::string& line) {
+        return line.size() > key.size() && line.compare(line.size() - key.size(), key.size(), key) == 0;
+      });
+      ASSERT_NE(record, saved.end()) << key;
+      EXPECT_NEAR(item["average"][a].get<double>(), meanOf(*record), 1e-5) << key;
+      EXPECT_EQ(item["participants"][a], 12) << key;
+    }
+  }
+
+  const std::string geometry = folder.file("geometry.json");
+  const Outcome graph =
+      matrix({"graph", deck, "--slide", kSlide, "--kind", "matrix", "--pairs", "2,1", "--size", "1024x768",
+              "--out", folder.file("matrix.png"), "--geometry", geometry});
+  ASSERT_EQ(graph.code, 0) << graph.err;
+  EXPECT_EQ(readFile(folder.file("matrix.png")).substr(1, 3), "PNG");
+  std::map<std::string, std::pair<double, double>> centres;
+  double x1 = 0, x2 = 0, y1 = 0, y2 = 0;
+  for (const Json& element : Json::parse(readFile(geometry))["elements"]) {
+    if (element["array"] == "labelRisk" && element["index"] != 0)
+      centres[element["caption"]] = {element["left"].get<double>() + element["width"].get<double>() / 2,
+                                     element["top"].get<double>() + element["height"].get<double>() / 2};
+    if (element["array"] == "horizontalLine" && element["index"] == 0) {
+      x1 = element["x1"];
+      x2 = element["x2"];
+      y2 = element["y1"];
+    }
+    if (element["array"] == "verticalLine" && element["index"] == 0)
+      y1 = std::min(element["y1"].get<double>(), element["y2"].get<double>());
+  }
+  ASSERT_EQ(centres.size(), static_cast<std::size_t>(kItems));
+  EXPECT_NEAR(x1, 15360 * 128.0 / 800, 15);
+  EXPECT_NEAR(y1, 11520 * 64.0 / 600, 15);
+  for (const Json& item : json["items"]) {
+    const auto at = centres[item["identifier"]];
+    const double across = std::round(item["average"][0].get<double>() * 100) / 100;
+    const double upwards = std::round(item["average"][1].get<double>() * 100) / 100;
+    EXPECT_NEAR(at.first, x1 + (across - 1) / 4 * (x2 - x1), 20) << item["identifier"];
+    EXPECT_NEAR(at.second, y2 - (upwards - 1) / 4 * (y2 - y1), 20) << item["identifier"];
+  }
+}
+
+TEST_F(Road, EveryVoteThatWasToldAsSavedSurvivesAKill) {
+  const std::string deck = folder.sampleDeck();
+  std::set<std::string> told;
+  bool killedInMidRun = false;
+  for (const int milliseconds : {600, 1100, 1700, 2300, 3100}) {
+    const std::vector<std::string> saved = savedLines(
+        killedVote(voteWords(deck, 8, milliseconds % 200 == 100 ? "assessment" : "item"), milliseconds));
+    killedInMidRun = killedInMidRun || !saved.empty();
+    told.insert(saved.begin(), saved.end());
+    const std::vector<std::string> stored = storedRecords(deck);
+    for (const std::string& record : told)
+      EXPECT_NE(std::find(stored.begin(), stored.end(), record), stored.end()) << "lost: " << record;
+    EXPECT_EQ(matrix({"info", deck}).code, 0);
+  }
+  EXPECT_TRUE(killedInMidRun) << "no vote was saved before a kill: the times are too short for this machine";
+}
+
+TEST_F(Road, ExerciseTextComesBackFromTheSlideAsItWent) {
+  const std::string deck = folder.sampleDeck();
+  const std::string first = folder.file("first.mtx"), second = folder.file("second.mtx");
+  ASSERT_EQ(matrix({"mtx", "export", deck, "--slide", kSlide, "--out", first}).code, 0);
+  const Outcome import = matrix({"mtx", "import", deck, "--slide", "2", "--from", first});
+  ASSERT_EQ(import.code, 0) << import.err;
+  ASSERT_EQ(matrix({"mtx", "export", deck, "--slide", "2", "--out", second}).code, 0);
+  EXPECT_GT(readFile(first).size(), 1000U);
+  EXPECT_EQ(readFile(first), readFile(second));
+}
+
+TEST_F(Road, TagsComeBackExactly) {
+  const std::string deck = folder.sampleDeck();
+  const std::string value = "line one\r\nline two\n\ttab \"quotes\" <b> & \xC3\xA9\xE2\x82\xAC end\r\n";
+  writeFile(folder.file("value"), value);
+  for (const std::vector<std::string>& place : {std::vector<std::string>{}, {"--slide", "2"}}) {
+    auto words = [&](std::vector<std::string> more) {
+      more.insert(more.begin(), {"tags", deck});
+      more.insert(more.end(), place.begin(), place.end());
+      return more;
+    };
+    ASSERT_EQ(matrix(words({"--set", "My Key", "--from", folder.file("value")})).code, 0);
+    EXPECT_EQ(matrix(words({"--get", "MY KEY"})).out, value);
+    ASSERT_EQ(matrix(words({"--delete", "my key"})).code, 0);
+    EXPECT_EQ(matrix(words({"--get", "My Key"})).out, "");
+  }
+}
+
+struct Wrong {
+  const char* name;
+  std::vector<std::string> words;  // "DECK" stands for a good deck, "BAD" for one that is no deck
+  int code;
+  const char* message;
+};
+
+class WrongUse : public ::testing::TestWithParam<Wrong> {};
+
+TEST_P(WrongUse, IsToldAndChangesNothing) {
+  const TempFolder folder;
+  const std::string deck = folder.sampleDeck();
+  const std::string before = readFile(deck);
+  writeFile(folder.file("bad.pptx"), "this is no deck");
+  std::vector<std::string> words = GetParam().words;
+  for (std::string& word : words) {
+    if (word == "DECK")
+      word = deck;
+    if (word == "BAD")
+      word = folder.file("bad.pptx");
+  }
+  const Outcome outcome = matrix(words);
+  EXPECT_EQ(outcome.code, GetParam().code);
+  EXPECT_NE(outcome.err.find(GetParam().message), std::string::npos) << outcome.err;
+  EXPECT_TRUE(readFile(deck) == before) << "the deck was changed";
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Road, WrongUse,
+    ::testing::Values(Wrong{"no_deck", {"info", "/nowhere/deck.pptx"}, 1, "/nowhere/deck.pptx"},
+                      Wrong{"not_a_deck", {"info", "BAD"}, 1, "bad.pptx"},
+                      Wrong{"no_slide", {"results", "DECK", "--slide", "99"}, 1, "5 slides"},
+                      Wrong{"no_exercise", {"results", "DECK", "--slide", "1"}, 1, "no exercise"},
+                      Wrong{"no_exercise_to_draw",
+                            {"graph", "DECK", "--slide", "1", "--kind", "matrix", "--out", "/tmp/x.png"},
+                            1,
+                            "no exercise"},
+                      Wrong{"import_rubbish",
+                            {"mtx", "import", "DECK", "--slide", "4", "--from", "BAD"},
+                            1,
+                            "not an exercise"},
+                      Wrong{"unknown_word", {"results", "DECK"}, 2, "--slide"},
+                      Wrong{"odd_pairs",
+                            {"graph", "DECK", "--slide", "4", "--kind", "matrix", "--pairs", "1,2,3", "--out",
+                             "/tmp/x.png"},
+                            2,
+                            "--pairs"},
+                      Wrong{"strange_picture",
+                            {"graph", "DECK", "--slide", "4", "--kind", "average", "--out", "x.gif"},
+                            2,
+                            ".png"},
+                      Wrong{"set_without_value", {"tags", "DECK", "--set", "K"}, 2, "--from"}),
+    [](const auto& param) { return std::string(param.param.name); });
+
+}  // namespace
+}  // namespace qrn::test
