@@ -28,20 +28,43 @@ bool isOurFolder(const std::string& folder) {
   return ::lstat(folder.c_str(), &info) == 0 && S_ISDIR(info.st_mode) && info.st_uid == ::getuid();
 }
 
-// One folder for this user's runs; a name that somebody else has taken gives way to a new one.
-std::string temporaryFolder() {
-  static std::string made;
-  if (!made.empty() && isOurFolder(made))
-    return made;
+// This user's folder for temporary files; a name that somebody else has taken gives way to a new one.
+std::string userTemporaryFolder() {
   std::error_code error;
   const std::filesystem::path all = std::filesystem::temp_directory_path(error);
-  made = (all / ("quorin-" + std::to_string(::getuid()))).string();
-  if (::mkdir(made.c_str(), 0700) != 0 && !isOurFolder(made)) {
-    std::string other = made + "-XXXXXX";
-    if (::mkdtemp(other.data()) != nullptr)
-      made = other;
+  std::string folder = (all / ("quorin-" + std::to_string(::getuid()))).string();
+  if (::mkdir(folder.c_str(), 0700) != 0 && !isOurFolder(folder)) {
+    folder += "-XXXXXX";
+    ::mkdtemp(folder.data());
   }
-  return made;
+  return folder;
+}
+
+// The temporary folder of this run. Runs at the same time use the same file names, so each has a folder of
+// its own; when the run ends only its logs stay.
+class RunFolder {
+ public:
+  RunFolder() : path_(userTemporaryFolder() + "/" + std::to_string(::getpid())) {
+    ::mkdir(path_.c_str(), 0700);
+  }
+  ~RunFolder() {
+    std::error_code error;
+    for (const auto& entry : std::filesystem::directory_iterator(path_, error))
+      if (entry.path().extension() != ".log")
+        std::filesystem::remove_all(entry.path(), error);
+    ::rmdir(path_.c_str());
+  }
+  RunFolder(const RunFolder&) = delete;
+  RunFolder& operator=(const RunFolder&) = delete;
+  const std::string& path() const { return path_; }
+
+ private:
+  std::string path_;
+};
+
+const std::string& temporaryFolder() {
+  static const RunFolder folder;
+  return folder.path();
 }
 
 }  // namespace
@@ -70,11 +93,11 @@ std::int64_t MachineClock::microseconds() const {
 
 std::string MachineEnvironment::Environ(std::string_view name) const {
   const std::string key(name);
+  if (key == "temp" || key == "TEMP")
+    return temporaryFolder();
   const std::string set = variable(key.c_str());
   if (!set.empty())
     return set;
-  if (key == "temp" || key == "TEMP")
-    return temporaryFolder();
   if (key == "APPDATA")
     return userFolder("XDG_CONFIG_HOME", "/.config");
   if (key == "ALLUSERSPROFILE")

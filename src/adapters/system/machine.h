@@ -26,8 +26,8 @@ class MachineRandom : public host::Random {
   std::mt19937_64 engine_;
 };
 
-// The classic names have their places here when they are not set: "temp" is a folder of this user under the
-// temporary folder, "APPDATA" the user's configuration folder, "ALLUSERSPROFILE" the machine's.
+// "temp" is a folder of this run alone; "APPDATA" is the user's configuration folder and "ALLUSERSPROFILE" the
+// machine's where they are not set.
 class MachineEnvironment : public host::Environment {
  public:
   std::string Environ(std::string_view name) const override;
