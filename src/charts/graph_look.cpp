@@ -105,6 +105,11 @@ double contrastRatio(std::int32_t a, std::int32_t b) {
 
 GraphLook chooseLook(const host::Surface& background) {
   const std::vector<std::int32_t> behind = coloursBehind(background);
+  if (!background.backgroundFile
+           .empty())  // unknown: the colour of the labels says what the graph was made for
+    return lookWith(
+        contrastRatio(glo.runByGraphLabelColour, kBlack) >= contrastRatio(glo.runByGraphLabelColour, kWhite),
+        behind);
   const GraphLook light = lookWith(true, behind), dark = lookWith(false, behind);
   return dark.panelOpacity < light.panelOpacity ? dark : light;
 }

@@ -12,9 +12,10 @@ namespace qrn {
 
 namespace {
 
-constexpr double kCaptionGap = 250;  // twips between two captions of the horizontal axis
-constexpr double kCaptionTop = 100;  // twips from the horizontal axis to its captions
-constexpr double kSkewInset = 125;   // first caption of a skew axis inside its cell
+constexpr double kCaptionGap = 250;   // twips between two captions of the horizontal axis
+constexpr double kCornerShare = 0.2;  // of a line: keeps the two captions of the corner apart in large type
+constexpr double kCaptionTop = 100;   // twips from the horizontal axis to its captions
+constexpr double kSkewInset = 125;    // first caption of a skew axis inside its cell
 constexpr double kKeyOverlap = 8 * kTwipsPerPixel;
 constexpr double kWidestTitle = 8000, kNarrowestTitle = 120;  // twips at 1024x768
 constexpr int kLongestWord = 28;                              // characters of a first word before it is split
@@ -137,7 +138,7 @@ void layAxisLines(GraphCanvas& canvas) {
 void layHorizontalAxis(GraphCanvas& canvas, const AxisPlan& plan, bool skew) {
   const PlotArea& area = canvas.area;
   const double stepWidth = std::floor((area.X2 - area.X1) / plan.divisions);
-  const double top = area.Y2 + kCaptionTop;
+  const double top = area.Y2 + std::max(kCaptionTop, kCornerShare * lineHeight(canvas.captionFont));
   const FittedCaptions fitted = fitCaptions(plan.captions, canvas.captionFont, stepWidth, kCaptionGap,
                                             bottomRows(canvas).captionsEnd - top);
   for (int i = 0; i <= plan.divisions; ++i) {
@@ -173,6 +174,8 @@ double layVerticalAxis(GraphCanvas& canvas, const AxisPlan& plan, bool skew) {
     label.width = std::min(fitted.texts[at].width, room);
     label.left = area.X1 - label.width - canvas.keyWidth + kKeyOverlap;
     label.top = area.Y2 - i * stepHeight - (skew ? stepHeight / 2 : 0) - label.height / 2;
+    if (i == 0 && !skew)  // the lower lines of a long caption would meet those of the other axis
+      label.top = std::min(label.top, area.Y2 - label.height + line / 2);
     label.visible = captionShown(plan, i, every);
     if (label.visible)
       topHeight = label.height;

@@ -260,6 +260,9 @@ TEST_F(MatrixGraph, CaptionsKeepApartAndInside) {
         below = one->top;
         EXPECT_GE(one->left, 0);
       }
+      const host::Element &across = *form.element("xAxisLabel", 0), &up = *form.element("yAxisLabel", 0);
+      EXPECT_LE(up.top + up.height - 0.3 * 1.2 * 20 * up.font.size, across.top)
+          << points << " points at " << width;
       EXPECT_LE(form.element("criteria1Label", 0)->top + form.element("criteria1Label", 0)->height,
                 below + 1);
       for (const char* title : {"graphTitle", "criteria1Label", "criteria2Label"}) {
