@@ -13,7 +13,7 @@ namespace qrn {
 namespace {
 
 constexpr double kCaptionGap = 250;   // twips between two captions of the horizontal axis
-constexpr double kCornerShare = 0.2;  // of a line: keeps the two captions of the corner apart in large type
+constexpr double kCornerShare = 0.24;  // of a line: keeps the two captions of the corner apart in large type
 constexpr double kCaptionTop = 100;   // twips from the horizontal axis to its captions
 constexpr double kSkewInset = 125;    // first caption of a skew axis inside its cell
 constexpr double kKeyOverlap = 8 * kTwipsPerPixel;
