@@ -19,13 +19,14 @@ namespace {
 using qrn::glo;
 
 constexpr int kScalePoints = 5;
-constexpr int kSmallestExercise = 40;
 
 std::string recordLine(std::mt19937& random, int sortKey, int assessment, int keypads) {
   std::string line = "14/03/2026,09:00:00,";
   for (int k = 0; k < keypads; ++k) {
     const unsigned long draw = random() % 20;
-    line += draw == 0 ? 'X' : draw == 1 ? '-' : static_cast<char>('1' + static_cast<int>(draw % kScalePoints));
+    line += draw == 0   ? 'X'
+            : draw == 1 ? '-'
+                        : static_cast<char>('1' + static_cast<int>(draw % kScalePoints));
     line += ';';
   }
   return line + "," + std::to_string(sortKey) + "C" + std::to_string(assessment) + "\r\n";
@@ -86,14 +87,13 @@ void openAndScore(benchmark::State& state) {
   state.counters["ns_per_vote"] = both * 1e9 / tokens;
 }
 
-BENCHMARK(openAndScore)
-    ->ArgNames({"items", "keypads"})
-    ->Args({kSmallestExercise, 40})
-    ->Args({500, 650})
-    ->Args({500, 10000})
-    ->Args({2000, 10000})
-    ->UseManualTime()
-    ->Unit(benchmark::kMillisecond);
+void sizes(benchmark::internal::Benchmark* bench) {
+  bench->ArgNames({"items", "keypads"})->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(7);
+  for (const int keypads : {650, 10000})
+    for (const int items : {125, 500, 2000}) bench->Args({items, keypads});
+}
+
+BENCHMARK(openAndScore)->Apply(sizes);
 
 }  // namespace
 

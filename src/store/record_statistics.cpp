@@ -48,32 +48,61 @@ bool countsPostal() {
   return glo.CheckUseLivePostal == 1 || glo.CheckUseLivePostal == 2;
 }
 
-// Adds up `size` tokens; false when the text is anything but known tokens with a ";" behind each. Written for
-// the compiler to do eight tokens at a time.
-bool addBlock(const char* text, std::size_t size, Totals& totals) {
-  std::uint16_t wrong = 0, sum = 0, count = 0, abstains = 0;
-  for (std::size_t k = 0; k < size; ++k) {
-    std::uint16_t token;
-    std::memcpy(&token, text + 2 * k, 2);
-    const std::uint16_t digit = static_cast<std::uint16_t>(token - ('0' | ';' << 8));
-    const std::uint16_t isDigit = digit < 10 ? 0xFFFF : 0;
-    const std::uint16_t isTen = token == ('A' | ';' << 8) ? 0xFFFF : 0;
-    const std::uint16_t isAbstain = token == ('X' | ';' << 8) ? 0xFFFF : 0;
-    const std::uint16_t isNone = token == ('-' | ';' << 8) ? 0xFFFF : 0;
-    sum = static_cast<std::uint16_t>(sum + (digit & isDigit) + (isTen & 10));
-    count = static_cast<std::uint16_t>(count - isDigit - isTen);  // minus 0xFFFF is plus 1
-    abstains = static_cast<std::uint16_t>(abstains - isAbstain);
-    wrong = static_cast<std::uint16_t>(wrong | ~(isDigit | isTen | isAbstain | isNone));
-  }
-  totals.sum += sum;
-  totals.count += count;
-  totals.abstains += abstains;
-  return wrong == 0;
+// Eight tokens as 16-bit numbers, the character low and the ";" high.
+using EightTokens [[gnu::vector_size(16)]] = std::uint16_t;
+constexpr std::size_t kTogether = 8;
+
+constexpr std::uint16_t tokenOf(char character) {
+  return static_cast<std::uint16_t>(character | ';' << 8);
 }
 
+struct EightTotals {
+  EightTokens sum{}, count{}, abstains{}, right = ~EightTokens{};
+};
+
+// A comparison gives all ones where it holds, so subtracting it counts.
+void addEight(const char* text, EightTotals& totals) {
+  EightTokens token;
+  std::memcpy(&token, text, sizeof token);
+  const EightTokens digit = token - tokenOf('0');
+  const EightTokens isDigit = reinterpret_cast<EightTokens>(digit < 10);
+  const EightTokens isTen = reinterpret_cast<EightTokens>(token == tokenOf('A'));
+  const EightTokens isAbstain = reinterpret_cast<EightTokens>(token == tokenOf('X'));
+  const EightTokens isNone = reinterpret_cast<EightTokens>(token == tokenOf('-'));
+  totals.sum += (digit & isDigit) | (isTen & kKeyZero);
+  totals.count -= isDigit | isTen;
+  totals.abstains -= isAbstain;
+  totals.right &= isDigit | isTen | isAbstain | isNone;
+}
+
+bool addOne(const char* text, Totals& totals) {
+  const char c = text[0];
+  const bool isDigit = c >= '0' && c <= '9';
+  if (text[1] != ';' || (!isDigit && c != 'A' && c != 'X' && c != '-'))
+    return false;
+  totals.sum += isDigit ? static_cast<std::uint32_t>(c - '0') : c == 'A' ? kKeyZero : 0;
+  totals.count += isDigit || c == 'A' ? 1 : 0;
+  totals.abstains += c == 'X' ? 1 : 0;
+  return true;
+}
+
+// Adds up `size` tokens; false when the text is anything but known tokens with a ";" behind each.
 bool addTokens(const char* text, std::size_t size, Totals& totals) {
-  for (std::size_t from = 0; from < size; from += kBlock)
-    if (!addBlock(text + 2 * from, std::min(kBlock, size - from), totals))
+  std::size_t k = 0;
+  while (k + kTogether <= size) {
+    EightTotals eight;
+    for (const std::size_t end = std::min(size, k + kBlock); k + kTogether <= end; k += kTogether)
+      addEight(text + 2 * k, eight);
+    for (std::size_t j = 0; j < kTogether; ++j) {
+      totals.sum += eight.sum[j];
+      totals.count += eight.count[j];
+      totals.abstains += eight.abstains[j];
+      if (eight.right[j] != 0xFFFF)
+        return false;
+    }
+  }
+  for (; k < size; ++k)
+    if (!addOne(text + 2 * k, totals))
       return false;
   return true;
 }

@@ -166,6 +166,19 @@ TEST_F(StatisticsTest, ScoresFromTheBytesAreThoseOfLoadVotesAndSetStats) {
   }
 }
 
+TEST_F(StatisticsTest, AVeryWideVoteScoresTheSameEitherWay) {
+  std::string votes;
+  for (int k = 0; k < 70'003; ++k) votes += k % 7 == 0 ? "9;" : "A;";
+  store("d,t," + votes + ",12C1\r\n");
+  refreshScores(1);
+  const RiskRecord direct = item();
+  LoadVotes("12C1");
+  SetStats(0, 0);
+  EXPECT_GT(direct.average[0], 9.8F);
+  EXPECT_EQ(direct.average[0], item().average[0]);
+  EXPECT_EQ(direct.standardDeviation[0], item().standardDeviation[0]);
+}
+
 TEST_F(StatisticsTest, RefreshingListsWhatIsMissingAndKeepsTheVotesInMemory) {
   store("d,t,3;5;,7C1\r\n");
   setVotes({"1", "2"});
