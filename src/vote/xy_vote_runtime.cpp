@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "analysis/orders.h"
 #include "core/common.h"
 #include "core/diagnostics.h"
 #include "core/glo.h"
@@ -81,8 +80,6 @@ void xyVoteRuntime::byItem() {
 }
 
 void xyVoteRuntime::byAssessment() {
-  if (glo.listOrder == order::alphabetical && !glo.resumePending)
-    reorderListAlpha(false);
   loadVotePlan();
   walk(stepsByAssessment(), 0);
   if (!runEnds())
