@@ -24,12 +24,13 @@ TEST(VoteRecordText, FindsTheLastLineThatHoldsTheKey) {
 
 TEST(VoteRecordText, AnAppendedLineWinsAndContinuesACutOne) {
   VoteRecordText records;
-  records.assign("d,t,1;,3C1\r\nd,t,2;,4C");
+  records.assign("d,t,1;,3C1\r\nd,t,2;,4C1");
   EXPECT_TRUE(records.endsInsideLine());
-  EXPECT_EQ(records.lastLine("4C1").data(), nullptr);
-  records.append("1\r\n");
+  EXPECT_EQ(records.lastLine("4C12").data(), nullptr);
+  records.append("2\r\n");
   records.append("d,t,5;,3C1\r\n");
-  EXPECT_EQ(records.lastLine("4C1"), "d,t,2;,4C1");
+  EXPECT_EQ(records.lastLine("4C12"), "d,t,2;,4C12");
+  EXPECT_EQ(records.lastLine("4C1"), "d,t,2;,4C12");
   EXPECT_EQ(records.lastLine("3C1"), "d,t,5;,3C1");
   EXPECT_EQ(records.recordCount(), 3u);
   records.forget();
