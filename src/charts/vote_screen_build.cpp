@@ -159,11 +159,13 @@ void VoteScreenBuilder::chooseNeeds() {
   needs.options = static_cast<int>(form.lbl_Criteria.size());
   needs.bars = glo.runByShowBarGraph != 0;
   form.lbl_averageScore.Font = typeOf(record.font4, kSmallSize * scale);
-  if (glo.CheckAverageScoreIndicator != 1)
+  const bool hint = glo.opt_abstain;  // how to abstain stands there while the vote runs
+  if (glo.CheckAverageScoreIndicator != 1 && !hint)
     return;
+  const host::SurfaceFont& font = form.lbl_averageScore.Font;
   needs.statsCorner = glo.opt_StatsBoxPosition.empty() ? "TL" : glo.opt_StatsBoxPosition;
-  needs.statsWidth = textWidth("Standard Deviation: 00.00", form.lbl_averageScore.Font) + 2 * kPadding;
-  needs.statsHeight = (glo.opt_abstain ? 5 : 4) * lineHeight(form.lbl_averageScore.Font);
+  needs.statsWidth = textWidth("Standard Deviation: 00.00", font) + 2 * kPadding;
+  needs.statsHeight = (hint ? 5 : 4) * lineHeight(font);
 }
 
 void VoteScreenBuilder::placeQuestion() {

@@ -74,7 +74,8 @@ void uctlKpadsNotVoted::ShowKeypadsNotVoted() {
     if (++waitedFor <= glo.keypadsNotVotedHowManyToShow)
       text += (text.empty() ? "" : " ") + keypadLabel(keypad);
   }
-  if (waitedFor <= glo.keypadsNotVotedPopupOn && glo.keypadsNotVotedPopupOn >= 1 && showRequested)
+  if (known > 0 && waitedFor <= glo.keypadsNotVotedPopupOn && glo.keypadsNotVotedPopupOn >= 1 &&
+      showRequested)
     showRequested();
   if (waitedFor == 0 && known > 0 && glo.keypadsNotVotedClose == 1)
     glo.voteComplete = 1;

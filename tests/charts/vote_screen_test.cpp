@@ -193,6 +193,15 @@ TEST_F(VoteScreen, keepsTypeLarge) {
   EXPECT_GE(element("lbl_Criteria", 0).font.size, 24 * 2160.0 / 768 - 1);
 }
 
+TEST_F(VoteScreen, hasRoomForTheHintHowToAbstain) {
+  glo.CheckAverageScoreIndicator = 0;
+  glo.opt_abstain = true;
+  show();
+  form.ShowAverageScore("    Vote '0' to abstain", true);
+  form.ShowVotesCastControl(false);
+  expectReadable(form, letters(form));
+}
+
 TEST_F(VoteScreen, followsTheStoredLayout) {
   AssessmentRecord& stored = glo.assessments[0];
   stored.lbl_Risk = stored.lbl_Assessment = {6000, 0, 1000, 500};
