@@ -110,7 +110,7 @@ void Pictures::make(const PictureSource& source, const PictureRequest& request,
   const std::string picture = folder_ + "/pictures/" + slideVersion(source, request.slide) + "-" +
                               std::to_string(request.width) + "x" + std::to_string(request.height) +
                               (isJpeg(format) ? ".jpg" : ".png");
-  if (byLibreOffice() && (exists(picture) || makeByOffice(source, request, picture))) {
+  if (exists(picture) || (byLibreOffice() && makeByOffice(source, request, picture))) {
     saveText(request.file, readWhole(picture));
     return;
   }
