@@ -11,8 +11,7 @@
 
 namespace qrn {
 
-// Tag text
-// -----------------------------------------------------------------------------------------------------
+// Tag text ----------------------------------------------------------------------------------------
 
 // Splits `text` after cutting every trailing CR and LF. A separator that is CR LF, CR or LF stands for the
 // one that the text uses (CR LF before CR before LF), so that a tag whose line ends a host has rewritten
@@ -41,8 +40,7 @@ std::vector<std::uint32_t> characters(std::string_view text);
 void appendCharacter(std::string& text, std::uint32_t code);
 std::size_t characterCount(std::string_view text);
 
-// Numbers
-// ------------------------------------------------------------------------------------------------------
+// Numbers -----------------------------------------------------------------------------------------
 
 // The classic value parse: blanks, sign, digits, point, exponent (E or D) at the start of the text; 0 when
 // there is no number. Never depends on the locale.
@@ -66,8 +64,7 @@ std::int32_t RoundUp(double x);
 std::string plainNumber(double value);
 std::string plainNumber(float value);
 
-// Files and neighbours
-// -----------------------------------------------------------------------------------------
+// Files and neighbours ----------------------------------------------------------------------------
 
 bool fileExists(const std::string& path);
 bool folderExists(const std::string& path);

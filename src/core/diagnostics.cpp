@@ -1,6 +1,7 @@
 #include "core/diagnostics.h"
 
 #include <array>
+#include <cmath>
 #include <cstdint>
 #include <cstdio>
 
@@ -40,7 +41,7 @@ std::string formatted(const char* format, Values... values) {
 
 // "[DD/MM/YY] hh:mm:ss.???"; `seconds` since midnight.
 std::string stamp(const host::DateTime& date, double seconds) {
-  const auto ms = static_cast<long long>(seconds * 1000 + 0.5);
+  const long long ms = std::llround(seconds * 1000);
   return formatted("[%02d/%02d/%02d] %02d:%02d:%02d.%03d", date.day, date.month, date.year % 100,
                    static_cast<int>(ms / 3600000 % 24), static_cast<int>(ms / 60000 % 60),
                    static_cast<int>(ms / 1000 % 60), static_cast<int>(ms % 1000));

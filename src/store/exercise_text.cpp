@@ -47,8 +47,7 @@ host::Tags* voteSlideTags() {
   return glo.oVoteSlide != nullptr ? &glo.oVoteSlide->tags() : nullptr;
 }
 
-// Reading
-// ------------------------------------------------------------------------------------------------------
+// Reading -----------------------------------------------------------------------------------------
 
 // Both halves of the text; what the text does not hold any more stays as it was.
 void readLines(std::string_view text) {
@@ -135,8 +134,7 @@ void tellNoExercise() {
     endProgramHook();
 }
 
-// Writing
-// ------------------------------------------------------------------------------------------------------
+// Writing -----------------------------------------------------------------------------------------
 
 // The text on its way to the slide: written to a file and read back from it.
 std::string throughFile(const std::string& text) {

@@ -35,8 +35,7 @@ bool takesWhole(std::string_view digits, Number& value) {
 
 }  // namespace
 
-// Writer
-// --------------------------------------------------------------------------------------------------------
+// Writer ------------------------------------------------------------------------------------------
 
 void TextWriter::item(std::string_view text) {
   if (lineBegun_)
@@ -99,8 +98,7 @@ void TextWriter::list(std::vector<std::string>& texts) {
   elements(texts, [&](std::string& text) { line(Q(text)); });
 }
 
-// Reader
-// --------------------------------------------------------------------------------------------------------
+// Reader ------------------------------------------------------------------------------------------
 
 void TextReader::skipToValue() {
   while (at_ < text_.size() && (isBlank(text_[at_]) || (!afterComma_ && isLineEnd(text_[at_])))) ++at_;
@@ -109,14 +107,10 @@ void TextReader::skipToValue() {
 }
 
 void TextReader::passLineEnd() {
-  if (at_ < text_.size() && text_[at_] == '\r')
-    ++at_;
-  else if (at_ < text_.size() && text_[at_] == '\n')
-    ++at_;
-  else
+  if (at_ >= text_.size() || !isLineEnd(text_[at_]))
     return;
-  if (text_[at_ - 1] == '\r' && at_ < text_.size() && text_[at_] == '\n')
-    ++at_;
+  const bool two = text_[at_] == '\r' && at_ + 1 < text_.size() && text_[at_ + 1] == '\n';
+  at_ += two ? 2 : 1;
 }
 
 void TextReader::passSeparator() {

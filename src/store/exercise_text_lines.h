@@ -46,8 +46,7 @@ void password(Archive& a, std::string& word) {
   }
 }
 
-// Chart, list pane, items, first titles
-// --------------------------------------------------------------------------
+// Chart, list pane, items, first titles -----------------------------------------------------------
 
 // What is written at the places of the chart style and of the vote display mode is not what they are read
 // into: the property mode, which so never comes back, and a constant.
@@ -102,8 +101,7 @@ void runLines(Archive& a, Exercise& x) {
   }
 }
 
-// First titles' fonts, window, third assessment
-// ----------------------------------------------------------------
+// First titles' fonts, window, third assessment ---------------------------------------------------
 
 template <class Archive>
 void firstFontLines(Archive& a, Exercise& x) {
@@ -153,8 +151,7 @@ void votingScreenLines(Archive& a, Exercise& x) {
          L(x.pointHighlightColour));
 }
 
-// Colours, further assessments
-// ---------------------------------------------------------------------------------
+// Colours, further assessments --------------------------------------------------------------------
 
 template <class Archive>
 void colourLines(Archive& a, Exercise& x) {
@@ -204,8 +201,7 @@ void matrixLines(Archive& a, Exercise& x) {
   for (std::size_t s = 6; s <= 8; ++s) font(a, x.assessments[s].font3);
 }
 
-// List, categories, pairs
-// --------------------------------------------------------------------------------------
+// List, categories, pairs -------------------------------------------------------------------------
 
 template <class Archive>
 void listOptionLines(Archive& a, Exercise& x) {
@@ -261,8 +257,7 @@ void lookUpLines(Archive& a, Exercise& x) {
   atLeastNone();
 }
 
-// Ragging groups, text boxes, benchmarks
-// -----------------------------------------------------------------------
+// Ragging groups, text boxes, benchmarks ----------------------------------------------------------
 
 template <class Archive>
 void statsBoxLine(Archive& a, Exercise& x) {
@@ -292,9 +287,9 @@ void remainingLine(Archive& a, Exercise& x) {
   a.endLine();
   if constexpr (Archive::reading) {
     std::replace(rest.begin(), rest.end(), 0, -1);
-    for (int pair = 1; pair <= 3; ++pair)
-      if (x.optionAveragePairing < pair)
-        rest[static_cast<std::size_t>(2 * pair)] = rest[static_cast<std::size_t>(2 * pair + 1)] = -1;
+    for (std::size_t pair = 1; pair <= 3; ++pair)
+      if (x.optionAveragePairing < static_cast<int>(pair))
+        rest[2 * pair] = rest[2 * pair + 1] = -1;
   }
 }
 
@@ -334,8 +329,7 @@ void benchmarkLookLines(Archive& a, Exercise& x) {
   eachItem(x, [&](RiskRecord& risk) { a.line(Q(risk.text5), Q(risk.shortText)); });
 }
 
-// Captures, captions, options of the later versions
-// ------------------------------------------------------------
+// Captures, captions, options of the later versions -----------------------------------------------
 
 template <class Archive>
 void captureLines(Archive& a, Exercise& x) {

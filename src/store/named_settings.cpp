@@ -7,8 +7,7 @@
 namespace qrn::mtx {
 namespace {
 
-// Joined texts
-// ---------------------------------------------------------------------------------------------------
+// Joined texts ------------------------------------------------------------------------------------
 
 template <class Array, class Value>
 std::string joined(const Array& array, std::size_t count, Value valueOf) {
@@ -33,8 +32,7 @@ std::size_t realCategories(const Exercise& x) {
   return static_cast<std::size_t>(std::max(upperBound(x.categories), 0));
 }
 
-// One setting: its values behind the key, the same way for writing and reading where `a` can be either.
-// --------------
+// One setting: its values behind the key, the same way for writing and reading where `a` can be either. ---
 
 template <class Archive>
 void categoryNumbers(Archive& a, Exercise& x, std::int32_t CategoryRecord::*member) {
@@ -134,8 +132,7 @@ void endOfVoteSound(Archive& a, Exercise& x) {
     }
 }
 
-// Settings whose key comes several times
-// -----------------------------------------------------------------------------
+// Settings whose key comes several times ----------------------------------------------------------
 
 constexpr const char* kMultiPlot = "MultiPlot";
 constexpr const char* kDefaultQuestion = "DemographicDefaultQuestionID";
@@ -215,8 +212,7 @@ class DemographicIndex {
   std::unordered_map<std::int64_t, bool> groups_;
 };
 
-// The table of the settings in the order of writing
-// -----------------------------------------------------------------
+// The table of the settings in the order of writing -----------------------------------------------
 
 template <class Archive>
 struct Setting {

@@ -137,8 +137,7 @@ TEST_F(DamagedText, emptyTextIsRefused) {
   EXPECT_EQ(glo.listTitle, "kept");
 }
 
-// Rules of single lines
-// ------------------------------------------------------------------------------------------
+// Rules of single lines ---------------------------------------------------------------------------
 
 TEST_F(DamagedText, valuesOutOfTheirRangeArePutRight) {
   begin();
@@ -299,8 +298,7 @@ TEST_F(DamagedText, joinedSettingsTakeTheirNumericFieldsOnly) {
   EXPECT_EQ(read.multiPlot[1].PlotType, 4);
 }
 
-// Categories
-// -----------------------------------------------------------------------------------------------------
+// Categories --------------------------------------------------------------------------------------
 
 class CategoryText : public DamagedText {
  protected:
@@ -378,8 +376,7 @@ TEST_F(CategoryText, damageIsToldOnceAndTheLoadGoesOn) {
   EXPECT_THAT(items(read[0]), ::testing::ElementsAre(0, 1, 2, 3));
 }
 
-// After reading
-// --------------------------------------------------------------------------------------------------
+// After reading -----------------------------------------------------------------------------------
 
 TEST_F(DamagedText, barCountFollowsTheListUnlessChosen) {
   struct Case {

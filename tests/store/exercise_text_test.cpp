@@ -57,8 +57,7 @@ TEST_F(ExerciseText, layoutComesBackExactlyOnAnyScreen) {
   setScreenDimensions(15360, 11520);
 }
 
-// Lines of a small exercise, worked out by hand
-// ------------------------------------------------------------------
+// Lines of a small exercise, worked out by hand ---------------------------------------------------
 
 using Lines = std::vector<std::string>;
 
@@ -245,8 +244,7 @@ TEST_F(ExerciseText, isWrittenLineByLine) {
   EXPECT_EQ(glo.exerciseName, "Risks 'A'");
 }
 
-// Through the slide
-// ----------------------------------------------------------------------------------------------
+// Through the slide -------------------------------------------------------------------------------
 
 TEST_F(ExerciseText, savesToTheSlideAndLoadsFromIt) {
   makeSmallExercise();
