@@ -40,6 +40,15 @@ function(quorin_library name)
   quorin_record(${name})
 endfunction()
 
+# quorin_program(NAME SOURCES ... [ROOMS ...] [LIBS ...]) : the same for an executable.
+function(quorin_program name)
+  cmake_parse_arguments(Q "" "" "SOURCES;ROOMS;LIBS" ${ARGN})
+  add_executable(${name} ${Q_SOURCES})
+  target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/src)
+  target_link_libraries(${name} PRIVATE ${Q_ROOMS} ${Q_LIBS} quorin_flags)
+  quorin_record(${name})
+endfunction()
+
 # Writes one line of the house plan: target, its source folder, the rooms it named, its sources.
 function(quorin_record name)
   file(RELATIVE_PATH folder ${CMAKE_SOURCE_DIR} ${CMAKE_CURRENT_SOURCE_DIR})

@@ -1,11 +1,12 @@
 #include "cli/workshop.h"
 
-#include "core/common.h"
+#include "analysis/filters.h"
 #include "core/glo.h"
 #include "core/model.h"
 #include "host/errors.h"
 #include "host/host.h"
 #include "store/exercise_text.h"
+#include "store/vote_store.h"
 
 namespace qrn::cli {
 
@@ -49,9 +50,8 @@ void Workshop::loadExercise(int number) {
   if (glo.oVoteSlide->tags().Item("qrnMatrix").empty())
     throw HostError(Fault::badData, 0, "Slide " + std::to_string(number) + " holds no exercise");
   LoadXY("");
-  std::string records = glo.oVoteSlide->tags().Item("QRNVOTES");
-  HomogoniseLineFeeds(records);
-  glo.voteRecords.assign(std::move(records));
+  GetDemographicVoteInfo();
+  readVoteRecords();
 }
 
 }  // namespace qrn::cli

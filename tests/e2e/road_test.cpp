@@ -91,7 +91,8 @@ TEST_F(Road, VotesEveryItemAndResultsAndGraphsFollowFromTheRecords) {
   EXPECT_EQ(readFile(folder.file("matrix.png")).substr(1, 3), "PNG");
   std::map<std::string, std::pair<double, double>> centres;
   double x1 = 0, x2 = 0, y1 = 0, y2 = 0;
-  for (const Json& element : Json::parse(readFile(geometry))["elements"]) {
+  const Json drawn = Json::parse(readFile(geometry));
+  for (const Json& element : drawn["elements"]) {
     if (element["array"] == "labelRisk" && element["index"] != 0)
       centres[element["caption"]] = {element["left"].get<double>() + element["width"].get<double>() / 2,
                                      element["top"].get<double>() + element["height"].get<double>() / 2};
