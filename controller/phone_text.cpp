@@ -113,8 +113,8 @@ std::optional<PhoneFrame> readPhoneFrame(std::string_view frame) {
   return first == "press" ? readPress(frame) : std::nullopt;
 }
 
-std::string welcomeFrame(long keypad, const std::string& token) {
-  return FrameText("you").line("keypad", keypad).line("token", token).take();
+std::string welcomeFrame(long keypad, const std::string& token, const std::string& run) {
+  return FrameText("you").line("keypad", keypad).line("token", token).line("run", run).take();
 }
 
 std::string fullFrame() {

@@ -28,7 +28,8 @@ std::optional<PhoneFrame> readPhoneFrame(std::string_view frame);
 enum class WaitReason { idle, ended, keyboard, interrupted };
 enum class Result { none, counted, late };
 
-std::string welcomeFrame(long keypad, const std::string& token);
+// `run` differs from controller to controller: vote numbers begin again with each.
+std::string welcomeFrame(long keypad, const std::string& token, const std::string& run);
 std::string fullFrame();
 std::string voteFrame(long vote, const VoteSettings& settings);
 // What this keypad has pressed in the open vote: `counted` false while it is under way.

@@ -26,6 +26,7 @@ std::vector<std::pair<long, long>> phoneRanges(const RoomOptions& options) {
 Room::Room(RoomOptions options, RoomPorts ports)
     : options_(std::move(options)),
       ports_(std::move(ports)),
+      run_(ports_.newToken()),
       roster_(phoneRanges(options_)),
       rehearsal_(options_.lowest, options_.rehearse, options_.seed, options_.hurry) {}
 
@@ -161,7 +162,7 @@ bool Room::join(PhoneId phone, const PhoneFrame& frame) {
     ports_.keypadGiven(keypad, token);
   keypadOf_[phone] = keypad;
   phonesOf_.emplace(keypad, phone);
-  send(phone, welcomeFrame(keypad, token));
+  send(phone, welcomeFrame(keypad, token, run_));
   tellStanding(phone, keypad);
   return true;
 }

@@ -92,6 +92,7 @@ class Room {
 
   RoomOptions options_;
   RoomPorts ports_;
+  const std::string run_;
   Roster roster_;
   Rehearsal rehearsal_;
   Outbox outbox_;
