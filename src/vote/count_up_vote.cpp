@@ -25,7 +25,7 @@ namespace {
 
 constexpr const char* kModule = "count_up_vote";
 // Presses that the controller had taken before it heard "EndVote" come in within this time.
-constexpr double kSettleSeconds = 0.25;
+constexpr double kSettleSeconds = 0.1;
 constexpr int kFailuresBorne = 5;
 constexpr const char* kFinished = "Vote finished";
 
