@@ -57,6 +57,8 @@ struct Desktop::Parts {
   explicit Parts(DesktopHooks given);
 
   void turn();
+  void serve();
+  void makePicture();
   void run(int slide);
   void sendKeys(const std::string& keys);
   void startShow(int slide);
@@ -84,7 +86,10 @@ struct Desktop::Parts {
   DesktopWindows windows;
   host::FormRegistry* forms = nullptr;
   int wantedRun = 0;  // slide, 0 for none
+  std::optional<std::string> wantedDeck;
   bool running = false, leaving = false;
+  bool making = false;  // a slide picture is being made; its deck must stay
+  host::Timer tmrServe{kHeartbeatMs, [this] { serve(); }};
 };
 
 Desktop::Parts::Parts(DesktopHooks given)
@@ -114,20 +119,37 @@ Desktop::Parts::Parts(DesktopHooks given)
   QCoreApplication::instance()->installEventFilter(&watch);
 }
 
-// One turn of the loop. Runs start here and nowhere else, so that no event handler has a whole workshop on
-// its back.
+// One turn of the loop. What replaces the deck or frees forms happens here and nowhere else, since a slide
+// picture in the making goes on delivering events with the deck's code beneath them.
 void Desktop::Parts::turn() {
   host::DoEvents();
+  serve();
+  if (wantedDeck)
+    openDeck(*std::exchange(wantedDeck, std::nullopt));
+  if (forms)
+    forms->releaseUnloaded();
+  if (wantedRun == 0 && pictures.wanted() > 0 && watch.quietFor(kPicturesWaitMs))
+    makePicture();
+}
+
+// Starts the run that is wanted, so that no event handler has a whole workshop on its back.
+void Desktop::Parts::serve() {
+  if (running)
+    return;
   if (wantedRun != 0)
     run(std::exchange(wantedRun, 0));
   if (const std::string keys = program.takeKeys(); !keys.empty())
     sendKeys(keys);
-  if (forms)
-    forms->releaseUnloaded();
-  if (wantedRun == 0 && pictures.wanted() > 0 && watch.quietFor(kPicturesWaitMs)) {
-    pictures.step();
-    sayPictures();
-  }
+}
+
+void Desktop::Parts::makePicture() {
+  sayPictures();
+  making = true;
+  tmrServe.setEnabled(true);
+  pictures.step();
+  tmrServe.setEnabled(false);
+  sayPictures();
+  making = false;
 }
 
 void Desktop::Parts::run(int slide) {
@@ -153,7 +175,7 @@ void Desktop::Parts::sendKeys(const std::string& keys) {
 }
 
 void Desktop::Parts::startShow(int slide) {
-  if (!deck || running)
+  if (!deck || leaving)
     return;
   show = std::make_unique<SlideShowWindow>(
       *deck, pictures,
@@ -179,14 +201,17 @@ void Desktop::Parts::askForDeck() {
   question.filter = "Presentations (*.pptx)|*.pptx";
   if (deck)
     question.folder = deck->path();
-  if (const auto file = host::host().dialogs->FileDialog(question))
-    openDeck(*file);
+  wantedDeck = host::host().dialogs->FileDialog(question);
+  if (wantedDeck && making)
+    window.say(render::toQt("Opening " + *wantedDeck + " when the slide pictures are ready"));
 }
 
 bool Desktop::Parts::openDeck(const std::string& file) {
   window.say(render::toQt("Opening " + file));
   window.repaint();
   try {
+    if (making || running)
+      throw HostError(Fault::program, 0, "The deck at hand is in use.");
     takeDeck(hooks.openDeck(file));
     return true;
   } catch (const std::exception& error) {
@@ -227,6 +252,7 @@ void Desktop::Parts::leave() {
   if (running || !mayCloseDeck())
     return;
   leaving = true;
+  window.hide();
 }
 
 bool Desktop::Parts::mayCloseDeck() {
@@ -261,7 +287,7 @@ void Desktop::Parts::report(const std::string& what, const std::exception& error
 void Desktop::Parts::sayPictures() {
   if (pictures.wanted() > 0)
     window.say(QString("Making slide pictures, %1 to go").arg(pictures.wanted()));
-  else
+  else if (making)
     window.say("");
 }
 

@@ -98,7 +98,10 @@ void paintQuietLine(QPainter& painter, const QRect& place, const QString& text) 
                    painter.fontMetrics().elidedText(text, Qt::ElideRight, place.width()));
 }
 
+// "" when the contents are not known.
 QString contentsLine(const ExerciseFacts& facts) {
+  if (facts.items == 0 && facts.assessments == 0)
+    return {};
   return counted(facts.items, "item", "items") + " · " +
          counted(facts.assessments, "assessment", "assessments");
 }
@@ -106,7 +109,9 @@ QString contentsLine(const ExerciseFacts& facts) {
 }  // namespace
 
 QString factsLine(const ExerciseFacts& facts) {
-  return contentsLine(facts) + " · " + counted(facts.votes, "vote", "votes");
+  const QString contents = contentsLine(facts);
+  const QString votes = counted(facts.votes, "vote", "votes");
+  return contents.isEmpty() ? votes : contents + " · " + votes;
 }
 
 ExerciseFacts factsFromTags(host::Slide& slide) {

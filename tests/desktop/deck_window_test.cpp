@@ -76,7 +76,7 @@ TEST_F(DeckWindow, EnterOpensAnExerciseAndSaysWhenThereIsNone) {
 TEST_F(DeckWindow, TellsWhatTheSlideAtHandHolds) {
   window.GotoSlide(2);
   EXPECT_EQ(textOf("Which"), "Which proposals?");
-  EXPECT_EQ(textOf("Slide 2"), "Slide 2 of 5 · exercise with 0 items · 0 assessments · 2 votes");
+  EXPECT_EQ(textOf("Slide 2"), "Slide 2 of 5 · exercise with 2 votes");
   world.presentation.slide(2).tagStore.Append("QRNVOTES", "1,1;1;,3C1\r\n");
   window.slideChanged(2);
   EXPECT_TRUE(textOf("Slide 2").endsWith("3 votes"));
