@@ -338,8 +338,13 @@ QWidget* Desktop::dialogParent() const {
   return modal && modal->isVisible() ? modal : parts_->stack.front();
 }
 
+host::Windows& Desktop::windows() {
+  return parts_->windows;
+}
+
 void Desktop::attachWindows(host::FormRegistry& forms) {
   parts_->forms = &forms;
+  attachFormWindows(forms, parts_->stack);
 }
 
 }  // namespace qrn::desktop
