@@ -96,7 +96,8 @@ Lines untilCategories() {
   add(lines, {"0", "0", "0", "\"USEPPTBACKGROND\"", "0.1,0,0.8,0.5"});
   add(lines, labelLines());
   add(lines, {"\"3rd assessment\""});
-  add(lines, kArial16, 2);
+  add(lines, {"\"Arial\",17,#FALSE#,#FALSE#,#FALSE#,#FALSE#,0"});
+  add(lines, kArial16);
   add(lines, {"16777215,16777215", "#TRUE#," + manyTimes("#FALSE#", 8), manyTimes("#FALSE#", 9),
               "\"End of 1st assessment\",\"End of 2nd assessment\",\"End of 3rd assessment\",\"End of 4th "
               "assessment\","
@@ -109,16 +110,19 @@ Lines untilCategories() {
               "16466910,14164155,11862168", "14474460,12171705,9868950", "7172873,4870144,2567424"});
   add(lines, labelLines(), 2);
   add(lines, {"\"4th assessment\"", "\"5th assessment\""});
-  add(lines, kArial16, 4);
+  add(lines, kArial16, 2);
+  add(lines, {"\"Arial\",18,#FALSE#,#FALSE#,#FALSE#,#FALSE#,0"});
+  add(lines, kArial16);
   add(lines, {"65280,0,0", "33023,0,0", "255,0,0", "50", "0,1,2,3,4,5,6,7,8,9"});
   add(lines, labelLines());
   add(lines, {"\"6th assessment\""});
   add(lines, kArial16, 2);
   add(lines, {"9,0"});
-  add(lines, {"65280,1,1", "33023,1,1", "255,1,1", "0,1,1"}, 9);
+  add(lines, {"65280,1,1", "33023,1.5,2.5", "255,1,1", "0,1,1"});
+  add(lines, {"65280,1,1", "33023,1,1", "255,1,1", "0,1,1"}, 8);
   add(lines, {"0,0,0,0,0,16777215,1269354,6001693"});
   add(lines, {"0"}, 18);
-  add(lines, {"0", "65535,0,0,0,0"});
+  add(lines, {"1", "99,1,4,2", "65535,0,0,0,0"});
   add(lines, labelLines(), 3);
   add(lines, {"\"7th assessment\"", "\"8th assessment\"", "\"9th assessment\""});
   add(lines, kArial16, 6);
@@ -131,32 +135,33 @@ Lines untilBenchmarks() {
   add(lines, {"9,9", "9702008,0,0", "0,0,0", "#FALSE#,\"\",#FALSE#"});
   add(lines, {"\"Include this item?\",\"Yes\",\"No\"", "#FALSE#,#FALSE#,\"Arial\",26,#FALSE#,#FALSE#,0"});
   add(lines, {"#FALSE#,#FALSE#,\"Arial\",18,#FALSE#,#FALSE#,0"}, 2);
-  add(lines, {"0,#FALSE#,#FALSE#", "0,0,0,0", "0,0,0,0,0,0,\"\",0,3"});
+  add(lines, {"0,#FALSE#,#FALSE#", "1,2,3,4", "0,0,0,0,0,0,\"\",0,3"});
   add(lines, {"5", "\"Risk\"", "0", "\"Project\"", "0", "\"Process\"", "0", "\"Program\"", "0",
               "\"Initiative\"", "0"});
   add(lines, {"1", "\"When\"", "2", "\"Now\"", "\"4y+\"", "4"});
   add(lines, {"2", "1", "\"Ann\"", "0", "0", "0"});
-  add(lines, {"0,0,0,2,0,0", manyTimes("0", 9) + ",0,0"});
+  add(lines, {"1,3,4,2,0,5", manyTimes("0", 9) + ",0,0"});
   add(lines, {"1"}, 9);
   add(lines,
       {"0", "\"3rd text box\",\"4th text box\",0,0", "\"three\",\"\"", "\"\",\"\"", manyTimes("#FALSE#", 9)});
-  add(lines, {"0,0.25,0,0,0,0,0,0,0,1", "0,0,0,0,0,0,0,0,0,2", "0", "1;0;0;TL"});
+  add(lines, {"0,0.25,0,0,0,0,0,0,0,1", "0,0,0,0,0,0,0,0,0,2", "0", "1;0.25;0.5;TL"});
   return lines;
 }
 
 Lines untilLooks() {
-  Lines lines{"65535,0,0," + manyTimes("-1", 9), "\"MultiPlot 1\"",
+  Lines lines{"65535,1,2," + manyTimes("-1", 9), "\"MultiPlot 1\"",
               "#FALSE#," + manyTimes("#FALSE#", 9) + "," + manyTimes("\"\"", 9) + ",0",
               "0,\"Benchmark: \",0,0,0,0"};
   add(lines, {"11", "113", "117", "97", "114", "116", "122", "32", "114", "97", "105", "110"});
   add(lines, {"\"5th text box\",0,\"Short Description Text:\",1", "\"five\",\"short\"", "\"\",\"\""});
   add(lines, {"0", "#TRUE#,#FALSE#,\"Arial\",12,#FALSE#,#FALSE#,0", "0,1,0,1,0"});
-  add(lines, {"\"\""}, 36);
+  add(lines, {"\"\"", "\"warm\""});
+  add(lines, {"\"\""}, 34);
   add(lines, {"1,1,1,\"List display text:\",\"Notes/comments:\",1,16777215,0", "#TRUE#", "#FALSE#", "0"});
-  add(lines, {"0,#TRUE#,2,0,0,0,0", "3", "81", "82", "90", "\"\",#TRUE#,0,0,0", "0,0,0,0"});
+  add(lines, {"1,#TRUE#,2,3,4,5,6", "3", "81", "82", "90", "\"\",#TRUE#,0,0,0", "1,2,3,4"});
   add(lines,
       {"#TRUE#,#FALSE#,\"Arial\",12", "5,#FALSE#,0",
-       "\"Circle of Influence Legend\",\"None\",\"Pair 1\",\"Pair 2\",\"Pair 3\",\"Pair 4\"", "2,2,2"});
+       "\"Circle of Influence Legend\",\"None\",\"Pair 1\",\"Pair 2\",\"Pair 3\",\"Pair 4\"", "0,1,2"});
   add(lines, {"#TRUE#,#TRUE#,\"\""}, 10);
   add(lines, {"0", "#FALSE#"});
   return lines;
@@ -172,8 +177,8 @@ Lines looks() {
   add(one, {"0,0,0"}, 10);
   Lines all;
   add(all, one, 10);
-  all[15] = "#TRUE#,#TRUE#,\"\",1,3,#TRUE#,#FALSE#,0.5,0.25,0.125," + manyTimes("0", 21) +
-            ",1,3,1,4,6,2,7,9,3,1,\"Which do you prefer?\",50,#FALSE#";
+  all[15] = "#TRUE#,#TRUE#,\"\",1,3,#TRUE#,#FALSE#,0.5,0.25,0.125,0,0,0,0.125,0.25,0.375,0.5,0.1,0.2," +
+            manyTimes("0", 12) + ",1,3,1,4,6,2,7,9,3,1,\"Which do you prefer?\",50,#FALSE#";
   return all;
 }
 
@@ -229,6 +234,32 @@ void makeSmallExercise() {
   glo.demographics = {{260, {{2, false, "no"}, {3, true, "yes"}}, true}, {261, {}, false}};
   glo.gridColWidths = {500, 0};
   glo.XYGridLinesAsQuarters = true;
+  // Values that tell the places apart where members stand in an order of their own.
+  glo.overlayBoundaries = {{4, 1, 2, 99}, OverlayBoundary{}};
+  glo.assessments[2].font3.size = 17;
+  glo.assessments[3].font3.size = 18;
+  glo.assessmentInfo[0].bands[1] = {33023, 1.5F, 2.5F, "warm"};
+  glo.SifterSorterSettings.pair1 = {1, 2};
+  glo.SifterSorterSettings.pair2 = {3, 4};
+  glo.runByCat574e = 1;
+  glo.lookUpEditorFlags = {3, 4};
+  glo.ComboListPopup = 5;
+  glo.statsBoxX = 0.25F;
+  glo.statsBoxY = 0.5F;
+  glo.OptionListPopup = 1;
+  glo.averageMatrixChoice = 2;
+  glo.listOrder = 1;
+  glo.ComboReOrder = 3;
+  glo.OptionMatrixItemNavigation = 4;
+  glo.OptionScatterScale = 5;
+  glo.TextScatterScaleAbbreviate = 6;
+  glo.chk_OwnerEnabled = 1;
+  glo.chk_SublistEnabled = 2;
+  glo.matrixGraphDisplay = 3;
+  glo.checkOverrideRagging = 4;
+  glo.defaultAlign = {0, 1, 2};
+  glo.assessments[0].img_chart = {7680, 1440, 3840, 4320};
+  glo.assessments[0].Img_VC = {0, 0, 1536, 2304};
 }
 
 TEST_F(ExerciseText, isWrittenLineByLine) {
@@ -242,6 +273,64 @@ TEST_F(ExerciseText, isWrittenLineByLine) {
   for (std::size_t i = 0; i < written.size(); ++i) ASSERT_EQ(written[i], expected[i]) << "line " << i + 1;
   EXPECT_EQ(glo.risks[0].text, "Fire's risk");
   EXPECT_EQ(glo.exerciseName, "Risks 'A'");
+}
+
+// Which texts lose their double quotes at writing, in the exercise too. The others stand as they are.
+TEST_F(ExerciseText, quotesBecomeSingleWhereTheFormatSaysSo) {
+  begin();
+  glo.risks.assign(2, RiskRecord{});
+  RiskRecord& risk = glo.risks[0];
+  risk.owners = risk.rootCauses = {"", ""};
+  glo.lookUpCombos = std::vector<LookUpCombo>(2);
+  SifterSorterRecord& sifter = glo.SifterSorterSettings;
+  const std::vector<std::string*> changed{&risk.text,
+                                          &risk.text3,
+                                          &risk.text4,
+                                          &risk.text5,
+                                          &risk.shortText,
+                                          &risk.owners[0],
+                                          &risk.rootCauses[0],
+                                          &glo.scaleLabels[8][0],
+                                          &glo.exerciseName,
+                                          &glo.assessmentTitles[0],
+                                          &glo.assessmentTitles[9],
+                                          &glo.listTitle,
+                                          &glo.overlays[99].text,
+                                          &glo.categories[0].CategoryName,
+                                          &sifter.title,
+                                          &sifter.option1,
+                                          &sifter.option2,
+                                          &glo.ownerLists[0].name,
+                                          &glo.rootCauseLists[0].values[0],
+                                          &glo.boxCaptions[0],
+                                          &glo.boxCaptions[1],
+                                          &glo.boxCaptions[2],
+                                          &glo.boxCaptions[3],
+                                          &glo.boxCaptions[4],
+                                          &glo.boxCaptions[5],
+                                          &glo.multiPlot[0].ToolTips[0],
+                                          &glo.multiPlot[1].ToolTips[9],
+                                          &glo.textBenchmark,
+                                          &glo.assessmentInfo[8].bands[3].label,
+                                          &glo.lookUpCombos[0].name,
+                                          &glo.lookUpCombos[0].text,
+                                          &glo.coiLegendTitle,
+                                          &glo.coiLegendLines[4],
+                                          &glo.assessments[0].imageFile,
+                                          &glo.assessments[0].pcaQuestion};
+  const std::vector<std::string*> kept{&risk.notes,
+                                       &glo.assessmentInfo[0].endMessage,
+                                       &glo.filterFile,
+                                       &glo.sifterBackground,
+                                       &glo.matrixBackgroundFile,
+                                       &glo.endOfVoteSoundFile,
+                                       &glo.assessmentTitles[10],
+                                       &glo.listFont.name};
+  for (const auto* texts : {&changed, &kept})
+    for (std::string* text : *texts) *text = "a\"b\"";
+  writeExerciseText(glo);
+  for (std::size_t i = 0; i < changed.size(); ++i) EXPECT_EQ(*changed[i], "a'b'") << i;
+  for (std::size_t i = 0; i < kept.size(); ++i) EXPECT_EQ(*kept[i], "a\"b\"") << i;
 }
 
 // Through the slide -------------------------------------------------------------------------------
