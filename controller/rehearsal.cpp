@@ -45,8 +45,8 @@ struct Mood {
 
 Mood moodOf(Dice& dice, std::size_t items) {
   Mood mood;
-  mood.centre = dice.between(0.15, 0.9);
-  mood.spread = dice.between(0.08, 0.26);
+  mood.centre = dice.between(0.05, 0.95);
+  mood.spread = dice.between(0.08, 0.22);
   for (std::size_t i = 0; i < items; ++i) mood.liking.push_back(dice.unit());
   return mood;
 }

@@ -112,12 +112,15 @@
     $("vote").hidden = false;
     $("question").textContent = vote.question.trim() || "Please vote";
     $("hint").textContent = hint();
+    const before = standing;
     build();
+    standing = before;
     mark();
     if (!fresh && standing === "sending") return cast(press);  // the connection went before it could leave
     if (fresh) {
       $("screen").scrollTop = 0;
-      status("Please vote", "You can change your vote until it closes.", "");
+      status("Please vote", "You can still change it afterwards.", "");
+      $("question").focus({ preventScroll: true });
       if (navigator.vibrate) try { navigator.vibrate(40); } catch (error) { /* not allowed before a touch */ }
     }
   };
@@ -141,8 +144,9 @@
     const made = make("button", className);
     made.type = "button";
     made.dataset.value = value;
-    if (className === "option") made.append(make("b", "", value), make("span", "", caption), make("i", "", "✓"));
+    if (className === "option") made.append(make("b", "", value), make("span", "", caption));
     else made.textContent = caption;
+    if (className === "option" && value) made.append(make("i", "", "✓"));
     if (className === "option" && !caption) made.setAttribute("aria-label", "Vote " + value);
     made.addEventListener("click", () => act(value));
     return made;
@@ -158,7 +162,7 @@
     else if (vote.kind === "allocate") buildPoints(list, actions);
     else buildChoice(list, actions);
     if (vote.abstain === "1") actions.append(button("plain", "X", "Abstain", cast));
-    $("screen").classList.toggle("dense", list.children.length > 6);
+    $("screen").classList.toggle("dense", list.dataset.look === "list" && list.children.length > 6);
   };
   const buildScale = (list) => {
     const options = vote.lists.option.map((line) => {
@@ -175,6 +179,7 @@
     const shown = make("output", "", mine.digits || "–");
     shown.id = "typed";
     const update = () => {
+      changed();
       shown.textContent = mine.digits || "–";
       const value = Number(mine.digits);
       send.disabled = !mine.digits || value < Number(vote.from) || value > Number(vote.to);
@@ -200,6 +205,7 @@
       update();
     }));
     const update = () => {
+      changed();
       rows.forEach((row, i) => {
         const at = mine.picks.indexOf(i);
         row.setAttribute("aria-pressed", String(at >= 0));
@@ -226,17 +232,24 @@
       return { row, less, more, shown };
     });
     const update = () => {
+      changed();
       rows.forEach(({ less, more, shown }, i) => {
         shown.textContent = mine.given[i];
         less.disabled = mine.given[i] < 1;
         more.disabled = (total > 0 && sum() >= total) || (most > 0 && mine.given[i] >= most);
       });
       send.disabled = sum() < 1;
-      if (total > 0) $("hint").textContent = hint() + " Left: " + (total - sum()) + ".";
+      if (total > 0) send.textContent = "Send my vote (" + (total - sum()) + " left)";
     };
     list.append(...rows.map(({ row }) => row));
     actions.append(send);
     update();
+  };
+  // The list was changed after it had been sent: what counts is still the earlier one.
+  const changed = () => {
+    if (standing === "none") return;
+    standing = "none";
+    status("Not sent yet", "Your earlier vote counts until you send.", "");
   };
   const sender = (text) => button("send", "", "Send my vote", () => cast(text()));
 
@@ -262,7 +275,7 @@
     const simple = vote.kind === "scale";
     const after = vote.after.trim().replace(/\s+/g, " ") || "Vote counted";
     if (standing === "counted")
-      status("✓ " + after, (simple ? "Your vote: " + spoken(press) + ". " : "") + "You can change it until the vote closes.", "good");
+      status("✓ " + after, (simple ? "Your vote: " + spoken(press) + ". " : "") + "You can still change it.", "good");
     else if (standing === "kept") status("Your vote is kept", "It counts as soon as the facilitator is back.", "");
     else if (standing === "sending") status("Sending …", simple ? "Your vote: " + spoken(press) + "." : "", "");
   };

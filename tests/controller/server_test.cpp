@@ -1,0 +1,174 @@
+// The built controller from outside: who is let in, what the pages are, and phones that vote.
+#include <boost/asio/io_context.hpp>
+#include <boost/asio/ip/tcp.hpp>
+#include <boost/beast/core.hpp>
+#include <boost/beast/http.hpp>
+#include <boost/beast/websocket.hpp>
+
+#include "adapters/link/controller_process.h"
+#include "adapters/link/link_fixture.h"
+
+namespace qrn::test {
+namespace {
+
+namespace beast = boost::beast;
+namespace http = boost::beast::http;
+namespace websocket = boost::beast::websocket;
+using tcp = boost::asio::ip::tcp;
+using Headers = std::vector<std::pair<std::string, std::string>>;
+
+class Phone {
+ public:
+  explicit Phone(int port) : socket_(io_) {
+    socket_.next_layer().connect({boost::asio::ip::address_v4::loopback(), static_cast<std::uint16_t>(port)});
+    socket_.handshake("127.0.0.1:" + std::to_string(port), "/phone");
+  }
+  void say(const std::string& text) { socket_.write(boost::asio::buffer(text)); }
+  // The next frame that begins with `word`; "" when the controller has closed the socket.
+  std::string hear(const std::string& word) {
+    for (;;) {
+      beast::flat_buffer buffer;
+      beast::error_code error;
+      socket_.read(buffer, error);
+      if (error)
+        return "";
+      const std::string text = beast::buffers_to_string(buffer.data());
+      if (text.rfind(word, 0) == 0)
+        return text;
+    }
+  }
+
+ private:
+  boost::asio::io_context io_;
+  websocket::stream<tcp::socket> socket_;
+};
+
+class ServerTest : public LinkTest {
+ protected:
+  void SetUp() override {
+    options.controllerPath = QUORIN_CONTROLLER;
+    program = std::make_unique<link::WebSocketLink>(options);
+    listen(*program);
+    ASSERT_TRUE(program->makeLink(true)) << program->lastError();
+    announced = *link::announcedIn(folder);
+  }
+
+  // One request; of an answer that opens a WebSocket only the head is read.
+  http::response<http::string_body> get(const std::string& path, const Headers& headers = {}) {
+    boost::asio::io_context io;
+    tcp::socket socket(io);
+    socket.connect({boost::asio::ip::address_v4::loopback(), static_cast<std::uint16_t>(announced.port)});
+    http::request<http::empty_body> request(http::verb::get, path, 11);
+    request.set(http::field::host, "127.0.0.1:" + std::to_string(announced.port));
+    for (const auto& [name, value] : headers) request.set(name, value);
+    http::write(socket, request);
+    beast::flat_buffer buffer;
+    http::response_parser<http::string_body> parser;
+    http::read_header(socket, buffer, parser);
+    if (parser.get().result() != http::status::switching_protocols)
+      http::read(socket, buffer, parser);
+    return parser.release();
+  }
+  unsigned int knock(const std::string& path, Headers headers) {
+    headers.insert(headers.end(), {{"Connection", "Upgrade"},
+                                   {"Upgrade", "websocket"},
+                                   {"Sec-WebSocket-Version", "13"},
+                                   {"Sec-WebSocket-Key", "dGhlIHNhbXBsZSBub25jZQ=="}});
+    return get(path, headers).result_int();
+  }
+
+  std::unique_ptr<link::WebSocketLink> program;
+  link::Announcement announced;
+};
+
+TEST_F(ServerTest, OnlyTheProgramMaySpeakAsTheProgramAndOnlyOurPageAsAPhone) {
+  const std::string right = "Bearer " + announced.token;
+  const std::string own = "http://127.0.0.1:" + std::to_string(announced.port);
+  struct Case {
+    const char* path;
+    Headers headers;
+    unsigned int status;
+  };
+  const std::vector<Case> cases{
+      {"/program", {}, 401},
+      {"/program", {{"Authorization", "Bearer " + std::string(32, '0')}}, 401},
+      {"/program", {{"Authorization", right}, {"Origin", own}}, 403},
+      {"/program", {{"Authorization", right}, {"X-Quorin-Instance", "another"}}, 409},
+      {"/phone", {{"Origin", "http://evil.example"}}, 403},
+      {"/phone", {{"Origin", own}}, 101},
+      {"/phone", {}, 101},
+      {"/other", {}, 404}};
+  for (const Case& c : cases) EXPECT_EQ(knock(c.path, c.headers), c.status) << c.path;
+  EXPECT_TRUE(program->linked());
+}
+
+TEST_F(ServerTest, PagesCarryNothingForeign) {
+  for (const char* path :
+       {"/", "/phone.css", "/phone.js", "/join", "/join.css", "/join.js", "/icon.svg", "/join.svg"}) {
+    const auto response = get(path);
+    EXPECT_EQ(response.result_int(), 200U) << path;
+    EXPECT_GT(response.body().size(), 100U) << path;
+    EXPECT_EQ(response.body().find("https://"), std::string::npos) << path;
+    EXPECT_EQ(response["Content-Security-Policy"].substr(0, 18), "default-src 'none'") << path;
+  }
+  EXPECT_NE(get("/join").body().find(":" + std::to_string(announced.port)), std::string::npos);
+  EXPECT_EQ(get("/join").body().find('%'), std::string::npos) << "a mark was left in the page";
+  EXPECT_EQ(get("/../etc/passwd").result_int(), 404U);
+}
+
+TEST_F(ServerTest, APhoneVotesChangesItsMindAndComesBackAfterTheControllerWasReplaced) {
+  std::string token;
+  {
+    Phone phone(announced.port);
+    phone.say("join - 0");
+    const std::string welcome = phone.hear("you");
+    ASSERT_EQ(welcome.find("you\nkeypad=1\ntoken="), 0U) << welcome;
+    token = welcome.substr(19, 32);
+    startVote(*program, 5);
+    ASSERT_NE(phone.hear("vote"), "");
+    for (const std::string vote : {"4", "2"}) {
+      phone.say("press 1 " + vote);
+      ASSERT_TRUE(pump(*program, [&] { return !received.empty() && received.back() == "[1],1;" + vote; }));
+      EXPECT_EQ(phone.hear("yours"), "yours\nvote=1\npress=" + vote + "\nstanding=counted");
+    }
+    program->sendToController("EndVote");
+    EXPECT_EQ(phone.hear("wait\nwhy=ended"), "wait\nwhy=ended\nresult=counted\npress=2");
+  }
+  kill(static_cast<pid_t>(program->controllerProcess()), SIGKILL);
+  ASSERT_TRUE(pump(*program, [&] { return losses == 1; }));
+  ASSERT_TRUE(program->makeLink(true)) << program->lastError();
+  Phone other(link::announcedIn(folder)->port);
+  other.say("join - 1");
+  EXPECT_EQ(other.hear("you").find("you\nkeypad=2\n"), 0U) << "keypad 1 is kept for its phone";
+  Phone back(link::announcedIn(folder)->port);
+  back.say("join " + token + " 0");
+  EXPECT_EQ(back.hear("you").find("you\nkeypad=1\n"), 0U);
+}
+
+TEST_F(ServerTest, HostileFramesCostTheirSenderTheSocketAndNobodyElse) {
+  Phone good(announced.port);
+  good.say("join - 0");
+  ASSERT_NE(good.hear("you"), "");
+  for (const std::string& frame : {std::string("press 1 1"), std::string("{\"a\":1}"), std::string(5000, 'x'),
+                                   std::string("join - 0\njoin - 0")}) {
+    Phone bad(announced.port);
+    bad.say(frame);
+    EXPECT_EQ(bad.hear("you"), "") << frame.substr(0, 40);
+  }
+  Phone flood(announced.port);
+  flood.say("join - 0");
+  try {
+    for (int i = 0; i < 2000; ++i) flood.say("press 0 1");
+  } catch (const std::exception&) {
+    // closed in the midst of it
+  }
+  while (flood.hear("refused") != "") continue;
+  startVote(*program, 5);
+  ASSERT_NE(good.hear("vote"), "");
+  good.say("press 1 3");
+  EXPECT_TRUE(pump(*program, [&] { return !received.empty(); }));
+  EXPECT_NE(good.hear("yours"), "");
+}
+
+}  // namespace
+}  // namespace qrn::test
