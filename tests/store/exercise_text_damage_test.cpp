@@ -98,6 +98,17 @@ TEST_F(DamagedText, oneDamagedValueLeavesItsMemberAndIsLogged) {
                                     "Procedure: LoadXY\r\nLine: 0\r\nMessage Supressed: True\r\n"));
 }
 
+TEST_F(DamagedText, anEmptyValueAtTheEndOfALineStaysOnItsLine) {
+  const std::string line = "\"Arial\",18,#FALSE#,#FALSE#";
+  begin();
+  std::string text = writeExerciseText(glo);
+  text.replace(text.find(line), line.size(), "\"Arial\",,#TRUE#,");
+  const Exercise read = loaded(text);
+  EXPECT_EQ(read.matrixTitleFont, (FontRecord{"Arial", 18, true}));
+  EXPECT_EQ(read.barColours1[0], 65280);
+  EXPECT_EQ(read.barColours2[0], 56320);
+}
+
 TEST_F(DamagedText, aQuoteInTheNotesIsWrittenAsItStandsAndShiftsTheReader) {
   begin();
   glo.risks.assign(2, RiskRecord{});
