@@ -42,6 +42,10 @@ bool isTag(pugi::xml_node node) {
   return is(node, Space::presentation, "tag");
 }
 
+bool isTagList(const Xml& xml) {
+  return is(xml.root(), Space::presentation, "tagLst");
+}
+
 std::string tagElement(const std::string& prefix, const Tag& tag) {
   return "<" + prefix + "tag name=\"" + escapeAttribute(tag.name) + "\" val=\"" + escapeAttribute(tag.value) +
          "\"/>";
@@ -152,6 +156,8 @@ std::vector<Tag> readTags(const Parts& parts, const std::string& owner) {
   if (part.empty() || !parts.has(part))
     return tags;
   const Xml xml(parts.read(part), label(parts, part));
+  if (!isTagList(xml))
+    return tags;
   std::set<std::string> seen;
   for (const pugi::xml_node node : xml.root().children()) {
     Tag tag{upperCase(node.attribute("name").value()), node.attribute("val").value()};
@@ -168,16 +174,18 @@ void writeTags(Parts& parts, const std::string& owner, const std::vector<Tag>& t
   if (!place.parent)
     throwBad(label(parts, owner), "is a slide without content; it cannot hold tags.");
   std::string part = targetOf(parts, owner, place);
-  if (!part.empty() && !apart && parts.has(part)) {
+  const bool present = !part.empty() && parts.has(part);
+  if (present && !apart) {
     const Xml list(parts.read(part), label(parts, part));
-    std::string text = changedList(list, pieces);
-    if (text != list.text())
-      parts.put(part, std::move(text));
-    return;
+    if (isTagList(list)) {
+      parts.put(part, changedList(list, pieces));
+      return;
+    }
   }
   if (pieces.empty() && !place.tags)
     return;
-  const bool known = !part.empty() && !apart;  // referred to, but missing: it comes back under its name
+  const bool known =
+      !part.empty() && !present && !apart;  // referred to, but missing: it comes back under its name
   if (!known)
     part = parts.freeName("ppt/tags/tag");
   parts.put(part, newList(xml.dialect(), pieces));

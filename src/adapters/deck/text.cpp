@@ -157,7 +157,7 @@ std::size_t escapedLength(std::string_view text) {
 }
 
 std::string utf8FromUtf16(std::string text) {
-  const auto byte = [&text](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+  const auto byte = [&text](std::size_t i) -> char32_t { return static_cast<unsigned char>(text[i]); };
   if (text.size() < 2)
     return text;
   const bool bigMark = byte(0) == 0xFE && byte(1) == 0xFF, littleMark = byte(0) == 0xFF && byte(1) == 0xFE;
@@ -166,7 +166,7 @@ std::string utf8FromUtf16(std::string text) {
   if (!big && !little)
     return text;
   const auto unit = [&](std::size_t i) -> char32_t {
-    return big ? (byte(i) << 8U) | byte(i + 1) : (byte(i + 1) << 8U) | byte(i);
+    return big ? (byte(i) << 8) | byte(i + 1) : (byte(i + 1) << 8) | byte(i);
   };
   std::string out;
   for (std::size_t at = bigMark || littleMark ? 2 : 0; at + 1 < text.size(); at += 2) {
