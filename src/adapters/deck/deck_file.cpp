@@ -39,11 +39,14 @@ std::vector<std::string> linesOf(const std::string& text) {
 }  // namespace
 
 std::unique_ptr<Deck> Deck::open(const std::string& file, OpenOptions options) {
+  // Beside a program that is just saving, a reader may meet the new deck with the old journal, or the old
+  // deck without it.
   for (int attempt = 1;; ++attempt) {
     try {
-      return std::make_unique<DeckFile>(file, options);
+      auto deck = std::make_unique<DeckFile>(file, options);
+      if (!options.readOnly || deck->current() || attempt == 3)
+        return deck;
     } catch (const JournalRefused&) {
-      // Beside a program that is just saving, a reader may have met the new deck with the old journal.
       if (!options.readOnly || attempt == 3)
         throw;
     }

@@ -76,6 +76,7 @@ class DeckFile final : public Deck {
   std::optional<std::string> foreignSaveWarning() override;
   RestoreResult restoreFromBackup() override;
 
+  bool current() const { return package_->stillOnDisk(); }
   // For its slides.
   const Parts& parts() const { return parts_; }
   void keep(const Change& change);

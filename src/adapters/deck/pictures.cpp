@@ -21,7 +21,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr double kDrawSeconds = 60, kOfficeSeconds = 120, kOfficeSecondsEachSlide = 2;
-constexpr auto kKeepUnused = std::chrono::hours(24 * 30);
+constexpr auto kKeepUnused = std::chrono::hours(24 * 30), kKeepWork = std::chrono::hours(24);
 
 std::string defaultFolder() {
   if (const char* cache = std::getenv("XDG_CACHE_HOME"); cache != nullptr && *cache == '/')
@@ -74,6 +74,28 @@ class Folder {  // goes away with all that is in it
   std::string path_;
 };
 
+class Busy {
+ public:
+  explicit Busy(bool& flag) : flag_(flag) { flag_ = true; }
+  ~Busy() { flag_ = false; }
+  Busy(const Busy&) = delete;
+  Busy& operator=(const Busy&) = delete;
+
+ private:
+  bool& flag_;
+};
+
+void writeDrawable(const PictureSource& source, const std::string& file) {
+  Parts drawable = source.parts;
+  for (const SlideEntry& slide : source.slides) {
+    std::string text = drawableSlide(source.parts, slide.part);
+    if (text != source.parts.read(slide.part))
+      drawable.put(slide.part, std::move(text));
+  }
+  const File out = File::open(file, O_RDWR | O_CREAT | O_EXCL, 0600);
+  writePackage(drawable, out.fd(), file);
+}
+
 bool isJpeg(const std::string& format) {
   return format == "JPG" || format == "JPEG";
 }
@@ -98,8 +120,7 @@ void Pictures::prepare(const PictureSource& source, const std::function<void(con
     return;
   if (progress)
     progress("Drawing " + std::to_string(source.slides.size()) + " slides");
-  if (!convert(source, pdf))
-    failed_ = true;
+  failed_ = !convert(source, pdf);
 }
 
 void Pictures::make(const PictureSource& source, const PictureRequest& request,
@@ -147,30 +168,24 @@ std::string Pictures::pdfNamed(const std::string& name) const {
   return folder_ + "/pdf/" + name + ".pdf";
 }
 
-// False when the office program failed; throws when the cache cannot be written.
+// False when the office program failed or the cache cannot be written; the painter then has to do.
 bool Pictures::convert(const PictureSource& source, const std::string& pdf) {
-  std::error_code error;
-  fs::create_directories(folder_ + "/pdf", error);
-  fs::create_directories(folder_ + "/pictures", error);
-  if (error)
-    throwDisk("Cannot write to", folder_, error.value());
-  dropOld();
-  const Folder work(folder_ + "/work-");
-  Parts drawable = source.parts;
-  for (const SlideEntry& slide : source.slides) {
-    std::string text = drawableSlide(source.parts, slide.part);
-    if (text != source.parts.read(slide.part))
-      drawable.put(slide.part, std::move(text));
+  try {
+    std::error_code error;
+    fs::create_directories(folder_ + "/pdf", error);
+    fs::create_directories(folder_ + "/pictures", error);
+    dropOld();
+    const Folder work(folder_ + "/work-");
+    const std::string deck = work.path() + "/deck.pptx";
+    writeDrawable(source, deck);
+    const Busy working(busy_);
+    return runOffice(deck, work.path(), source.slides.size()) &&
+           ::rename((work.path() + "/deck.pdf").c_str(), pdf.c_str()) == 0;
+  } catch (const HostError& error) {
+    if (error.fault() != Fault::world)
+      throw;
+    return false;
   }
-  const std::string deck = work.path() + "/deck.pptx";
-  {
-    const File out = File::open(deck, O_RDWR | O_CREAT | O_EXCL, 0600);
-    writePackage(drawable, out.fd(), deck);
-  }
-  busy_ = true;
-  const bool made = runOffice(deck, work.path(), source.slides.size());
-  busy_ = false;
-  return made && ::rename((work.path() + "/deck.pdf").c_str(), pdf.c_str()) == 0;
 }
 
 // A profile of its own, so that an office program that the user has open does not take the work over; one
@@ -205,14 +220,18 @@ bool Pictures::drawPage(const std::string& pdf, std::size_t page, const PictureR
 }
 
 void Pictures::dropOld() const {
-  std::error_code error;
-  for (const char* name : {"/pdf", "/pictures"})
-    for (const fs::directory_entry& entry : fs::directory_iterator(folder_ + name, error)) {
-      std::error_code ignored;
+  const auto drop = [](const std::string& folder, const std::string& stem, std::chrono::hours unused) {
+    std::error_code error, ignored;
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder, error)) {
       const auto used = fs::last_write_time(entry.path(), ignored);
-      if (!ignored && fs::file_time_type::clock::now() - used > kKeepUnused)
-        fs::remove(entry.path(), ignored);
+      if (!ignored && entry.path().filename().string().rfind(stem, 0) == 0 &&
+          fs::file_time_type::clock::now() - used > unused)
+        fs::remove_all(entry.path(), ignored);
     }
+  };
+  drop(folder_ + "/pdf", "", kKeepUnused);
+  drop(folder_ + "/pictures", "", kKeepUnused);
+  drop(folder_, "work-", kKeepWork);  // of runs that were killed
 }
 
 }  // namespace qrn::deck

@@ -242,12 +242,12 @@ void writeZip(const std::string& path, const PartList& parts) {
     const zip_int64_t index = zip_file_add(zip, name.c_str(), source, ZIP_FL_ENC_UTF_8);
     ASSERT_GE(index, 0) << name;
     const bool media = name.find("/media/") != std::string::npos;
-    zip_set_file_compression(zip, static_cast<zip_uint64_t>(index), media ? ZIP_CM_STORE : ZIP_CM_DEFLATE, 0);
+    zip_set_file_compression(zip, static_cast<zip_uint64_t>(index), media ? ZIP_CM_STORE : ZIP_CM_DEFLATE, 1);
   }
   ASSERT_EQ(zip_close(zip), 0) << zip_strerror(zip);
 }
 
-PartList readZip(const std::string& path) {
+PartList readZip(const std::string& path, bool packed) {
   PartList parts;
   zip_t* zip = zip_open(path.c_str(), ZIP_RDONLY | ZIP_CHECKCONS, nullptr);
   if (zip == nullptr) {
@@ -257,8 +257,8 @@ PartList readZip(const std::string& path) {
   for (zip_int64_t i = 0; i < zip_get_num_entries(zip, 0); ++i) {
     zip_stat_t info;
     zip_stat_index(zip, static_cast<zip_uint64_t>(i), 0, &info);
-    std::string text(info.size, '\0');
-    zip_file_t* file = zip_fopen_index(zip, static_cast<zip_uint64_t>(i), 0);
+    std::string text(packed ? info.comp_size : info.size, '\0');
+    zip_file_t* file = zip_fopen_index(zip, static_cast<zip_uint64_t>(i), packed ? ZIP_FL_COMPRESSED : 0);
     EXPECT_EQ(zip_fread(file, text.data(), text.size()), static_cast<zip_int64_t>(text.size())) << info.name;
     zip_fclose(file);
     parts.emplace_back(info.name, std::move(text));

@@ -24,7 +24,8 @@ struct DeckOptions {
 PartList deckParts(const DeckOptions& options = {});
 std::string& part(PartList& parts, const std::string& name);
 void writeZip(const std::string& path, const PartList& parts);
-PartList readZip(const std::string& path);                                           // in the file's order
+// In the file's order; the bytes as they are packed when `packed`.
+PartList readZip(const std::string& path, bool packed = false);
 std::string replaced(std::string text, std::string_view what, std::string_view by);  // must occur
 std::string readFile(const std::string& path);
 void writeFile(const std::string& path, std::string_view text);

@@ -1,14 +1,18 @@
 // Pictures of slides, by LibreOffice when it is installed and by the fallback painter when not.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
+#include <chrono>
 #include <cstdlib>
-#include <cstring>
 
 #include "adapters/deck/deck.h"
 #include "adapters/deck/deck_fixture.h"
 #include "adapters/deck/pictures.h"
 #include "adapters/deck/process.h"
+#include "host/host.h"
+#include "host/system.h"
+#include "host/wait.h"
 
 namespace qrn::test {
 namespace {
@@ -80,6 +84,43 @@ TEST(DeckPictures, AProgramThatDoesNotEndIsEnded) {
   EXPECT_FALSE(deck::runProgram({"/bin/sh", "-c", "sleep 30"}, 0.2));
   EXPECT_EQ(deck::runProgram({"/bin/sh", "-c", "exit 3"}, 10), 3);
   EXPECT_FALSE(deck::runProgram({"/nowhere/program"}, 10));
+}
+
+class RealTime : public host::Loop, public host::Clock {
+ public:
+  RealTime() : before_(host::host()) {
+    host::host().loop = this;
+    host::host().clock = this;
+  }
+  ~RealTime() override { host::host() = before_; }
+  void yield() override { ++yields; }
+  void sleep(int milliseconds) override { ::usleep(static_cast<useconds_t>(milliseconds) * 1000); }
+  host::DateTime now() const override { return {}; }
+  std::int64_t microseconds() const override {
+    return std::chrono::steady_clock::now().time_since_epoch() / std::chrono::microseconds(1);
+  }
+  int yields = 0;
+
+ private:
+  host::Host before_;
+};
+
+TEST(DeckPictures, TheMessageLoopGoesOnWhileAProgramRuns) {
+  RealTime world;
+  EXPECT_EQ(deck::runProgram({"/bin/sh", "-c", "sleep 0.1; exit 4"}, 10), 4);
+  EXPECT_GT(world.yields, 10);
+  EXPECT_FALSE(deck::runProgram({"/bin/sh", "-c", "sleep 30"}, 0.1));
+}
+
+TEST(DeckPictures, ACacheThatCannotBeWrittenLeavesItToThePainter) {
+  const TempFolder folder;
+  Painter painter;
+  deck::OpenOptions options = optionsWith(&painter, folder);
+  writeFile(folder.file("cache"), "a file, no folder");
+  const auto deck = Deck::open(folder.deck(), options);
+  deck->Slides(1).Export(folder.file("out.png"), "PNG", 320, 180);
+  EXPECT_EQ(painter.painted.size(), 1U);
+  EXPECT_FALSE(deck->picturesByLibreOffice());
 }
 
 // What a slide looks like has a name; only what is drawn changes it.

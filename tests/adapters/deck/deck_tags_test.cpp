@@ -44,7 +44,7 @@ TEST_P(DeckKinds, KeepEveryForeignByteAndOrder) {
   const DeckOptions options = GetParam().options;
   const TempFolder folder;
   const std::string file = folder.deck(options);
-  const PartList before = readZip(file);
+  const PartList before = readZip(file), packedBefore = readZip(file, true);
   {
     const auto deck = Deck::open(file);
     deck->Slides(1).tags().Add("qrnMatrix", "text");
@@ -52,11 +52,13 @@ TEST_P(DeckKinds, KeepEveryForeignByteAndOrder) {
     deck->tags().Add("ActiveKeypads", "1,2");
     deck->Save();
   }
-  const PartList after = readZip(file);
+  const PartList after = readZip(file), packedAfter = readZip(file, true);
   const std::size_t added = options.tagged ? 1 : 3;  // tag lists
   ASSERT_EQ(after.size(), before.size() + added);
   for (std::size_t i = 0; i < before.size(); ++i) {
     ASSERT_EQ(after[i].first, before[i].first);
+    EXPECT_EQ(packedAfter[i].second == packedBefore[i].second, after[i].second == before[i].second)
+        << "packed anew: " << before[i].first;
     EXPECT_EQ(withoutOurs(after[i].second, before[i].second), before[i].second) << before[i].first;
     EXPECT_EQ(after[i].second.find("purl.oclc.org") != std::string::npos,
               before[i].second.find("purl.oclc.org") != std::string::npos)
