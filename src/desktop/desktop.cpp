@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QKeyEvent>
+#include <QScreen>
 #include <QTimer>
 
 #include "desktop/deck_window.h"
@@ -63,6 +64,7 @@ struct Desktop::Parts {
   void sendKeys(const std::string& keys);
   void startShow(int slide);
   void showEnded();
+  const QScreen& screenOfShow() const;
   void askForDeck();
   bool openDeck(const std::string& file);
   void takeDeck(std::unique_ptr<host::Presentation> opened);
@@ -155,12 +157,16 @@ void Desktop::Parts::makePicture() {
 void Desktop::Parts::run(int slide) {
   running = true;
   window.setBusy(true);
+  if (show)
+    show->setEnabled(false);  // the keys belong to the exercise
   try {
     if (hooks.runExercise)
       hooks.runExercise(slide);
   } catch (const std::exception& error) {
     report("The exercise of slide " + std::to_string(slide) + " ended early. ", error);
   }
+  if (show)
+    show->setEnabled(true);
   window.setBusy(false);
   running = false;
   window.slideChanged(slide);
@@ -180,9 +186,17 @@ void Desktop::Parts::startShow(int slide) {
   show = std::make_unique<SlideShowWindow>(
       *deck, pictures,
       SlideShowWindow::Calls{[this](int reached) { wantedRun = reached; }, [this] { showEnded(); }});
-  show->setGeometry(window.screen()->geometry());
+  show->setGeometry(screenOfShow().geometry());
   show->start(slide);
   stack.raise(show.get());
+}
+
+// The projector: a screen beside that of the deck window, or the one there is.
+const QScreen& Desktop::Parts::screenOfShow() const {
+  for (const QScreen* screen : QGuiApplication::screens())
+    if (screen != window.screen())
+      return *screen;
+  return *window.screen();
 }
 
 void Desktop::Parts::showEnded() {
@@ -296,7 +310,13 @@ Desktop::Desktop(DesktopHooks hooks) {
   parts_ = std::make_unique<Parts>(std::move(hooks));
 }
 
-Desktop::~Desktop() = default;
+// The windows of the forms must go before the stack that they stand in.
+Desktop::~Desktop() {
+  if (!parts_->forms)
+    return;
+  for (const std::string& name : parts_->forms->loadedNames()) parts_->forms->unload(name);
+  parts_->forms->releaseUnloaded();
+}
 
 host::PresentationProgram& Desktop::program() {
   return parts_->program;
@@ -311,6 +331,7 @@ void Desktop::startShow(int slide) {
 }
 
 int Desktop::exec(const std::string& deckFile) {
+  parts_->window.resize(parts_->window.screen()->availableSize() * 0.85);
   parts_->window.show();
   parts_->stack.raise(&parts_->window);
   if (!deckFile.empty())

@@ -7,8 +7,6 @@
 #include <QPointer>
 #include <QSignalBlocker>
 #include <algorithm>
-#include <array>
-#include <utility>
 
 #include "desktop/keys.h"
 #include "desktop/render/fonts.h"
@@ -21,10 +19,17 @@ namespace {
 
 constexpr const char* kSheet =
     "#xyVoteQuitOptions { background: #ffffff; border: 3px solid #0b57a4; }"
-    "QLabel { color: #16222f; }"
-    "QListWidget { border: 1px solid #c9d1db; border-radius: 6px; font-size: 20px; outline: none; }"
-    "QListWidget::item { padding: 8px 16px; color: #16222f; }"
-    "QListWidget::item:selected { background: #0b57a4; color: #ffffff; }";
+    "QLabel { color: #16222f; font-size: 16px; }";
+
+// The list that Up and Down move in has the thick frame.
+QString listSheet(bool active) {
+  return QString(
+             "QListWidget { border: %1; border-radius: 6px; font-size: 20px; outline: none; background: "
+             "#ffffff; }"
+             "QListWidget::item { padding: 8px 12px; color: #16222f; }"
+             "QListWidget::item:selected { background: #0b57a4; color: #ffffff; }")
+      .arg(active ? "3px solid #0b57a4" : "1px solid #c9d1db");
+}
 
 void fill(QListWidget& list, const std::vector<std::string>& lines, int current) {
   const QSignalBlocker quiet(list);
@@ -51,7 +56,9 @@ QuitOptionsWindow::QuitOptionsWindow(xyVoteQuitOptions& form, QWidget* over)
   setWindowTitle("quorin matrix");
   setStyleSheet(kSheet);
   setFocusPolicy(Qt::StrongFocus);
-  for (const char* caption : xyVoteQuitOptions::captions()) options_->addItem(caption);
+  int number = 0;
+  for (const char* caption : xyVoteQuitOptions::captions())
+    options_->addItem(QString("%1   %2").arg(++number).arg(caption));
   auto* heading = new QLabel("What next?", this);
   heading->setStyleSheet("font-size: 28px; font-weight: bold;");
   auto* hint = new QLabel(
@@ -138,12 +145,10 @@ bool QuitOptionsWindow::moveInTargets(int keyCode, int shift) {
   return true;
 }
 
-// The list that Up and Down move in has the thick frame.
 void QuitOptionsWindow::mark() {
-  const std::array<std::pair<QListWidget*, Zone>, 3> lists{
-      {{options_, Zone::options}, {items_, Zone::items}, {assessments_, Zone::assessments}}};
-  for (const auto& [list, zone] : lists)
-    list->setStyleSheet(zone == zone_ ? "QListWidget { border: 3px solid #0b57a4; }" : "");
+  options_->setStyleSheet(listSheet(zone_ == Zone::options));
+  items_->setStyleSheet(listSheet(zone_ == Zone::items));
+  assessments_->setStyleSheet(listSheet(zone_ == Zone::assessments));
 }
 
 void QuitOptionsWindow::closeEvent(QCloseEvent* event) {

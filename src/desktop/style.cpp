@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QFont>
 #include <QPalette>
+#include <QProxyStyle>
 #include <QStyleFactory>
 
 namespace qrn::desktop {
@@ -29,6 +30,18 @@ QPalette calmPalette() {
   return palette;
 }
 
+// Fusion without the icons that some desktops put on the buttons of questions.
+class PlainStyle : public QProxyStyle {
+ public:
+  PlainStyle() : QProxyStyle(QStyleFactory::create("Fusion")) {}
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* result) const override {
+    if (hint == SH_DialogButtonBox_ButtonsHaveIcons)
+      return 0;
+    return QProxyStyle::styleHint(hint, option, widget, result);
+  }
+};
+
 constexpr const char* kSheet = R"(
 QMenuBar { background: #ffffff; border-bottom: 1px solid #c9d1db; padding: 2px 8px; }
 QMenuBar::item { padding: 6px 12px; border-radius: 4px; }
@@ -48,10 +61,9 @@ QPushButton:default:focus { border: 3px solid #16222f; padding: 6px 14px; }
 QPushButton:disabled { background: #f3f5f8; color: #6b7886; border-color: #c9d1db; }
 QLineEdit { background: #ffffff; border: 1px solid #7d8b9b; border-radius: 6px; padding: 8px; }
 QLineEdit:focus { border: 3px solid #0b57a4; padding: 6px; }
-QMessageBox QLabel, QInputDialog QLabel { font-size: 20px; }
-QMessageBox QLabel#qt_msgbox_label { min-width: 360px; padding: 8px; }
+QInputDialog QLabel { font-size: 20px; }
 QInputDialog QLineEdit { min-width: 480px; font-size: 20px; }
-QMessageBox QPushButton, QInputDialog QPushButton { min-width: 88px; }
+QInputDialog QPushButton { min-width: 88px; }
 QToolTip { background: #16222f; color: #ffffff; border: none; padding: 6px 8px; }
 QStatusBar { background: #ffffff; border-top: 1px solid #c9d1db; }
 QStatusBar::item { border: none; }
@@ -63,7 +75,7 @@ QScrollBar::add-line, QScrollBar::sub-line { height: 0; width: 0; }
 }  // namespace
 
 void applyStyle(QApplication& application) {
-  application.setStyle(QStyleFactory::create("Fusion"));
+  application.setStyle(new PlainStyle);
   application.setPalette(calmPalette());
   QFont font("Arial");
   font.setPixelSize(look::bodyType);

@@ -23,7 +23,7 @@ void WindowStack::raise(QWidget* window) {
   if (window->isWindow() && !window->isFullScreen() && window->objectName() != "deckWindow" && beneath &&
       beneath != window && window->windowHandle())
     window->windowHandle()->setTransientParent(beneath->windowHandle());  // stays above a full-screen show
-  std::erase(windows_, window);
+  std::erase_if(windows_, [&](const QPointer<QWidget>& one) { return !one || one == window; });
   windows_.emplace_back(window);
   activate(window);
 }

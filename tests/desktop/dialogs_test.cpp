@@ -1,8 +1,8 @@
 #include "adapters/qt/dialogs.h"
 
 #include <QLineEdit>
-#include <QMessageBox>
 
+#include "adapters/qt/question_box.h"
 #include "desktop/window_world.h"
 #include "host/wait.h"
 
@@ -54,7 +54,7 @@ TEST_F(Dialogs, EnterTakesTheFirstButtonAndLettersTheirOwn) {
 TEST_F(Dialogs, TextIsShownAsItStands) {
   QString shown;
   whenAsked([&](QWidget& focus) {
-    shown = qobject_cast<QMessageBox*>(focus.window())->text();
+    shown = dynamic_cast<qt::QuestionBox&>(*focus.window()).text();
     QTest::keyClick(&focus, Qt::Key_Escape);
   });
   dialogs.MsgBox("<b>Item & \"A\"</b>", "", Buttons::ok, host::Icon::none);

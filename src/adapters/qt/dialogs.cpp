@@ -3,11 +3,10 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QInputDialog>
-#include <QMessageBox>
 #include <QPointer>
-#include <QPushButton>
 
 #include "adapters/qt/info_window.h"
+#include "adapters/qt/question_box.h"
 #include "host/wait.h"
 
 namespace qrn::qt {
@@ -26,55 +25,6 @@ int ask(QDialog& dialog) {
   dialog.activateWindow();
   host::waitUntil([&] { return !dialog.isVisible(); });
   return dialog.result();
-}
-
-QMessageBox::Icon iconOf(host::Icon icon) {
-  switch (icon) {
-    case host::Icon::information:
-      return QMessageBox::Information;
-    case host::Icon::question:
-      return QMessageBox::Question;
-    case host::Icon::exclamation:
-      return QMessageBox::Warning;
-    case host::Icon::critical:
-      return QMessageBox::Critical;
-    case host::Icon::none:
-      break;
-  }
-  return QMessageBox::NoIcon;
-}
-
-// The buttons, the one that Enter takes first, and the one that Esc and the close button take.
-struct ButtonRow {
-  QMessageBox::StandardButtons buttons;
-  QMessageBox::StandardButton escape;
-};
-
-ButtonRow rowOf(host::Buttons buttons) {
-  switch (buttons) {
-    case host::Buttons::okCancel:
-      return {QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Cancel};
-    case host::Buttons::yesNo:
-      return {QMessageBox::Yes | QMessageBox::No, QMessageBox::No};
-    case host::Buttons::yesNoCancel:
-      return {QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Cancel};
-    case host::Buttons::ok:
-      break;
-  }
-  return {QMessageBox::Ok, QMessageBox::Ok};
-}
-
-host::Answer answerOf(QMessageBox::StandardButton button) {
-  switch (button) {
-    case QMessageBox::Yes:
-      return host::Answer::yes;
-    case QMessageBox::No:
-      return host::Answer::no;
-    case QMessageBox::Cancel:
-      return host::Answer::cancel;
-    default:
-      return host::Answer::ok;
-  }
 }
 
 // "Exercises (*.mtx)|*.mtx" becomes "Exercises (*.mtx)"; the pattern is added where the description lacks it.
@@ -101,18 +51,15 @@ QWidget* QtDialogs::parent() const {
 
 host::Answer QtDialogs::MsgBox(const std::string& message, const std::string& title, host::Buttons buttons,
                                host::Icon icon) {
-  const ButtonRow row = rowOf(buttons);
-  const QPointer<QMessageBox> box =
-      new QMessageBox(iconOf(icon), text(title), text(message), row.buttons, parent());
-  box->setTextFormat(Qt::PlainText);
-  box->setEscapeButton(row.escape);
+  const QPointer<QuestionBox> box = new QuestionBox(text(message), buttons, icon, parent());
+  box->setWindowTitle(text(title));
+  const host::Answer unanswered = box->answer();
   ask(*box);
   if (!box)  // its parent window went away while it stood
-    return answerOf(row.escape);
-  const QMessageBox::StandardButton taken =
-      box->clickedButton() ? box->standardButton(box->clickedButton()) : row.escape;
+    return unanswered;
+  const host::Answer answer = box->answer();
   delete box;
-  return answerOf(taken);
+  return answer;
 }
 
 std::optional<std::string> QtDialogs::InputBox(const std::string& prompt, const std::string& title,

@@ -128,6 +128,12 @@ void takeDialogs(Album& album) {
     dialogs.MsgBox("Unable to display, as two assessments are not available", host::kTitle, host::Buttons::ok,
                    host::Icon::information);
   });
+  askAndTake(album, "question-long", [](host::Dialogs& dialogs) {
+    dialogs.MsgBox(
+        "Matrix is closing because the PowerPoint slide show is no longer running.\r\n\r\n"
+        "All data collected prior to this has been saved.",
+        "quorinMatrix Auto Close", host::Buttons::ok, host::Icon::information);
+  });
   askAndTake(album, "question-input", [](host::Dialogs& dialogs) {
     dialogs.InputBox("Please enter the new item", host::kTitle, "Benches along the quay");
   });
