@@ -51,6 +51,7 @@ WorkshopDesktop::WorkshopDesktop(Neighbours& neighbours) : neighbours_(neighbour
   hooks.installFolder = neighbours_.installFolder();
   desktop_ = std::make_unique<desktop::Desktop>(std::move(hooks));
   host::host().presentationProgram = &desktop_->program();
+  host::host().windows = &desktop_->windows();
   neighbours_.setDialogParent([this] { return desktop_->dialogParent(); });
   registerForms();
   desktop_->attachWindows(*host::host().forms);
@@ -60,6 +61,7 @@ WorkshopDesktop::WorkshopDesktop(Neighbours& neighbours) : neighbours_(neighbour
 WorkshopDesktop::~WorkshopDesktop() {
   neighbours_.setDialogParent({});
   host::host().presentationProgram = nullptr;
+  host::host().windows = nullptr;
 }
 
 int WorkshopDesktop::run(const std::string& deck) {

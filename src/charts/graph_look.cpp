@@ -7,6 +7,7 @@
 
 #include "core/glo.h"
 #include "host/host.h"
+#include "host/presentation.h"
 #include "host/system.h"
 
 namespace qrn {
@@ -46,11 +47,14 @@ std::vector<std::int32_t> coloursBehind(const host::Surface& background) {
   return steps;
 }
 
-// The look with light or dark text and the thinnest panel that makes it comfortable.
-GraphLook lookWith(bool lightText, const std::vector<std::int32_t>& behind) {
+// The look with light or dark text and the thinnest panel that makes it comfortable. A panel in the picture's own
+// tone lets the picture keep its colour and fades only what stands out of it.
+GraphLook lookWith(bool lightText, const std::vector<std::int32_t>& behind, std::int32_t tone = -1) {
   GraphLook look;
   look.lightText = lightText;
   look.panelColour = lightText ? kBlack : kWhite;
+  if (tone >= 0 && ratioOf(lightText ? 1 : 0, luminance(tone)) >= kComfort)
+    look.panelColour = tone;
   for (int step = 0; step <= 20; ++step) {
     look.panelOpacity = step / 20.0;
     look.darkest = 1;
@@ -84,6 +88,12 @@ std::string joined(const std::vector<std::string>& lines) {
   return caption;
 }
 
+// Background colour of the slides by the presentation's scheme; -1 without one.
+std::int32_t slideTone() {
+  constexpr int kBackgroundEntry = 1;
+  return glo.oPresentation != nullptr ? glo.oPresentation->SchemeColour(kBackgroundEntry) : -1;
+}
+
 }  // namespace
 
 std::int32_t blend(std::int32_t from, std::int32_t to, double share) {
@@ -105,11 +115,13 @@ double contrastRatio(std::int32_t a, std::int32_t b) {
 
 GraphLook chooseLook(const host::Surface& background) {
   const std::vector<std::int32_t> behind = coloursBehind(background);
-  if (!background.backgroundFile
-           .empty())  // unknown: the colour of the labels says what the graph was made for
-    return lookWith(
-        contrastRatio(glo.runByGraphLabelColour, kBlack) >= contrastRatio(glo.runByGraphLabelColour, kWhite),
-        behind);
+  if (background.pictureTone >= 0)
+    return lookWith(textOn(background.pictureTone) == kWhite, behind, background.pictureTone);
+  if (!background.backgroundFile.empty()) {
+    // Unknown: the colour of the labels says what the graph was made for.
+    const std::int32_t label = glo.runByGraphLabelColour;
+    return lookWith(contrastRatio(label, kBlack) >= contrastRatio(label, kWhite), behind);
+  }
   const GraphLook light = lookWith(true, behind), dark = lookWith(false, behind);
   return dark.panelOpacity < light.panelOpacity ? dark : light;
 }
@@ -135,13 +147,19 @@ std::int32_t textOn(std::int32_t colour) {
 void setGraphBackground(host::Surface& surface, const std::string& file) {
   const host::Files& files = *host::host().files;
   const std::string slide = glo.usePPTBackground ? glo.matrixPath + "matrix_background.jpg" : "";
+  const std::int32_t tone = glo.usePPTBackground ? slideTone() : -1;
   surface.backgroundFile.clear();
-  for (const std::string& candidate : {file, slide, glo.backgroundFile})
-    if (surface.backgroundFile.empty() && !candidate.empty() && files.fileExists(candidate))
-      surface.backgroundFile = candidate;
+  surface.pictureTone = -1;
+  for (const std::string& candidate : {file, slide, glo.backgroundFile}) {
+    if (candidate.empty() || !files.fileExists(candidate))
+      continue;
+    surface.backgroundFile = candidate;
+    surface.pictureTone = candidate == slide ? tone : -1;
+    break;
+  }
   const auto colour = [](const std::array<int, 3>& rgb) { return host::RGB(rgb[0], rgb[1], rgb[2]); };
-  surface.background = colour(glo.backgroundStart);
-  surface.backgroundEnd = colour(glo.backgroundEnd);
+  surface.background = tone >= 0 ? tone : colour(glo.backgroundStart);
+  surface.backgroundEnd = tone >= 0 ? tone : colour(glo.backgroundEnd);
   surface.gradient = surface.background != surface.backgroundEnd;
 }
 

@@ -42,7 +42,7 @@ std::int32_t softened(std::int32_t colour, const GraphLook& look);
 std::int32_t textOn(std::int32_t colour);
 
 // Puts the background behind a graph: `file` when it exists, else the picture of the slide, the exercise's
-// own picture, or its two colours.
+// own picture, or one colour: that of the slides, else the exercise's two colours.
 void setGraphBackground(host::Surface& surface, const std::string& file);
 
 // The panel of a look over the whole surface; addPanel adds nothing when the look needs none.

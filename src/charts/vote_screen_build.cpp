@@ -12,7 +12,8 @@ namespace {
 using host::Element;
 
 // Type of the default layout, in points of a screen of 1024x768; type shrinks from here until all of it fits.
-constexpr double kItemSize = 34, kAssessmentSize = 24, kOptionSize = 28, kCountSize = 34, kSmallSize = 14;
+constexpr double kItemSize = 34, kAssessmentSize = 24, kOptionSize = 28, kCountSize = 34, kStatsSize = 16,
+                 kSmallSize = 14;
 constexpr double kReadableOption = 16;  // below this, options get more of the width
 constexpr double kOptionShare = 0.52, kWideOptionShare = 0.68;
 constexpr double kRowGap = 0.25;      // between options, in line heights
@@ -158,7 +159,7 @@ void VoteScreenBuilder::chooseNeeds() {
   needs.height = form.ScaleHeight;
   needs.options = static_cast<int>(form.lbl_Criteria.size());
   needs.bars = glo.runByShowBarGraph != 0;
-  form.lbl_averageScore.Font = typeOf(record.font4, kSmallSize * scale);
+  form.lbl_averageScore.Font = typeOf(record.font4, kStatsSize * scale);
   const bool hint = glo.opt_abstain;  // how to abstain stands there while the vote runs
   if (glo.CheckAverageScoreIndicator != 1 && !hint)
     return;

@@ -84,7 +84,7 @@ void placeStatsAndFoot(const ScreenNeeds& needs, ScreenPlaces& places) {
 void placeQuestion(const ScreenNeeds& needs, ScreenPlaces& places) {
   const double W = needs.width, H = needs.height, margin = kMargin * W;
   const double inset =
-      atTop(needs.statsCorner) ? std::clamp(needs.statsWidth + 2 * kStatsEdge - margin, 0.0, 0.3 * W) : 0;
+      atTop(needs.statsCorner) ? std::clamp(needs.statsWidth + 2 * kStatsEdge - margin, 0.0, 0.36 * W) : 0;
   places.risk = {margin + inset, 0.025 * H, W - 2 * (margin + inset), 0.2 * H};
   places.assessment = {margin, 0.24 * H, W - 2 * margin, 0.1 * H};
 }

@@ -21,9 +21,15 @@ void runMtxImport(const MtxArguments& arguments, const CliHooks& hooks) {
   Workshop workshop(arguments.deck, Access::write, hooks);
   workshop.selectSlide(arguments.slide);
   const std::string text = host::host().files->read(arguments.file);
-  if (!readExerciseText(text))
+  if (!looksLikeExerciseText(text))
     throw HostError(Fault::badData, 0, arguments.file + " is not an exercise text; nothing was changed");
-  saveXY();
+  readExerciseText(text);
+  const ExerciseTextReport& report = lastExerciseTextReport();
+  if (!report.complete || report.damagedValues > 0)
+    std::cerr << "quorin-matrix: " << arguments.file << (report.complete ? " is damaged: " : " is cut short: ")
+              << glo.itemCount() << " items could be read, " << report.damagedValues << " values could not\n";
+  if (!saveXY())
+    throw HostError(Fault::world, 0, "The exercise could not be stored in " + arguments.deck);
   workshop.presentation().Save();
   std::cout << glo.itemCount() << " items imported to slide " << arguments.slide << "\n";
 }

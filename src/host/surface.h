@@ -53,6 +53,7 @@ class Surface {
   double width = 0, height = 0;  // twips
   std::int32_t background = 0;   // painted behind everything when no picture is set
   std::string backgroundFile;    // picture stretched over the surface; "" for none
+  std::int32_t pictureTone = -1;  // colour that most of that picture has; -1 when not known
   bool gradient = false;         // from `background` at the top to `backgroundEnd` at the bottom
   std::int32_t backgroundEnd = 0;
 

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdio>
 
+#include "analysis/filters.h"
 #include "core/common.h"
 #include "core/diagnostics.h"
 #include "core/item_label.h"
@@ -43,6 +44,8 @@ namespace {
 constexpr const char* kModule = "exercise_text";
 constexpr const char* kTag = "qrnMatrix";
 
+ExerciseTextReport report;
+
 host::Tags* voteSlideTags() {
   return glo.oVoteSlide != nullptr ? &glo.oVoteSlide->tags() : nullptr;
 }
@@ -52,12 +55,15 @@ host::Tags* voteSlideTags() {
 // Both halves of the text; what the text does not hold any more stays as it was.
 void readLines(std::string_view text) {
   mtx::TextReader reader(text);
+  report = {};
   try {
     mtx::bodyLines(reader, static_cast<Exercise&>(glo));
     mtx::readNamedSettings(reader, glo);
   } catch (const mtx::InputPastEnd& error) {
+    report.complete = false;
     reportError(error, kModule, "LoadXY");
   }
+  report.damagedValues = reader.damaged();
   if (reader.damaged() > 0)
     reportError(HostError(Fault::badData, 13, std::to_string(reader.damaged()) + " values could not be read"),
                 kModule, "LoadXY");
@@ -183,6 +189,7 @@ bool saveXY(const std::string& path) {
   return trapErrors(
       kModule, "saveXY",
       [&] {
+        keepDemographicChoices();
         const std::string text = writeExerciseText(glo);
         if (!path.empty()) {
           writeTextFileContents(text, path);
@@ -220,6 +227,25 @@ bool readExerciseText(const std::string& text) {
   readLines(utf8);
   afterReading();
   return true;
+}
+
+const ExerciseTextReport& lastExerciseTextReport() {
+  return report;
+}
+
+bool looksLikeExerciseText(const std::string& text) {
+  mtx::TextReader reader(text);
+  std::string first;
+  std::array<float, 8> numbers{};
+  try {
+    if (!reader.nextIsQuoted())
+      return false;
+    reader.take(mtx::T(first));
+    for (float& number : numbers) reader.take(mtx::S<float>(number));
+    return reader.count().has_value() && reader.damaged() == 0;
+  } catch (const mtx::InputPastEnd&) {
+    return false;
+  }
 }
 
 std::string newExerciseName() {

@@ -28,6 +28,16 @@ bool saveXY(const std::string& path = "");
 std::string writeExerciseText(Glo& exercise);
 bool readExerciseText(const std::string& text);
 
+// How the last text read had come: to its end or cut short, and how many of its values made no sense.
+struct ExerciseTextReport {
+  bool complete = true;
+  int damagedValues = 0;
+};
+const ExerciseTextReport& lastExerciseTextReport();
+
+// Whether a text begins as an exercise text does: an empty text, eight numbers, the number of items.
+bool looksLikeExerciseText(const std::string& text);
+
 // What "ends the program" means; set by the entry.
 extern std::function<void()> endProgramHook;
 
