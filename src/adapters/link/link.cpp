@@ -39,7 +39,7 @@ class WebSocketLink::Impl {
 
   bool joinRunning();
   bool startController();
-  void commandSent(std::string_view text);
+  bool goesOut(std::string_view command);
   void handOver(WebSocketLink& link);
   bool takeLoss();  // true once for each link that had been made and was lost
 
@@ -67,6 +67,7 @@ class WebSocketLink::Impl {
   // The vote as this side sees it: wanted from "StartVote" to "EndVote", open when the controller has
   // answered.
   bool voteWanted_ = false;
+  bool resumed_ = false;  // it was still open when the link was made again
   int opensAwaited_ = 0;
   std::int64_t voteNumber_ = 0;
   std::uint64_t dealtWith_ = 0;      // frames of this connection, without the hello
@@ -197,13 +198,23 @@ void WebSocketLink::Impl::setLostAside() {
 
 // Commands reach the controller in order, so once it has "EndVote" it knows that every press not acknowledged
 // before was not taken. This side must then not take one either.
-void WebSocketLink::Impl::commandSent(std::string_view text) {
-  if (text == "StartVote") {
+//
+// A program that has lost its link in the midst of a vote opens the vote anew when it is back. Where the
+// controller has held it open all the time, that would throw away what it kept meanwhile: the vote just goes
+// on.
+bool WebSocketLink::Impl::goesOut(std::string_view command) {
+  const bool opens = command == "StartVote";
+  if (resumed_ && voteWanted_ && (opens || command == "Clear")) {
+    resumed_ = !opens;
+    return false;
+  }
+  if (opens) {
     voteWanted_ = true;
     ++opensAwaited_;
-  } else if (text == "EndVote" || text == "Clear") {
+  } else if (command == "EndVote" || command == "Clear") {
     voteWanted_ = false;
   }
+  return true;
 }
 
 void WebSocketLink::Impl::handOver(WebSocketLink& link) {
@@ -244,6 +255,7 @@ bool WebSocketLink::Impl::isVoteOpened(std::string_view text) {
 void WebSocketLink::Impl::greeted(std::string_view hello) {
   const std::string_view number = hello.substr(std::min(hello.size(), helloWord.size()));
   voteWanted_ = voteWanted_ && sameVote(number);
+  resumed_ = voteWanted_;
   opensAwaited_ = 0;
   voteNumber_ = wholeNumber(number).value_or(0);
 }
@@ -286,8 +298,8 @@ bool WebSocketLink::controllerReady() {
 void WebSocketLink::sendToController(std::string_view text) {
   if (!linked())
     return;
-  impl_->commandSent(text);
-  impl_->connection->send(validUtf8(text));
+  if (impl_->goesOut(text))
+    impl_->connection->send(validUtf8(text));
 }
 
 void WebSocketLink::drain() {

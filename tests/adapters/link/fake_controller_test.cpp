@@ -17,32 +17,37 @@ using Socket = websocket::stream<tcp::socket>;
 
 constexpr const char* hello = "Hello=quorin-controller,1,0";
 
-// Announces itself, takes one link and does what the test says with it.
+// Announces itself, takes as many links as the test has scripts, one after another, and does with each what
+// its script says.
 class FakeController {
  public:
-  FakeController(const std::string& folder, std::function<void(Socket&)> script)
-      : script_(std::move(script)) {
+  using Script = std::function<void(Socket&)>;
+  FakeController(const std::string& folder, Script script)
+      : FakeController(folder, std::vector<Script>{std::move(script)}) {}
+  FakeController(const std::string& folder, std::vector<Script> scripts) : scripts_(std::move(scripts)) {
     link::Announcement announcement;
     announcement.port = acceptor_.local_endpoint().port();
     announcement.token = std::string(32, 'a');
     std::ofstream(link::announceFile(folder)) << link::announcementText(announcement);
-    thread_ = std::thread([this] { serve(); });
+    thread_ = std::thread([this] {
+      for (const Script& script : scripts_) serve(script);
+    });
   }
   ~FakeController() { thread_.join(); }
 
  private:
-  void serve() {
+  void serve(const Script& script) {
     try {
       Socket socket(acceptor_.accept());
       socket.accept();
-      script_(socket);
+      script(socket);
     } catch (const std::exception&) {
       // The link has gone, as some of the tests want it.
     }
   }
   boost::asio::io_context io_;
   tcp::acceptor acceptor_{io_, tcp::endpoint(boost::asio::ip::address_v4::loopback(), 0)};
-  std::function<void(Socket&)> script_;
+  std::vector<Script> scripts_;
   std::thread thread_;
 };
 
@@ -140,6 +145,40 @@ TEST_F(FakedController, APressIsTakenAndAcknowledgedOnlyWhileItsVoteRuns) {
   EXPECT_EQ(received, (std::vector<std::string>{"[10],3;3", "done"}));
   ASSERT_FALSE(heard.empty());
   EXPECT_EQ(heard.back(), "Received=4");
+}
+
+TEST_F(FakedController, AVoteThatTheControllerHeldOpenGoesOnInsteadOfBeginningAnew) {
+  std::vector<std::string> heard;
+  {
+    FakeController controller(folder, {[](Socket& socket) {
+                                         write(socket, hello);
+                                         readUntil(socket, "StartVote");
+                                         write(socket, "VoteOpened=1");
+                                         write(socket, "[1],1;5");
+                                         readUntil(socket, "Received=2");
+                                       },
+                                       [&](Socket& socket) {
+                                         write(socket, "Hello=quorin-controller,1,1");
+                                         write(socket, "[1],2;3");
+                                         for (int i = 0; i < 14; ++i) heard.push_back(read(socket));
+                                       }});
+    link::WebSocketLink link(options);
+    listen(link);
+    ASSERT_TRUE(link.makeLink(false)) << link.lastError();
+    startVote(link, 5);
+    ASSERT_TRUE(pump(link, [&] { return losses == 1; }));
+    ASSERT_TRUE(link.makeLink(false)) << link.lastError();
+    startVote(link, 5);
+    ASSERT_TRUE(pump(link, [&] { return received.size() == 2; }));
+    link.sendToController("EndVote");
+    startVote(link, 4);
+  }
+  EXPECT_EQ(received, (std::vector<std::string>{"[1],1;5", "[1],2;3"}));
+  ASSERT_EQ(heard.size(), 14U);
+  EXPECT_EQ(heard[8], "StartFrom=1");
+  EXPECT_EQ(heard[9], "Received=1") << "neither Clear nor StartVote";
+  EXPECT_EQ(heard[10], "EndVote");
+  EXPECT_EQ(heard[11], "voteType=9");
 }
 
 TEST_F(FakedController, AHandlerMayDrainAgainAndMakeTheLinkAnew) {
