@@ -7,6 +7,7 @@
 #include "analysis/orders.h"
 #include "core/diagnostics.h"
 #include "core/glo.h"
+#include "core/show_keys.h"
 #include "host/dialogs.h"
 #include "host/errors.h"
 #include "host/host.h"
@@ -267,7 +268,7 @@ void xyVoteAverageGraph::handlePlainKeys(int keyCode) {
   const int last = static_cast<int>(List1.size()) - 1;
   switch (keyCode) {
     case key::escape:
-      if (glo.cmdMode != "DISPLAY")
+      if (!displayedInShow())
         cmd_close_Click();
       break;
     case key::f3:
@@ -285,7 +286,11 @@ void xyVoteAverageGraph::handlePlainKeys(int keyCode) {
       showPage(chart.Page.Current - 1);
       break;
     case key::pageDown:
-      showPage(chart.Page.Current + 1);
+      pageOn();
+      break;
+    case 'N':
+      if (displayedInShow())
+        cmd_close_Click();
       break;
     case key::home:
       selectItem(0);
@@ -302,6 +307,14 @@ void xyVoteAverageGraph::handlePlainKeys(int keyCode) {
     default:
       break;
   }
+}
+
+// Behind the last page the show goes on.
+void xyVoteAverageGraph::pageOn() {
+  if (displayedInShow() && chart.Page.Current >= chart.pageCount())
+    cmd_close_Click();
+  else
+    showPage(chart.Page.Current + 1);
 }
 
 void registerChartForms() {

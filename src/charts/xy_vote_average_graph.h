@@ -49,6 +49,7 @@ struct xyVoteAverageGraph : ChartForm {
   void dataCheck();
   bool handleAltKeys(int keyCode, int shift);
   void handlePlainKeys(int keyCode);
+  void pageOn();
 
   ChartSurface lowered_;
   std::string shownTitle_;

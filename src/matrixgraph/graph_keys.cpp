@@ -6,6 +6,7 @@
 #include "core/common.h"
 #include "core/glo.h"
 #include "core/item_label.h"
+#include "core/show_keys.h"
 #include "host/dialogs.h"
 #include "host/host.h"
 #include "matrixgraph/xy_vote_graph.h"
@@ -51,6 +52,10 @@ std::string zoomTitle(int risk) {
 
 // Keys
 void xyVoteGraph::Form_KeyDown(int keyCode, int shift) {
+  if (displayedInShow() && movesShowOn(keyCode, shift)) {
+    cmd_close_Click();
+    return;
+  }
   if (List1.size() < 2)
     return;
   if (keyCode == key::escape || keyCode == key::space) {
@@ -111,7 +116,7 @@ void xyVoteGraph::escapeOrSpace() {
     forms.unload(kFilterForm);
   if (filterOpen || graphTitle != exerciseTitle())
     showAll();
-  else if (glo.cmdMode != "DISPLAY")
+  else if (!displayedInShow())
     cmd_close_Click();
 }
 

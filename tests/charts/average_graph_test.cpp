@@ -159,6 +159,8 @@ TEST_F(AverageGraph, EscClosesUnlessTheShowDisplaysIt) {
     glo.cmdMode = display ? "DISPLAY" : "EDIT";
     draw().Form_KeyDown(key::escape, 0);
     EXPECT_EQ(world.forms.isLoaded("xyVoteAverageGraph"), display);
+    draw().Form_KeyDown(key::pageDown, 0);  // behind the last page the show moves on
+    EXPECT_EQ(world.forms.isLoaded("xyVoteAverageGraph"), !display);
   }
 }
 

@@ -139,6 +139,8 @@ TEST_F(GraphKeys, EscShowsAllFirstAndClosesThen) {
     EXPECT_EQ(shown(form), everything_) << c.mode;
     form.Form_KeyDown(key::space, 0);
     EXPECT_EQ(world.forms.isLoaded("xyVoteGraph"), c.staysOpen) << c.mode;
+    draw(pairs_).Form_KeyDown(key::pageDown, 0);  // the show moves on, and nothing else has that key
+    EXPECT_EQ(world.forms.isLoaded("xyVoteGraph"), !c.staysOpen) << c.mode;
   }
 }
 
