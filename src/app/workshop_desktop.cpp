@@ -1,18 +1,24 @@
 #include "app/workshop_desktop.h"
 
 #include <QTimer>
+#include <utility>
 
+#include "adapters/deck/deck.h"
 #include "app/neighbours.h"
 #include "core/blank_form.h"
 #include "core/end_program.h"
 #include "core/entry.h"
 #include "core/glo.h"
+#include "core/model.h"
 #include "desktop/desktop.h"
+#include "host/dialogs.h"
 #include "host/errors.h"
 #include "host/forms.h"
 #include "host/host.h"
 #include "host/wait.h"
 #include "matrixgraph/xy_vote_graph.h"
+#include "store/exercise_text.h"
+#include "store/vote_store.h"
 #include "vote/comms.h"
 #include "vote/xy_vote_runtime.h"
 
@@ -25,6 +31,39 @@ void registerForms() {
   registerBlankForm();
   registerVoteForms();
   registerGraphForms();
+}
+
+// Nobody is asked or told anything while slides are only looked at.
+struct QuietDialogs : host::Dialogs {
+  host::Answer MsgBox(const std::string&, const std::string&, host::Buttons, host::Icon) override {
+    return host::Answer::no;
+  }
+  std::optional<std::string> InputBox(const std::string&, const std::string&, const std::string&) override {
+    return std::nullopt;
+  }
+  std::optional<std::string> FileDialog(const host::FileQuestion&) override { return std::nullopt; }
+  void Info(const std::string&) override {}
+};
+
+// What stands on a slide, read beside the state of any run.
+std::optional<desktop::ExerciseFacts> exerciseFacts(host::Slide& slide) {
+  if (slide.tags().Item("qrnMatrix").empty())
+    return std::nullopt;
+  QuietDialogs quiet;
+  host::Dialogs* const dialogs = std::exchange(host::host().dialogs, &quiet);
+  const Glo kept = std::exchange(glo, Glo{});
+  glo.oVoteSlide = &slide;
+  initXYVote();
+  readExerciseText(slide.tags().Item("qrnMatrix"));
+  readVoteRecords();
+  desktop::ExerciseFacts facts;
+  facts.name = glo.listTitle;
+  facts.items = glo.itemCount();
+  for (const AssessmentInfoRecord& info : glo.assessmentInfo) facts.assessments += info.active ? 1 : 0;
+  facts.votes = static_cast<int>(glo.voteRecords.recordCount());
+  glo = kept;
+  host::host().dialogs = dialogs;
+  return facts;
 }
 
 void fillEntryHooks() {
@@ -48,6 +87,18 @@ WorkshopDesktop::WorkshopDesktop(Neighbours& neighbours) : neighbours_(neighbour
     return address;
   };
   hooks.openDeck = [this](const std::string& file) { return neighbours_.openDeck(file, false); };
+  hooks.exerciseFacts = [this](host::Slide& slide) -> std::optional<desktop::ExerciseFacts> {
+    return running_ ? std::nullopt : exerciseFacts(slide);
+  };
+  hooks.deckNotice = [](host::Presentation& presentation) {
+    auto* deck = dynamic_cast<deck::Deck*>(&presentation);
+    return deck != nullptr ? deck->foreignSaveWarning() : std::nullopt;
+  };
+  hooks.preparePictures = [](host::Presentation& presentation,
+                             const std::function<void(const std::string&)>& progress) {
+    if (auto* deck = dynamic_cast<deck::Deck*>(&presentation))
+      deck->prepare(progress);
+  };
   hooks.installFolder = neighbours_.installFolder();
   desktop_ = std::make_unique<desktop::Desktop>(std::move(hooks));
   host::host().presentationProgram = &desktop_->program();
