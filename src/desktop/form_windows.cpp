@@ -1,9 +1,11 @@
 #include "desktop/form_windows.h"
 
+#include "charts/chart_display.h"
 #include "charts/xy_vote_average_graph.h"
 #include "core/blank_form.h"
 #include "desktop/quit_options_window.h"
 #include "desktop/surface_window.h"
+#include "host/host.h"
 #include "matrixgraph/xy_vote_graph.h"
 #include "vote/xy_vote_runtime.h"
 
@@ -21,20 +23,45 @@ host::FormRegistry::ViewMaker blankView(host::FormRegistry& forms, WindowStack& 
   };
 }
 
-void voteClicked(xyVoteRuntime& form, const host::Element& element) {
-  if (element.array == "uctl_votesCast")
-    form.uctl_votesCast_Click();
+void addToVote(xyVoteRuntime& form, SurfaceWindow::Source& source) {
+  source.clicked = [&form](const host::Element& element) {
+    if (element.array == "uctl_votesCast")
+      form.uctl_votesCast_Click();
+  };
+  source.cursorHeld = [&form, held = source.cursorHeld] { return form.cursorShown || held(); };
+}
+
+template <class T>
+SideListSource listOf(T& form, std::function<void(int)> chosen) {
+  return {[&form] { return form.listVisible; },
+          [&form] {
+            std::vector<std::string> lines;
+            for (const ListRow& row : form.List1) lines.push_back(row.text);
+            return lines;
+          },
+          [&form] { return form.ListIndex; }, std::move(chosen)};
+}
+
+void addToAverageGraph(xyVoteAverageGraph& form, SurfaceWindow::Source& source) {
+  source.list = listOf(form, [&form](int row) {
+    form.selectItem(row);
+    host::host().forms->refresh(form.name);
+  });
+  source.info = InfoSource{[&form] { return form.infoButton; }, [&form] { form.cmd_info_Click(); }};
+}
+
+void addToMatrixGraph(xyVoteGraph& form, SurfaceWindow::Source& source) {
+  source.list = listOf(form, [&form](int row) { form.ListIndex = row; });
+  source.info = InfoSource{[&form] { return form.cmd_info; }, [&form] { form.cmd_info_Click(); }};
 }
 
 }  // namespace
 
 void attachFormWindows(host::FormRegistry& forms, WindowStack& stack) {
   forms.attach("blankForm", blankView(forms, stack));
-  forms.attach("xyVoteRuntime",
-               surfaceViewOf<xyVoteRuntime>(forms, stack, voteClicked,
-                                            [](const xyVoteRuntime& form) { return form.cursorShown; }));
-  forms.attach("xyVoteAverageGraph", surfaceViewOf<xyVoteAverageGraph>(forms, stack));
-  forms.attach("xyVoteGraph", surfaceViewOf<xyVoteGraph>(forms, stack));
+  forms.attach("xyVoteRuntime", surfaceViewOf<xyVoteRuntime>(forms, stack, addToVote));
+  forms.attach("xyVoteAverageGraph", surfaceViewOf<xyVoteAverageGraph>(forms, stack, addToAverageGraph));
+  forms.attach("xyVoteGraph", surfaceViewOf<xyVoteGraph>(forms, stack, addToMatrixGraph));
   forms.attach("xyVoteQuitOptions", [&stack](host::Form& form) {
     return std::make_unique<QuitOptionsView>(dynamic_cast<xyVoteQuitOptions&>(form), stack);
   });

@@ -26,7 +26,7 @@ QString listSheet(bool active) {
   return QString(
              "QListWidget { border: %1; border-radius: 6px; font-size: 20px; outline: none; background: "
              "#ffffff; }"
-             "QListWidget::item { padding: 8px 12px; color: #16222f; }"
+             "QListWidget::item { border: none; padding: 8px 12px; color: #16222f; }"
              "QListWidget::item:selected { background: #0b57a4; color: #ffffff; }")
       .arg(active ? "3px solid #0b57a4" : "1px solid #c9d1db");
 }
@@ -45,8 +45,8 @@ void fill(QListWidget& list, const std::vector<std::string>& lines, int current)
 
 }  // namespace
 
-QuitOptionsWindow::QuitOptionsWindow(xyVoteQuitOptions& form, QWidget* over)
-    : QWidget(over, Qt::Dialog | Qt::FramelessWindowHint),
+QuitOptionsWindow::QuitOptionsWindow(xyVoteQuitOptions& form)
+    : QWidget(nullptr, Qt::Dialog | Qt::FramelessWindowHint),
       form_(form),
       options_(makeList("options")),
       items_(makeList("List1")),
@@ -157,8 +157,7 @@ void QuitOptionsWindow::closeEvent(QCloseEvent* event) {
     form_.choose(xyVoteQuitOptions::continueVoting);
 }
 
-QuitOptionsView::QuitOptionsView(xyVoteQuitOptions& form, WindowStack& stack)
-    : stack_(stack), window_(form, stack.front()) {
+QuitOptionsView::QuitOptionsView(xyVoteQuitOptions& form, WindowStack& stack) : stack_(stack), window_(form) {
   const QRect screen = stack_.placeForForms();
   const QSize size(std::min(960, screen.width() - 64), std::min(560, screen.height() - 64));
   window_.setGeometry(QRect(screen.center() - QPoint(size.width() / 2, size.height() / 2), size));

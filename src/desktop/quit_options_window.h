@@ -12,7 +12,7 @@ namespace qrn::desktop {
 
 class QuitOptionsWindow : public QWidget {
  public:
-  QuitOptionsWindow(xyVoteQuitOptions& form, QWidget* over);
+  explicit QuitOptionsWindow(xyVoteQuitOptions& form);
   void sync();  // shows what the form holds
 
  protected:

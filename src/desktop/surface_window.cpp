@@ -41,6 +41,10 @@ SurfaceWindow::SurfaceWindow(host::Form& form, host::FormRegistry& forms, Source
   setMouseTracking(true);
   setAttribute(Qt::WA_OpaquePaintEvent);
   setCursor(Qt::BlankCursor);
+  if (source_.list)
+    list_ = new SideList(*source_.list, this);
+  if (source_.info)
+    info_ = new InfoButton(*source_.info, this);
   hideCursor_->setSingleShot(true);
   hideCursor_->callOnTimeout(this, [this] {
     if (!source_.cursorHeld || !source_.cursorHeld())
@@ -49,6 +53,10 @@ SurfaceWindow::SurfaceWindow(host::Form& form, host::FormRegistry& forms, Source
 }
 
 void SurfaceWindow::changed() {
+  if (formStands() && list_)
+    listWidth_ = list_->sync();
+  if (formStands() && info_)
+    info_->sync();
   painted_ = QPixmap();
   update();
 }
@@ -60,8 +68,9 @@ bool SurfaceWindow::formStands() const {
 const host::Element* SurfaceWindow::elementAt(QPointF place,
                                               const std::function<bool(const host::Element&)>& counts) const {
   const host::Surface& surface = source_.surface();
-  const double scale = scaleOf(surface, size());
-  const double x = (place.x() - (width() - surface.width / render::kTwipsPerPixel * scale) / 2) / scale;
+  const double scale = scaleOf(surface, surfaceSize());
+  const double x =
+      (place.x() - (surfaceSize().width() - surface.width / render::kTwipsPerPixel * scale) / 2) / scale;
   const double y = (place.y() - (height() - surface.height / render::kTwipsPerPixel * scale) / 2) / scale;
   const double left = x * render::kTwipsPerPixel, top = y * render::kTwipsPerPixel;
   const auto& elements = surface.elements();
@@ -135,7 +144,7 @@ void SurfaceWindow::paintEvent(QPaintEvent*) {
     painted_ = QPixmap((QSizeF(size()) * ratio).toSize());
     painted_.setDevicePixelRatio(ratio);
     QPainter painter(&painted_);
-    render::renderSurface(source_.surface(), painter, size());
+    render::renderSurface(source_.surface(), painter, surfaceSize());
   }
   QPainter painter(this);
   painter.drawPixmap(0, 0, painted_);

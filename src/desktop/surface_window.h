@@ -5,7 +5,9 @@
 #include <QPixmap>
 #include <QWidget>
 #include <functional>
+#include <optional>
 
+#include "desktop/side_list.h"
 #include "desktop/window_stack.h"
 #include "host/forms.h"
 #include "host/surface.h"
@@ -20,6 +22,8 @@ class SurfaceWindow : public QWidget {
     std::function<const host::Surface&()> surface;
     std::function<void(const host::Element&)> clicked;  // the front element under the press; may be left out
     std::function<bool()> cursorHeld;                   // true while the mouse cursor is to stay in sight
+    std::optional<SideListSource> list;                 // shown at the right, the surface beside it
+    std::optional<InfoSource> info;
   };
   SurfaceWindow(host::Form& form, host::FormRegistry& forms, Source source);
 
@@ -38,6 +42,7 @@ class SurfaceWindow : public QWidget {
 
  private:
   bool formStands() const;
+  QSize surfaceSize() const { return {width() - listWidth_, height()}; }
   const host::Element* elementAt(QPointF place,
                                  const std::function<bool(const host::Element&)>& counts) const;
 
@@ -46,6 +51,9 @@ class SurfaceWindow : public QWidget {
   Source source_;
   QPixmap painted_;  // null: to be painted
   QTimer* hideCursor_;
+  SideList* list_ = nullptr;
+  InfoButton* info_ = nullptr;
+  int listWidth_ = 0;
 };
 
 // Attaches a surface window to a form. The form gets the size of its screen before Form_Load.
@@ -67,20 +75,17 @@ class SurfaceView : public host::FormView {
   SurfaceWindow window_;
 };
 
-// A form type with surface() as a view maker.
+// A form type with surface() as a view maker. `more` adds to what its window shows and does.
 template <class T>
 host::FormRegistry::ViewMaker surfaceViewOf(host::FormRegistry& forms, WindowStack& stack,
-                                            std::function<void(T&, const host::Element&)> clicked = {},
-                                            std::function<bool(const T&)> cursorHeld = {}) {
-  return [&forms, &stack, clicked, cursorHeld](host::Form& form) {
+                                            std::function<void(T&, SurfaceWindow::Source&)> more = {}) {
+  return [&forms, &stack, more](host::Form& form) {
     T& typed = dynamic_cast<T&>(form);
     SurfaceWindow::Source source;
     source.surface = [&typed]() -> const host::Surface& { return typed.surface(); };
-    if (clicked)
-      source.clicked = [&typed, clicked](const host::Element& element) { clicked(typed, element); };
-    source.cursorHeld = [&typed, &stack, cursorHeld] {
-      return stack.cursorHeld() || (cursorHeld && cursorHeld(typed));
-    };
+    source.cursorHeld = [&stack] { return stack.cursorHeld(); };
+    if (more)
+      more(typed, source);
     return std::make_unique<SurfaceView>(form, forms, stack, std::move(source));
   };
 }

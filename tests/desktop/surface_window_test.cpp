@@ -32,17 +32,27 @@ struct GraphForm : host::Form {
   std::function<void(int)> onKey;
   double widthAtLoad = 0;
   int resizes = 0, surfacesAsked = 0;
-  bool mayClose = true, askedByUser = false;
+  bool mayClose = true, askedByUser = false, listVisible = false;
+  int row = -1;
 };
 
 class SurfaceWindow : public ::testing::Test {
  protected:
   SurfaceWindow() {
     world.forms.define("graph", [] { return std::make_unique<GraphForm>(); });
-    world.forms.attach("graph", desktop::surfaceViewOf<GraphForm>(
-                                    world.forms, stack, [this](GraphForm&, const host::Element& element) {
-                                      clicked.push_back(element.array + std::to_string(element.index));
-                                    }));
+    world.forms.attach(
+        "graph", desktop::surfaceViewOf<GraphForm>(
+                     world.forms, stack, [this](GraphForm& form, desktop::SurfaceWindow::Source& source) {
+                       source.clicked = [this](const host::Element& element) {
+                         clicked.push_back(element.array + std::to_string(element.index));
+                       };
+                       source.list =
+                           desktop::SideListSource{[&form] { return form.listVisible; },
+                                                   [] {
+                                                     return std::vector<std::string>{"A: one", "B: two"};
+                                                   },
+                                                   [] { return 1; }, [&form](int row) { form.row = row; }};
+                     }));
   }
   GraphForm& form() { return world.forms.as<GraphForm>("graph"); }
   QWidget& window() { return *stack.formWindow("graph"); }
@@ -128,6 +138,30 @@ TEST_F(SurfaceWindow, ClicksReachTheFrontElementThere) {
   QTest::mouseClick(&window(), Qt::LeftButton, {}, QPoint(150, 150));
   QTest::mouseClick(&window(), Qt::LeftButton, {}, QPoint(300, 300));
   EXPECT_EQ(clicked, (std::vector<std::string>{"count0", "panel0"}));
+}
+
+TEST_F(SurfaceWindow, TheListTakesItsShareAndTheGraphStaysWhole) {
+  world.forms.load("graph");
+  host::Element all;
+  all.kind = host::Element::Kind::rectangle;
+  all.array = "all";
+  all.width = form().ScaleWidth;
+  all.height = form().ScaleHeight;
+  form().shown.add(all);
+  form().listVisible = true;
+  world.forms.show("graph");
+  auto* list = window().findChild<QListWidget*>("List1");
+  ASSERT_TRUE(list->isVisible());
+  EXPECT_EQ(list->currentItem()->text(), "B: two");
+  const QSize size = window().size();
+  QTest::mouseClick(&window(), Qt::LeftButton, {}, QPoint(list->x() - 5, size.height() / 2));
+  QTest::mouseClick(&window(), Qt::LeftButton, {}, QPoint(list->x() - 5, 5));
+  EXPECT_EQ(clicked, std::vector<std::string>{"all0"})
+      << "the graph ends beside the list, with its proportions";
+  QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(0)).center());
+  EXPECT_EQ(form().row, 0);
+  QTest::keyClick(&window(), Qt::Key_L);
+  EXPECT_EQ(form().keys, "down 76/0 press 108 ") << "the keys stay the form's";
 }
 
 TEST_F(SurfaceWindow, TheWindowBeneathIsInFrontAgainWhenItGoes) {

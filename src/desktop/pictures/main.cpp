@@ -7,8 +7,11 @@
 
 #include "adapters/qt/loop.h"
 #include "adapters/qt/text_measure.h"
+#include "adapters/system/files.h"
+#include "adapters/system/machine.h"
 #include "desktop/pictures/pictures.h"
 #include "desktop/style.h"
+#include "host/dialogs.h"
 #include "host/errors.h"
 #include "host/forms.h"
 #include "host/host.h"
@@ -26,6 +29,20 @@ class SteadyClock : public host::Clock {
 
  private:
   QElapsedTimer timer_;
+};
+
+// Nothing is asked while pictures are taken; a form that asks all the same is told no.
+class NoDialogs : public host::Dialogs {
+ public:
+  host::Answer MsgBox(const std::string& text, const std::string&, host::Buttons, host::Icon) override {
+    std::cerr << "a form said: " << text << "\n";
+    return host::Answer::no;
+  }
+  std::optional<std::string> InputBox(const std::string&, const std::string&, const std::string&) override {
+    return std::nullopt;
+  }
+  std::optional<std::string> FileDialog(const host::FileQuestion&) override { return std::nullopt; }
+  void Info(const std::string&) override {}
 };
 
 }  // namespace
@@ -53,17 +70,24 @@ int takeAll(const QString& folder) {
   SteadyClock clock;
   qt::QtLoop loop;
   qt::QtTextMeasure measure;
+  system::DiskFiles files;
+  system::MachineEnvironment environment;
+  NoDialogs dialogs;
   host::FormRegistry forms;
   host::Host& neighbours = host::host();
   neighbours.clock = &clock;
   neighbours.loop = &loop;
   neighbours.textMeasure = &measure;
+  neighbours.dialogs = &dialogs;
   neighbours.forms = &forms;
+  neighbours.files = &files;
+  neighbours.environment = &environment;
   Album album(folder);
   takeDeckWindow(album);
   takeSlideShow(album);
   takeKeypads(album);
   takeDialogs(album);
+  takeForms(album);
   return album.count();
 }
 

@@ -29,5 +29,6 @@ void takeDeckWindow(Album& album);
 void takeSlideShow(Album& album);
 void takeKeypads(Album& album);
 void takeDialogs(Album& album);
+void takeForms(Album& album);
 
 }  // namespace qrn::pictures

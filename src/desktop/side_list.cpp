@@ -1,0 +1,84 @@
+#include "desktop/side_list.h"
+
+#include <QSignalBlocker>
+#include <algorithm>
+
+#include "desktop/render/fonts.h"
+
+namespace qrn::desktop {
+
+namespace {
+
+constexpr double kShare = 0.3;  // of the window's width
+
+int typeFor(const QWidget& window) {
+  return std::clamp(window.height() / 42, 16, 52);
+}
+
+}  // namespace
+
+SideList::SideList(SideListSource source, QWidget* parent) : QListWidget(parent), source_(std::move(source)) {
+  setObjectName("List1");
+  setFocusPolicy(Qt::NoFocus);  // the keys are the form's
+  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  setTextElideMode(Qt::ElideRight);
+  setUniformItemSizes(true);
+  connect(this, &QListWidget::itemClicked, this, [this] { source_.chosen(currentRow()); });
+  hide();
+}
+
+int SideList::sync() {
+  const QWidget& window = *parentWidget();
+  if (!source_.visible()) {
+    hide();
+    return 0;
+  }
+  const QSignalBlocker quiet(this);
+  const std::vector<std::string> lines = source_.lines();
+  while (count() > static_cast<int>(lines.size())) delete takeItem(count() - 1);
+  for (int row = 0; row < static_cast<int>(lines.size()); ++row) {
+    const QString line = render::toQt(lines[static_cast<std::size_t>(row)]).simplified();
+    if (row == count())
+      addItem(line);
+    if (item(row)->text() != line)
+      item(row)->setText(line);
+    item(row)->setToolTip(line);
+  }
+  setCurrentRow(source_.current());
+  const int width = static_cast<int>(window.width() * kShare);
+  const QRect place(window.width() - width, 0, width, window.height());
+  if (geometry() != place || isHidden()) {
+    setGeometry(place);
+    setStyleSheet(QString("QListWidget { background: #ffffff; border: none; border-left: 3px solid #0b57a4; "
+                          "font-size: %1px; outline: none; }"
+                          "QListWidget::item { border: none; padding: %2px; color: #16222f; }"
+                          "QListWidget::item:selected { background: #0b57a4; color: #ffffff; }")
+                      .arg(typeFor(window))
+                      .arg(typeFor(window) / 3));
+    show();
+  }
+  return width;
+}
+
+InfoButton::InfoButton(InfoSource source, QWidget* parent)
+    : QPushButton("i", parent), source_(std::move(source)) {
+  setObjectName("cmd_info");
+  setFocusPolicy(Qt::NoFocus);
+  setToolTip("Items without data (Alt+I)");
+  connect(this, &QPushButton::clicked, this, [this] { source_.clicked(); });
+  hide();
+}
+
+void InfoButton::sync() {
+  const QWidget& window = *parentWidget();
+  setVisible(source_.visible());
+  const int side = 2 * typeFor(window);
+  setGeometry(side / 2, window.height() - side * 3 / 2, side, side);
+  setStyleSheet(
+      QString("background: #ffffff; color: #0b57a4; border: 3px solid #0b57a4; border-radius: %1px; "
+              "font-size: %2px; font-weight: bold; padding: 0; min-height: 0;")
+          .arg(side / 2)
+          .arg(typeFor(window)));
+}
+
+}  // namespace qrn::desktop

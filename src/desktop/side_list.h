@@ -1,0 +1,44 @@
+// The list beside a graph, and the small button that tells which items lack data.
+#pragma once
+
+#include <QListWidget>
+#include <QPushButton>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace qrn::desktop {
+
+struct SideListSource {
+  std::function<bool()> visible;
+  std::function<std::vector<std::string>()> lines;
+  std::function<int()> current;  // -1: none
+  std::function<void(int row)> chosen;
+};
+
+class SideList : public QListWidget {
+ public:
+  SideList(SideListSource source, QWidget* parent);
+  // Takes what the form holds and stands at the right of the parent. Returns the width it takes, 0 when
+  // hidden.
+  int sync();
+
+ private:
+  SideListSource source_;
+};
+
+struct InfoSource {
+  std::function<bool()> visible;
+  std::function<void()> clicked;
+};
+
+class InfoButton : public QPushButton {
+ public:
+  InfoButton(InfoSource source, QWidget* parent);
+  void sync();  // stands at the lower left of the parent
+
+ private:
+  InfoSource source_;
+};
+
+}  // namespace qrn::desktop
