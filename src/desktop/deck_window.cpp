@@ -34,7 +34,7 @@ constexpr const char* kKeysText =
     "Esc\tLeave";
 
 QLabel* heading(const QString& text, int pixels, QWidget* parent) {
-  auto* label = new QLabel(text, parent);
+  auto* label = new ElidedLabel(text, parent);
   QFont font("Arial");
   font.setPixelSize(pixels);
   font.setBold(true);
@@ -66,6 +66,12 @@ void PictureView::paintEvent(QPaintEvent*) {
   painter.drawPixmap(at, scaled_);
   painter.setPen(look::line);
   painter.drawRect(QRect(at, inside).adjusted(-1, -1, 0, 0));
+}
+
+void ElidedLabel::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.drawText(rect(), static_cast<int>(alignment()),
+                   painter.fontMetrics().elidedText(text(), Qt::ElideRight, width()));
 }
 
 DeckWindow::DeckWindow(SlidePictures& pictures, ExerciseFactsOf factsOf, Calls calls)
@@ -250,9 +256,6 @@ QWidget* DeckWindow::makeDetail() {
   layout->setContentsMargins(2 * look::grid, 2 * look::grid, 3 * look::grid, 2 * look::grid);
   layout->setSpacing(look::grid);
   title_ = heading("", look::titleType, detail);
-  title_->setWordWrap(true);
-  title_->setMaximumHeight(2 * title_->fontMetrics().lineSpacing() + 4);
-  title_->setMinimumWidth(1);
   facts_ = new QLabel(detail);
   facts_->setTextFormat(Qt::PlainText);
   facts_->setMinimumWidth(1);

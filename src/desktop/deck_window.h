@@ -28,6 +28,16 @@ class PictureView : public QWidget {
   QPixmap scaled_;
 };
 
+// A line of text that ends in "…" where it does not fit; the tool tip holds all of it.
+class ElidedLabel : public QLabel {
+ public:
+  using QLabel::QLabel;
+  QSize minimumSizeHint() const override { return {1, QLabel::minimumSizeHint().height()}; }
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+};
+
 class DeckWindow : public QMainWindow, public host::View {
  public:
   struct Calls {

@@ -8,6 +8,7 @@
 #include <QSignalBlocker>
 #include <algorithm>
 
+#include "adapters/qt/type_scale.h"
 #include "desktop/keys.h"
 #include "desktop/render/fonts.h"
 #include "desktop/style.h"
@@ -19,16 +20,17 @@ namespace {
 
 constexpr const char* kSheet =
     "#xyVoteQuitOptions { background: #ffffff; border: 3px solid #0b57a4; }"
-    "QLabel { color: #16222f; font-size: 16px; }";
+    "QLabel { color: #16222f; font-size: %1px; }";
 
 // The list that Up and Down move in has the thick frame.
-QString listSheet(bool active) {
+QString listSheet(bool active, int type) {
   return QString(
-             "QListWidget { border: %1; border-radius: 6px; font-size: 20px; outline: none; background: "
+             "QListWidget { border: %1; border-radius: 6px; font-size: %2px; outline: none; background: "
              "#ffffff; }"
              "QListWidget::item { border: none; padding: 8px 12px; color: #16222f; }"
              "QListWidget::item:selected { background: #0b57a4; color: #ffffff; }")
-      .arg(active ? "3px solid #0b57a4" : "1px solid #c9d1db");
+      .arg(active ? "3px solid #0b57a4" : "1px solid #c9d1db")
+      .arg(type);
 }
 
 void fill(QListWidget& list, const std::vector<std::string>& lines, int current) {
@@ -45,25 +47,26 @@ void fill(QListWidget& list, const std::vector<std::string>& lines, int current)
 
 }  // namespace
 
-QuitOptionsWindow::QuitOptionsWindow(xyVoteQuitOptions& form)
+QuitOptionsWindow::QuitOptionsWindow(xyVoteQuitOptions& form, double scale)
     : QWidget(nullptr, Qt::Dialog | Qt::FramelessWindowHint),
       form_(form),
+      scale_(scale),
       options_(makeList("options")),
       items_(makeList("List1")),
       assessments_(makeList("List2")),
       targets_(new QWidget(this)) {
   setObjectName("xyVoteQuitOptions");
   setWindowTitle("quorin matrix");
-  setStyleSheet(kSheet);
+  setStyleSheet(QString(kSheet).arg(px(16)));
   setFocusPolicy(Qt::StrongFocus);
   int number = 0;
   for (const char* caption : xyVoteQuitOptions::captions())
     options_->addItem(QString("%1   %2").arg(++number).arg(caption));
   auto* heading = new QLabel("What next?", this);
-  heading->setStyleSheet("font-size: 28px; font-weight: bold;");
+  heading->setStyleSheet(QString("font-size: %1px; font-weight: bold;").arg(px(28)));
   auto* hint = new QLabel(
       "Up, Down or a digit choose, Enter takes, Tab goes to the lists, Esc continues voting", this);
-  hint->setStyleSheet(QString("font-size: 16px; color: %1;").arg(look::quietInk.name()));
+  hint->setStyleSheet(QString("color: %1;").arg(look::quietInk.name()));
   auto* lists = new QVBoxLayout(targets_);
   lists->setContentsMargins(0, 0, 0, 0);
   lists->addWidget(new QLabel("Item list", targets_));
@@ -146,9 +149,9 @@ bool QuitOptionsWindow::moveInTargets(int keyCode, int shift) {
 }
 
 void QuitOptionsWindow::mark() {
-  options_->setStyleSheet(listSheet(zone_ == Zone::options));
-  items_->setStyleSheet(listSheet(zone_ == Zone::items));
-  assessments_->setStyleSheet(listSheet(zone_ == Zone::assessments));
+  options_->setStyleSheet(listSheet(zone_ == Zone::options, px(20)));
+  items_->setStyleSheet(listSheet(zone_ == Zone::items, px(20)));
+  assessments_->setStyleSheet(listSheet(zone_ == Zone::assessments, px(20)));
 }
 
 void QuitOptionsWindow::closeEvent(QCloseEvent* event) {
@@ -157,9 +160,12 @@ void QuitOptionsWindow::closeEvent(QCloseEvent* event) {
     form_.choose(xyVoteQuitOptions::continueVoting);
 }
 
-QuitOptionsView::QuitOptionsView(xyVoteQuitOptions& form, WindowStack& stack) : stack_(stack), window_(form) {
+QuitOptionsView::QuitOptionsView(xyVoteQuitOptions& form, WindowStack& stack)
+    : stack_(stack), window_(form, qt::typeScale(stack.front())) {
   const QRect screen = stack_.placeForForms();
-  const QSize size(std::min(960, screen.width() - 64), std::min(560, screen.height() - 64));
+  const double scale = qt::typeScale(stack_.front());
+  const QSize size(std::min(static_cast<int>(960 * scale), screen.width() - 64),
+                   std::min(static_cast<int>(560 * scale), screen.height() - 64));
   window_.setGeometry(QRect(screen.center() - QPoint(size.width() / 2, size.height() / 2), size));
 }
 

@@ -12,7 +12,7 @@ namespace qrn::desktop {
 
 class QuitOptionsWindow : public QWidget {
  public:
-  explicit QuitOptionsWindow(xyVoteQuitOptions& form);
+  QuitOptionsWindow(xyVoteQuitOptions& form, double scale);
   void sync();  // shows what the form holds
 
  protected:
@@ -23,12 +23,14 @@ class QuitOptionsWindow : public QWidget {
  private:
   QListWidget* makeList(const QString& name);
   bool formStands() const;
+  int px(int pixels) const { return static_cast<int>(pixels * scale_); }
   bool moveInTargets(int keyCode, int shift);
   void mark();
 
   enum class Zone { options, items, assessments };
   Zone zone_ = Zone::options;  // where Up and Down move
   xyVoteQuitOptions& form_;
+  double scale_;  // of type, against a screen of 1080 rows
   QListWidget *options_, *items_, *assessments_;
   QWidget* targets_;
 };

@@ -4,6 +4,7 @@
 #include <QHBoxLayout>
 #include <QScreen>
 
+#include "adapters/qt/type_scale.h"
 #include "host/wait.h"
 
 namespace qrn::qt {
@@ -19,13 +20,13 @@ InfoWindow::InfoWindow()
   auto* layout = new QHBoxLayout(this);
   layout->setContentsMargins(32, 20, 32, 20);
   layout->addWidget(label_);
-  setStyleSheet(
-      "#infoForm { background: #12263a; border: 2px solid #5aa9e6; }"
-      "QLabel { color: #ffffff; font-size: 22px; }");
+  setStyleSheet("#infoForm { background: #12263a; border: 2px solid #5aa9e6; }");
 }
 
 void InfoWindow::showLine(const QString& line, const QWidget* over) {
   label_->setText(line);
+  label_->setStyleSheet(
+      QString("color: #ffffff; font-size: %1px;").arg(static_cast<int>(22 * typeScale(over))));
   adjustSize();
   const QRect place = over ? QRect(over->mapToGlobal(QPoint(0, 0)), over->size())
                            : QGuiApplication::primaryScreen()->geometry();

@@ -6,9 +6,15 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "adapters/qt/type_scale.h"
+
 namespace qrn::qt {
 
 namespace {
+
+int px(int pixels, double scale) {
+  return static_cast<int>(pixels * scale);
+}
 
 struct Choice {
   const char* caption;
@@ -52,26 +58,30 @@ Sign signOf(host::Icon icon) {
   return {"", ""};
 }
 
-QLabel* signLabel(host::Icon icon, QWidget* parent) {
+QLabel* signLabel(host::Icon icon, double scale, QWidget* parent) {
   const Sign sign = signOf(icon);
   auto* label = new QLabel(QString::fromUtf8(sign.letter), parent);
-  label->setFixedSize(48, 48);
+  const int side = px(48, scale);
+  label->setFixedSize(side, side);
   label->setAlignment(Qt::AlignCenter);
   label->setStyleSheet(
-      QString("background: %1; color: #ffffff; border-radius: 24px; font-size: 30px; font-weight: bold;")
-          .arg(sign.colour));
+      QString("background: %1; color: #ffffff; border-radius: %2px; font-size: %3px; font-weight: bold;")
+          .arg(sign.colour)
+          .arg(side / 2)
+          .arg(px(30, scale)));
   return label;
 }
 
-QLabel* textLabel(const QString& text, QWidget* parent) {
+QLabel* textLabel(const QString& text, double scale, QWidget* parent) {
   auto* label = new QLabel(text, parent);
   label->setTextFormat(Qt::PlainText);
-  label->setStyleSheet("font-size: 20px;");
+  label->setStyleSheet(QString("font-size: %1px;").arg(px(20, scale)));
   label->ensurePolished();
   label->setWordWrap(true);
-  const QRect needed = label->fontMetrics().boundingRect(QRect(0, 0, QuestionBox::kTextWidth, 1 << 20),
-                                                         Qt::TextWordWrap | Qt::AlignLeft, text);
-  label->setMinimumSize(std::max(320, needed.width() + 4), std::max(48, needed.height() + 4));
+  const QRect needed = label->fontMetrics().boundingRect(
+      QRect(0, 0, px(QuestionBox::kTextWidth, scale), 1 << 20), Qt::TextWordWrap | Qt::AlignLeft, text);
+  label->setMinimumSize(std::max(px(320, scale), needed.width() + 4),
+                        std::max(px(48, scale), needed.height() + 4));
   label->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   return label;
 }
@@ -82,17 +92,20 @@ QuestionBox::QuestionBox(const QString& text, host::Buttons buttons, host::Icon 
     : QDialog(parent), text_(text), answer_(choicesOf(buttons).back().answer) {
   setObjectName("question");
   text_.replace("\r\n", "\n").replace('\r', '\n');
+  const double scale = typeScale(parent);
   auto* upper = new QHBoxLayout;
-  upper->setSpacing(24);
+  upper->setSpacing(px(24, scale));
   if (icon != host::Icon::none)
-    upper->addWidget(signLabel(icon, this), 0, Qt::AlignTop);
-  upper->addWidget(textLabel(text_, this), 1);
+    upper->addWidget(signLabel(icon, scale, this), 0, Qt::AlignTop);
+  upper->addWidget(textLabel(text_, scale, this), 1);
   auto* lower = new QHBoxLayout;
-  lower->setSpacing(8);
+  lower->setSpacing(px(8, scale));
   lower->addStretch();
   for (const Choice& choice : choicesOf(buttons)) {
     auto* button = new QPushButton(choice.caption, this);
-    button->setMinimumWidth(104);
+    button->setMinimumWidth(px(104, scale));
+    button->setStyleSheet(
+        QString("font-size: %1px; min-height: %2px;").arg(px(16, scale)).arg(px(20, scale)));
     button->setAutoDefault(true);
     connect(button, &QPushButton::clicked, this, [this, taken = choice.answer] {
       answer_ = taken;
@@ -105,8 +118,8 @@ QuestionBox::QuestionBox(const QString& text, host::Buttons buttons, host::Icon 
     lower->addWidget(button);
   }
   auto* layout = new QVBoxLayout(this);
-  layout->setContentsMargins(32, 24, 32, 24);
-  layout->setSpacing(24);
+  layout->setContentsMargins(px(32, scale), px(24, scale), px(32, scale), px(24, scale));
+  layout->setSpacing(px(24, scale));
   layout->addLayout(upper, 1);
   layout->addLayout(lower);
   layout->setSizeConstraint(QLayout::SetFixedSize);
