@@ -77,6 +77,12 @@ TEST(DeckSlides, HiddenAndShownAgainLeavesTheSlideAsItWas) {
   }
   deck->Save();
   EXPECT_EQ(readFile(file), before);
+  const PartList parts = readZip(file);
+  for (const bool visible : {false, true}) {
+    for (Shape* shape : deck->Slides(1).Shapes()) shape->SetVisible(visible);
+    deck->Save();
+    EXPECT_EQ(readZip(file) == parts, visible) << "also with a save between";
+  }
 }
 
 TEST(DeckSlides, ChangesToShapesTouchNothingElse) {

@@ -178,6 +178,16 @@ TEST(DeckTags, LongValuesAreKeptInPiecesThatReadersTake) {
               ElementsAre("QRNVOTES", "X#2", "X"));
 }
 
+TEST(DeckTags, ARepetitiveListIsNotPackedSoFarThatReadersTakeItForABomb) {
+  const TempFolder folder;
+  const std::string file = folder.deck();
+  const auto deck = Deck::open(file);
+  deck->Slides(1).tags().Add("QRNVOTES", std::string(2000000, '1'));
+  deck->Save();
+  PartList packed = readZip(file, true);
+  EXPECT_GT(part(packed, "ppt/tags/tag2.xml").size(), 20000U);
+}
+
 TEST(DeckTags, DeletedTagsGoAndTheOthersStay) {
   const TempFolder folder;
   const std::string file = folder.deck({3, false, false, false, true});
