@@ -1,0 +1,69 @@
+#include <QListWidget>
+
+#include "core/glo.h"
+#include "core/model.h"
+#include "desktop/form_windows.h"
+#include "desktop/window_world.h"
+#include "vote/xy_vote_runtime.h"
+
+namespace {
+
+using namespace qrn;
+
+class QuitOptions : public ::testing::Test {
+ protected:
+  QuitOptions() {
+    glo = Glo{};
+    initXYVote();
+    glo.risks.resize(4);
+    for (std::size_t i = 0; i < 3; ++i) {
+      glo.risks[i].text = "item";
+      glo.risks[i].ID = static_cast<int>(i);
+      glo.risks[i].voting = true;
+    }
+    for (std::size_t a = 0; a < 2; ++a) glo.assessmentInfo[a].active = true;
+    registerVoteForms();
+    desktop::attachFormWindows(world.forms, stack);
+  }
+  // Shows the dialog as the vote does, types the keys, and returns what was chosen.
+  xyVoteQuitOptions& answer(const std::vector<Qt::Key>& keys) {
+    world.forms.unload("xyVoteQuitOptions");
+    world.at(0.05, [this, keys] {
+      for (const Qt::Key key : keys) QTest::keyClick(stack.front(), key);
+    });
+    world.forms.showModal("xyVoteQuitOptions");
+    return world.forms.as<xyVoteQuitOptions>("xyVoteQuitOptions");
+  }
+
+  desktop::WindowStack stack;
+  test::WindowWorld world;
+};
+
+TEST_F(QuitOptions, KeysChooseAndEscAlwaysContinues) {
+  EXPECT_EQ(answer({Qt::Key_Escape}).chosen, xyVoteQuitOptions::continueVoting);
+  EXPECT_EQ(answer({Qt::Key_Down, Qt::Key_Down, Qt::Key_Return}).chosen, xyVoteQuitOptions::quitAllVotes);
+  EXPECT_EQ(answer({Qt::Key_3}).chosen, xyVoteQuitOptions::restartThisVote);
+  world.at(0.05, [this] { stack.front()->close(); });
+  world.forms.unload("xyVoteQuitOptions");
+  world.forms.showModal("xyVoteQuitOptions");
+  EXPECT_EQ(world.forms.as<xyVoteQuitOptions>("xyVoteQuitOptions").chosen, xyVoteQuitOptions::continueVoting);
+}
+
+TEST_F(QuitOptions, TabReachesTheTargetsOfGoTo) {
+  const auto& form = answer({Qt::Key_Tab, Qt::Key_Down, Qt::Key_Down, Qt::Key_Down, Qt::Key_Up, Qt::Key_Tab,
+                             Qt::Key_Down, Qt::Key_Return});
+  EXPECT_EQ(form.chosen, xyVoteQuitOptions::goTo);
+  EXPECT_EQ(form.List1Index, 1);
+  EXPECT_EQ(form.List2Index, 1);
+}
+
+TEST_F(QuitOptions, StandsOverTheVoteAndGoesBeforeIt) {
+  world.forms.show("xyVoteRuntime");
+  EXPECT_EQ(answer({Qt::Key_Escape}).UserResult, 0);
+  EXPECT_EQ(stack.front(), stack.formWindow("xyVoteRuntime"));
+  world.forms.unload("xyVoteRuntime");
+  world.forms.unload("xyVoteQuitOptions");
+  world.forms.releaseUnloaded();
+}
+
+}  // namespace
