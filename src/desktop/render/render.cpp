@@ -33,8 +33,9 @@ QColor systemColour(std::int32_t place) {
   return found == colours.end() ? QColor(0xff, 0xff, 0xff) : found->second;
 }
 
-// The last background pictures, so that a repaint does not read the file again.
-QImage backgroundImage(const std::string& file) {
+// A background picture stretched to `size`. The last ones are kept, so that a repaint neither reads the file
+// nor stretches it again. Null when there is no such picture.
+QImage backgroundImage(const std::string& file, QSize size) {
   struct Kept {
     QDateTime changed;
     QImage image;
@@ -43,23 +44,23 @@ QImage backgroundImage(const std::string& file) {
   const QFileInfo info(toQt(file));
   if (!info.isFile())
     return {};
-  const auto found = kept.find(file);
-  if (found != kept.end() && found->second.changed == info.lastModified())
-    return found->second.image;
-  constexpr std::size_t kMostKept = 8;
-  if (kept.size() >= kMostKept)
-    kept.clear();
-  QImage image(info.filePath());
-  kept[file] = {info.lastModified(), image};
-  return image;
+  Kept& entry = kept[file];
+  if (entry.changed != info.lastModified() || entry.image.size() != size) {
+    constexpr std::size_t kMostKept = 8;
+    if (kept.size() > kMostKept)
+      std::erase_if(kept, [&](const auto& one) { return one.first != file; });
+    entry.changed = info.lastModified();
+    entry.image = QImage(info.filePath()).scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+  }
+  return entry.image;
 }
 
 void paintBackground(const host::Surface& surface, QPainter& painter, QSize target) {
   const QRect all(QPoint(0, 0), target);
   if (!surface.backgroundFile.empty()) {
-    const QImage image = backgroundImage(surface.backgroundFile);
+    const QSize pixels = (QSizeF(target) * painter.device()->devicePixelRatioF()).toSize();
+    const QImage image = backgroundImage(surface.backgroundFile, pixels);
     if (!image.isNull()) {
-      painter.setRenderHint(QPainter::SmoothPixmapTransform);
       painter.drawImage(all, image);
       return;
     }
