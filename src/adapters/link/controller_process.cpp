@@ -80,8 +80,8 @@ std::string ControllerProcess::start(const std::string& path, const std::vector<
   posix_spawn_file_actions_t files;
   posix_spawn_file_actions_init(&files);
   posix_spawn_file_actions_addopen(&files, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-  posix_spawn_file_actions_addopen(&files, STDOUT_FILENO, logFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC,
-                                   S_IRUSR | S_IWUSR);
+  posix_spawn_file_actions_addopen(&files, STDOUT_FILENO, logFile.c_str(),
+                                   O_WRONLY | O_CREAT | O_TRUNC | O_APPEND, S_IRUSR | S_IWUSR);
   posix_spawn_file_actions_adddup2(&files, STDOUT_FILENO, STDERR_FILENO);
   posix_spawnattr_t manner;
   posix_spawnattr_init(&manner);
