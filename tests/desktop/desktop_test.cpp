@@ -2,10 +2,23 @@
 
 #include "desktop/window_world.h"
 #include "host/errors.h"
+#include "host/wait.h"
 
 namespace {
 
 using namespace qrn;
+
+// A slide whose picture takes long enough for the person to do other things meanwhile.
+class SlowSlide : public test::MemorySlide {
+ public:
+  using MemorySlide::MemorySlide;
+  void Export(const std::string&, std::string_view, int, int) override {
+    if (meanwhile)
+      std::exchange(meanwhile, nullptr)();
+    throw HostError(Fault::world, 0, "no picture");
+  }
+  std::function<void()> meanwhile;
+};
 
 // Opens a deck of five slides with exercises on 2 and 3.
 std::unique_ptr<host::Presentation> madeDeck(const std::string& file) {
@@ -77,6 +90,27 @@ TEST_F(Desktop, ARunThatFailsIsReportedAndTheDeskGoesOn) {
   turns();
   EXPECT_EQ(runs, "2 ");
   EXPECT_EQ(program().SlideShowWindowsCount(), 1);
+}
+
+TEST_F(Desktop, TheDeckStaysWhileOneOfItsPicturesIsBeingMade) {
+  ASSERT_TRUE(desk.openDeck("talk.pptx"));
+  auto& deck = dynamic_cast<test::MemoryPresentation&>(*program().ActivePresentation());
+  auto slow = std::make_unique<SlowSlide>(256, 1);
+  bool tried = false;
+  slow->meanwhile = [&] {
+    tried = true;
+    EXPECT_FALSE(desk.openDeck("other.pptx"));
+    EXPECT_EQ(program().ActivePresentation(), &deck);
+    desk.startShow(1);
+    program().SendKeysToShow("~");
+    host::waitUntil([] { return false; }, 0.2);
+    EXPECT_EQ(runs, "2 ") << "an exercise does not wait for the pictures";
+  };
+  deck.slides[0] = std::move(slow);
+  QTest::qWait(350);  // nobody has touched a key for a while
+  turns(12);
+  EXPECT_TRUE(tried);
+  EXPECT_TRUE(desk.openDeck("other.pptx"));
 }
 
 TEST_F(Desktop, ADeckThatCannotBeOpenedLeavesTheOneAtHand) {
