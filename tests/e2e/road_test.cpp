@@ -168,6 +168,10 @@ struct Wrong {
   const char* message;
 };
 
+void PrintTo(const Wrong& wrong, std::ostream* out) {
+  *out << wrong.name;
+}
+
 class WrongUse : public ::testing::TestWithParam<Wrong> {};
 
 TEST_P(WrongUse, IsToldAndChangesNothing) {

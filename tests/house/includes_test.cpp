@@ -38,6 +38,10 @@ struct Case {
   const char* complaint;  // "" when all is well
 };
 
+void PrintTo(const Case& c, std::ostream* out) {
+  *out << c.name;
+}
+
 class WrongInclude : public ::testing::TestWithParam<Case> {};
 
 TEST_P(WrongInclude, IsNamed) {
