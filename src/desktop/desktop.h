@@ -40,7 +40,8 @@ struct DesktopHooks {
   std::function<std::string()> joinAddress;
   // Throws HostError with a text for the person: the file is gone, broken, locked by another program.
   std::function<std::unique_ptr<host::Presentation>(const std::string& file)> openDeck;
-  // Nothing for a slide without an exercise. Left out, the slide's tags are asked and only votes are counted.
+  // Asked for slides that hold an exercise; nothing when it cannot tell now. Left out, the slide's tags are
+  // asked and only votes are counted.
   std::function<std::optional<ExerciseFacts>(host::Slide&)> exerciseFacts;
   // Said when votes or settings wait in the journal for the next save; left out, closing never asks.
   std::function<bool()> unsavedChanges;

@@ -150,7 +150,7 @@ const SlideRow& SlideListModel::row(int slide) const {
       made.title = "Slide without a title";
     made.hidden = source.Hidden();
     if (holdsExercise(source))
-      made.exercise = factsOf_(source);
+      made.exercise = factsOf_(source).value_or(factsFromTags(source));
     kept = made;
   }
   return *kept;
