@@ -43,6 +43,8 @@ struct VoteForm : host::Form {
 
   // Called by the vote once before each pass.
   virtual void ResetForNewVote() = 0;
+  // A vote has been taken to its end and saved; the time to note the progress.
+  virtual void voteHeld() {}
   // True when the form writes the outcome of a vote itself, because it leaves the result up for the
   // facilitator.
   virtual bool writesOutcome() const { return false; }

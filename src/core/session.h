@@ -69,6 +69,7 @@ struct Session {
   bool resumePending = false, runFinished = false;
   int logCategory = 1, logAssessment = 1, logRisk = 0, logPairCount = 0, logCumulativePairCount = 0;
   std::array<bool, kAssessments> logAssessments{};
+  int logRunByOption = -1;  // running order of the process to resume; -1 unknown
 
   // The item and vote at hand
   int currentRisk = 0;           // index into risks

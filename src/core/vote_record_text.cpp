@@ -125,6 +125,17 @@ std::string_view VoteRecordText::lastLineByScan(std::string_view text, std::stri
   }
 }
 
+bool VoteRecordText::hasKey(std::string_view line) {
+  for (std::size_t comma = line.find(','); comma != std::string_view::npos;
+       comma = line.find(',', comma + 1)) {
+    const std::string_view behind = line.substr(comma + 1, kMaxHead + 1 + kMaxTail);
+    std::size_t at = 0;
+    if (packHead(behind, at) != 0 && at < behind.size() && isDigit(behind[at]))
+      return true;
+  }
+  return false;
+}
+
 VoteRecordText::PackedKey VoteRecordText::pack(std::string_view key) {
   std::size_t at = 0;
   PackedKey packed = packHead(key, at);

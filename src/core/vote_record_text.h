@@ -32,6 +32,7 @@ class VoteRecordText {
   // The rule itself, by walking all lines from the last to the first.
   static std::string_view lastLineByScan(std::string_view text, std::string_view key);
   std::size_t recordCount() const { return records_; }  // lines that have a key
+  static bool hasKey(std::string_view line);
 
  private:
   // A key packed four bits a character; 0 is a free place.

@@ -12,6 +12,7 @@
 #include "host/dialogs.h"
 #include "host/host.h"
 #include "host/presentation.h"
+#include "store/vote_store.h"
 
 namespace qrn {
 
@@ -21,23 +22,24 @@ constexpr const char* kTag = "qrnMatrixLog";
 constexpr const char* kLineEnd = "\r\n";
 constexpr std::string_view kRiskList = "risk list";
 constexpr std::string_view kFinished = "process finished";
+// Records that the log knows of, and the running order.
+constexpr std::string_view kRecords = "records", kRunByOption = "runByOption";
 
 struct Place {
   int risk = 0, assessment = 1;
 };
 
-// The vote after the current one: by item the next item of the assessment, by assessment the next assessment
-// of the item that is in use and not voted.
-Place nextVote() {
+// The vote after that of `item` on `assessment`: by item the next item of the assessment, by assessment the
+// next assessment of the item that is in use and not voted.
+Place nextVote(int item, int assessment) {
   if (glo.runByOption == 0)
-    return glo.currentItem + 1 < glo.itemCount() ? Place{glo.currentItem + 1, glo.currentAssessment}
-                                                 : Place{0, glo.currentAssessment + 1};
-  for (int a = glo.currentAssessment; a < kAssessments && glo.currentItem < glo.itemCount(); ++a) {
-    const RiskRecord& item = glo.risks[static_cast<std::size_t>(glo.currentItem)];
-    if (glo.assessmentInfo[static_cast<std::size_t>(a)].active && !item.voted[static_cast<std::size_t>(a)])
-      return {glo.currentItem, a + 1};
+    return item + 1 < glo.itemCount() ? Place{item + 1, assessment} : Place{0, assessment + 1};
+  for (int a = assessment; a < kAssessments && item < glo.itemCount(); ++a) {
+    const RiskRecord& risk = glo.risks[static_cast<std::size_t>(item)];
+    if (glo.assessmentInfo[static_cast<std::size_t>(a)].active && !risk.voted[static_cast<std::size_t>(a)])
+      return {item, a + 1};
   }
-  return {glo.currentItem + 1, 1};
+  return {item + 1, 1};
 }
 
 std::string word(bool flag) {
@@ -108,11 +110,47 @@ int placeOfItem(const std::vector<std::string>& itemLines, int risk) {
   return risk < glo.itemCount() ? risk : 0;
 }
 
+// Marks the vote of this record as voted and takes the place behind it.
+void takeVote(std::string_view line, Place& place) {
+  const std::string key = upperCase(getField(line, 4));
+  const std::size_t letter = std::min(key.find('C'), key.size());
+  const int sortKey = wholeNumber(key.substr(0, letter)),
+            assessment = wholeNumber(key.substr(std::min(letter + 1, key.size())));
+  for (int i = 0; i < glo.itemCount() && assessment >= 1 && assessment <= kAssessments; ++i) {
+    RiskRecord& item = glo.risks[static_cast<std::size_t>(i)];
+    if (item.sortKey != sortKey)
+      continue;
+    item.voted[static_cast<std::size_t>(assessment - 1)] = true;
+    place = nextVote(i, assessment);
+  }
+}
+
+// Takes the votes whose records are newer than the log. Fewer records than it knows of: they have been
+// cleared since, and what is there now belongs to a new process.
+void takeUnloggedVotes(std::size_t logged, Place& place) {
+  readVoteRecords();
+  if (glo.voteRecords.recordCount() < logged) {
+    logged = 0;
+    place = Place{};
+    for (RiskRecord& item : glo.risks) item.voted.fill(false);
+  }
+  if (glo.voteRecords.recordCount() == logged)
+    return;
+  std::vector<std::string> lines;
+  SplitPPTTag(glo.voteRecords.text(), kLineEnd, lines);
+  std::size_t record = 0;
+  for (const std::string& line : lines)
+    if (VoteRecordText::hasKey(line) && ++record > logged)
+      takeVote(line, place);
+}
+
 void readLogText(const std::string& text) {
   std::vector<std::string> lines, itemLines;
   SplitPPTTag(text, kLineEnd, lines);
   Place place;
   bool inList = false, finished = false;
+  int records = -1;
+  glo.logRunByOption = -1;
   for (const std::string& line : lines) {
     const std::size_t equals = line.find('=');
     if (inList)
@@ -123,13 +161,43 @@ void readLogText(const std::string& text) {
       continue;
     else if (isWord(line.substr(0, equals), kFinished))
       finished = isWord(line.substr(equals + 1), "True");
+    else if (isWord(line.substr(0, equals), kRecords))
+      records = static_cast<int>(std::clamp(qrnVal(line.substr(equals + 1)), 0.0, 2147483647.0));
+    else if (isWord(line.substr(0, equals), kRunByOption))
+      glo.logRunByOption = wholeNumber(line.substr(equals + 1));
     else
       readValue(line.substr(0, equals), line.substr(equals + 1), place);
   }
   for (const std::string& line : itemLines) readItemLine(line);
-  glo.logRisk = placeOfItem(itemLines, place.risk);
+  place.risk = placeOfItem(itemLines, place.risk);
+  if (records >= 0 && !finished)
+    takeUnloggedVotes(static_cast<std::size_t>(records), place);
+  glo.logRisk = place.risk;
   glo.logAssessment = std::clamp(place.assessment, 1, kAssessments + 1);
   glo.resumePending = !finished;
+}
+
+std::string logText(Place place, bool processFinished) {
+  std::string text;
+  const auto line = [&](std::string_view name, const std::string& value) {
+    text.append(name).append(" = ").append(value).append(kLineEnd);
+  };
+  for (const LogValue& counter : countersOf(place)) line(counter.name, std::to_string(*counter.value));
+  for (std::size_t a = 0; a < kAssessments; ++a)
+    line("a" + std::to_string(a + 1), word(glo.logAssessments[a]));
+  line("Assessment index", std::to_string(glo.voteStep));
+  line(kFinished, word(processFinished));
+  line(kRecords, std::to_string(glo.voteRecords.recordCount()));
+  line(kRunByOption, std::to_string(glo.runByOption));
+  text.append(kRiskList).append(kLineEnd);
+  for (int i = 0; i < glo.itemCount(); ++i)
+    text += itemLine(glo.risks[static_cast<std::size_t>(i)]) + kLineEnd;
+  return text;
+}
+
+void storeLog(const std::string& text) {
+  if (glo.oVoteSlide != nullptr)
+    glo.oVoteSlide->tags().Add(kTag, text);
 }
 
 }  // namespace
@@ -141,28 +209,22 @@ void writeLog(bool processFinished) {
       glo.risks[static_cast<std::size_t>(glo.currentItem)].voted[a] = true;
     if (host::host().dialogs != nullptr)
       host::host().dialogs->Info("Writing Log File");
-    if (glo.oVoteSlide != nullptr)
-      glo.oVoteSlide->tags().Add(kTag, qrnMatrixLog(processFinished));
+    readVoteRecords();
+    storeLog(qrnMatrixLog(processFinished));
   });
   if (host::host().dialogs != nullptr)
     host::host().dialogs->Info("");
 }
 
+void writeLogBefore(int item, int assessment) {
+  trapErrors("ProgressLog", "writeLog", [&] {
+    readVoteRecords();
+    storeLog(logText(Place{item, assessment}, false));
+  });
+}
+
 std::string qrnMatrixLog(bool processFinished) {
-  std::string text;
-  const auto line = [&](const std::string& name, const std::string& value) {
-    text += name + " = " + value + kLineEnd;
-  };
-  Place place = nextVote();
-  for (const LogValue& counter : countersOf(place)) line(counter.name, std::to_string(*counter.value));
-  for (std::size_t a = 0; a < kAssessments; ++a)
-    line("a" + std::to_string(a + 1), word(glo.logAssessments[a]));
-  line("Assessment index", std::to_string(glo.voteStep));
-  line(std::string(kFinished), word(processFinished));
-  text.append(kRiskList).append(kLineEnd);
-  for (int i = 0; i < glo.itemCount(); ++i)
-    text += itemLine(glo.risks[static_cast<std::size_t>(i)]) + kLineEnd;
-  return text;
+  return logText(nextVote(glo.currentItem, glo.currentAssessment), processFinished);
 }
 
 bool readlog() {

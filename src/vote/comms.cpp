@@ -26,6 +26,8 @@ constexpr const char* kModule = "comms";
 constexpr const char* kMessageTitle = "Error: matrix.exe";
 constexpr const char* kActiveKeypads = "ActiveKeypads";
 constexpr double kReadySeconds = 10.0;
+// After a link could not be made, commands that follow one another do not each try again.
+constexpr double kLinkPauseSeconds = 2.0;
 constexpr int kDecodeInterval = 100;  // milliseconds
 
 char lowered(char c) {
@@ -114,6 +116,10 @@ void freeCursorWhenAsked(const std::vector<std::string_view>& lines) {
       host::host().windows->freeCursor();
 }
 
+bool within(std::int64_t since, double seconds) {
+  return since >= 0 && static_cast<double>(host::host().clock->microseconds() - since) < seconds * 1e6;
+}
+
 // Keys whose value is a plain number.
 int* numberOf(const std::string& keyword) {
   static const std::vector<std::pair<const char*, int Session::*>> keys{
@@ -185,7 +191,9 @@ bool comms::StartVote(bool reconnect, bool silent) {
                                   "StartFrom=" + std::to_string(glo.startFrom),
                                   "Clear",
                                   "StartVote"};
-  for (const std::string& command : commands) SendCommandToController(command, reconnect, silent);
+  voteOpened = std::all_of(std::begin(commands), std::end(commands), [&](const std::string& command) {
+    return SendCommandToController(command, reconnect && command == commands[0], silent);
+  });
   voteStartedAt = host::host().clock->Timer();
   // The upper bound of the captions: one less than their number, -1 without any.
   const auto bars = std::count(glo.voteText.begin(), glo.voteText.end(), '|');
@@ -197,26 +205,39 @@ void comms::EndVote() {
   SendCommandToController("EndVote", true, true);
 }
 
-void comms::SendCommandToController(const std::string& command, bool reconnect, bool silent) {
+bool comms::SendCommandToController(const std::string& command, bool reconnect, bool silent) {
   try {
-    if (!linked() && reconnect)
+    if (!linked() && reconnect && !within(linkFailedAt_, kLinkPauseSeconds)) {
       makeLink();
+      linkFailedAt_ = linked() ? -1 : host::host().clock->microseconds();
+    }
     if (!linked()) {
       if (!silent)
         host::host().dialogs->MsgBox("Unable to initialize link with quorin controller", kMessageTitle,
                                      host::Buttons::ok, host::Icon::information);
-      return;
+      return false;
     }
-    host::ControllerLink& oQrn = *host::host().controller;
-    if (host::waitUntil([&] { return oQrn.controllerReady(); }, kReadySeconds)) {
-      oQrn.sendToController(command);
-    } else if (!silent) {
+    if (controllerIsReady()) {
+      host::host().controller->sendToController(command);
+      return true;
+    }
+    if (!silent)
       host::host().dialogs->MsgBox("quorin controller failed to fully initialize", kMessageTitle,
                                    host::Buttons::ok, host::Icon::information);
-    }
   } catch (const std::exception& error) {
     reportError(error, kModule, "SendCommandToController");
   }
+  return false;
+}
+
+// Waits for it, but not again shortly after it has been waited for in vain.
+bool comms::controllerIsReady() {
+  const auto ready = [] { return host::host().controller->controllerReady(); };
+  if (ready() || (!within(notReadyAt_, kReadySeconds) && host::waitUntil(ready, kReadySeconds)))
+    notReadyAt_ = -1;
+  else if (!within(notReadyAt_, kReadySeconds))
+    notReadyAt_ = host::host().clock->microseconds();
+  return notReadyAt_ < 0;
 }
 
 void comms::ReadPortInfo() {

@@ -24,12 +24,14 @@ struct comms : host::Form {
   bool Form_QueryUnload(bool byUser) override { return !byUser; }
 
   // Opens a vote: sends the vote settings of `glo` in the protocol's fixed order, then "Clear" and
-  // "StartVote". Always true.
+  // "StartVote". Always true; `voteOpened` tells whether all of it went out. The first command that is lost
+  // ends the row: a controller must not open a vote with half of its settings.
   bool StartVote(bool reconnect = true, bool silent = true);
   void EndVote();
   // The only way out. `reconnect` makes a missing link again, `silent` keeps the two failure messages away. A
-  // command that finds no link, or no ready controller within 10 seconds, is lost.
-  void SendCommandToController(const std::string& command, bool reconnect, bool silent);
+  // command that finds no link, or no ready controller within 10 seconds, is lost; so are those that follow
+  // it closely, without another wait. False when it was lost.
+  bool SendCommandToController(const std::string& command, bool reconnect, bool silent);
   // Asks for the base data, which arrives later, and sizes the keypad arrays to what is known now.
   void ReadPortInfo();
   // Takes one received block: name list, key=value lines, cursor lines, then votes.
@@ -47,6 +49,7 @@ struct comms : host::Form {
   bool chk_GotNames = false;           // ticked when a name list has come
   std::string txt_dataFromController;  // what has arrived and is not yet decoded
   host::Timer tmr_decodeDataFromController;
+  bool voteOpened = false;   // the last StartVote went out as a whole
   double voteStartedAt = 0;  // seconds since midnight of the last "StartVote"
 
  private:
@@ -55,6 +58,9 @@ struct comms : host::Form {
   void decodeKeyLine(std::string_view line);
   void decodeOffset(std::string_view value);
   void decodeVotes(const std::vector<std::string_view>& lines);
+  bool controllerIsReady();
+
+  std::int64_t linkFailedAt_ = -1, notReadyAt_ = -1;  // microseconds; -1 when it went well last time
 
   bool emptyScanWritten_ = false;  // an empty scan is told to the controller once, not with every answer
 };

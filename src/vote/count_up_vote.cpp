@@ -12,6 +12,7 @@
 #include "host/wait.h"
 #include "host/windows.h"
 #include "store/exercise_text.h"
+#include "store/progress_log.h"
 #include "store/statistics.h"
 #include "store/vote_store.h"
 #include "vote/comms.h"
@@ -143,6 +144,16 @@ void saveResult(const VoteForm& form) {
   SetStats(glo.currentItem, glo.currentAssessment - 1, form.name, -1, "");
 }
 
+// The program ends in mid-vote: what has been received is kept, and the item is to be voted again.
+void keepCutOffVote(VoteForm& form) {
+  saveResult(form);
+  if (glo.risks[static_cast<std::size_t>(glo.currentItem)]
+          .voted[static_cast<std::size_t>(glo.currentAssessment - 1)])
+    form.voteHeld();
+  else if (leftoverVotes() == 0)
+    writeLogBefore(glo.currentItem, glo.currentAssessment);
+}
+
 // The result as the facilitator has set it: bars, statistics, both or none. True when something is up.
 bool showResult(VoteForm& form) {
   const bool showBars = glo.runByShowBarGraph != 0;
@@ -171,7 +182,7 @@ bool runVote(VoteForm& form) {
   while (glo.restartVote && !glo.closing);
   link.SendCommandToController("Abstain=FALSE", true, true);
   if (glo.closing && !form.leftOnPurpose && glo.votesCast > 0 && !glo.displayOnly)
-    saveResult(form);
+    keepCutOffVote(form);
   if (glo.voteAbandoned == 1) {
     form.ShowAverageScore("", false);
     form.state = VoteState::done;
@@ -187,6 +198,7 @@ bool runVote(VoteForm& form) {
     saveResult(form);
     glo.risks[static_cast<std::size_t>(glo.currentItem)]
         .voted[static_cast<std::size_t>(glo.currentAssessment - 1)] = true;
+    form.voteHeld();
   }
   const bool up = showResult(form);
   form.state = up ? VoteState::resultUp : VoteState::done;

@@ -36,7 +36,7 @@ LinkWatch::~LinkWatch() {
 
 void LinkWatch::check() {
   comms& link = theComms();
-  if (!lost_ && !link.linked() && linkNeeded()) {
+  if (!lost_ && (!link.linked() || !link.voteOpened) && linkNeeded()) {
     lost_ = true;
     nextTry_ = now() + kFirstTry;
     tellUntil_ = 0;

@@ -103,7 +103,11 @@ std::vector<VoteStep> stepsByAssessment() {
   return steps;
 }
 
-std::size_t resumeStep(const std::vector<VoteStep>& steps) {
+std::size_t resumeStep(std::vector<VoteStep>& steps) {
+  if (glo.logRunByOption >= 0 && (glo.logRunByOption == 1) != (glo.runByOption == 1)) {
+    for (VoteStep& step : steps) step.taken = step.taken && notVoted(step);
+    return firstStep(steps, [](const VoteStep& step) { return step.taken; });
+  }
   return glo.runByOption == 1 ? resumeByAssessment(steps) : resumeByItem(steps);
 }
 

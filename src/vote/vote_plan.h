@@ -18,8 +18,9 @@ std::vector<VoteStep> stepsByItem();
 std::vector<VoteStep> stepsByAssessment();
 inline constexpr int kSifterStep = -1;
 
-// Where an interrupted process goes on, after readlog; the number of steps when nothing is left.
-std::size_t resumeStep(const std::vector<VoteStep>& steps);
+// Where an interrupted process goes on, after readlog; the number of steps when nothing is left. When the
+// running order has been changed since, every step that has been voted is passed over.
+std::size_t resumeStep(std::vector<VoteStep>& steps);
 
 // Index into risks of the item with that key, -1 without one.
 int itemOfKey(int sortKey);

@@ -11,6 +11,7 @@
 #include "store/exercise_text.h"
 #include "store/progress_log.h"
 #include "store/statistics.h"
+#include "store/vote_store.h"
 #include "vote/comms.h"
 #include "vote/count_up_vote.h"
 #include "vote/keypad_arrays.h"
@@ -106,6 +107,10 @@ void xyVoteRuntime::walk(std::vector<VoteStep> steps, std::size_t start) {
     start = resumeStep(steps);
   }
   glo.resumePending = false;
+  if (!glo.singleVoteRun && start < steps.size()) {
+    glo.voteStep = 0;
+    writeLogBefore(std::max(0, itemOfKey(steps[start].sortKey)), steps[start].assessment);
+  }
   for (std::size_t at = start; at < steps.size();) {
     jump_ = Jump::none;
     const bool done = takeStep(steps[at]);
@@ -144,8 +149,6 @@ bool xyVoteRuntime::takeStep(const VoteStep& step) {
                 *this);
     BlankThisForm();
     RunVote();
-    if (voteHeld_)
-      writeLog();
   });
   return voteHeld_;
 }
@@ -241,7 +244,7 @@ void xyVoteRuntime::FinishOfVoteLoop() {
   hideButtons();
   trapErrors(kModule, "FinishOfVoteLoop", [] { showEndOfProcessGraphs(); });
   restoreListOrder(listOrder_);
-  if (!glo.closing)
+  if (!glo.closing && saveLeftoverVotes())
     writeLog(true);
 }
 
@@ -270,6 +273,13 @@ void xyVoteRuntime::ResetForNewVote() {
   uctl_kpadsNotVoted.Caption.clear();
   uctl_kpadsNotVoted.BeginChecking(checksKeypads());
   state = VoteState::prepared;
+}
+
+// Written while the result is still up: what is saved is not voted again, whatever happens now. A record that
+// the disk did not take must not count.
+void xyVoteRuntime::voteHeld() {
+  if (leftoverVotes() == 0)
+    writeLog();
 }
 
 void xyVoteRuntime::cmd_cancel_Click() {

@@ -46,6 +46,7 @@ struct xyVoteRuntime : VoteForm {
   void Form_Unload() override;
   void Form_Resize() override;
   void ResetForNewVote() override;
+  void voteHeld() override;
   bool writesOutcome() const override { return true; }
 
   uctlKpadsNotVoted uctl_kpadsNotVoted;

@@ -1,5 +1,7 @@
 #include "store/progress_log.h"
 
+#include <sstream>
+
 #include "store/vote_fixture.h"
 
 namespace qrn::test {
@@ -25,7 +27,8 @@ TEST_F(ProgressLogTest, TheTextNamesEveryValueInOrder) {
   EXPECT_EQ(log(),
             "category = 1\r\nassessment = 1\r\nrisk = 2\r\npairCount = 4\r\ncumulativePairCount = 0\r\n"
             "a1 = True\r\na2 = False\r\na3 = True\r\na4 = True\r\na5 = True\r\na6 = True\r\na7 = True\r\n"
-            "a8 = True\r\na9 = True\r\nAssessment index = 0\r\nprocess finished = False\r\nrisk list\r\n"
+            "a8 = True\r\na9 = True\r\nAssessment index = 0\r\nprocess finished = False\r\nrecords = 0\r\n"
+            "runByOption = 0\r\nrisk list\r\n"
             "12,False,000000000\r\n7,False,100000000\r\n30,True,000000000\r\n");
   EXPECT_EQ(world.dialogs.infos, (std::vector<std::string>{"Writing Log File", ""}));
 }
@@ -50,6 +53,39 @@ TEST_F(ProgressLogTest, AStoppedRunGoesOnAtTheNextVote) {
     EXPECT_EQ(glo.logAssessment, c.nextAssessment);
     EXPECT_TRUE(
         glo.risks[static_cast<std::size_t>(c.item)].voted[static_cast<std::size_t>(c.assessment - 1)]);
+  }
+}
+
+// A run may be killed after a record was stored and before the log was, or after the votes were cleared.
+TEST_F(ProgressLogTest, RecordsTellWhatTheLogDoesNotYetKnow) {
+  struct Case {
+    const char *before, *after;
+    int risk, assessment;
+    std::vector<bool> voted;  // on the first assessment
+  };
+  const std::string record = "1/1/2026,9:00,3;4;,";
+  for (const Case& c :
+       {Case{"12C1", "", 1, 1, {true, false, false}}, Case{"12C1", "7C1", 2, 1, {true, true, false}},
+        Case{"12C1", "7C1 30C1", 0, 2, {true, true, true}},
+        Case{"12C1", "99C1 12C17", 1, 1, {true, false, false}},
+        Case{"12C1 7C1", "-12C1", 1, 1, {true, false, false}}}) {
+    addItems({12, 7, 30});
+    glo.currentItem = 0;
+    std::istringstream before(c.before), after(c.after);
+    std::string key, text;
+    while (before >> key) text += record + key + "\r\n";
+    glo.voteRecords.assign(text);
+    writeLog();
+    const bool cleared = c.after[0] == '-';
+    if (cleared)
+      text.clear();
+    while (after >> key) text += record + key.substr(cleared ? 1 : 0) + "\r\n";
+    glo.voteRecords.assign(text);
+    addItems({12, 7, 30});
+    ASSERT_TRUE(readlog());
+    EXPECT_EQ(glo.logRisk, c.risk) << c.after;
+    EXPECT_EQ(glo.logAssessment, c.assessment) << c.after;
+    for (std::size_t i = 0; i < 3; ++i) EXPECT_EQ(glo.risks[i].voted[0], c.voted[i]) << c.after << " " << i;
   }
 }
 

@@ -117,6 +117,19 @@ TEST_F(CommsTest, GivesUpOnAControllerAfterTenSeconds) {
   EXPECT_THAT(world.link.sent, IsEmpty());
 }
 
+// One wait for all that begins a vote, and no vote with half of its settings.
+TEST_F(CommsTest, AVoteWaitsOnceForAControllerThatNeverGetsReady) {
+  world.link.ready = false;
+  link().SendCommandToController("Abstain=True", true, true);
+  EXPECT_TRUE(link().StartVote());
+  EXPECT_NEAR(static_cast<double>(world.clock.micros) / 1e6, 10.0, 0.05);
+  EXPECT_FALSE(link().voteOpened);
+  world.link.ready = true;
+  link().StartVote();
+  EXPECT_TRUE(link().voteOpened);
+  EXPECT_EQ(world.link.sent.size(), 11U);
+}
+
 // The queue
 
 TEST_F(CommsTest, QueuesWhatArrivesAndDecodesItATimerTickLater) {

@@ -130,6 +130,35 @@ TEST_F(Runner, quitAllStopsAndTheRunGoesOnAtTheNextVote) {
   }
 }
 
+// Whatever happens while a result is up, and whatever order the facilitator has chosen since: nobody votes
+// again on what is saved, and nothing is left out.
+TEST_F(Runner, neitherRepeatsNorLeavesOutAVoteWhenTheRunWasKilled) {
+  for (const auto& [by, then] : {std::pair{0, 0}, {0, 1}, {1, 0}, {1, 1}}) {
+    SCOPED_TRACE(std::to_string(by) + " then " + std::to_string(then));
+    glo.runByOption = by;
+    for (RiskRecord& risk : glo.risks) risk.voted.fill(false);
+    host::Tags& tags = world.presentation.Slides(1).tags();
+    tags.Delete("QRNVOTES");
+    glo.voteRecords.forget();
+    opens = 0;
+    std::string log;
+    scripts.assign(5, nullptr);
+    scripts[3] = [&] {
+      voteAndGoOn();
+      world.at(1.5, [&] { log = tags.Item("qrnMatrixLog"); });  // the result is up
+    };
+    scripts[4] = [this] { world.at(0.1, [] { glo.quitRequested = true, glo.voteAbandoned = 1; }); };
+    run();
+    tags.Add("qrnMatrixLog", log);
+    for (RiskRecord& risk : glo.risks) risk.voted.fill(false);
+    glo.runByOption = then;
+    resume();
+    std::vector<std::string> keys = savedKeys();
+    std::sort(keys.begin(), keys.end());
+    EXPECT_THAT(keys, ElementsAre("10C1", "10C2", "11C1", "11C2", "12C1", "12C2"));
+  }
+}
+
 TEST_F(Runner, resumesInTheVotingOrder) {
   glo.assessmentInfo[0].votingOrder = 1;
   glo.assessmentInfo[1].votingOrder = 0;
@@ -233,6 +262,14 @@ TEST_F(Runner, keepsTheVotesWhenTheLinkIsLost) {
   EXPECT_THAT(told[0], HasSubstr("is lost. The votes received so far are kept."));
   EXPECT_THAT(told[1], HasSubstr("is back"));
   EXPECT_EQ(saved()[0], "3;4;-;-; 10C1");
+}
+
+TEST_F(Runner, opensTheVoteOnceALateControllerIsReady) {
+  world.link.ready = false;
+  world.at(15, [this] { world.link.ready = true; });
+  run();
+  EXPECT_EQ(saved().size(), 6U);
+  EXPECT_EQ(opens, 6U);
 }
 
 TEST_F(Runner, savesVotesReceivedJustBeforeTheLinkWasLost) {
