@@ -98,7 +98,7 @@ DeckWindow::DeckWindow(SlidePictures& pictures, ExerciseFactsOf factsOf, Calls c
   makeDeckPage();
   makeMenus();
   resize(1280, 800);
-  setMinimumSize(800, 560);
+  setMinimumSize(920, 560);
   setDeck(nullptr);
 }
 
@@ -238,7 +238,7 @@ void DeckWindow::makeDeckPage() {
   list_->setUniformItemSizes(true);
   list_->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
   list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  list_->setMinimumWidth(46 * look::grid);
+  list_->setMinimumWidth(40 * look::grid);
   list_->setStyleSheet("QListView { border: none; background: #f3f5f8; outline: none; padding: 4px; }");
   list_->setAccessibleName("Slides");
   connect(list_->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] { showCurrent(); });

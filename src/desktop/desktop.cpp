@@ -331,8 +331,10 @@ void Desktop::startShow(int slide) {
 }
 
 int Desktop::exec(const std::string& deckFile) {
-  parts_->window.resize(parts_->window.screen()->availableSize() * 0.85);
-  parts_->window.show();
+  const QSize room = parts_->window.screen()->availableSize();
+  constexpr int kSmallScreen = 1300;  // there every pixel is needed
+  parts_->window.resize(room * 0.85);
+  room.width() < kSmallScreen ? parts_->window.showMaximized() : parts_->window.show();
   parts_->stack.raise(&parts_->window);
   if (!deckFile.empty())
     openDeck(deckFile);

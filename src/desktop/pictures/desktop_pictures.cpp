@@ -69,7 +69,7 @@ void askAndTake(Album& album, const QString& name, const std::function<void(host
 }  // namespace
 
 void takeDeckWindow(Album& album) {
-  for (const QSize size : kSizes) {
+  for (const QSize size : {QSize(920, 560), kSizes[0], kSizes[1], kSizes[2]}) {
     desktop::SlidePictures none;
     desktop::DeckWindow empty(none, madeUpFacts, noCalls());
     empty.resize(size);
