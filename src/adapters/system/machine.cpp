@@ -1,8 +1,10 @@
 #include "adapters/system/machine.h"
 
+#include <signal.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <chrono>
 #include <cstdlib>
 #include <ctime>
@@ -40,20 +42,38 @@ std::string userTemporaryFolder() {
   return folder;
 }
 
+// Takes away all but the logs, and the folder when there are none.
+void clearRunFolder(const std::string& path) {
+  std::error_code error;
+  for (const auto& entry : std::filesystem::directory_iterator(path, error))
+    if (entry.path().extension() != ".log")
+      std::filesystem::remove_all(entry.path(), error);
+  ::rmdir(path.c_str());
+}
+
+// Clears what runs that were killed have left behind. Their folders bear the numbers of their processes.
+void clearAfterKilledRuns(const std::string& userFolder) {
+  std::error_code error;
+  for (const auto& entry : std::filesystem::directory_iterator(userFolder, error)) {
+    const std::string name = entry.path().filename().string();
+    if (name.empty() || name.size() > 9 || name.find_first_not_of("0123456789") != std::string::npos)
+      continue;
+    if (::kill(static_cast<pid_t>(std::stol(name)), 0) != 0 && errno == ESRCH)
+      clearRunFolder(entry.path().string());
+  }
+}
+
 // The temporary folder of this run. Runs at the same time use the same file names, so each has a folder of
 // its own; when the run ends only its logs stay.
 class RunFolder {
  public:
-  RunFolder() : path_(userTemporaryFolder() + "/" + std::to_string(::getpid())) {
+  RunFolder() {
+    const std::string folder = userTemporaryFolder();
+    clearAfterKilledRuns(folder);
+    path_ = folder + "/" + std::to_string(::getpid());
     ::mkdir(path_.c_str(), 0700);
   }
-  ~RunFolder() {
-    std::error_code error;
-    for (const auto& entry : std::filesystem::directory_iterator(path_, error))
-      if (entry.path().extension() != ".log")
-        std::filesystem::remove_all(entry.path(), error);
-    ::rmdir(path_.c_str());
-  }
+  ~RunFolder() { clearRunFolder(path_); }
   RunFolder(const RunFolder&) = delete;
   RunFolder& operator=(const RunFolder&) = delete;
   const std::string& path() const { return path_; }

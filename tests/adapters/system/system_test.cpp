@@ -180,9 +180,19 @@ TEST_F(SystemTest, ClassicFoldersHavePlacesHere) {
   const Variable lower("temp", nullptr), upper("TEMP", nullptr), all("ALLUSERSPROFILE", nullptr);
   const Variable own("APPDATA", nullptr), temporary("TMPDIR", folder.c_str());
   const Variable config("XDG_CONFIG_HOME", "/config"), home("HOME", "/home/someone");
+  // What a killed run has left goes, but its logs stay; what is no run's folder is left alone. No process has
+  // a number as high as that.
+  const std::string user = folder + "/quorin-" + std::to_string(::getuid()) + "/";
+  for (const char* made : {"99999999/controller", "999999999/quorin", "other"})
+    std::filesystem::create_directories(user + made);
+  files.write(user + "99999999/Err.log", "why");
   EXPECT_THAT(environment.Environ("temp"), HasSubstr(folder + "/quorin-"));
   EXPECT_EQ(environment.Environ("TEMP"), environment.Environ("temp"));
   EXPECT_TRUE(files.folderExists(environment.Environ("temp")));
+  EXPECT_TRUE(files.fileExists(user + "99999999/Err.log"));
+  EXPECT_FALSE(files.folderExists(user + "99999999/controller"));
+  EXPECT_FALSE(files.folderExists(user + "999999999"));
+  EXPECT_TRUE(files.folderExists(user + "other"));
   EXPECT_EQ(environment.Environ("ALLUSERSPROFILE"), "/etc/xdg");
   EXPECT_EQ(environment.Environ("NO_SUCH_NAME"), "");
   EXPECT_EQ(environment.Environ("APPDATA"), "/config");
