@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <QWidget>
 #include <filesystem>
+#include <iostream>
 
 #include "adapters/deck/deck.h"
 #include "adapters/link/link.h"
@@ -17,6 +18,7 @@
 #include "adapters/system/machine.h"
 #include "adapters/system/xml_query.h"
 #include "desktop/render/render.h"
+#include "host/dialogs.h"
 #include "host/errors.h"
 #include "host/forms.h"
 #include "host/host.h"
@@ -55,6 +57,23 @@ class PrivateLink : public link::WebSocketLink {
  private:
   std::unique_ptr<PrivateFolder> folder_;
 };
+
+bool agreed(const std::string& question) {
+  return host::host().dialogs->MsgBox(question, host::kTitle, host::Buttons::yesNo, host::Icon::question) ==
+         host::Answer::yes;
+}
+
+void offerRestore(deck::Deck& deck) {
+  if (!agreed(
+          "The exercises and votes are gone from this deck: another program has saved it without them.\n\n"
+          "Would you like to put them back from the backup beside it?"))
+    return;
+  const deck::RestoreResult result = deck.restoreFromBackup();
+  std::string lost;
+  for (const std::string& line : result.notPlaced) lost += "\n" + line;
+  if (!lost.empty())
+    host::host().dialogs->MsgBox("These could not be placed; they stay in the backup:" + lost, host::kTitle);
+}
 
 }  // namespace
 
@@ -127,6 +146,29 @@ std::unique_ptr<host::Presentation> Neighbours::openDeck(const std::string& file
   return deck::Deck::open(file, options);
 }
 
+std::unique_ptr<host::Presentation> Neighbours::openDeckWithQuestions(const std::string& file) {
+  deck::OpenOptions options;
+  options.fallbackPainter = &parts_->painter;
+  std::unique_ptr<deck::Deck> deck;
+  try {
+    deck = deck::Deck::open(file, options);
+  } catch (const deck::DeckInUse& error) {
+    if (!agreed(std::string(error.what()) + "\n\nWould you like to open it for reading only?"))
+      throw;
+    options.readOnly = true;
+    deck = deck::Deck::open(file, options);
+  } catch (const deck::JournalRefused& error) {
+    if (!agreed(std::string(error.what()) + "\n\nWould you like to store the " +
+                std::to_string(error.changes()) + " changes that wait beside it in this deck?"))
+      throw;
+    options.otherJournal = deck::OtherJournal::apply;
+    deck = deck::Deck::open(file, options);
+  }
+  if (!deck->ReadOnly() && deck->tagsDropped())
+    offerRestore(*deck);
+  return deck;
+}
+
 void Neighbours::rehearse(int keypads, unsigned seed) {
   parts_->linkOptions.rehearse = keypads;
   parts_->linkOptions.seed = seed;
@@ -141,12 +183,19 @@ std::string Neighbours::joinAddress(std::string& why) {
     why = parts_->link->lastError();
     return "";
   }
-  return parts_->link->joinAddress();
+  // The link tells the page to project; phones join one level up.
+  const std::string page = parts_->link->joinAddress();
+  return page.substr(0, page.rfind('/') + 1);
 }
 
 cli::CliHooks Neighbours::cliHooks() {
   cli::CliHooks hooks;
-  hooks.openDeck = [this](const std::string& file, bool readOnly) { return openDeck(file, readOnly); };
+  hooks.openDeck = [this](const std::string& file, bool readOnly) {
+    auto opened = openDeck(file, readOnly);
+    if (const auto warning = dynamic_cast<deck::Deck&>(*opened).foreignSaveWarning())
+      std::cerr << "quorin-matrix: " << *warning << "\n";
+    return opened;
+  };
   hooks.makeLink = [this](const cli::RehearsalOptions& rehearsal) {
     auto folder = std::make_unique<PrivateFolder>();
     link::LinkOptions options;

@@ -26,6 +26,9 @@ class Neighbours {
   Neighbours& operator=(const Neighbours&) = delete;
 
   std::unique_ptr<host::Presentation> openDeck(const std::string& file, bool readOnly);
+  // For the desktop: offers what can be done about a deck that is in use, has a journal of another state, or
+  // has lost its exercises and votes to another program.
+  std::unique_ptr<host::Presentation> openDeckWithQuestions(const std::string& file);
   // The controller of the desktop, joined or started when needed. "" when there is none; `why` tells the
   // reason.
   std::string joinAddress(std::string& why);

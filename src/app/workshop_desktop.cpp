@@ -86,7 +86,7 @@ WorkshopDesktop::WorkshopDesktop(Neighbours& neighbours) : neighbours_(neighbour
       throw HostError(Fault::world, 0, why);
     return address;
   };
-  hooks.openDeck = [this](const std::string& file) { return neighbours_.openDeck(file, false); };
+  hooks.openDeck = [this](const std::string& file) { return neighbours_.openDeckWithQuestions(file); };
   hooks.exerciseFacts = [this](host::Slide& slide) -> std::optional<desktop::ExerciseFacts> {
     return running_ ? std::nullopt : exerciseFacts(slide);
   };

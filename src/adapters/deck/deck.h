@@ -86,6 +86,8 @@ class Deck : public host::Presentation {
 
   // A text for the user when another program has dropped the tags, or has the deck open and may do so.
   virtual std::optional<std::string> foreignSaveWarning() = 0;
+  // Whether a backup beside the deck has tags and the deck has none of them any more.
+  virtual bool tagsDropped() = 0;
   // Puts back the tags that the backup has and the deck has not. Throws HostError when there is no backup.
   virtual RestoreResult restoreFromBackup() = 0;
 };

@@ -109,7 +109,7 @@ class DeckFile final : public Deck {
   std::string backupPath() const { return file_ + ".backup"; }
   std::vector<BackupSlide> tagsForBackup();
   void saveBackup();
-  bool tagsDropped();
+  bool tagsDropped() override;
 
   std::string fullName_;  // as the user named it
   std::string file_;      // the file itself, links followed

@@ -102,8 +102,9 @@ bool WebSocketLink::Impl::joinRunning() {
     error = "No controller has announced itself.";
     return false;
   }
-  if (options.rehearse > 0 && (announced->rehearse != options.rehearse || announced->seed != options.seed)) {
-    error = "The running controller does not rehearse what was asked for.";
+  const bool otherSeed = options.rehearse > 0 && announced->seed != options.seed;
+  if (announced->rehearse != options.rehearse || otherSeed) {
+    error = "The running controller serves another kind of run.";
     return false;
   }
   return connect(*announced, Clock::now() + options.connectTimeout);
