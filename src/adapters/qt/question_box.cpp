@@ -1,8 +1,10 @@
 #include "adapters/qt/question_box.h"
 
 #include <QHBoxLayout>
+#include <QKeySequence>
 #include <QLabel>
 #include <QPushButton>
+#include <QShortcut>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -111,6 +113,9 @@ QuestionBox::QuestionBox(const QString& text, host::Buttons buttons, host::Icon 
       answer_ = taken;
       accept();
     });
+    if (choice.caption[0] == '&')  // the letter answers without Alt too
+      connect(new QShortcut(QKeySequence(QString(QLatin1Char(choice.caption[1]))), this),
+              &QShortcut::activated, button, &QPushButton::click);
     if (choice.answer == choicesOf(buttons).front().answer) {
       button->setDefault(true);
       button->setFocus();
