@@ -30,8 +30,10 @@ void DeckFile::readOwnJournal() {
   const std::optional<std::size_t> from = content->firstPending(package_->fingerprint());
   if (from && !content->damaged) {
     replay(*content, *from);
-    if (!options_.readOnly)
+    if (!options_.readOnly && *from < content->changes.size())
       journal_.resume(*content);
+    else if (!options_.readOnly)
+      ::unlink(journal_.path().c_str());  // the deck holds it all; only the removal was cut off
   } else if (options_.otherJournal == OtherJournal::refuse) {
     refuseJournal(*content, content->damaged ? "is damaged" : "was written for another state of this deck");
   } else if (options_.otherJournal == OtherJournal::apply) {
@@ -53,11 +55,10 @@ void DeckFile::refuseJournal(const JournalContent& content, const std::string& w
 }
 
 void DeckFile::replay(const JournalContent& content, std::size_t from) {
-  for (const Change& change : content.changes)
-    if (change.kind == Change::Kind::slide)
-      marked_.insert(change.slide);
   for (std::size_t i = from; i < content.changes.size(); ++i) {
     const Change& change = content.changes[i];
+    if (change.kind == Change::Kind::slide)
+      marked_.insert(change.slide);
     if (change.kind == Change::Kind::newSlide)
       replaySlide(change);
     if (change.kind != Change::Kind::add && change.kind != Change::Kind::append &&

@@ -108,6 +108,7 @@ TEST(DeckJournal, SavingCutOffAnywhereStoresNothingTwiceAndLosesNothing) {
     writeFile(file, one.deckBytes);
     writeFile(journal, one.journalBytes);
     EXPECT_EQ(stateOf(file), state) << one.cutOff;
+    EXPECT_EQ(std::filesystem::exists(journal), &one.deckBytes == &oldDeck) << one.cutOff;
     const auto deck = Deck::open(file);
     deck->Slides(1).tags().Append("QRNVOTES", "4");
     const std::string more = stateOf(*deck);

@@ -38,6 +38,10 @@ struct Kind {
   DeckOptions options;
 };
 
+void PrintTo(const Kind& kind, std::ostream* out) {
+  *out << kind.name;
+}
+
 class DeckKinds : public ::testing::TestWithParam<Kind> {};
 
 TEST_P(DeckKinds, KeepEveryForeignByteAndOrder) {
