@@ -26,8 +26,11 @@ void runMtxImport(const MtxArguments& arguments, const CliHooks& hooks) {
   readExerciseText(text);
   const ExerciseTextReport& report = lastExerciseTextReport();
   if (!report.complete || report.damagedValues > 0)
-    std::cerr << "quorin-matrix: " << arguments.file << (report.complete ? " is damaged: " : " is cut short: ")
-              << glo.itemCount() << " items could be read, " << report.damagedValues << " values could not\n";
+    std::cerr << "quorin-matrix: " << arguments.file
+              << (report.complete ? " is damaged: " : " is cut short: ") << glo.itemCount()
+              << " items could be read, " << report.damagedValues << " values could not\n";
+  for (const std::string& font : report.missingFonts)
+    std::cerr << "quorin-matrix: Font " << font << " is not installed, defaulting to Arial\n";
   if (!saveXY())
     throw HostError(Fault::world, 0, "The exercise could not be stored in " + arguments.deck);
   workshop.presentation().Save();

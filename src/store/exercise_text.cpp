@@ -64,6 +64,7 @@ void readLines(std::string_view text) {
     reportError(error, kModule, "LoadXY");
   }
   report.damagedValues = reader.damaged();
+  report.missingFonts = mtx::loadState().missingFonts;
   if (reader.damaged() > 0)
     reportError(HostError(Fault::badData, 13, std::to_string(reader.damaged()) + " values could not be read"),
                 kModule, "LoadXY");
@@ -234,7 +235,8 @@ const ExerciseTextReport& lastExerciseTextReport() {
 }
 
 bool looksLikeExerciseText(const std::string& text) {
-  mtx::TextReader reader(text);
+  const std::string utf8 = toUtf8(text);
+  mtx::TextReader reader(utf8);
   std::string first;
   std::array<float, 8> numbers{};
   try {

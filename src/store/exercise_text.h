@@ -7,6 +7,7 @@
 #pragma once
 
 #include <functional>
+#include <set>
 #include <string>
 
 #include "core/glo.h"
@@ -32,6 +33,7 @@ bool readExerciseText(const std::string& text);
 struct ExerciseTextReport {
   bool complete = true;
   int damagedValues = 0;
+  std::set<std::string> missingFonts;  // names that became "Arial"
 };
 const ExerciseTextReport& lastExerciseTextReport();
 

@@ -62,20 +62,25 @@ void TextWriter::put(Q1 value) {
   put(Q(value.v));
 }
 
-// The shortest fraction that reads back as the same length: as a single where that does, else with more
-// digits. The whole screen stays just below 1 and what is beyond it stands in full, since the reader takes 1
-// and more as absolute.
+// The fewest decimals that read back as the same length. The whole screen stays just below 1 and what is
+// beyond it stands in full, since the reader takes 1 and more as absolute.
 void TextWriter::put(Fraction value) {
+  constexpr int kMostDecimals = 20;
   const double fraction = value.v / value.whole;
-  const std::string single = plainNumber(static_cast<float>(fraction));
-  double reread = 0;
-  std::from_chars(single.data(), single.data() + single.size(), reread);
   if (fraction > 1)
-    item(plainNumber(value.v));
-  else if (fraction == 1)
-    item("0.99999999");
-  else
-    item(lengthOf(reread, value.whole) == value.v ? single : plainNumber(fraction));
+    return item(plainNumber(value.v));
+  if (fraction == 1)
+    return item("0.99999999");
+  std::array<char, 64> digits{};
+  for (int decimals = 0; decimals <= kMostDecimals; ++decimals) {
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), fraction,
+                                   std::chars_format::fixed, decimals);
+    double reread = 0;
+    std::from_chars(digits.data(), end.ptr, reread);
+    if (end.ec == std::errc() && lengthOf(reread, value.whole) == value.v)
+      return item(std::string_view(digits.data(), static_cast<std::size_t>(end.ptr - digits.data())));
+  }
+  item(plainNumber(fraction));
 }
 
 void TextWriter::decimal(std::int64_t value) {
@@ -111,6 +116,19 @@ void TextReader::passLineEnd() {
     return;
   const bool two = text_[at_] == '\r' && at_ + 1 < text_.size() && text_[at_ + 1] == '\n';
   at_ += two ? 2 : 1;
+}
+
+// A text. On a line taken whole, where no quotes are left to hold them, the blanks around it belong to it.
+std::string TextReader::textValue() {
+  if (!insideLine_)
+    return std::string(token().text);
+  if (at_ >= text_.size() && !afterComma_)
+    throw InputPastEnd();
+  const std::size_t from = at_;
+  at_ = std::min(text_.find(',', from), text_.size());
+  const std::string_view text = text_.substr(from, at_ - from);
+  passSeparator();
+  return std::string(text);
 }
 
 void TextReader::passSeparator() {

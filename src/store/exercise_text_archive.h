@@ -151,9 +151,9 @@ class TextReader {
     values(some...);
   }
   void endLine() {}  // values are taken wherever they stand
-  void take(T value) { value.v = token().text; }
-  void take(Q value) { value.v = token().text; }
-  void take(Q1 value) { value.v = token().text; }
+  void take(T value) { value.v = textValue(); }
+  void take(Q value) { value.v = textValue(); }
+  void take(Q1 value) { value.v = textValue(); }
   void take(B value);
   void take(D value);
   void take(Fraction value);
@@ -177,6 +177,7 @@ class TextReader {
     std::string fields(wholeLine());
     fields = replaceAll(std::move(fields), "\"", "");
     TextReader inside(fields);
+    inside.insideLine_ = true;
     try {
       walk(inside);
     } catch (const InputPastEnd&) {
@@ -213,6 +214,7 @@ class TextReader {
     bool quoted = false;
   };
   Token token();
+  std::string textValue();
   void skipToValue();
   void passSeparator();
   void passLineEnd();
@@ -230,6 +232,7 @@ class TextReader {
   std::string_view text_;
   std::size_t at_ = 0;
   bool afterComma_ = false;
+  bool insideLine_ = false;
   int damaged_ = 0;
 };
 

@@ -132,6 +132,20 @@ TEST_F(DamagedText, oldTextsAreWindows1252) {
             "e \xE2\x80\x93 \xE2\x82\xAC");
 }
 
+TEST_F(DamagedText, aByteOrderMarkIsPassedOver) {
+  const std::string text = "\xEF\xBB\xBF" + fullText(2);
+  EXPECT_TRUE(looksLikeExerciseText(text));
+  EXPECT_EQ(loaded(text).itemCount(), 2);
+}
+
+TEST_F(DamagedText, fractionsOfTheScreenAreWrittenAsTheyWereRead) {
+  begin();
+  std::string text = writeExerciseText(glo);
+  text.replace(text.rfind("\r\n0,0,0\r\n"), 9, "\r\n0.307,0.13,0.966\r\n");
+  loaded(text);
+  EXPECT_NE(writeExerciseText(glo).find("\r\n0.307,0.13,0.966\r\n"), std::string::npos);
+}
+
 TEST_F(DamagedText, numbersDoNotDependOnTheLocale) {
   setDecimalSeparator(',');
   const std::string text = fullText(2);
@@ -186,6 +200,7 @@ TEST_F(DamagedText, fontsThatAreMissingBecomeArial) {
   EXPECT_EQ(read.assessments[0].font2, (FontRecord{"Arial", 12}));
   EXPECT_THAT(world.dialogs.infos,
               ::testing::ElementsAre("Font Missing Font is not installed\r\nDefaulting to Arial"));
+  EXPECT_THAT(lastExerciseTextReport().missingFonts, ::testing::ElementsAre("Missing Font"));
 }
 
 TEST_F(DamagedText, benchmarkLinesGoByKeyOrByPosition) {
@@ -255,10 +270,10 @@ TEST_F(DamagedText, onlyComparingAssessmentsHaveAQuestion) {
   begin();
   glo.assessments[0].voteType = 1;
   glo.assessments[1].voteType = 3;
-  glo.assessments[1].pcaQuestion = "Better, or not?";
+  glo.assessments[1].pcaQuestion = "  Better , or not?";
   const Exercise read = loaded(writeExerciseText(glo));
   EXPECT_EQ(read.assessments[0].pcaQuestion, "");
-  EXPECT_EQ(read.assessments[1].pcaQuestion, "Better");  // the comma starts the next value
+  EXPECT_EQ(read.assessments[1].pcaQuestion, "  Better ");  // the comma starts the next value
 }
 
 // On lines that are read whole a line end would begin another line.
