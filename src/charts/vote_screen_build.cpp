@@ -13,7 +13,7 @@ using host::Element;
 
 // Type of the default layout, in points of a screen of 1024x768; type shrinks from here until all of it fits.
 constexpr double kItemSize = 34, kAssessmentSize = 24, kOptionSize = 28, kCountSize = 34, kStatsSize = 16,
-                 kSmallSize = 14;
+                 kSmallSize = 18;
 constexpr double kReadableOption = 16;  // below this, options get more of the width
 constexpr double kOptionShare = 0.52, kWideOptionShare = 0.68;
 constexpr double kRowGap = 0.25;      // between options, in line heights

@@ -140,7 +140,8 @@ void saveResult(const VoteForm& form) {
     if (glo.voteRecords.lastLine(key).data() != nullptr)
       modifyVoteResult(key);
   }
-  SaveCVotes();
+  if (SaveCVotes())  // keypads with a display are told only now that their vote is stored
+    theComms().SendCommandToController("VotesStored", false, true);
   SetStats(glo.currentItem, glo.currentAssessment - 1, form.name, -1, "");
 }
 

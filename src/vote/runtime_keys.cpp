@@ -190,7 +190,9 @@ void xyVoteRuntime::toggleKeypadPanel() {
 
 void xyVoteRuntime::showKeypadPanel(bool on) {
   uctl_kpadsNotVoted.Visible = on && glo.voteOpen && glo.voteComplete != 1;
-  ShowKeypads(uctl_kpadsNotVoted.title, uctl_kpadsNotVoted.Caption, uctl_kpadsNotVoted.Visible);
+  // Nobody to wait for is nothing to show.
+  ShowKeypads(uctl_kpadsNotVoted.title, uctl_kpadsNotVoted.Caption,
+              uctl_kpadsNotVoted.Visible && !uctl_kpadsNotVoted.Caption.empty());
   forms().refresh(name);
 }
 
