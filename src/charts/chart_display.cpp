@@ -194,7 +194,9 @@ int legibleBars(const ChartForm& form) {
 void setPages(ChartForm& form) {
   TChart& chart = form.chart;
   const int wanted = glo.runByAverageBarCount;
-  chart.Page.MaxPointsPerPage = glo.barCountAuto ? std::min(wanted, legibleBars(form)) : wanted;
+  chart.Page.MaxPointsPerPage = !glo.barCountAuto ? wanted
+                                : form.onOnePage  ? 0
+                                                  : std::min(wanted, legibleBars(form));
   chart.Page.ScaleLastPage = false;
   chart.Page.Current = std::clamp(chart.Page.Current, 1, chart.pageCount());
 }
@@ -297,6 +299,7 @@ void AddAxisLabels(ChartForm& form, int series, bool withData, const std::string
     ChartLabels& labels = form.chart.Axis.Bottom.Labels;
     labels.Clear();
     labels.MultiLine = true;
+    labels.Keyed = withData && form.withIdentifier;
     form.chart.Axis.Bottom.title = label;
     const auto add = [&](const std::string& text) {
       const std::string clean = withoutLineFeeds(text);
@@ -350,6 +353,8 @@ void DisplayAverageChart(ChartForm& form) {
     chart.SERIES(bars).ValueFormat = percent ? "0.00%" : "0.00";
     chart.SERIES(bars).BarStyle = glo.opt_avbarstyle;
     chart.SERIES(bars).BarPen.Visible = false;
+    chart.SERIES(bars).Gradient = glo.chk_avgradient != 0;
+    chart.SERIES(bars).StartColor = glo.GradientFillStartColour;
     chart.highlightColour = glo.pointHighlightColour;
     chart.selectedPoint = -1;
     AddData(form, kAverageChart, bars);

@@ -27,6 +27,7 @@ struct ChartForm : host::Form {
   int round = 0;       // 0 the current result, 1 and up a stored round
   int risk = 0;        // item of a distribution, index into glo.risks
   bool drawDiversity = false;
+  bool onOnePage = false;          // nobody can turn pages: an automatic bar count leaves none out
   bool withIdentifier = true;      // labels show "A: text" rather than the text alone
   int distributionAxisLabels = 0;  // 1 cuts the texts, 2 shows numbers
   int distributionAxisLabelLength = 0;

@@ -6,6 +6,7 @@
 
 #include "analysis/filters.h"
 #include "charts/graph_notes.h"
+#include "charts/slot_labels.h"
 
 namespace qrn {
 
@@ -15,10 +16,11 @@ using host::Align;
 using host::Element;
 using host::SurfaceFont;
 
-constexpr double kSmallestMark = 8;   // points at 1024x768; values that need less are left out
-constexpr double kBarShare = 0.72;    // of a slot
-constexpr double kThickestBar = 150;  // pixels at 1024x768
-constexpr double kLabelLines = 3;     // lines of an item's label at most
+constexpr double kMarkShare = 0.92;                     // of a slot, for the value above the bar
+constexpr double kLargestMark = 1.5;                    // of the labels: values above wide bars
+constexpr double kLegendShare = 0.27, kLegendGap = 10;  // of the chart's height; pixels at 1024x768
+constexpr double kBarShare = 0.72;                      // of a slot
+constexpr double kThickestBar = 150;                    // pixels at 1024x768
 
 SurfaceFont scaled(const FontRecord& font, double scale) {
   SurfaceFont out;
@@ -173,24 +175,19 @@ class Layout {
     return std::min(widest, area_.width / 3);
   }
 
+  // Room below the bars: the labels, the legend and the title of the axis.
   double slotLabelHeight() {
-    labelHeight_ = lineHeight(labelFont_);
     if (!pointAxis().Labels.Visible)
-      return labelHeight_ = 0;
-    if (pointAxis().Labels.MultiLine && slot() > 6 * textWidth("n", labelFont_)) {
-      double most = 0;
-      for (int i = first_; i < first_ + shown_; ++i)
-        most = std::max(most, fitText(slotText(i), labelFont_, labelWidth(),
-                                      kLabelLines * lineHeight(labelFont_), labelFont_.size)
-                                  .height);
-      labelHeight_ = std::max(labelHeight_, most);
-    }
-    if (!pointAxis().title.empty())
-      return labelHeight_ + lineHeight(labelFont_);
-    return labelHeight_;
+      return 0;
+    std::vector<std::string> texts;
+    for (int i = first_; i < first_ + shown_; ++i) texts.push_back(slotText(i));
+    labels_ = setSlotLabels(texts, pointAxis().Labels, labelFont_,
+                            {slot(), right_ - left_, kLegendShare * (bottom_ - top_), scale_});
+    double height = labels_.height;
+    if (!labels_.legend.rows.empty())
+      height += labels_.legend.height + px(kLegendGap);
+    return height + (pointAxis().title.empty() ? 0 : lineHeight(labelFont_));
   }
-
-  double labelWidth() const { return slot() * (1 - pointAxis().Labels.Separation / 100.0) - px(4); }
 
   std::string slotText(int i) const {
     const auto& items = pointAxis().Labels.Item;
@@ -204,11 +201,12 @@ class Layout {
       for (const ChartPoint& point : chart_.SERIES(n).points)
         widest =
             std::max(widest, textWidth(numberText(point.value, chart_.SERIES(n).ValueFormat), labelFont_));
-    const double room = slot() - px(2);
-    if (widest > room)
-      markFont_.size = std::floor(labelFont_.size * room / widest * 4) / 4;
-    marksFit_ = markFont_.size >= kSmallestMark * scale_;
-    markFont_.size = std::max(markFont_.size, kSmallestMark * scale_);
+    const double least = kSmallestChartType * scale_;
+    if (widest > 0)
+      markFont_.size = std::min(kLargestMark * labelFont_.size,
+                                std::floor(labelFont_.size * kMarkShare * slot() / widest * 4) / 4);
+    marksFit_ = markFont_.size >= least;  // else the values are left out
+    markFont_.size = std::max(markFont_.size, least);
   }
 
   // The parts
@@ -258,6 +256,8 @@ class Layout {
               std::max(plot_.top + plot_.height - tip, px(2)));
       bar.backColour = readableColour(i == chart_.selectedPoint ? chart_.highlightColour : point.colour,
                                       look_, kShapeContrast);
+      bar.gradient = series.Gradient;
+      bar.backColourEnd = readableColour(series.StartColor, look_, kShapeContrast);
       bar.filled = !series.Transparent;
       bar.bordered = series.BarPen.Visible;
       bar.colour = series.BarPen.Color;
@@ -312,56 +312,55 @@ class Layout {
     }
   }
 
-  // Labels of the points. Slots too narrow for a few letters show what stands before ":", and then every
-  // second, third ... label.
+  // Labels of the points, their legend and the title of the axis.
   void slotLabels() {
     if (!pointAxis().Labels.Visible)
       return;
-    const bool whole = lying_ || slot() > 6 * textWidth("n", labelFont_);
-    SurfaceFont font = labelFont_;
-    const int every = whole ? 1 : everyNth(font);
-    const double room = lying_ ? plot_.left - left_ - px(8) : whole ? labelWidth() : every * slot() - px(2);
-    for (int i = first_; i < first_ + shown_; i += every)
-      slotLabel(i, whole ? slotText(i) : slotText(i).substr(0, slotText(i).find(':')), font, room);
-    if (!pointAxis().title.empty() && !lying_) {
-      Element& title =
-          label("axisTitle", 1, cutToWidth(pointAxis().title, labelFont_, plot_.width), labelFont_);
-      place(title, plot_.left, plot_.top + plot_.height + px(6) + labelHeight_, plot_.width,
-            lineHeight(labelFont_));
-      title.align = Align::centre;
-      title.colour = readableColour(pointAxis().Labels.Font.colour, look_);
-    }
-  }
-
-  void slotLabel(int i, const std::string& text, const SurfaceFont& font, double room) {
-    const double lines = pointAxis().Labels.MultiLine && !lying_ ? kLabelLines : 1;
-    const FittedText fitted = lines > 1 ? fitText(text, font, room, lines * lineHeight(font), font.size)
-                                        : FittedText{cutToWidth(text, font, room), font, 0, lineHeight(font)};
-    Element& element = label("bottomAxisLabel", i, fitted.caption, font);
-    element.toolTip = slotText(i);
-    element.colour = readableColour(pointAxis().Labels.Font.colour, look_);
-    const double middle = (i - first_ + 0.5) * slot();
     if (lying_) {
-      place(element, left_, plot_.top + middle - fitted.height / 2, room, fitted.height);
-      element.align = Align::right;
-    } else {
-      place(element, plot_.left + middle - room / 2, plot_.top + plot_.height + px(6), room, fitted.height);
+      for (int i = first_; i < first_ + shown_; ++i) lyingLabel(i);
+      return;
+    }
+    double below = plot_.top + plot_.height + px(6);
+    for (int i = first_; i < first_ + shown_; i += labels_.every) {
+      Element& element =
+          label("bottomAxisLabel", i, labels_.captions[static_cast<std::size_t>(i - first_)], labels_.font);
+      element.toolTip = slotText(i);
+      element.colour = readableColour(pointAxis().Labels.Font.colour, look_);
+      place(element, plot_.left + (i - first_ + 0.5) * slot() - labels_.width / 2, below, labels_.width,
+            labels_.height);
       element.align = Align::centre;
     }
+    below += labels_.height;
+    if (!pointAxis().title.empty()) {
+      Element& title =
+          label("axisTitle", 1, cutToWidth(pointAxis().title, labelFont_, plot_.width), labelFont_);
+      place(title, plot_.left, below, plot_.width, lineHeight(labelFont_));
+      title.align = Align::centre;
+      title.colour = readableColour(pointAxis().Labels.Font.colour, look_);
+      below += lineHeight(labelFont_);
+    }
+    legend(below + px(kLegendGap));
   }
 
-  // How many slots the widest short label needs, after shrinking its font to the smallest that is read.
-  int everyNth(SurfaceFont& font) const {
-    double widest = 0;
-    for (int i = first_; i < first_ + shown_; ++i)
-      widest = std::max(widest, textWidth(slotText(i).substr(0, slotText(i).find(':')), font));
-    const double room = slot() - px(2);
-    if (widest > room && widest > 0) {
-      const double fitting = std::floor(font.size * room / widest * 4) / 4, least = kSmallestMark * scale_;
-      widest *= std::max(fitting, least) / font.size;
-      font.size = std::max(fitting, least);
+  void legend(double top) {
+    const SlotLabels::Legend& legend = labels_.legend;
+    const double line = lineHeight(legend.font);
+    for (int i = 0; i < static_cast<int>(legend.rows.size()); ++i) {
+      Element& row = label("legendRow", first_ + i, legend.rows[static_cast<std::size_t>(i)], legend.font);
+      row.toolTip = slotText(first_ + i);
+      row.colour = readableColour(pointAxis().Labels.Font.colour, look_);
+      place(row, left_ + (i / legend.perColumn) * legend.columnWidth, top + (i % legend.perColumn) * line,
+            legend.columnWidth, line);
     }
-    return std::max(1, static_cast<int>(std::ceil((widest + px(2)) / slot() - 1e-6)));
+  }
+
+  void lyingLabel(int i) {
+    const double room = plot_.left - left_ - px(8), line = lineHeight(labelFont_);
+    Element& element = label("bottomAxisLabel", i, cutToWidth(slotText(i), labelFont_, room), labelFont_);
+    element.toolTip = slotText(i);
+    element.colour = readableColour(pointAxis().Labels.Font.colour, look_);
+    place(element, left_, plot_.top + (i - first_ + 0.5) * slot() - line / 2, room, line);
+    element.align = Align::right;
   }
 
   void axisTitle(const std::string& text) {
@@ -442,7 +441,7 @@ class Layout {
   SurfaceFont labelFont_, valueFont_, markFont_;
   ChartArea plot_;
   bool lying_ = false, marksFit_ = true;
-  double labelHeight_ = 0;
+  SlotLabels labels_;
   int first_ = 0, shown_ = 0, slots_ = 1;
 };
 

@@ -1,8 +1,8 @@
 // Lowers a chart to positioned text, lines and rectangles, in twips.
 //
 // Arrays: "plotPanel", "gridLine", "leftAxisLabel", "bars", "barValue", "bottomAxisLabel", "axisLine",
-// "header", "axisTitle", "linePoint", "seriesLine". Index n of "bars", "barValue" and "bottomAxisLabel" is
-// the point's number in its series, whatever the page.
+// "legendRow", "header", "axisTitle", "linePoint", "seriesLine". Index n of "bars", "barValue",
+// "bottomAxisLabel" and "legendRow" is the point's number in its series, whatever the page.
 #pragma once
 
 #include "charts/graph_look.h"

@@ -47,8 +47,8 @@ std::vector<std::int32_t> coloursBehind(const host::Surface& background) {
   return steps;
 }
 
-// The look with light or dark text and the thinnest panel that makes it comfortable. A panel in the picture's own
-// tone lets the picture keep its colour and fades only what stands out of it.
+// The look with light or dark text and the thinnest panel that makes it comfortable. A panel in the picture's
+// own tone lets the picture keep its colour and fades only what stands out of it.
 GraphLook lookWith(bool lightText, const std::vector<std::int32_t>& behind, std::int32_t tone = -1) {
   GraphLook look;
   look.lightText = lightText;

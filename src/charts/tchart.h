@@ -37,6 +37,8 @@ struct ChartSeries {
   bool inPercent = false;
   int BarStyle = 0;
   ChartPen BarPen;
+  bool Gradient = false;  // bars run from StartColor at the axis to their own colour
+  std::int32_t StartColor = 0xffffff;
   int MultiBar = 0;  // 0 one behind the other, 1 side by side
   bool Stacked = false;
 
@@ -53,6 +55,7 @@ struct ChartLabels {
   bool MultiLine = false;
   bool Visible = true;
   FontRecord Font{"Arial", 12, true, false, false, false, 0xffffff};
+  bool Keyed = false;      // "identifier: text"; where the text has no room the identifier stands alone
   int Separation = 0;      // percent of a slot kept free between two labels
   bool Alternate = false;  // every second label stands one row lower
   void Clear() { Item.clear(); }

@@ -53,7 +53,7 @@ struct VoteForm : host::Form {
   void ShowVotesCastControl(bool on);
   void ShowAverageScore(const std::string& text, bool on);
   void ShowBars(bool on);  // visibility only
-  void UpdateBars();            // takes the votes at hand; nothing changes when the counts are the same
+  void UpdateBars();       // takes the votes at hand; nothing changes when the counts are the same
   void ShowKeypads(const std::string& title, const std::string& text, bool on);
   void ShowStatus(const std::string& line);  // one plain line at the foot; "" takes it away
   void LayOutAgain();                        // after a change of the window's size

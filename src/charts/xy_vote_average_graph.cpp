@@ -202,8 +202,13 @@ void xyVoteAverageGraph::showPage(int page) {
 
 const host::Surface& xyVoteAverageGraph::surface() {
   std::string footer = upperBound(glo.categories) > 1 ? labelCategory : "";
+  const auto putFirst = [&](const std::string& text) {
+    footer = text + (footer.empty() ? "" : "      " + footer);
+  };
   if (averageLabelVisible && !averageLabel.empty())
-    footer = averageLabel + (footer.empty() ? "" : "      " + footer);
+    putFirst(averageLabel);
+  if (chart.pageCount() > 1)
+    putFirst("Page " + std::to_string(chart.Page.Current) + " of " + std::to_string(chart.pageCount()));
   return lowered_.lower(chart, ScaleWidth, ScaleHeight, footer);
 }
 
@@ -328,6 +333,7 @@ const host::Surface& drawAverageGraph(int assessment, int widthPx, int heightPx)
   auto& form = host::host().forms->as<xyVoteAverageGraph>(kFormName);
   form.ScaleWidth = widthPx * kTwipsPerPixel;
   form.ScaleHeight = heightPx * kTwipsPerPixel;
+  form.onOnePage = true;
   form.drawGraph(assessment, 0);
   return form.surface();
 }

@@ -41,20 +41,22 @@ struct Element {
   std::int32_t colour = 0;      // text, line or border; red lowest
   std::int32_t backColour = 0;  // fill of shapes and opaque labels
   bool filled = true;           // shapes: filled with backColour
-  double opacity = 1.0;         // of the fill
-  double borderWidth = 15;      // lines and shapes
-  bool bordered = true;         // shapes: an outline in `colour`
-  int borderStyle = 1;          // 1 solid, 3 dotted
+  bool gradient = false;        // shapes: the fill runs from backColour at the top to backColourEnd
+  std::int32_t backColourEnd = 0;
+  double opacity = 1.0;     // of the fill
+  double borderWidth = 15;  // lines and shapes
+  bool bordered = true;     // shapes: an outline in `colour`
+  int borderStyle = 1;      // 1 solid, 3 dotted
 };
 
 // Elements in painting order, the first at the back. References stay good while elements are added.
 class Surface {
  public:
-  double width = 0, height = 0;  // twips
-  std::int32_t background = 0;   // painted behind everything when no picture is set
-  std::string backgroundFile;    // picture stretched over the surface; "" for none
+  double width = 0, height = 0;   // twips
+  std::int32_t background = 0;    // painted behind everything when no picture is set
+  std::string backgroundFile;     // picture stretched over the surface; "" for none
   std::int32_t pictureTone = -1;  // colour that most of that picture has; -1 when not known
-  bool gradient = false;         // from `background` at the top to `backgroundEnd` at the bottom
+  bool gradient = false;          // from `background` at the top to `backgroundEnd` at the bottom
   std::int32_t backgroundEnd = 0;
 
   Element& add(Element element) { return elements_.emplace_back(std::move(element)); }

@@ -12,10 +12,9 @@ namespace qrn {
 
 namespace {
 
-constexpr double kCaptionGap = 250;   // twips between two captions of the horizontal axis
-constexpr double kCornerShare = 0.24;  // of a line: keeps the two captions of the corner apart in large type
-constexpr double kCaptionTop = 100;   // twips from the horizontal axis to its captions
-constexpr double kSkewInset = 125;    // first caption of a skew axis inside its cell
+constexpr double kCaptionGap = 250;  // twips between two captions of the horizontal axis
+constexpr double kCaptionTop = 100;  // twips from the horizontal axis to its captions
+constexpr double kSkewInset = 125;   // first caption of a skew axis inside its cell
 constexpr double kKeyOverlap = 8 * kTwipsPerPixel;
 constexpr double kWidestTitle = 8000, kNarrowestTitle = 120;  // twips at 1024x768
 constexpr int kLongestWord = 28;                              // characters of a first word before it is split
@@ -135,10 +134,10 @@ void layAxisLines(GraphCanvas& canvas) {
   }
 }
 
-void layHorizontalAxis(GraphCanvas& canvas, const AxisPlan& plan, bool skew) {
+double layHorizontalAxis(GraphCanvas& canvas, const AxisPlan& plan, bool skew) {
   const PlotArea& area = canvas.area;
   const double stepWidth = std::floor((area.X2 - area.X1) / plan.divisions);
-  const double top = area.Y2 + std::max(kCaptionTop, kCornerShare * lineHeight(canvas.captionFont));
+  const double top = area.Y2 + kCaptionTop;
   const FittedCaptions fitted = fitCaptions(plan.captions, canvas.captionFont, stepWidth, kCaptionGap,
                                             bottomRows(canvas).captionsEnd - top);
   for (int i = 0; i <= plan.divisions; ++i) {
@@ -157,9 +156,10 @@ void layHorizontalAxis(GraphCanvas& canvas, const AxisPlan& plan, bool skew) {
     canvas.surface.add(Layer::captions, std::move(label));
   }
   addGridLines(canvas, plan, true);
+  return skew ? area.X1 : area.X1 - fitted.texts.front().width / 2;
 }
 
-double layVerticalAxis(GraphCanvas& canvas, const AxisPlan& plan, bool skew) {
+double layVerticalAxis(GraphCanvas& canvas, const AxisPlan& plan, bool skew, double cornerLeft) {
   const PlotArea& area = canvas.area;
   const double stepHeight = std::floor((area.Y2 - area.Y1) / plan.divisions);
   const double room = area.X1 - canvas.keyWidth + kKeyOverlap - canvas.px(4);
@@ -174,8 +174,9 @@ double layVerticalAxis(GraphCanvas& canvas, const AxisPlan& plan, bool skew) {
     label.width = std::min(fitted.texts[at].width, room);
     label.left = area.X1 - label.width - canvas.keyWidth + kKeyOverlap;
     label.top = area.Y2 - i * stepHeight - (skew ? stepHeight / 2 : 0) - label.height / 2;
-    if (i == 0 && !skew)  // the lower lines of a long caption would meet those of the other axis
-      label.top = std::min(label.top, area.Y2 - label.height + line / 2);
+    if (i == 0 &&
+        label.left + label.width > cornerLeft - canvas.px(4))  // the captions of the corner would meet
+      label.top = std::min(label.top, area.Y2 + kCaptionTop - label.height);
     label.visible = captionShown(plan, i, every);
     if (label.visible)
       topHeight = label.height;

@@ -11,9 +11,11 @@ namespace qrn {
 // verticalLine(0) and horizontalLine(0).
 void layAxisLines(GraphCanvas& canvas);
 
-// Captions and grid lines. The vertical axis gives the height of its top caption, twips.
-void layHorizontalAxis(GraphCanvas& canvas, const AxisPlan& plan, bool skew);
-double layVerticalAxis(GraphCanvas& canvas, const AxisPlan& plan, bool skew);
+// Captions and grid lines. The horizontal axis gives the left edge of its first text, with which the vertical
+// one keeps its own first caption clear of it; the vertical axis gives the height of its top caption. All
+// twips.
+double layHorizontalAxis(GraphCanvas& canvas, const AxisPlan& plan, bool skew);
+double layVerticalAxis(GraphCanvas& canvas, const AxisPlan& plan, bool skew, double cornerLeft);
 
 // criteria1Label above the vertical axis and criteria2Label below the horizontal one. `topCaption` is the
 // height that the top caption takes.

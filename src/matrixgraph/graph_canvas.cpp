@@ -1,5 +1,8 @@
 #include "matrixgraph/graph_canvas.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include "core/glo.h"
 
 namespace qrn {
@@ -7,8 +10,8 @@ namespace qrn {
 namespace {
 
 constexpr int kNumberedScale = 2;  // glo.OptionScatterScale
-constexpr double kItemEmphasis =
-    1.25;  // the items are what the back row must read: larger than captions, and bold
+constexpr double kKeySize = 20;    // points at 1024x768
+constexpr double kFewKeys = 50;
 
 host::SurfaceFont scaledFont(const std::string& name, double size, bool bold, bool italic, double scale) {
   host::SurfaceFont font;
@@ -20,9 +23,15 @@ host::SurfaceFont scaledFont(const std::string& name, double size, bool bold, bo
   return font;
 }
 
+// The keys are what the back row must read: a few are at least kKeySize large, more shrink with the room that
+// each has, down to the size of the exercise. A larger one of its own stays.
+double keySize(double own, int keys) {
+  return std::max(own > 0 ? own : 12, kKeySize * std::sqrt(std::min(1.0, kFewKeys / std::max(keys, 1))));
+}
+
 }  // namespace
 
-void GraphCanvas::begin(double formWidth, double formHeight) {
+void GraphCanvas::begin(double formWidth, double formHeight, int keys) {
   surface.clear();
   host::Surface& frame = surface.frame();
   frame.width = formWidth;
@@ -30,9 +39,9 @@ void GraphCanvas::begin(double formWidth, double formHeight) {
   setGraphBackground(frame, glo.matrixBackgroundFlag ? glo.matrixBackgroundFile : "");
   look = chooseLook(frame);
   scale = graphScale(formWidth, formHeight);
-  const FontRecord& own = glo.graphLabelFont;
-  labelFont = scaledFont(own.name, (own.size > 0 ? own.size : 12) * kItemEmphasis, true, own.italic, scale);
-  labelFont.underline = own.underline;
+  const FontRecord &plot = glo.itemPlotFont, &own = glo.graphLabelFont;
+  labelFont = scaledFont(plot.name, keySize(plot.size, keys), plot.bold, plot.italic, scale);
+  labelFont.underline = plot.underline;
   captionFont = scaledFont(own.name, own.size, own.bold, own.italic, scale);
   axisTitleFont = scaledFont(own.name, static_cast<int>((own.size > 0 ? own.size : 12) * 1.2), own.bold,
                              own.italic, scale);

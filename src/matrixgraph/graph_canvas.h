@@ -26,8 +26,9 @@ struct GraphCanvas {
   double height() const { return surface.surface().height; }
   double px(double pixels) const { return pixels * kTwipsPerPixel * scale; }
 
-  // Empties the surface for a form of that size and sets fonts, background, look and plot area.
-  void begin(double formWidth, double formHeight);
+  // Empties the surface for a form of that size and sets fonts, background, look and plot area. `keys`: how
+  // many are expected on the plot.
+  void begin(double formWidth, double formHeight, int keys);
 };
 
 host::Element makeLabel(const std::string& array, int index, const std::string& caption,

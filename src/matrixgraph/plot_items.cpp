@@ -13,6 +13,7 @@ namespace qrn {
 namespace {
 
 constexpr std::int32_t kComplement = 0xffffff;
+constexpr double kKeyContrast = 7;  // keys stand among lines and on shadows
 
 const RiskRecord& riskAt(int risk) {
   return glo.risks[static_cast<std::size_t>(risk)];
@@ -148,14 +149,14 @@ void ItemPlotter::addItem(PlottedItem& item, int pair, int n) {
   host::Element label = makeLabel(arrays.label, n, "", canvas_.labelFont);
   label.toolTip = tipOf(item.risk, vertical, horizontal);  // gives the item its identifier when it has none
   label.caption = riskAt(item.risk).identifier + kPairMarks[pair];
-  label.colour = readableColour(glo.blobColours[p], canvas_.look);
+  label.colour = readableColour(glo.blobColours[p], canvas_.look, kKeyContrast);
   const double width = std::max(canvas_.keyWidth, textWidth(label.caption, label.font));
   place(label, item.centre[p], width, canvas_.keyHeight);
   host::Element shadow = label;
   shadow.array = arrays.shadow;
   shadow.toolTip.clear();
-  shadow.left += canvas_.px(1);
-  shadow.top += canvas_.px(1);
+  shadow.left += kTwipsPerPixel;
+  shadow.top += kTwipsPerPixel;
   shadow.colour = kComplement - label.colour;
   canvas_.surface.add(Layer::shadows, std::move(shadow));
   canvas_.surface.add(Layer::labels, std::move(label));
@@ -163,18 +164,19 @@ void ItemPlotter::addItem(PlottedItem& item, int pair, int n) {
     joinToPairBefore(item, pair, width);
 }
 
-// A line stands only between two places that are both on the plot.
+// A line shows only between two places that are both on the plot.
 void ItemPlotter::joinToPairBefore(PlottedItem& item, int pair, double width) {
   const auto p = static_cast<std::size_t>(pair);
-  if (item.n[p - 1] == 0 || !item.onScale[p - 1] || !item.onScale[p])
+  if (item.n[p - 1] == 0)
     return;
-  item.joined[p] = true;
+  item.joined[p] = item.onScale[p - 1] && item.onScale[p];
   const PairArrays& arrays = pairArrays(pair);
   const PlotPoint from = item.centre[p - 1], to = item.centre[p];
   const std::int32_t own = glo.checkDrawLineColor[p - 1];
   host::Element line = makeLine(arrays.line, item.n[p], from.x, from.y, to.x, to.y);
   line.colour = readableColour(own != 0 ? own : glo.blobColours[p], canvas_.look, kShapeContrast);
   line.borderWidth = canvas_.px(2);
+  line.visible = item.joined[p];
   host::Element blob;
   blob.kind = host::Element::Kind::ellipse;
   blob.array = arrays.blob;
@@ -183,6 +185,7 @@ void ItemPlotter::joinToPairBefore(PlottedItem& item, int pair, double width) {
   place(blob, edgeTowards(to, from, width + size, canvas_.keyHeight), size, size);
   blob.backColour = line.colour;
   blob.bordered = false;
+  blob.visible = item.joined[p];
   canvas_.surface.add(Layer::lines, std::move(line));
   canvas_.surface.add(Layer::shapes, std::move(blob));
 }

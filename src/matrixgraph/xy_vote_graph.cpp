@@ -53,6 +53,15 @@ std::string categoryLine() {
   return all ? "Category: ALL  " : "Category: " + names;
 }
 
+// Keys that the pairs put on the plot if every item has votes.
+int expectedKeys(const PlotRequest& request) {
+  int pairs = 0, items = 0;
+  for (int pair = 0; pair < kPairs; ++pair) pairs += pairUsed(request, pair) ? 1 : 0;
+  for (int item = 0; item < glo.itemCount(); ++item)
+    items += glo.risks[static_cast<std::size_t>(item)].voting && inCategoriesShown(item) ? 1 : 0;
+  return pairs * items;
+}
+
 std::string joinedTitles(const PlotRequest& request, bool vertical) {
   std::string titles;
   for (int pair = 0; pair < kPairs; ++pair)
@@ -128,7 +137,7 @@ void xyVoteGraph::drawGraph(int pair1First, int pair1Second, int pair2First, int
     glo.lastDrawnPairings = request;
     GetAllScores();
     computeMultiPlots(request);
-    canvas_.begin(ScaleWidth, ScaleHeight);
+    canvas_.begin(ScaleWidth, ScaleHeight, expectedKeys(request));
     menuHideShowRoundN.fill({});
     roundVisible.fill(false);
     plotted.clear();
@@ -173,8 +182,8 @@ bool xyVoteGraph::AxisLabels(const PlotRequest& request, bool skew) {
     }
   xScaleMax = across.scaleMax;
   yScaleMax = up.scaleMax;
-  layHorizontalAxis(canvas_, across, skew);
-  topCaptionHeight_ = layVerticalAxis(canvas_, up, skew);
+  const double cornerLeft = layHorizontalAxis(canvas_, across, skew);
+  topCaptionHeight_ = layVerticalAxis(canvas_, up, skew, cornerLeft);
   if (skew) {
     canvas_.area.cellWidth = std::floor((canvas_.area.X2 - canvas_.area.X1) / across.divisions + 0.5);
     canvas_.area.cellHeight = std::floor((canvas_.area.Y2 - canvas_.area.Y1) / up.divisions + 0.5);

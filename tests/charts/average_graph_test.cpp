@@ -136,6 +136,9 @@ TEST_F(AverageGraph, KeysWalkItemsAndPages) {
     EXPECT_EQ(form.chart.Page.Current, c.page) << c.keyCode;
   }
   EXPECT_EQ(captions(form.surface(), "bottomAxisLabel"), (Texts{"I: item 8", "J: item 9"}));
+  EXPECT_EQ(captions(form.surface(), "LabelCategory"), Texts{"Page 3 of 3"});
+  glo.barCountAuto = true;  // a picture has no pages to turn
+  EXPECT_EQ(all(draw().surface(), "bars").size(), 10U);
 }
 
 TEST_F(AverageGraph, KeysPickAssessmentsAndPanels) {
@@ -179,6 +182,32 @@ TEST_F(AverageGraph, LowersAgainOnlyForOtherDataOrSize) {
   EXPECT_EQ(lowered.builds(), 4);
 }
 
+// A text that has no room whole under its bar stands in a legend; nothing is cut while there is room for one.
+TEST_F(AverageGraph, NamesItsBarsInFull) {
+  struct Case {
+    int items;
+    std::size_t legendRows;
+  };
+  for (const Case& c : {Case{1, 0}, Case{4, 0}, Case{20, 20}, Case{90, 0}}) {
+    addItems(c.items);
+    for (int item = 0; item < c.items; ++item) {
+      glo.risks[static_cast<std::size_t>(item)].text = "the pumps fail for a week";
+      vote(item, 1, "3;");
+    }
+    const host::Surface& surface = draw(1, 1920, 1080).surface();
+    const auto labels = all(surface, "bottomAxisLabel"), rows = all(surface, "legendRow");
+    EXPECT_EQ(rows.size(), c.legendRows) << c.items;
+    EXPECT_EQ(labels.front()->caption.find("week") != std::string::npos, c.items <= 4) << c.items;
+    for (const host::Element* row : rows) {
+      EXPECT_EQ(row->caption, row->toolTip);
+      EXPECT_GE(row->top, labels.front()->top + labels.front()->height);
+      EXPECT_LE(row->top + row->height, surface.height);
+      EXPECT_LE(row->left + world.textMeasure.TextWidth(row->caption, "", row->font.size, false, false),
+                surface.width);
+    }
+  }
+}
+
 // From four items to four hundred nothing runs into its neighbour or over the edge.
 TEST_F(AverageGraph, StaysLegibleForFewAndForMany) {
   for (const auto& [width, height] : {std::pair{1024, 768}, {3840, 2160}})
@@ -191,7 +220,10 @@ TEST_F(AverageGraph, StaysLegibleForFewAndForMany) {
         vote(item, 1, "3;4;");
       }
       glo.runByAverageBarCount = items;
-      const host::Surface& surface = draw(1, width, height).surface();
+      xyVoteAverageGraph& form = draw(1, width, height);
+      form.onOnePage = false;
+      form.redraw();
+      const host::Surface& surface = form.surface();
       double end = -1;
       for (const host::Element* label : all(surface, "bottomAxisLabel")) {
         const double wide = world.textMeasure.TextWidth(label->caption, "", label->font.size, true, false);

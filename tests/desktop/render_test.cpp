@@ -114,6 +114,22 @@ TEST_F(Render, LinesAreSolidOrDottedAndNeverThinnerThanAPixel) {
   }
 }
 
+TEST_F(Render, EqualLinesLookEqualWhereverTheyStand) {
+  host::Surface shown = surface(200, 200);
+  for (int i = 0; i < 8; ++i) {
+    Element line;
+    line.kind = Element::Kind::line;
+    line.x2 = 200 * 15;
+    line.y1 = line.y2 = (10.3 + 20.27 * i) * 15;
+    line.borderWidth = 1.4 * 15;
+    shown.add(line);
+  }
+  const QImage image = render::surfaceImage(shown, {200, 200});
+  int rows = 0;
+  for (int y = 0; y < 200; ++y) rows += qGray(image.pixel(100, y)) < 64;
+  EXPECT_EQ(rows, 8);
+}
+
 TEST_F(Render, LabelsAlignInTheirWidth) {
   struct Case {
     host::Align align;
@@ -161,6 +177,14 @@ TEST_F(Render, AnotherSizeKeepsProportionsInTheMiddleAndTheGroundFillsAll) {
 }
 
 TEST_F(Render, GroundsAreColoursGradientsOrPictures) {
+  host::Surface barred = surface(100, 100);
+  Element bar = rectangle(10, 10, 20, 80, kRed);
+  bar.gradient = true;
+  bar.backColourEnd = kBlue;
+  barred.add(bar);
+  const QImage bars = render::surfaceImage(barred, {100, 100});
+  EXPECT_GT(bars.pixelColor(20, 12).red(), 180);
+  EXPECT_GT(bars.pixelColor(20, 88).blue(), 180);
   host::Surface shown = surface(60, 60, host::RGB(255, 0, 0));
   shown.gradient = true;
   shown.backgroundEnd = host::RGB(0, 0, 255);

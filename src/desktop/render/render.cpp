@@ -18,6 +18,7 @@ namespace qrn::render {
 namespace {
 
 constexpr int kJpegQuality = 75;
+constexpr int kDotted = 3;  // Element::borderStyle
 constexpr int kDotsPerInch = 96;
 constexpr double kDotsPerMetre = kDotsPerInch / 0.0254;
 
@@ -103,7 +104,7 @@ class ElementPainter {
   // At least one pixel of the target wide, so that fine lines survive a small picture.
   QPen pen(const host::Element& e) const {
     QPen result(toColour(e.colour), std::max(px(e.borderWidth), 1.0 / scale_));
-    result.setStyle(e.borderStyle == 3 ? Qt::DotLine : Qt::SolidLine);
+    result.setStyle(e.borderStyle == kDotted ? Qt::DotLine : Qt::SolidLine);
     result.setCapStyle(Qt::FlatCap);
     result.setJoinStyle(Qt::MiterJoin);
     return result;
@@ -153,10 +154,34 @@ class ElementPainter {
   }
 
   void line(const host::Element& e) {
-    const bool straight = e.x1 == e.x2 || e.y1 == e.y2;
-    painter_.setRenderHint(QPainter::Antialiasing, !straight);
+    if (e.x1 == e.x2 || e.y1 == e.y2) {
+      straightLine(e);
+      return;
+    }
+    painter_.setRenderHint(QPainter::Antialiasing);
     painter_.setPen(pen(e));
     painter_.drawLine(QPointF(px(e.x1), px(e.y1)), QPointF(px(e.x2), px(e.y2)));
+  }
+
+  // Upright and level lines fill whole pixels of the target, so that equal lines look equal.
+  void straightLine(const host::Element& e) {
+    const QTransform world = painter_.worldTransform();
+    const QRectF span =
+        world.mapRect(QRectF(QPointF(px(e.x1), px(e.y1)), QPointF(px(e.x2), px(e.y2))).normalized());
+    const double thick = std::max(1.0, std::round(px(e.borderWidth) * world.m11()));
+    const QPointF begin(std::round(span.left() - thick / 2), std::round(span.top() - thick / 2));
+    const QRectF bar(begin, QSizeF(std::round(span.width()) + thick, std::round(span.height()) + thick));
+    painter_.save();
+    painter_.resetTransform();
+    painter_.setRenderHint(QPainter::Antialiasing, false);
+    if (e.borderStyle == kDotted) {
+      painter_.setPen(QPen(toColour(e.colour), thick, Qt::DotLine, Qt::FlatCap));
+      const QPointF half(thick / 2, thick / 2);
+      painter_.drawLine(bar.topLeft() + half, bar.bottomRight() - half);
+    } else {
+      painter_.fillRect(bar, toColour(e.colour));
+    }
+    painter_.restore();
   }
 
   void shape(const host::Element& e) {
@@ -165,6 +190,14 @@ class ElementPainter {
     QColor fill = toColour(e.backColour);
     fill.setAlphaF(static_cast<float>(e.opacity));
     painter_.setBrush(e.filled ? QBrush(fill) : QBrush(Qt::NoBrush));
+    if (e.filled && e.gradient) {
+      QLinearGradient run(box(e).topLeft(), box(e).bottomLeft());
+      QColor end = toColour(e.backColourEnd);
+      end.setAlphaF(static_cast<float>(e.opacity));
+      run.setColorAt(0, fill);
+      run.setColorAt(1, end);
+      painter_.setBrush(run);
+    }
     painter_.setPen(e.bordered ? pen(e) : QPen(Qt::NoPen));
     if (round)
       painter_.drawEllipse(box(e));

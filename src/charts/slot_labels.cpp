@@ -1,0 +1,130 @@
+#include "charts/slot_labels.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace qrn {
+
+namespace {
+
+using host::SurfaceFont;
+
+constexpr double kLines = 3;          // of a label at most
+constexpr double kLeastWhole = 0.85;  // of the font: whole texts are not set smaller
+constexpr double kLargestKey = 1.4;   // of the font: identifiers that stand alone
+constexpr double kKeyGap = 0.12;      // of a slot, between two of them
+constexpr double kColumnGap = 24;     // pixels at 1024x768
+constexpr int kMostColumns = 6;
+constexpr std::size_t kFewestForLegend = 2;
+
+double pixels(double count, double scale) {
+  return count * kTwipsPerPixel * scale;
+}
+
+double widestOf(const std::vector<std::string>& texts, const SurfaceFont& font) {
+  double widest = 0;
+  for (const std::string& text : texts) widest = std::max(widest, textWidth(text, font));
+  return widest;
+}
+
+// Width and height of lines of captions that are set already.
+double heightOf(const std::vector<std::string>& captions, const SurfaceFont& font) {
+  std::ptrdiff_t most = 1;
+  for (const std::string& caption : captions)
+    most = std::max(most, 1 + std::count(caption.begin(), caption.end(), '\n'));
+  return static_cast<double>(most) * lineHeight(font);
+}
+
+bool isWhole(const FittedText& fitted, const std::string& text) {
+  std::string joined = fitted.caption;
+  std::replace(joined.begin(), joined.end(), '\n', ' ');
+  return joined == text;
+}
+
+// Every text whole in its slot, all in one size; false when one does not fit.
+bool setWhole(SlotLabels& set, const std::vector<std::string>& texts, SurfaceFont font) {
+  const double smallest = font.size * kLeastWhole;
+  for (const std::string& text : texts) {
+    const FittedText fitted = fitText(text, font, set.width, kLines * lineHeight(font), smallest);
+    if (!isWhole(fitted, text))
+      return false;
+    font.size = fitted.font.size;  // the next is no larger
+  }
+  set.captions.clear();
+  for (const std::string& text : texts)
+    set.captions.push_back(fitText(text, font, set.width, kLines * lineHeight(font), font.size).caption);
+  set.font = font;
+  return true;
+}
+
+void setCut(SlotLabels& set, const std::vector<std::string>& texts, const SurfaceFont& font) {
+  for (const std::string& text : texts)
+    set.captions.push_back(fitText(text, font, set.width, kLines * lineHeight(font), font.size).caption);
+}
+
+// What stands before ":", as large as the slot allows; where even the smallest is too wide, every second,
+// third ...
+void setKeys(SlotLabels& set, const std::vector<std::string>& texts, const SurfaceFont& font, bool keyed,
+             const SlotRoom& room) {
+  const double gap = std::max(pixels(2, room.scale), kKeyGap * room.slot),
+               least = kSmallestChartType * room.scale;
+  for (const std::string& text : texts) set.captions.push_back(text.substr(0, text.find(':')));
+  double widest = widestOf(set.captions, font);
+  if (widest <= 0)
+    return;
+  const double largest = font.size * (keyed ? kLargestKey : 1);
+  const double fitting = std::floor(font.size * (room.slot - gap) / widest * 4) / 4;
+  set.font.size = std::min(largest, std::max(fitting, least));
+  widest *= set.font.size / font.size;
+  set.every = std::max(1, static_cast<int>(std::ceil((widest + gap) / room.slot - 1e-6)));
+  set.width = set.every * room.slot - gap;
+  for (std::string& caption : set.captions) caption = cutToWidth(caption, set.font, set.width);
+}
+
+SlotLabels::Legend legendIn(const std::vector<std::string>& texts, const SurfaceFont& font,
+                            const SlotRoom& room) {
+  SlotLabels::Legend legend;
+  const double gap = pixels(kColumnGap, room.scale), widest = widestOf(texts, font);
+  const auto fitting = static_cast<int>((room.legendWidth + gap) / (widest + gap));
+  const int columns = std::clamp(fitting, 2, kMostColumns), count = static_cast<int>(texts.size());
+  legend.font = font;
+  legend.perColumn = (count + columns - 1) / columns;
+  legend.columnWidth = (room.legendWidth + gap) / columns;
+  legend.height = legend.perColumn * lineHeight(font);
+  if (legend.height > room.legendHeight)
+    return {};
+  for (const std::string& text : texts)
+    legend.rows.push_back(cutToWidth(text, font, legend.columnWidth - gap));
+  return legend;
+}
+
+}  // namespace
+
+SlotLabels setSlotLabels(const std::vector<std::string>& texts, const ChartLabels& labels,
+                         const SurfaceFont& font, const SlotRoom& room) {
+  SlotLabels set;
+  set.font = font;
+  set.width = room.slot * (1 - labels.Separation / 100.0) - pixels(4, room.scale);
+  const bool lines = labels.MultiLine && room.slot > 6 * textWidth("n", font);
+  if (!lines || !setWhole(set, texts, font)) {
+    if (lines && !labels.Keyed)
+      setCut(set, texts, font);
+    else
+      setKeys(set, texts, font, labels.Keyed, room);
+  }
+  set.height = heightOf(set.captions, set.font);
+  if (!labels.Keyed || set.every > 1 || texts.size() < kFewestForLegend || set.captions == texts ||
+      isWhole({set.captions.front(), {}, 0, 0}, texts.front()))
+    return set;
+  SurfaceFont small = font;
+  small.bold = false;
+  for (const double share : {1.0, kLeastWhole}) {
+    small.size = font.size * share;
+    set.legend = legendIn(texts, small, room);
+    if (!set.legend.rows.empty())
+      break;
+  }
+  return set;
+}
+
+}  // namespace qrn
