@@ -3,6 +3,8 @@
 #include <iostream>
 #include <nlohmann/json.hpp>
 
+#include "analysis/filters.h"
+#include "analysis/multiplot.h"
 #include "cli/commands.h"
 #include "cli/workshop.h"
 #include "core/glo.h"
@@ -56,12 +58,25 @@ void printJson(int slide, const std::vector<ItemResult>& items) {
   for (std::size_t a = 0; a < kAssessments; ++a) json["assessments"].push_back(assessmentJson(a));
   json["items"] = Json::array();
   for (const ItemResult& item : items) json["items"].push_back(itemJson(item));
+  json["filter"] = filterCaption(false);
   json["dataMessage"] = glo.dataMessage;
   std::cout << json.dump(1, ' ', false, Json::error_handler_t::replace) << "\n";
 }
 
+void addMultiPlots(std::vector<ItemResult>& items) {
+  for (std::size_t plot = 0; plot < glo.multiPlot.size(); ++plot) {
+    if (!glo.multiPlot[plot].Enabled)
+      continue;
+    GetMultiPlotValues(static_cast<int>(plot));
+    const std::size_t slot = kAssessments + plot;
+    for (std::size_t i = 0; i < items.size(); ++i) items[i].average[slot] = glo.risks[i].average[slot];
+  }
+}
+
 void printTable(const std::vector<ItemResult>& items) {
   std::cout << glo.listTitle << "\n";
+  if (const std::string filter = filterCaption(false); !filter.empty())
+    std::cout << filter << "\n";
   for (std::size_t a = 0; a < kAssessments; ++a) {
     if (!glo.assessmentInfo[a].active)
       continue;
@@ -82,7 +97,8 @@ void printTable(const std::vector<ItemResult>& items) {
 void runResults(const ResultsArguments& arguments, const CliHooks& hooks) {
   Workshop workshop(arguments.deck, Access::read, hooks);
   workshop.loadExercise(arguments.slide);
-  const std::vector<ItemResult> items = results();
+  std::vector<ItemResult> items = results();
+  addMultiPlots(items);
   if (arguments.json)
     printJson(arguments.slide, items);
   else

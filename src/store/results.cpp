@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <numeric>
 #include <optional>
+#include <string_view>
 
 #include "core/glo.h"
 #include "core/item_label.h"
@@ -41,7 +42,13 @@ std::vector<RecordScore> scoresOf(std::size_t a) {
 
 std::vector<ItemResult> results() {
   std::array<std::vector<RecordScore>, kAssessments> scores;
-  for (std::size_t a = 0; a < kAssessments; ++a) scores[a] = scoresOf(a);
+  std::string missing = kDataMessage;
+  for (std::size_t a = 0; a < kAssessments; ++a) {
+    glo.dataMessage = kDataMessage;
+    scores[a] = scoresOf(a);
+    missing += glo.dataMessage.substr(std::string_view(kDataMessage).size());
+  }
+  glo.dataMessage = missing;
   std::vector<ItemResult> table;
   for (int i = 0; i < glo.itemCount(); ++i) {
     ItemResult& result = table.emplace_back(resultOf(glo.risks[static_cast<std::size_t>(i)]));

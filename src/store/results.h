@@ -18,7 +18,8 @@ struct ItemResult {
   std::array<int, kAssessments> abstains{};      // 0 where abstaining is not allowed
 };
 
-// Refreshes the scores, then reads them. Slots 9 and 10 are the multi-plots as last computed.
+// Refreshes the scores, then reads them; glo.dataMessage lists what has no votes in any active assessment.
+// Slots 9 and 10 are the multi-plots as last computed.
 std::vector<ItemResult> results();
 
 }  // namespace qrn

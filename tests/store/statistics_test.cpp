@@ -200,6 +200,7 @@ TEST_F(StatisticsTest, RefreshingListsWhatIsMissingAndKeepsTheVotesInMemory) {
 TEST_F(StatisticsTest, ATableOfResults) {
   store("d,t,3;5;X;-;,12C1\r\nd,t,X;X;,7C1\r\nd,t,1;1;1;,7C4\r\n");
   glo.opt_abstain = true;
+  glo.assessmentInfo[1].active = glo.assessmentInfo[2].active = true;
   const std::vector<ItemResult> table = results();
   ASSERT_EQ(table.size(), 2u);
   EXPECT_EQ(table[0].identifier, "A");
@@ -211,6 +212,9 @@ TEST_F(StatisticsTest, ATableOfResults) {
   EXPECT_EQ(table[1].abstains[0], 2);
   EXPECT_EQ(table[1].participants[3], 3);
   EXPECT_EQ(table[1].average[3], 0);  // not in the running order
+  EXPECT_EQ(glo.dataMessage,
+            "Data not found for these items: \r\nitem 12, assessment 2\r\nitem 7, assessment 2"
+            "\r\nitem 12, assessment 3\r\nitem 7, assessment 3");
 }
 
 TEST_F(StatisticsTest, OneScorePerGroupOfTheDefaultQuestion) {
