@@ -2,10 +2,12 @@
 
 #include <QTimer>
 #include <utility>
+#include <vector>
 
 #include "adapters/deck/deck.h"
 #include "app/neighbours.h"
 #include "core/blank_form.h"
+#include "core/common.h"
 #include "core/end_program.h"
 #include "core/entry.h"
 #include "core/glo.h"
@@ -66,6 +68,23 @@ std::optional<desktop::ExerciseFacts> exerciseFacts(host::Slide& slide) {
   return facts;
 }
 
+// The slide that a command line of fields shows: the number in the place of the mode, or the first exercise
+// of the deck for a mode that shows or votes the current one. 0 for other modes.
+int shownSlide(const std::string& fields, host::Presentation& deck) {
+  std::vector<std::string> words;
+  SplitPPTTag(fields, ",", words);
+  const std::string mode = words.size() > 1 ? upperCase(trimBlanks(words[1])) : "";
+  const int number = static_cast<int>(qrnVal(mode));
+  if (number > 0)
+    return number <= deck.SlideCount() ? number : 0;
+  if (mode != "DISPLAY" && mode != "SERIES VOTE")
+    return 0;
+  for (int slide = 1; slide <= deck.SlideCount(); ++slide)
+    if (!deck.Slides(slide).tags().Item("qrnMatrix").empty())
+      return slide;
+  return 0;
+}
+
 void fillEntryHooks() {
   entryHooks().startVote = [] {
     host::FormRegistry& forms = *host::host().forms;
@@ -119,9 +138,16 @@ int WorkshopDesktop::run(const std::string& deck) {
   return desktop_->exec(deck);
 }
 
+// A command line that shows an exercise needs a show to stand in, so the show starts first and brings the run
+// about.
 int WorkshopDesktop::runFields(const std::string& deck, const std::string& fields) {
   QTimer::singleShot(0, [this, deck, fields] {
-    if (desktop_->openDeck(deck))
+    if (!desktop_->openDeck(deck))
+      return;
+    const int slide = shownSlide(fields, *desktop_->program().ActivePresentation());
+    if (slide > 0)
+      desktop_->startShow(slide);
+    else
       runCommandLine(fields);
   });
   return desktop_->exec();
