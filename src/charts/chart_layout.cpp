@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 
 #include "analysis/filters.h"
 #include "charts/graph_notes.h"
 #include "charts/slot_labels.h"
+#include "core/common.h"
 
 namespace qrn {
 
@@ -46,17 +46,13 @@ double roundStep(double range) {
 std::string numberText(double value, const std::string& format) {
   const bool percent = !format.empty() && format.back() == '%';
   const bool decimals = format.find(".00") != std::string::npos;
-  char text[64];
-  std::snprintf(text, sizeof text, "%.*f", decimals ? 2 : 0, percent ? value * 100 : value);
-  return std::string(text) + (percent ? "%" : "");
+  return formatPlaces(percent ? value * 100 : value, decimals ? 2 : 0) + (percent ? "%" : "");
 }
 
 std::string axisNumber(double value, const std::string& format) {
   if (!format.empty() && format.back() == '%')
     return numberText(value, "0%");
-  char text[64];
-  std::snprintf(text, sizeof text, "%.6g", value);
-  return text;
+  return plainNumber(roundPlaces(value, 6));
 }
 
 // Lays one chart out. Bars stand on the bottom axis; those of an asHorizBar series lie against the left one.

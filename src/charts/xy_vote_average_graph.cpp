@@ -1,10 +1,10 @@
 #include "charts/xy_vote_average_graph.h"
 
 #include <algorithm>
-#include <cstdio>
 
 #include "analysis/multiplot.h"
 #include "analysis/orders.h"
+#include "core/common.h"
 #include "core/diagnostics.h"
 #include "core/glo.h"
 #include "core/show_keys.h"
@@ -222,11 +222,8 @@ void xyVoteAverageGraph::draw(const std::string& title) {
   double sum = 0;
   for (const ChartPoint& point : chart.SERIES(0).points) sum += point.value;
   averageLabel.clear();
-  if (!List1.empty()) {
-    char text[48];
-    std::snprintf(text, sizeof text, "Average: %.2f", sum / static_cast<double>(List1.size()));
-    averageLabel = text;
-  }
+  if (!List1.empty())
+    averageLabel = "Average: " + formatPlaces(sum / static_cast<double>(List1.size()), 2);
   for (int row = 0; row < static_cast<int>(List1.size()); ++row)
     if (selected >= 0 && List1[static_cast<std::size_t>(row)].risk == selected)
       selectItem(row);

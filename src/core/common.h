@@ -64,6 +64,12 @@ std::int32_t RoundUp(double x);
 std::string plainNumber(double value);
 std::string plainNumber(float value);
 
+// Rounded as the formats "0", "0.00" ... show a number: of its seven first digits, halves away from zero. 0
+// for what is no number.
+double roundPlaces(double value, int places);
+// The same as text with a point in every locale.
+std::string formatPlaces(double value, int places);
+
 // Files and neighbours ----------------------------------------------------------------------------
 
 bool fileExists(const std::string& path);

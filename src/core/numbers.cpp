@@ -98,6 +98,25 @@ std::string plain(Number value) {
 
 }  // namespace
 
+double roundPlaces(double value, int places) {
+  if (!std::isfinite(value))
+    return 0;
+  std::array<char, 64> digits{};
+  const auto end =
+      std::to_chars(digits.data(), digits.data() + digits.size(), value, std::chars_format::general, 7);
+  std::from_chars(digits.data(), end.ptr, value);
+  const double scale = std::pow(10.0, places);
+  const double rounded = std::floor(std::fabs(value) * scale + 0.5 + 1e-9) / scale;
+  return rounded == 0 ? 0 : std::copysign(rounded, value);
+}
+
+std::string formatPlaces(double value, int places) {
+  std::array<char, 400> text{};
+  const auto end = std::to_chars(text.data(), text.data() + text.size(), roundPlaces(value, places),
+                                 std::chars_format::fixed, places);
+  return std::string(text.data(), end.ptr);
+}
+
 std::optional<double> leadingNumber(std::string_view text) {
   std::string_view rest;
   return takeNumber(text, rest);

@@ -1,8 +1,8 @@
 #include "matrixgraph/plot_area.h"
 
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
+
+#include "core/common.h"
 
 namespace qrn {
 
@@ -23,16 +23,8 @@ PlotArea placePlotArea(double width, double height, bool numbered) {
   return area;
 }
 
-// A single shows seven digits; the format rounds those, halves away from zero.
-float roundHundredths(float value) {
-  char digits[32];
-  std::snprintf(digits, sizeof digits, "%.7g", static_cast<double>(value));
-  const double shown = std::strtod(digits, nullptr);
-  return static_cast<float>(std::copysign(std::floor(std::fabs(shown) * 100 + 0.5 + 1e-9) / 100, shown));
-}
-
 double scoreFraction(float value, float range) {
-  const float rounded = roundHundredths(value);
+  const auto rounded = static_cast<float>(roundPlaces(static_cast<double>(value), 2));
   if (rounded < 0 || rounded > range)
     return kOffScale;
   return range > 0 ? static_cast<double>(rounded) / static_cast<double>(range) : 0;

@@ -18,10 +18,8 @@ inline constexpr double kOffScale = -1000.0;  // fraction of a score that is not
 // Plot area of a form of that size. `numbered`: the axis captions are numbers, which leaves other margins.
 PlotArea placePlotArea(double width, double height, bool numbered);
 
-// `value` as "0.00" would show it and read it back.
-float roundHundredths(float value);
-
-// value / range, both counted from the first scale point; kOffScale outside 0 to range, 0 for an empty range.
+// value / range, both counted from the first scale point, `value` as "0.00" shows it; kOffScale outside 0 to
+// range, 0 for an empty range.
 double scoreFraction(float value, float range);
 
 // Centre of a label, whole twips to the nearest.

@@ -1,6 +1,5 @@
 #include "vote/count_up_vote.h"
 
-#include <charconv>
 #include <cmath>
 #include <utility>
 
@@ -166,13 +165,6 @@ bool showResult(VoteForm& form) {
   return showBars || showStats;
 }
 
-// Two decimals, a point in every locale.
-std::string twoDecimals(double value) {
-  char buffer[64];
-  const auto result = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed, 2);
-  return {buffer, result.ptr};
-}
-
 bool runVote(VoteForm& form) {
   const RunningVote mark(form);
   comms& link = theComms();
@@ -233,10 +225,10 @@ std::string statisticsText(int item, int assessment) {
   const RiskRecord& risk = glo.risks[static_cast<std::size_t>(item)];
   const std::size_t a = static_cast<std::size_t>(assessment - 1);
   const double diversity = std::nearbyint(static_cast<double>(risk.diversity[a]) * 10000) / 100;
-  std::string text = "Average: " + twoDecimals(static_cast<double>(risk.average[a])) +
-                     "\nStandard Deviation: " + twoDecimals(static_cast<double>(risk.standardDeviation[a])) +
-                     "\nDiversity: " + plainNumber(diversity) +
-                     "%\nParticipants: " + std::to_string(participantCount());
+  std::string text =
+      "Average: " + formatPlaces(static_cast<double>(risk.average[a]), 2) +
+      "\nStandard Deviation: " + formatPlaces(static_cast<double>(risk.standardDeviation[a]), 2) +
+      "\nDiversity: " + plainNumber(diversity) + "%\nParticipants: " + std::to_string(participantCount());
   if (glo.abstainEnabled)
     text += "\nAbstains: " + std::to_string(glo.abstainCount);
   return text;

@@ -107,6 +107,18 @@ TEST(Numbers, areWrittenPlainAndReadBackExactly) {
     EXPECT_EQ(valueParse(plainNumber(value)), value);
 }
 
+TEST(Numbers, showDecimalsWithHalvesAwayFromZero) {
+  for (const auto& [value, places, text] : {std::tuple{1.625, 2, "1.63"},
+                                            {2.125, 2, "2.13"},
+                                            {static_cast<double>(2.675F), 2, "2.68"},
+                                            {-1.005, 2, "-1.01"},
+                                            {-0.001, 2, "0.00"},
+                                            {2.5, 0, "3"},
+                                            {3.14159, 6, "3.141590"},
+                                            {std::nan(""), 2, "0.00"}})
+    EXPECT_EQ(formatPlaces(value, places), text);
+}
+
 TEST(Characters, oldTextsBecomeUnicode) {
   EXPECT_EQ(toUtf8("plain"), "plain");
   EXPECT_EQ(toUtf8("\xEF\xBB\xBFZ\xC3\xBCrich and more text"), "Z\xC3\xBCrich and more text");
