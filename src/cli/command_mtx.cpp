@@ -1,5 +1,8 @@
 // mtx export and mtx import: the exercise text between a slide and a file.
+#include <cstddef>
 #include <iostream>
+#include <set>
+#include <string>
 
 #include "cli/commands.h"
 #include "cli/workshop.h"
@@ -10,6 +13,23 @@
 #include "store/exercise_text.h"
 
 namespace qrn::cli {
+
+namespace {
+
+// The first names, and how many more there are.
+std::string someOf(const std::set<std::string>& names) {
+  constexpr std::size_t kMost = 5;
+  std::string text;
+  std::size_t told = 0;
+  for (const std::string& name : names) {
+    if (told == kMost)
+      return text + " and " + std::to_string(names.size() - kMost) + " more";
+    text += (told++ == 0 ? "" : ", ") + name;
+  }
+  return text;
+}
+
+}  // namespace
 
 void runMtxExport(const MtxArguments& arguments, const CliHooks& hooks) {
   Workshop workshop(arguments.deck, Access::read, hooks);
@@ -29,8 +49,8 @@ void runMtxImport(const MtxArguments& arguments, const CliHooks& hooks) {
     std::cerr << "quorin-matrix: " << arguments.file
               << (report.complete ? " is damaged: " : " is cut short: ") << glo.itemCount()
               << " items could be read, " << report.damagedValues << " values could not\n";
-  for (const std::string& font : report.missingFonts)
-    std::cerr << "quorin-matrix: Font " << font << " is not installed, defaulting to Arial\n";
+  if (!report.missingFonts.empty())
+    std::cerr << "quorin-matrix: not installed, Arial stands in: " << someOf(report.missingFonts) << "\n";
   if (!saveXY())
     throw HostError(Fault::world, 0, "The exercise could not be stored in " + arguments.deck);
   workshop.presentation().Save();

@@ -140,6 +140,31 @@ void TextReader::passSeparator() {
     passLineEnd();
 }
 
+// A quote inside a text has ended it early: what is left of it goes, up to the next value.
+void TextReader::passStrayText() {
+  while (at_ < text_.size() && isBlank(text_[at_])) ++at_;
+  if (at_ >= text_.size() || text_[at_] == ',' || isLineEnd(text_[at_]))
+    return;
+  ++damaged_;
+  while (at_ < text_.size() && text_[at_] != ',' && !isLineEnd(text_[at_])) ++at_;
+}
+
+void TextReader::passToFlags() {
+  const auto isFlag = [](std::string_view value) {
+    value = trimBlanks(value);
+    return value.empty() || value.front() == '#' || isNumeric(value);
+  };
+  while (!atEnd()) {
+    if (!afterComma_)
+      skipToValue();
+    if ((!afterComma_ && text_[at_] == '"') ||
+        isFlag(text_.substr(at_, text_.find_first_of(",\r\n", at_) - at_)))
+      return;
+    ++damaged_;
+    wholeLine();
+  }
+}
+
 TextReader::Token TextReader::token() {
   skipToValue();
   Token result;
@@ -147,6 +172,7 @@ TextReader::Token TextReader::token() {
     const std::size_t close = std::min(text_.find('"', at_ + 1), text_.size());
     result = {text_.substr(at_ + 1, close - at_ - 1), true};
     at_ = std::min(close + 1, text_.size());
+    passStrayText();
   } else {
     const std::size_t from = at_;
     while (at_ < text_.size() && text_[at_] != ',' && !isLineEnd(text_[at_])) ++at_;

@@ -202,6 +202,9 @@ class TextReader {
     }
   }
 
+  // Flags follow: what stands before them is what quotes inside the text before have left of it, and goes.
+  // The next text in quotes is left alone.
+  void passToFlags();
   bool atEnd();         // nothing but blanks and line ends is left
   bool nextIsQuoted();  // the next value is a text in quotes
   std::size_t remaining() const { return text_.size() - at_; }
@@ -216,6 +219,7 @@ class TextReader {
   Token token();
   std::string textValue();
   void skipToValue();
+  void passStrayText();
   void passSeparator();
   void passLineEnd();
   std::optional<double> number();

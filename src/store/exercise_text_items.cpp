@@ -23,6 +23,7 @@ void readItems(TextReader& a, Exercise& x) {
     risk.ID = risk.sortKey = static_cast<int>(i);
     risk.active[9] = risk.active[10] = true;
     a.line(I(risk.ID), I(risk.sortKey), B(risk.voting), T(risk.notes));
+    a.passToFlags();
     activeFlags(a, risk);
     risk.active[9] = risk.active[10] = true;
   }

@@ -109,17 +109,23 @@ TEST_F(DamagedText, anEmptyValueAtTheEndOfALineStaysOnItsLine) {
   EXPECT_EQ(read.barColours2[0], 56320);
 }
 
-TEST_F(DamagedText, aQuoteInTheNotesIsWrittenAsItStandsAndShiftsTheReader) {
-  begin();
-  glo.risks.assign(2, RiskRecord{});
-  glo.risks[0].text = "One";
-  glo.risks[0].notes = "a \"b\" c";
-  const std::string text = writeExerciseText(glo);
-  EXPECT_THAT(text, HasSubstr("\"a \"b\" c\""));
-  test::QuietDialogs quiet;
-  const Exercise read = loaded(text);
-  EXPECT_EQ(read.risks[0].text, "One");
-  EXPECT_EQ(read.risks[0].notes, "a ");
+TEST_F(DamagedText, aQuoteInTheNotesIsWrittenAsItStandsAndCutsThem) {
+  for (const char* notes :
+       {"a \"b\" c", "a \"b, c\" d, e", "a \"b\", \"c", "a \"", "a \" b, 6\" c", "a \"b\"\r\nc \"d\""}) {
+    begin();
+    glo.risks.assign(3, RiskRecord{});
+    glo.risks[0].text = "One";
+    glo.risks[0].notes = notes;
+    glo.risks[1].text = "Two";
+    const std::string text = writeExerciseText(glo);
+    EXPECT_NE(text.find(std::string("\"") + notes + "\""), std::string::npos);
+    const Exercise read = loaded(text);
+    EXPECT_EQ(read.risks[0].notes, "a ");
+    EXPECT_EQ(read.risks[1].text, "Two") << notes;
+    EXPECT_EQ(read.opt_StatsBoxPosition, glo.opt_StatsBoxPosition);
+    EXPECT_GT(lastExerciseTextReport().damagedValues, 0) << notes;
+    EXPECT_TRUE(lastExerciseTextReport().complete);
+  }
 }
 
 TEST_F(DamagedText, oldTextsAreWindows1252) {
