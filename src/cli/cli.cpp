@@ -28,7 +28,7 @@ std::string parseSize(const std::string& text, int& width, int& height) {
   if (std::sscanf(text.c_str(), "%dx%d%c", &width, &height, &end) == 2 && width >= 64 && height >= 48 &&
       width <= 16384 && height <= 16384)
     return "";
-  return "--size takes WIDTHxHEIGHT in pixels, 64x48 to 16384x16384, not " + text;
+  return "takes WIDTHxHEIGHT in pixels, 64x48 to 16384x16384, not " + text;
 }
 
 // Every subcommand with its arguments, and what to run once they are parsed.
@@ -131,8 +131,10 @@ class Parser {
     command->add_option("--kind", graph_.kind, "average or matrix")
         ->required()
         ->check(CLI::IsMember({"average", "matrix"}));
-    command->add_option("--assessment", graph_.assessment, "assessment of the average graph, from 1")
-        ->check(CLI::Range(1, 9));
+    command
+        ->add_option("--assessment", graph_.assessment,
+                     "assessment of the average graph, from 1; 10 and 11 are the multi-plots")
+        ->check(CLI::Range(1, 11));
     command
         ->add_option("--pairs", graph_.pairs, "V,H[,V,H...]: vertical and horizontal assessment of each pair")
         ->delimiter(',')

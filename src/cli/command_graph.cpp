@@ -1,5 +1,6 @@
 // graph: the average graph or the matrix graph as a picture, with the place of every element beside it.
 #include <algorithm>
+#include <iostream>
 
 #include "charts/xy_vote_average_graph.h"
 #include "cli/commands.h"
@@ -25,9 +26,19 @@ PlotRequest plotRequest(const std::vector<int>& pairs) {
 
 void checkEnding(const std::string& file) {
   const std::size_t dot = file.rfind('.');
-  const std::string ending = dot == std::string::npos ? "" : file.substr(dot);
-  if (ending != ".png" && ending != ".jpg" && ending != ".svg")
+  std::string ending = dot == std::string::npos ? "" : file.substr(dot);
+  for (char& c : ending) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
+  if (ending != ".png" && ending != ".jpg" && ending != ".jpeg" && ending != ".svg")
     throw UsageError("--out takes a file that ends in .png, .jpg or .svg, not " + file);
+}
+
+// True when a bar or an item stands inside the picture.
+bool showsScores(const host::Surface& surface) {
+  return std::any_of(surface.elements().begin(), surface.elements().end(), [&](const host::Element& element) {
+    return element.visible && (element.array == "bars" || element.array.starts_with("labelRisk")) &&
+           element.left < surface.width && element.left + element.width > 0 && element.top < surface.height &&
+           element.top + element.height > 0;
+  });
 }
 
 }  // namespace
@@ -45,6 +56,8 @@ void runGraph(const GraphArguments& arguments, const CliHooks& hooks) {
   hooks.saveSurface(surface, arguments.out, arguments.widthPx, arguments.heightPx);
   if (!arguments.geometry.empty())
     host::host().files->write(arguments.geometry, geometryJson(surface));
+  if (!showsScores(surface))
+    std::cerr << "quorin-matrix: No item has a score to show; the graph is empty\n";
 }
 
 }  // namespace qrn::cli

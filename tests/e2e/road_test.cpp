@@ -55,6 +55,10 @@ class Road : public ::testing::Test {
 
 TEST_F(Road, VotesEveryItemAndResultsAndGraphsFollowFromTheRecords) {
   const std::string deck = folder.sampleDeck();
+  const Outcome empty = matrix({"graph", deck, "--slide", kSlide, "--kind", "average", "--assessment", "2",
+                                "--out", folder.file("empty.JPEG")});
+  EXPECT_EQ(empty.code, 0);
+  EXPECT_NE(empty.err.find("No item has a score"), std::string::npos) << empty.err;
   const Outcome vote = matrix(voteWords(deck, 12));
   ASSERT_EQ(vote.code, 0) << vote.err;
   const std::vector<std::string> saved = savedLines(lines(vote.out));
@@ -88,6 +92,7 @@ TEST_F(Road, VotesEveryItemAndResultsAndGraphsFollowFromTheRecords) {
       matrix({"graph", deck, "--slide", kSlide, "--kind", "matrix", "--pairs", "2,1", "--size", "1024x768",
               "--out", folder.file("matrix.png"), "--geometry", geometry});
   ASSERT_EQ(graph.code, 0) << graph.err;
+  EXPECT_EQ(graph.out + graph.err, "");
   EXPECT_EQ(readFile(folder.file("matrix.png")).substr(1, 3), "PNG");
   std::map<std::string, std::pair<double, double>> centres;
   double x1 = 0, x2 = 0, y1 = 0, y2 = 0;
@@ -131,6 +136,13 @@ TEST_F(Road, EveryVoteThatWasToldAsSavedSurvivesAKill) {
     EXPECT_EQ(matrix({"info", deck}).code, 0);
   }
   EXPECT_TRUE(killedInMidRun) << "no vote was saved before a kill: the times are too short for this machine";
+  // The rest is voted in the end, whatever the order was in between, and nothing twice.
+  EXPECT_EQ(matrix(voteWords(deck, 8)).code, 0);
+  const std::vector<std::string> stored = storedRecords(deck);
+  std::set<std::string> keys;
+  for (const std::string& record : stored) keys.insert(record.substr(record.rfind(',') + 1));
+  EXPECT_EQ(keys.size(), std::size_t{kItems * kActive});
+  EXPECT_EQ(stored.size(), keys.size());
 }
 
 TEST_F(Road, ExerciseTextComesBackFromTheSlideAsItWent) {
