@@ -1,10 +1,7 @@
 #include "app/neighbours.h"
 
-#include <unistd.h>
-
 #include <QCoreApplication>
 #include <QWidget>
-#include <filesystem>
 #include <iostream>
 
 #include "adapters/deck/deck.h"
@@ -26,37 +23,6 @@
 namespace qrn::app {
 
 namespace {
-
-// A controller for one windowless run: it announces itself in a folder of its own, so that it neither takes
-// nor disturbs the one that serves the room.
-class PrivateFolder {
- public:
-  PrivateFolder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "quorin-run-XXXXXX").string();
-    if (::mkdtemp(pattern.data()) == nullptr)
-      throw HostError(Fault::world, 75, "Could not make a temporary folder");
-    path_ = pattern;
-  }
-  ~PrivateFolder() {
-    std::error_code error;
-    std::filesystem::remove_all(path_, error);
-  }
-  PrivateFolder(const PrivateFolder&) = delete;
-  PrivateFolder& operator=(const PrivateFolder&) = delete;
-  const std::string& path() const { return path_; }
-
- private:
-  std::string path_;
-};
-
-class PrivateLink : public link::WebSocketLink {
- public:
-  PrivateLink(std::unique_ptr<PrivateFolder> folder, link::LinkOptions options)
-      : WebSocketLink(std::move(options)), folder_(std::move(folder)) {}
-
- private:
-  std::unique_ptr<PrivateFolder> folder_;
-};
 
 bool agreed(const std::string& question) {
   return host::host().dialogs->MsgBox(question, host::kTitle, host::Buttons::yesNo, host::Icon::question) ==
@@ -197,13 +163,14 @@ cli::CliHooks Neighbours::cliHooks() {
     return opened;
   };
   hooks.makeLink = [this](const cli::RehearsalOptions& rehearsal) {
-    auto folder = std::make_unique<PrivateFolder>();
     link::LinkOptions options;
     options.rehearse = rehearsal.keypads;
     options.seed = rehearsal.seed;
-    options.announceFolder = folder->path();
-    options.extraArguments = {"--hurry"};  // nobody watches
-    auto made = std::make_unique<PrivateLink>(std::move(folder), options);
+    // It announces itself in this run's own folder, so that it neither takes nor disturbs the controller that
+    // serves the room. Nobody watches, and nobody comes back to it when the run is killed.
+    options.announceFolder = parts_->environment.Environ("temp") + "/controller";
+    options.extraArguments = {"--hurry", "--grace", "5"};
+    auto made = std::make_unique<link::WebSocketLink>(options);
     parts_->pumped = made.get();
     return made;
   };

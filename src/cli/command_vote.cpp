@@ -1,5 +1,8 @@
 // vote: the whole exercise with rehearsal keypads, through the real controller.
 #include <iostream>
+#include <memory>
+#include <string>
+#include <utility>
 
 #include "cli/commands.h"
 #include "cli/workshop.h"
@@ -19,11 +22,11 @@ namespace qrn::cli {
 
 namespace {
 
-// Stands in for the facilitator: moves on from a result, and closes a vote that some keypads never answer.
+// Stands in for the facilitator: moves on from a result, closes a vote that some keypads never answer, and
+// gives up when there are no votes, no controller, or no place to store them.
 class RehearsalFacilitator {
  public:
   RehearsalFacilitator() : timer_(20, [this] { look(); }) { timer_.setEnabled(true); }
-  bool gaveUp() const { return gaveUp_; }
 
  private:
   static constexpr int kPatienceTicks = 1500;  // of 20 ms
@@ -32,6 +35,10 @@ class RehearsalFacilitator {
     auto* runtime = dynamic_cast<xyVoteRuntime*>(host::host().forms->find("xyVoteRuntime"));
     if (runtime == nullptr)
       return;
+    if (leftoverVotes() > 0) {
+      glo.quitRequested = true;
+      glo.voteAbandoned = runtime->state == VoteState::open ? 1 : glo.voteAbandoned;
+    }
     if (runtime->state == VoteState::resultUp) {
       runtime->Form_KeyDown(host::key::space, 0);
       return;
@@ -44,10 +51,9 @@ class RehearsalFacilitator {
     if (++quietTicks_ < kPatienceTicks)
       return;
     quietTicks_ = 0;
-    if (glo.votesCast > 0) {
+    if (glo.votesCast > 0 && theComms().linked()) {
       glo.voteComplete = 1;
     } else {
-      gaveUp_ = true;
       glo.quitRequested = true;
       glo.voteAbandoned = 1;
     }
@@ -56,22 +62,60 @@ class RehearsalFacilitator {
   host::Timer timer_;
   int lastCount_ = -1;
   int quietTicks_ = 0;
-  bool gaveUp_ = false;
 };
 
-void tellSavedVote(const std::string& line) {
-  std::cout << "saved " << line << std::endl;
-  if (!std::cout)
-    throw HostError(Fault::world, 61, "The list of saved votes could not be written");
-}
+// The link of this run and what hangs on it; all is let go again however the run ends.
+class Wiring {
+ public:
+  explicit Wiring(std::unique_ptr<host::ControllerLink> link) : link_(std::move(link)) {
+    host::host().controller = link_.get();
+    registerComms();
+    registerVoteForms();
+    voteSaved = [this](const std::string& line) { tellSavedVote(line); };
+  }
+  ~Wiring() {
+    voteSaved = nullptr;
+    for (const char* form : {"xyVoteQuitOptions", "xyVoteRuntime", "comms"}) host::host().forms->unload(form);
+    host::host().forms->releaseUnloaded();
+    host::host().controller = nullptr;
+  }
+  Wiring(const Wiring&) = delete;
+  Wiring& operator=(const Wiring&) = delete;
+  int saved() const { return saved_; }
+
+ private:
+  void tellSavedVote(const std::string& line) {
+    ++saved_;
+    std::cout << "saved " << line << std::endl;
+    if (!std::cout)
+      throw HostError(Fault::world, 61, "The list of saved votes could not be written");
+  }
+
+  std::unique_ptr<host::ControllerLink> link_;
+  int saved_ = 0;
+};
 
 void joinController() {
   comms& link = theComms();
   if (!link.linked())
-    throw HostError(Fault::world, 0, "The controller could not be started");
+    throw HostError(Fault::world, 0,
+                    "The controller could not be started. " + host::host().controller->lastError());
   link.ReadPortInfo();
   if (!host::waitUntil([] { return !glo.baseType.empty() && glo.numKeypads > 0; }, 10))
     throw HostError(Fault::world, 0, "The controller does not answer");
+}
+
+void checkOutcome(const std::string& deck, int saved) {
+  const int left = leftoverVotes();
+  if (left > 0)
+    throw HostError(Fault::world, 61,
+                    std::to_string(left) + (left == 1 ? " vote" : " votes") + " could not be stored in " +
+                        deck + "; " + std::to_string(saved) + " of this run are saved there");
+  if (glo.quitRequested || glo.voteAbandoned != 0)
+    throw HostError(Fault::world, 0,
+                    "The vote stopped before its end: votes or the controller stayed away. " +
+                        std::to_string(saved) + " of this run are saved in " + deck +
+                        "; the same command goes on with the next one");
 }
 
 }  // namespace
@@ -84,24 +128,12 @@ void runVote(const VoteArguments& arguments, const CliHooks& hooks) {
   readlog();
   glo.cmdFile = "QRNMATRIX";
   glo.cmdMode = "S";
-  const auto link = hooks.makeLink(arguments.rehearsal);
-  host::host().controller = link.get();
-  registerComms();
-  registerVoteForms();
+  const Wiring wiring(hooks.makeLink(arguments.rehearsal));
   joinController();
-  voteSaved = tellSavedVote;
   const RehearsalFacilitator facilitator;
   host::host().forms->as<xyVoteRuntime>("xyVoteRuntime").startProcess();
-  voteSaved = nullptr;
   theComms().EndVote();
-  host::host().forms->unload("comms");
-  host::host().forms->releaseUnloaded();
-  host::host().controller = nullptr;
-  if (facilitator.gaveUp())
-    throw HostError(Fault::world, 0, "No votes arrived; the votes saved so far are in the deck");
-  if (leftoverVotes() > 0)
-    throw HostError(Fault::world, 61,
-                    std::to_string(leftoverVotes()) + " votes could not be stored in " + arguments.deck);
+  checkOutcome(arguments.deck, wiring.saved());
   saveXY();
   workshop.presentation().Save();
 }

@@ -13,6 +13,7 @@ class ControllerLink {
   // Takes the running controller, or starts one when `startNew`. False when there is no link after it.
   virtual bool makeLink(bool startNew) = 0;
   virtual bool linked() const = 0;
+  virtual std::string lastError() const { return ""; }  // why there is no link
   virtual bool controllerReady() = 0;
   virtual void sendToController(std::string_view text) = 0;
   // Called from inside DoEvents() on the main thread, one call per text block, in the order of arrival.

@@ -71,6 +71,15 @@ std::string controllerBesideProgram() {
   return program.substr(0, program.rfind('/') + 1) + "quorin-controller";
 }
 
+std::string lastWords(const std::string& logFile) {
+  std::ifstream log(logFile);
+  std::string last;
+  for (std::string line; std::getline(log, line);)
+    if (!line.empty())
+      last = line;
+  return last.empty() ? "it said nothing." : last;
+}
+
 std::string ControllerProcess::start(const std::string& path, const std::vector<std::string>& arguments,
                                      const std::string& token, const std::string& logFile) {
   std::vector<std::string> words{path};

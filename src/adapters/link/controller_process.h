@@ -17,6 +17,9 @@ std::optional<Announcement> announcedIn(const std::string& folder);
 // "quorin-controller" in the folder of the running program.
 std::string controllerBesideProgram();
 
+// What a controller said before it ended: the last line of its log.
+std::string lastWords(const std::string& logFile);
+
 class ControllerProcess {
  public:
   ControllerProcess() = default;

@@ -140,7 +140,7 @@ bool WebSocketLink::Impl::waitForAnnouncement(const std::string& token, Clock::t
       return true;
     }
     if (!process_.running()) {
-      error = "The controller ended at once; see " + options.announceFolder + "/controller.log.";
+      error = "The controller ended at once: " + lastWords(options.announceFolder + "/controller.log");
       return false;
     }
     std::this_thread::sleep_for(glance);

@@ -52,7 +52,7 @@ class WebSocketLink : public host::ControllerLink {
   // again from inside the calls it makes.
   void drain();
 
-  std::string lastError() const;    // why there is no link, for the log; "" when nothing went wrong
+  std::string lastError() const override;    // why there is no link, for the log; "" when nothing went wrong
   std::string joinAddress() const;  // where the page to project is, "http://192.168.1.5:7878/join"; "" before
   long controllerProcess() const;   // process id of the controller; 0 before
 
