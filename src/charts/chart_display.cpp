@@ -17,6 +17,7 @@ namespace qrn {
 namespace {
 
 constexpr int kRecommendedBars = 35;
+constexpr double kMostPoints = 10;
 constexpr int kWideScale = 100, kWideStep = 25;
 
 RiskRecord& riskAt(int item) {
@@ -173,6 +174,8 @@ void setValueAxis(ChartForm& form, long kind) {
   Bounds bounds;
   if (kind == kAverageChart) {
     bounds = averageBounds(form);
+    const bool points = glo.averageDisplayKind == kPlainAverage && bounds.high - bounds.low <= kMostPoints;
+    axis.Increment = points ? 1 : 0;  // every point of the scale is named
   } else {
     for (const ChartPoint& point : form.chart.SERIES(0).points)
       bounds.high = std::max(bounds.high, point.value);

@@ -13,6 +13,7 @@ constexpr double kLines = 3;          // of a label at most
 constexpr double kLeastWhole = 0.85;  // of the font: whole texts are not set smaller
 constexpr double kLargestKey = 1.4;   // of the font: identifiers that stand alone
 constexpr double kKeyGap = 0.12;      // of a slot, between two of them
+constexpr double kLeastLegend = 10;   // points at 1024x768
 constexpr double kColumnGap = 24;     // pixels at 1024x768
 constexpr int kMostColumns = 6;
 constexpr std::size_t kFewestForLegend = 2;
@@ -118,12 +119,9 @@ SlotLabels setSlotLabels(const std::vector<std::string>& texts, const ChartLabel
     return set;
   SurfaceFont small = font;
   small.bold = false;
-  for (const double share : {1.0, kLeastWhole}) {
-    small.size = font.size * share;
+  const double least = std::min(font.size, kLeastLegend * room.scale);
+  for (; small.size >= least && set.legend.rows.empty(); small.size *= kLeastWhole)
     set.legend = legendIn(texts, small, room);
-    if (!set.legend.rows.empty())
-      break;
-  }
   return set;
 }
 
