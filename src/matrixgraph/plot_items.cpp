@@ -41,6 +41,13 @@ PlotPoint edgeTowards(PlotPoint centre, PlotPoint other, double width, double he
   return t < 1 ? PlotPoint{centre.x + t * dx, centre.y + t * dy} : centre;
 }
 
+// A background of middle tone leaves no hue at that contrast; there the plain contrast of text has to do.
+std::int32_t keyColour(std::int32_t wanted, const GraphLook& look) {
+  const std::int32_t strong = readableColour(wanted, look, kKeyContrast);
+  const std::int32_t goal = look.lightText ? 0xffffff : 0;
+  return strong == goal ? readableColour(wanted, look) : strong;
+}
+
 std::string tipOf(int risk, int vertical, int horizontal) {
   const RiskRecord& record = riskAt(risk);
   const std::string label = itemLabel(risk);
@@ -149,7 +156,7 @@ void ItemPlotter::addItem(PlottedItem& item, int pair, int n) {
   host::Element label = makeLabel(arrays.label, n, "", canvas_.labelFont);
   label.toolTip = tipOf(item.risk, vertical, horizontal);  // gives the item its identifier when it has none
   label.caption = riskAt(item.risk).identifier + kPairMarks[pair];
-  label.colour = readableColour(glo.blobColours[p], canvas_.look, kKeyContrast);
+  label.colour = keyColour(glo.blobColours[p], canvas_.look);
   const double width = std::max(canvas_.keyWidth, textWidth(label.caption, label.font));
   place(label, item.centre[p], width, canvas_.keyHeight);
   host::Element shadow = label;
