@@ -1,6 +1,7 @@
 #include "app/workshop_desktop.h"
 
 #include <QTimer>
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -47,13 +48,28 @@ struct QuietDialogs : host::Dialogs {
   void Info(const std::string&) override {}
 };
 
+// Puts the state of any run aside for its lifetime.
+class Aside {
+ public:
+  Aside() : dialogs_(std::exchange(host::host().dialogs, &quiet_)), kept_(std::exchange(glo, Glo{})) {}
+  ~Aside() {
+    glo = std::move(kept_);
+    host::host().dialogs = dialogs_;
+  }
+  Aside(const Aside&) = delete;
+  Aside& operator=(const Aside&) = delete;
+
+ private:
+  QuietDialogs quiet_;
+  host::Dialogs* dialogs_;
+  Glo kept_;
+};
+
 // What stands on a slide, read beside the state of any run.
 std::optional<desktop::ExerciseFacts> exerciseFacts(host::Slide& slide) {
   if (slide.tags().Item("qrnMatrix").empty())
     return std::nullopt;
-  QuietDialogs quiet;
-  host::Dialogs* const dialogs = std::exchange(host::host().dialogs, &quiet);
-  const Glo kept = std::exchange(glo, Glo{});
+  const Aside aside;
   glo.oVoteSlide = &slide;
   initXYVote();
   readExerciseText(slide.tags().Item("qrnMatrix"));
@@ -63,8 +79,6 @@ std::optional<desktop::ExerciseFacts> exerciseFacts(host::Slide& slide) {
   facts.items = glo.itemCount();
   for (const AssessmentInfoRecord& info : glo.assessmentInfo) facts.assessments += info.active ? 1 : 0;
   facts.votes = static_cast<int>(glo.voteRecords.recordCount());
-  glo = kept;
-  host::host().dialogs = dialogs;
   return facts;
 }
 
@@ -166,6 +180,7 @@ void WorkshopDesktop::runCommandLine(const std::string& fields) {
   if (running_)
     return;
   running_ = true;
+  const std::unique_ptr<bool, void (*)(bool*)> done(&running_, [](bool* running) { *running = false; });
   std::string why;
   neighbours_.joinAddress(why);  // without a controller the vote itself offers the keyboard
   glo = Glo{};
@@ -173,7 +188,6 @@ void WorkshopDesktop::runCommandLine(const std::string& fields) {
   if (!glo.closing)
     endProgram();
   releaseObjects();
-  running_ = false;
 }
 
 }  // namespace qrn::app

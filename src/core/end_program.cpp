@@ -107,8 +107,13 @@ void endProgram(bool autoClose, bool keepOpen1, bool keepOpen2) {
   glo.closing = true;
   stopVoteLoops();
   host::FormRegistry& forms = *host::host().forms;
-  if (auto* link = dynamic_cast<comms*>(forms.find("comms")))
+  if (auto* link = dynamic_cast<comms*>(forms.find("comms"))) {
     link->SendCommandToController("EndVote", false, true);
+    if (glo.keyboardTurnedOn)
+      link->SendCommandToController("KBOARD-OFF", false, true);
+  }
+  if (glo.keyboardTurnedOn)  // the keyboard stood in for this run, not for good
+    guarded([] { deleteUntilGone(glo.appPath + "baseKB.txt"); });
   guarded([] { deleteUntilGone(glo.appPath + "MatrixActive.txt"); });
   guarded([] { deleteUntilGone(glo.lockFile); });
   guarded([] {

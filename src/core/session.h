@@ -110,6 +110,7 @@ struct Session {
   // Keypads of the room
   std::string baseType, savedBaseType;
   int keyboardFlag = 0;            // 1 once keyboard voting has been met
+  bool keyboardTurnedOn = false;   // for this run, by the facilitator
   std::vector<int> keypadCounted;  // running tally by keypad: 0 not counted, 1 a number, 2 a valid vote
   int keypadLow = 0, keypadCountAvailable = 20, maxKeypads = 650, keypadStep = 1, keypadsLoaded = 0;
   int keypadsNotVotedPopupOn = 0, keypadsNotVotedHowManyToShow = 0, keypadsNotVotedLo = 0,

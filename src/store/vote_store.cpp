@@ -28,8 +28,9 @@ constexpr const char* kVotesTag = "QRNVOTES";
 constexpr const char* kPostalTag = "QRNPOSTALVOTES";
 constexpr const char* kLineEnd = "\r\n";
 
-// Records that a failing disk has left in memory, with the slide that they belong to.
+// Records that a failing disk has left in memory, with the deck and the slide that they belong to.
 struct LeftoverVote {
+  std::string deck;
   int slideID = 0;
   std::string line;
 };
@@ -41,8 +42,16 @@ host::Slide& voteSlide() {
   return *glo.oVoteSlide;
 }
 
+std::string deckName() {
+  return glo.oPresentation == nullptr ? "" : glo.oPresentation->FullName();
+}
+
 int voteSlideID() {
   return glo.oVoteSlide == nullptr ? 0 : glo.oVoteSlide->slideID();
+}
+
+bool belongsHere(const LeftoverVote& vote) {
+  return vote.slideID == voteSlideID() && vote.deck == deckName();
 }
 
 std::string dateAndTime() {
@@ -99,9 +108,8 @@ void tellVoteSaved(const std::string& line) {
 
 // Puts the left-over records of this slide and `line` onto the disk, oldest first.
 void storeLines(const std::string& line, bool afterCutLine) {
-  const int slideID = voteSlideID();
   for (auto it = g_leftover.begin(); it != g_leftover.end();) {
-    if (it->slideID != slideID) {
+    if (!belongsHere(*it)) {
       ++it;
       continue;
     }
@@ -203,7 +211,7 @@ std::string_view behindKey(std::string_view line) {
 
 void addLeftover() {
   for (const LeftoverVote& vote : g_leftover)
-    if (vote.slideID == voteSlideID())
+    if (belongsHere(vote))
       glo.voteRecords.append(separatedLine(vote.line, glo.voteRecords.endsInsideLine()));
 }
 
@@ -279,22 +287,22 @@ bool SaveCVotes() {
   if (stored)
     writeVoteDataLog("MATRIX VOTES SAVED TO SLIDE", line);
   else
-    g_leftover.push_back({voteSlideID(), line});
+    g_leftover.push_back({deckName(), voteSlideID(), line});
   if (glo.voteRecords.known())
     glo.voteRecords.append(separatedLine(line, afterCutLine));
   return stored;
 }
 
 bool saveLeftoverVotes() {
-  return g_leftover.empty() || (storeWithRetry("", false) && g_leftover.empty());
+  return leftoverVotes() == 0 || (storeWithRetry("", false) && leftoverVotes() == 0);
 }
 
 int leftoverVotes() {
-  return static_cast<int>(g_leftover.size());
+  return static_cast<int>(std::count_if(g_leftover.begin(), g_leftover.end(), belongsHere));
 }
 
 void forgetLeftoverVotes() {
-  g_leftover.clear();
+  std::erase_if(g_leftover, belongsHere);
 }
 
 void readVoteRecords() {

@@ -26,7 +26,8 @@ bool SaveCVotes();
 
 // Tries again to store the records that a failing disk has left in memory; true when none is left.
 bool saveLeftoverVotes();
-// Number of records that are in memory only, and giving them up (after the live data has been cleared).
+// Number of records of this slide that are in memory only, and giving them up (after the live data has been
+// cleared).
 int leftoverVotes();
 void forgetLeftoverVotes();
 

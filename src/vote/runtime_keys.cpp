@@ -173,6 +173,7 @@ bool xyVoteRuntime::keyboardTurnedOn() {
   glo.savedBaseType = glo.baseType;
   glo.baseType = "KBOARD";
   glo.keyboardFlag = 1;
+  glo.keyboardTurnedOn = true;
   theComms().SendCommandToController("KBOARD", true, true);
   ShowVotesCast(glo.options);
   SetVotesCastCount("K'board");

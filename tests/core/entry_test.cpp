@@ -424,15 +424,18 @@ TEST_F(EntryTest, TheEndStoresTheRunAndHandsTheShowBack) {
   storeExercise();
   world.link.canShare = true;
   world.files.files["/install/MatrixActive.txt"] = "";
+  world.files.files["/install/baseKB.txt"] = "";
   entryHooks().startVote = [&] {
     world.forms.show("xyVoteRuntime");
     glo.listTitle = "Changed";
+    glo.keyboardTurnedOn = true;
     world.link.sent.clear();
     endProgram();
     endProgram();
   };
   Main("QRNMATRIX,DISPLAY");
-  EXPECT_THAT(world.link.sent, ElementsAre("EndVote"));
+  EXPECT_THAT(world.link.sent, ElementsAre("EndVote", "KBOARD-OFF"));
+  EXPECT_FALSE(world.files.fileExists("/install/baseKB.txt"));
   EXPECT_EQ(tags().Item("qrnVoteTerminated"), "Vote finished");
   EXPECT_FALSE(world.files.fileExists("/install/MatrixActive.txt"));
   EXPECT_THAT(slideTags().Item("qrnMatrix"), HasSubstr("Changed"));

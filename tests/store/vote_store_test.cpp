@@ -106,11 +106,22 @@ TEST_F(VoteStoreTest, AVoteGivenUpStaysInMemoryAndGoesOutBeforeTheNext) {
   EXPECT_FALSE(SaveCVotes());
   EXPECT_TRUE(saved.empty());
   EXPECT_EQ(leftoverVotes(), 1);
+  const std::string deckFolder = world.presentation.folder;
   setVotes({"-100"});
   EXPECT_TRUE(LoadVotes("12C1"));
   EXPECT_EQ(firstVotes(1), Votes{"1"});
   glo.voteRecords.forget();
   EXPECT_TRUE(LoadVotes("12C1"));  // also after the slide has been read again
+
+  world.presentation.folder = "/another";  // a copy of the deck has the same slide, but not the vote
+  glo.voteRecords.forget();
+  EXPECT_FALSE(LoadVotes("12C1"));
+  EXPECT_EQ(leftoverVotes(), 0);
+  forgetLeftoverVotes();
+  EXPECT_TRUE(saveLeftoverVotes());
+  EXPECT_EQ(stored(), "");
+  world.presentation.folder = deckFolder;
+  glo.voteRecords.forget();
 
   glo.currentRisk = 1;
   setVotes({"2"});
