@@ -152,7 +152,11 @@ TEST_F(ServerTest, HostileFramesCostTheirSenderTheSocketAndNobodyElse) {
   for (const std::string& frame : {std::string("press 1 1"), std::string("{\"a\":1}"), std::string(5000, 'x'),
                                    std::string("join - 0\njoin - 0")}) {
     Phone bad(announced.port);
-    bad.say(frame);
+    try {
+      bad.say(frame);
+    } catch (const std::exception&) {
+      continue;  // closed before all of it was out
+    }
     EXPECT_EQ(bad.hear("you"), "") << frame.substr(0, 40);
   }
   Phone flood(announced.port);
