@@ -64,8 +64,6 @@ void addAssessments() {
     glo.assessmentInfo[a].active = true;
   }
   glo.matrixAxes = {0, 1};
-  glo.itemPlotFont.size = 20;
-  glo.graphLabelFont.size = 14;
 }
 
 void addItems() {
