@@ -69,11 +69,12 @@ InfoButton::InfoButton(InfoSource source, QWidget* parent)
   hide();
 }
 
-void InfoButton::sync() {
+// In the upper right corner of the graph, where neither titles nor captions stand.
+void InfoButton::sync(int graphWidth) {
   const QWidget& window = *parentWidget();
   setVisible(source_.visible());
   const int side = 2 * typeFor(window);
-  setGeometry(side / 2, window.height() - side * 3 / 2, side, side);
+  setGeometry(graphWidth - side * 3 / 2, side / 4, side, side);
   setStyleSheet(
       QString("background: #ffffff; color: #0b57a4; border: 3px solid #0b57a4; border-radius: %1px; "
               "font-size: %2px; font-weight: bold; padding: 0; min-height: 0;")

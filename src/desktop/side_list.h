@@ -35,7 +35,7 @@ struct InfoSource {
 class InfoButton : public QPushButton {
  public:
   InfoButton(InfoSource source, QWidget* parent);
-  void sync();  // stands at the lower left of the parent
+  void sync(int graphWidth);  // pixels, without the list beside it
 
  private:
   InfoSource source_;

@@ -56,7 +56,7 @@ void SurfaceWindow::changed() {
   if (formStands() && list_)
     listWidth_ = list_->sync();
   if (formStands() && info_)
-    info_->sync();
+    info_->sync(width() - listWidth_);
   painted_ = QPixmap();
   update();
 }
