@@ -59,6 +59,9 @@ struct Session {
   bool cmd_AutoStart = false;
   bool returnToEditor = false;
 
+  // The exercise at hand
+  bool exerciseDamaged = false;  // its text could not be read whole; the slide still holds it as it was
+
   // Records
   VoteRecordText voteRecords;    // mirrors the slide tag QRNVOTES
   VoteRecordText postalRecords;  // mirrors QRNPOSTALVOTES

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdio>
+#include <utility>
 
 #include "analysis/filters.h"
 #include "core/common.h"
@@ -43,6 +44,7 @@ namespace {
 
 constexpr const char* kModule = "exercise_text";
 constexpr const char* kTag = "qrnMatrix";
+constexpr const char* kDamagedTag = "qrnMatrixDamaged";
 
 ExerciseTextReport report;
 
@@ -141,6 +143,18 @@ void tellNoExercise() {
     endProgramHook();
 }
 
+// What could not be read must not go with the next save, so that keeps the text as it was beside the new one.
+void tellDamage() {
+  glo.exerciseDamaged = !report.complete || report.damagedValues > 0;
+  if (!glo.exerciseDamaged)
+    return;
+  host::host().dialogs->MsgBox(
+      "The exercise on this slide is damaged or cut short: " + std::to_string(glo.itemCount()) +
+          " items could be read, " + std::to_string(report.damagedValues) +
+          " values could not.\r\nIts text as it was stays on the slide, in the tag " + kDamagedTag + ".",
+      host::kTitle, host::Buttons::ok, host::Icon::exclamation);
+}
+
 // Writing -----------------------------------------------------------------------------------------
 
 // The text on its way to the slide: written to a file and read back from it.
@@ -181,6 +195,8 @@ bool LoadXY(const std::string& path) {
         readExerciseText(text);
       },
       true);
+  if (path.empty())
+    tellDamage();
   if (!temporaryFile.empty())
     trapErrors(kModule, "LoadXY", [&] { host::host().files->Kill(temporaryFile); });
   return true;
@@ -202,8 +218,11 @@ bool saveXY(const std::string& path) {
         const std::string stored = throughFile(text);
         // Put over the old text in one step: between taking that away and adding this, nothing would be
         // stored.
-        if (!stored.empty())
-          tags->Add(kTag, stored);
+        if (stored.empty())
+          return;
+        if (std::exchange(glo.exerciseDamaged, false))
+          tags->Add(kDamagedTag, tags->Item(kTag));
+        tags->Add(kTag, stored);
       },
       true);
 }

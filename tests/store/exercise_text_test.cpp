@@ -399,6 +399,20 @@ TEST_F(ExerciseText, anEmptyTagSaysSoAndEndsADisplayRun) {
   endProgramHook = nullptr;
 }
 
+TEST_F(ExerciseText, aDamagedTagIsToldAndKeptBesideTheNextSave) {
+  makeSmallExercise();
+  const std::string whole = writeExerciseText(glo), cut = whole.substr(0, whole.size() / 2);
+  tags().Add("qrnMatrix", cut);
+  begin();
+  world.expectMsgBox("damaged or cut short: 2 items could be read");
+  EXPECT_TRUE(LoadXY(""));
+  ASSERT_TRUE(saveXY());
+  EXPECT_NE(tags().Item("qrnMatrix"), cut);
+  EXPECT_EQ(tags().Item("qrnMatrixDamaged"), cut);
+  ASSERT_TRUE(saveXY());
+  EXPECT_EQ(tags().Item("qrnMatrixDamaged"), cut) << "a later save leaves it alone";
+}
+
 TEST_F(ExerciseText, aTagWithLoneLineFeedsLoads) {
   makeSmallExercise();
   std::string text = replaceAll(writeExerciseText(glo), "\r\n", "\n");
