@@ -14,6 +14,7 @@
 #include "adapters/system/files.h"
 #include "adapters/system/machine.h"
 #include "adapters/system/xml_query.h"
+#include "core/common.h"
 #include "desktop/render/render.h"
 #include "host/dialogs.h"
 #include "host/errors.h"
@@ -79,6 +80,7 @@ Neighbours::Neighbours(Kind kind) : parts_(std::make_unique<Parts>()) {
   world.textMeasure = &parts_->textMeasure;
   world.forms = &parts_->forms;
   world.xmlQuery = &parts_->xml;
+  processRuns = system::processRuns;
   if (kind == Kind::windowless) {
     parts_->plainLoop.addPump([this] { parts_->drain(); });
     world.loop = &parts_->plainLoop;

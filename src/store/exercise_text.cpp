@@ -151,7 +151,8 @@ void tellDamage() {
   host::host().dialogs->MsgBox(
       "The exercise on this slide is damaged or cut short: " + std::to_string(glo.itemCount()) +
           " items could be read, " + std::to_string(report.damagedValues) +
-          " values could not.\r\nIts text as it was stays on the slide, in the tag " + kDamagedTag + ".",
+          " values could not.\r\nThe next save keeps its text as it was on the slide, in the tag " +
+          kDamagedTag + ".",
       host::kTitle, host::Buttons::ok, host::Icon::exclamation);
 }
 

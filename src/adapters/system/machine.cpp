@@ -1,6 +1,7 @@
 #include "adapters/system/machine.h"
 
 #include <signal.h>
+#include <strings.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -123,6 +124,17 @@ std::string MachineEnvironment::Environ(std::string_view name) const {
   if (key == "ALLUSERSPROFILE")
     return "/etc/xdg";
   return "";
+}
+
+bool processRuns(const std::string& name) {
+  std::error_code error;
+  for (const auto& entry : std::filesystem::directory_iterator("/proc", error)) {
+    std::error_code hidden;  // a process of somebody else does not tell its file
+    const auto program = std::filesystem::read_symlink(entry.path() / "exe", hidden).filename().string();
+    if (!hidden && ::strcasecmp(program.c_str(), name.c_str()) == 0)
+      return true;
+  }
+  return false;
 }
 
 void PlainLoop::yield() {

@@ -33,6 +33,9 @@ class MachineEnvironment : public host::Environment {
   std::string Environ(std::string_view name) const override;
 };
 
+// Whether a program of that name runs on this machine; case does not matter.
+bool processRuns(const std::string& name);
+
 // Yields by draining its pumps (texts of the controller link and the like), sleeps by sleeping.
 class PlainLoop : public host::Loop {
  public:

@@ -217,6 +217,11 @@ TEST_F(SystemTest, TheLoopDrainsItsPumpsInOrder) {
   EXPECT_EQ(order, "ababc");
 }
 
+TEST_F(SystemTest, TellsWhichProgramsRun) {
+  EXPECT_TRUE(processRuns("SYSTEM_TEST"));
+  EXPECT_FALSE(processRuns("system_tes"));
+}
+
 TEST_F(SystemTest, RandomnessCanBeRepeated) {
   MachineRandom random;
   random.Randomize(7);
