@@ -111,16 +111,19 @@ TEST_F(RealController, ServesOneProgramAtATimeAndStaysForTheNext) {
   kill(static_cast<pid_t>(process), SIGTERM);
 }
 
-TEST_F(RealController, RehearsalIsNotTakenFromAControllerThatDoesNotRehearse) {
-  options.keepRunning = true;
-  auto first = std::make_unique<link::WebSocketLink>(options);
-  ASSERT_TRUE(first->makeLink(true)) << first->lastError();
-  const long process = first->controllerProcess();
-  first.reset();
-  options.rehearse = 20;
-  link::WebSocketLink second(options);
-  EXPECT_FALSE(second.makeLink(false));
-  kill(static_cast<pid_t>(process), SIGTERM);
+TEST_F(RealController, PhonesAndRehearsalsDoNotShareAController) {
+  for (const auto& [running, wanted] : {std::pair{0, 20}, {20, 0}}) {
+    options.keepRunning = true;
+    options.rehearse = running;
+    auto first = std::make_unique<link::WebSocketLink>(options);
+    ASSERT_TRUE(first->makeLink(true)) << first->lastError();
+    const long process = first->controllerProcess();
+    first.reset();
+    options.rehearse = wanted;
+    link::WebSocketLink second(options);
+    EXPECT_FALSE(second.makeLink(false)) << running;
+    kill(static_cast<pid_t>(process), SIGTERM);
+  }
 }
 
 TEST_F(RealController, WhatCannotStartSaysWhy) {
