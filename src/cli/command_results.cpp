@@ -58,7 +58,8 @@ void printJson(int slide, const std::vector<ItemResult>& items) {
   for (std::size_t a = 0; a < kAssessments; ++a) json["assessments"].push_back(assessmentJson(a));
   json["items"] = Json::array();
   for (const ItemResult& item : items) json["items"].push_back(itemJson(item));
-  json["filter"] = filterCaption(false);
+  if (const std::string filter = filterCaption(false); !filter.empty())
+    json["filter"] = filter;
   json["dataMessage"] = glo.dataMessage;
   std::cout << json.dump(1, ' ', false, Json::error_handler_t::replace) << "\n";
 }
