@@ -172,7 +172,8 @@ void comms::makeLink() {
   } catch (const std::exception& error) {
     reportError(error, kModule, "Form_Load");
   }
-  txt_dataFromController.clear();
+  // What waited in the queue has been acknowledged to the keypads: it is taken, not dropped with the old link.
+  tmr_decodeDataFromController_Timer();
 }
 
 bool comms::StartVote(bool reconnect, bool silent) {

@@ -16,6 +16,7 @@ namespace qrn {
 namespace {
 
 using ::testing::ElementsAre;
+using ::testing::Pair;
 using ::testing::IsEmpty;
 using Presses = std::vector<std::pair<std::int32_t, std::string>>;
 
@@ -155,6 +156,15 @@ TEST_F(CommsTest, APressDuringALongCommandWaitsAndIsNotLost) {
 }
 
 // Votes
+
+TEST_F(CommsTest, APressThatWaitsInTheQueueSurvivesANewLink) {
+  link();
+  world.link.says("[1],3;5");
+  world.link.linkUp = false;
+  link().makeLink();
+  EXPECT_THAT(presses, ElementsAre(Pair(3, "5")));
+  EXPECT_EQ(link().txt_dataFromController, "");
+}
 
 TEST_F(CommsTest, ReadsVotePieces) {
   const std::vector<std::pair<std::string, Presses>> cases{{"[12],3;5", {{3, "5"}}},
