@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace qrn::host {
 
@@ -14,6 +16,23 @@ class Loop {
   virtual ~Loop() = default;
   virtual void yield() = 0;
   virtual void sleep(int milliseconds) = 0;
+};
+
+// A loop with pumps: what is to be called once in every yield, in the order of adding, on the main thread.
+class PumpedLoop : public Loop {
+ public:
+  void addPump(std::function<void()> pump) { pumps_.push_back(std::move(pump)); }
+
+ protected:
+  void runPumps() {
+    for (std::size_t i = 0; i < pumps_.size(); ++i) {
+      const auto pump = pumps_[i];  // it may add another
+      pump();
+    }
+  }
+
+ private:
+  std::vector<std::function<void()>> pumps_;
 };
 
 // A timer in the classic manner: off until enabled, ticks after each interval until disabled. It registers

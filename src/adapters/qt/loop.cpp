@@ -6,8 +6,7 @@
 namespace qrn::qt {
 
 void QtLoop::yield() {
-  for (std::size_t i = 0; i < pumps_.size(); ++i)  // a pump may add another
-    pumps_[i]();
+  runPumps();
   QCoreApplication::processEvents();
 }
 

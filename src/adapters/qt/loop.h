@@ -2,22 +2,14 @@
 // paints.
 #pragma once
 
-#include <functional>
-#include <vector>
-
 #include "host/wait.h"
 
 namespace qrn::qt {
 
-class QtLoop : public host::Loop {
+class QtLoop : public host::PumpedLoop {
  public:
   void yield() override;
   void sleep(int milliseconds) override;
-  // Called once in every yield, in the order of adding, on the main thread.
-  void addPump(std::function<void()> pump) { pumps_.push_back(std::move(pump)); }
-
- private:
-  std::vector<std::function<void()>> pumps_;
 };
 
 }  // namespace qrn::qt

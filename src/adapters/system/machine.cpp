@@ -137,11 +137,6 @@ bool processRuns(const std::string& name) {
   return false;
 }
 
-void PlainLoop::yield() {
-  const auto pumps = pumps_;  // a pump may add another
-  for (const auto& pump : pumps) pump();
-}
-
 void PlainLoop::sleep(int milliseconds) {
   std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
 }

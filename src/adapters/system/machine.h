@@ -37,14 +37,10 @@ class MachineEnvironment : public host::Environment {
 bool processRuns(const std::string& name);
 
 // Yields by draining its pumps (texts of the controller link and the like), sleeps by sleeping.
-class PlainLoop : public host::Loop {
+class PlainLoop : public host::PumpedLoop {
  public:
-  void yield() override;
+  void yield() override { runPumps(); }
   void sleep(int milliseconds) override;
-  void addPump(std::function<void()> pump) { pumps_.push_back(std::move(pump)); }
-
- private:
-  std::vector<std::function<void()>> pumps_;
 };
 
 // No sound in a run without windows.
