@@ -1,21 +1,7 @@
-// A run from its command line to its end, on a scripted presentation.
-#include "core/entry.h"
-
+// A run from its command line to what it shows, on a scripted presentation.
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
-#include <string>
-#include <vector>
-
-#include "core/blank_form.h"
-#include "core/end_program.h"
-#include "core/glo.h"
-#include "core/model.h"
-#include "core/presentation_windows.h"
-#include "store/exercise_text.h"
-#include "store/progress_log.h"
-#include "support/test_host.h"
-#include "vote/comms.h"
+#include "core/entry_fixture.h"
 
 namespace qrn {
 namespace {
@@ -23,68 +9,6 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
-
-constexpr const char* kVote = "1/1/2026,9:00:00,5;6;,1C1\r\n";
-
-class EntryTest : public ::testing::Test {
- protected:
-  EntryTest() {
-    glo = Glo{};
-    world.program.showRuns = true;
-    world.program.show.index = 2;
-    world.link.canShare = world.link.canStart = false;
-    registerComms();
-    registerBlankForm();
-    for (const char* name : {"Wizard", "xyVoteRuntime", "xyVoteAverageGraph", "xyVoteGraph"}) define(name);
-    entryHooks() = EntryHooks{[this] { ++votes; }, {}, {}};
-  }
-  ~EntryTest() override { entryHooks() = EntryHooks{}; }
-
-  struct Probe : host::Form {
-    Probe(const std::string& formName, std::vector<std::string>& log) : host::Form(formName), log_(log) {
-      log_.push_back(formName);
-    }
-    std::vector<std::string>& log_;
-  };
-  void define(const std::string& name) {
-    world.forms.define(name, [this, name] { return std::make_unique<Probe>(name, loaded); });
-  }
-
-  // The text of an exercise with `items` items.
-  std::string exercise(int items) {
-    glo = Glo{};
-    glo.oPresentation = &world.presentation;
-    initXYVote();
-    glo.listTitle = "Risks";
-    glo.risks.assign(static_cast<std::size_t>(items) + 1, RiskRecord{});
-    for (int i = 0; i < items; ++i) {
-      RiskRecord& risk = glo.risks[static_cast<std::size_t>(i)];
-      risk.text = "Item " + std::to_string(i);
-      risk.ID = i;
-      risk.sortKey = i + 1;
-      risk.voting = true;
-    }
-    return writeExerciseText(glo);
-  }
-  test::MemoryTags& slideTags() { return world.presentation.slide(2).tagStore; }
-  test::MemoryTags& tags() { return world.presentation.tagStore; }
-  void storeExercise(const std::string& votesText = "") {
-    slideTags().Add("qrnMatrix", exercise(2));
-    slideTags().Add("QRNVOTES", votesText);
-  }
-  void storeLog(bool finished) {
-    slideTags().Add("qrnMatrixLog", "category = 1\r\nassessment = 1\r\nrisk = 1\r\nprocess finished = " +
-                                        std::string(finished ? "True" : "False") + "\r\nrisk list\r\n");
-  }
-  std::string errorLog() { return world.files.files["/appdata/quorin/Err.log"]; }
-  void closeFormAt(double seconds, const std::string& name) {
-    world.at(seconds, [this, name] { world.forms.unload(name); });
-  }
-
-  test::TestHost world;
-  std::vector<std::string> loaded;  // probe forms, in the order of loading
-  int votes = 0;
-};
 
 // Command line and modes
 
@@ -416,95 +340,6 @@ TEST_F(EntryTest, TheDefaultTemplateBringsSettingsOnly) {
   Main("QRNMATRIX,SETUP");
   EXPECT_EQ(glo.listTitle, "List Title");
   EXPECT_THAT(glo.remainingAssessments, ElementsAre(1, 2, 3, 4, 5, 6, 7, 8, 9));
-}
-
-// The end
-
-TEST_F(EntryTest, TheEndStoresTheRunAndHandsTheShowBack) {
-  storeExercise();
-  world.link.canShare = true;
-  world.files.files["/install/MatrixActive.txt"] = "";
-  world.files.files["/install/baseKB.txt"] = "";
-  entryHooks().startVote = [&] {
-    world.forms.show("xyVoteRuntime");
-    glo.listTitle = "Changed";
-    glo.keyboardTurnedOn = true;
-    world.link.sent.clear();
-    endProgram();
-    endProgram();
-  };
-  Main("QRNMATRIX,DISPLAY");
-  EXPECT_THAT(world.link.sent, ElementsAre("EndVote", "KBOARD-OFF"));
-  EXPECT_FALSE(world.files.fileExists("/install/baseKB.txt"));
-  EXPECT_EQ(tags().Item("qrnVoteTerminated"), "Vote finished");
-  EXPECT_FALSE(world.files.fileExists("/install/MatrixActive.txt"));
-  EXPECT_THAT(slideTags().Item("qrnMatrix"), HasSubstr("Changed"));
-  EXPECT_EQ(world.presentation.saves, 1);
-  EXPECT_EQ(world.program.keysSent, "~");
-  EXPECT_FALSE(world.forms.isLoaded("xyVoteRuntime"));
-}
-
-TEST_F(EntryTest, TheEndKeepsWhatItIsToldToKeep) {
-  storeExercise();
-  const std::string stored = slideTags().Item("qrnMatrix");
-  Main("QRNMATRIX,SETUP");
-  glo.listTitle = "Changed";
-  world.files.files["/install/seriesVoteRunning.txt"] = "";
-  endProgram(false, true);
-  EXPECT_EQ(slideTags().Item("qrnMatrix"), stored);
-  EXPECT_EQ(world.program.keysSent, "") << "a series moves its show by itself";
-  EXPECT_EQ(world.presentation.saves, 1);
-}
-
-// Background and windows
-
-TEST_F(EntryTest, TheSlideWithoutItsShapesIsTheBackground) {
-  struct Slide : test::MemorySlide {
-    Slide() : MemorySlide(900, 1) {}
-    void Export(const std::string& file, std::string_view format, int width, int height) override {
-      for (const test::MemoryShape& shape : shapes) seenVisible = seenVisible || shape.visible;
-      what = file + " " + std::string(format) + " " + std::to_string(width) + "x" + std::to_string(height);
-      if (fails)
-        throw HostError(Fault::world, 5, "no pictures here");
-    }
-    bool fails = false, seenVisible = false;
-    std::string what;
-  } slide;
-  glo.oPresentation = &world.presentation;
-  glo.oVoteSlide = &slide;
-  glo.matrixPath = "/tmp/t/quorin/";
-  glo.usePPTBackground = true;
-  slide.shapes = {test::MemoryShape("a"), test::MemoryShape("b")};
-  slide.shapes[1].visible = false;
-  for (const bool fails : {false, true}) {
-    slide.fails = fails;
-    blankForm form;
-    form.DoBackground();
-    EXPECT_EQ(slide.what, "/tmp/t/quorin/matrix_background.jpg JPG 1920x1080");
-    EXPECT_FALSE(slide.seenVisible);
-    EXPECT_TRUE(slide.shapes[0].visible);
-    EXPECT_FALSE(slide.shapes[1].visible) << "a shape hidden before stays hidden";
-    EXPECT_EQ(form.background.file, fails ? "" : "/tmp/t/quorin/matrix_background.jpg");
-    EXPECT_TRUE(form.background.gradient);
-    EXPECT_EQ(form.surface.background, host::RGB(128, 128, 255));
-  }
-}
-
-TEST_F(EntryTest, WithoutTheSlideTheSettingsPaintTheBackground) {
-  glo.backgroundFile = "/pictures/sea.jpg";
-  EXPECT_EQ(currentBackground().file, "") << "the picture is missing";
-  world.files.files["/pictures/sea.jpg"] = "picture";
-  EXPECT_EQ(currentBackground().file, "/pictures/sea.jpg");
-  glo.backgroundMode = 1;
-  EXPECT_FALSE(currentBackground().gradient);
-}
-
-TEST_F(EntryTest, TheShowsRectangleTakesTheSlidesProportions) {
-  EXPECT_EQ(AdjustSlideShowRECTforScreenRatio({0, 0, 1920, 1080}, 960, 720),
-            (host::WindowRect{240, 0, 1680, 1080}));
-  EXPECT_EQ(AdjustSlideShowRECTforScreenRatio({100, 50, 1124, 818}, 960, 540),
-            (host::WindowRect{100, 146, 1124, 722}));
-  EXPECT_TRUE(AdjustSlideShowRECTforScreenRatio({}, 960, 540).empty());
 }
 
 }  // namespace
