@@ -25,10 +25,9 @@ class PumpedLoop : public Loop {
 
  protected:
   void runPumps() {
-    for (std::size_t i = 0; i < pumps_.size(); ++i) {
-      const auto pump = pumps_[i];  // it may add another
-      pump();
-    }
+    const std::vector<std::function<void()>> round =
+        pumps_;  // one that is added meanwhile waits for the next yield
+    for (const auto& pump : round) pump();
   }
 
  private:
