@@ -20,6 +20,13 @@ float lengthOf(double stored, double whole) {
   return static_cast<float>(stored < 1.0 ? stored * whole : stored);
 }
 
+constexpr const char* kCommaInLine = "\xEF\xB9\x90";  // U+FE50
+
+void makeOneLine(std::string& text) {
+  text = replaceAll(std::move(text), "\r\n", " ");
+  std::replace_if(text.begin(), text.end(), isLineEnd, ' ');
+}
+
 template <class Number>
 bool takesWhole(std::string_view digits, Number& value) {
   Number read{};
@@ -57,9 +64,15 @@ void TextWriter::put(Q value) {
 }
 
 void TextWriter::put(Q1 value) {
-  value.v = replaceAll(std::move(value.v), "\r\n", " ");
-  std::replace_if(value.v.begin(), value.v.end(), isLineEnd, ' ');
+  makeOneLine(value.v);
   put(Q(value.v));
+}
+
+void TextWriter::put(InLine value) {
+  makeOneLine(value.v);
+  std::replace(value.v.begin(), value.v.end(), '"', '\'');
+  std::string inLine = replaceAll(value.v, ",", kCommaInLine);
+  put(T(inLine));
 }
 
 // The fewest decimals that read back as the same length. The whole screen stays just below 1 and what is
@@ -212,6 +225,10 @@ std::optional<std::int32_t> TextReader::wholeNumber(double low, double high) {
     return std::nullopt;
   // Colours may stand as unsigned 32-bit values.
   return static_cast<std::int32_t>(static_cast<std::int64_t>(rounded));
+}
+
+void TextReader::take(InLine value) {
+  value.v = replaceAll(textValue(), kCommaInLine, ",");
 }
 
 void TextReader::take(B value) {

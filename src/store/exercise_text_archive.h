@@ -54,6 +54,10 @@ struct Q1 {  // the same on a line that the reader takes whole: line ends become
   explicit Q1(std::string& member) : v(member) {}
   std::string& v;
 };
+struct InLine {  // the same on a line that readers split at every comma: a comma stands there as U+FE50
+  explicit InLine(std::string& member) : v(member) {}
+  std::string& v;
+};
 struct Fraction {  // length on the screen, in the text a fraction of the screen's width or height
   Fraction(float& member, double wholeLength) : v(member), whole(wholeLength) {}
   float& v;
@@ -76,6 +80,7 @@ class TextWriter {
   void put(T value);
   void put(Q value);
   void put(Q1 value);
+  void put(InLine value);
   void put(B value) { item(value.v ? "#TRUE#" : "#FALSE#"); }
   void put(D value) { item(plainNumber(value.v)); }
   void put(Fraction value);
@@ -94,9 +99,13 @@ class TextWriter {
   void endLine();
   void rawLine(std::string_view text);  // as it stands, with a line end
 
-  // A line that the reader takes whole.
+  // A line that the reader takes whole; values behind which a text may stop.
   template <class Walk>
   void wholeLine(Walk walk) {
+    walk(*this);
+  }
+  template <class Walk>
+  void untilEnd(Walk walk) {
     walk(*this);
   }
   void list(std::vector<std::string>& texts);
@@ -154,6 +163,7 @@ class TextReader {
   void take(T value) { value.v = textValue(); }
   void take(Q value) { value.v = textValue(); }
   void take(Q1 value) { value.v = textValue(); }
+  void take(InLine value);
   void take(B value);
   void take(D value);
   void take(Fraction value);
@@ -171,7 +181,9 @@ class TextReader {
   // Count of a list, at most what the rest of the text can hold; a negative one is 0, a damaged one nothing.
   std::optional<std::size_t> count();
   std::string_view wholeLine();
-  // Walks over the values of a whole line, its double quotes removed; missing values leave their members.
+  // Walks over the values of a whole line, its double quotes removed; missing values leave their members. A
+  // line with more values than the walk takes has commas in its texts: values that these have shifted are no
+  // damage.
   template <class Walk>
   void wholeLine(Walk walk) {
     std::string fields(wholeLine());
@@ -183,7 +195,8 @@ class TextReader {
     } catch (const InputPastEnd&) {
       // a short line ends where it ends
     }
-    damaged_ += inside.damaged_;
+    if (inside.atEnd())
+      damaged_ += inside.damaged_;
   }
   void list(std::vector<std::string>& texts);
   // A counted list; elements that the text does not hold whole are left out, the spare element stands after
@@ -210,6 +223,17 @@ class TextReader {
   std::size_t remaining() const { return text_.size() - at_; }
   int damaged() const { return damaged_; }
   void countDamage() { ++damaged_; }
+  // Walks over values behind which a text may stop: its end inside them is no error, nor is a value cut
+  // there.
+  template <class Walk>
+  void untilEnd(Walk walk) {
+    const int before = damaged_;
+    try {
+      walk(*this);
+    } catch (const InputPastEnd&) {
+      damaged_ = before;
+    }
+  }
 
  private:
   struct Token {

@@ -43,10 +43,10 @@ void boxPlace(Archive& a, LayoutRect& box) {
   a.values(down(box.height), across(box.left), down(box.top), across(box.width));
 }
 
-// One line that the reader takes whole. A text with a comma in it shifts what follows; so it has always been.
+// One line that readers take whole and split at every comma.
 template <class Line>
 void layoutLine(Line& a, Exercise& x, AssessmentRecord& s) {
-  a.values(B(s.showTitleText), B(s.showScaleText), Q1(s.imageFile), I(s.voteType), I(s.graphType),
+  a.values(B(s.showTitleText), B(s.showScaleText), InLine(s.imageFile), I(s.voteType), I(s.graphType),
            B(s.chartOutline), B(s.chartAxis));
   labelPlace(a, s.lbl_Risk);
   labelPlace(a, s.lbl_Assessment);
@@ -57,7 +57,7 @@ void layoutLine(Line& a, Exercise& x, AssessmentRecord& s) {
   boxPlace(a, s.lbl_PCAItem1);
   for (int& step : s.pcaScale) a.values(I(step));
   a.values(I(s.pcaScaleRow));
-  a.values(Q1(s.pcaQuestion));
+  a.values(InLine(s.pcaQuestion));
   if constexpr (Line::reading)
     if (s.voteType != 2 && s.voteType != 3)
       s.pcaQuestion.clear();  // only comparing assessments have a question
@@ -89,15 +89,19 @@ void assessmentLook(Archive& a, Exercise& x, AssessmentRecord& s) {
   }
 }
 
-// A text that quotes something where the next assessment should begin has come to its named settings.
+// A text that quotes something where the next assessment should begin has come to its named settings. Texts
+// of older versions stop before the abstain flag or anywhere behind it.
 template <class Archive>
-void assessmentLooks(Archive& a, Exercise& x) {
-  for (std::size_t i = 0; i + 1 < x.assessments.size(); ++i) {
-    if constexpr (Archive::reading)
-      if (a.nextIsQuoted())
-        return;
-    assessmentLook(a, x, x.assessments[i]);
-  }
+void lastLines(Archive& a, Exercise& x) {
+  a.untilEnd([&](Archive& lines) {
+    lines.line(B(x.opt_abstain));
+    for (std::size_t i = 0; i + 1 < x.assessments.size(); ++i) {
+      if constexpr (Archive::reading)
+        if (lines.nextIsQuoted())
+          return;
+      assessmentLook(lines, x, x.assessments[i]);
+    }
+  });
 }
 
 }  // namespace qrn::mtx

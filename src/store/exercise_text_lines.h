@@ -368,7 +368,6 @@ void laterLines(Archive& a, Exercise& x) {
       x.assessments[s].scaleAlign = x.defaultAlign[2];
     }
   pictureLines(a, x);
-  a.line(B(x.opt_abstain));
 }
 
 template <class Archive>
@@ -387,7 +386,7 @@ void bodyLines(Archive& a, Exercise& x) {
   benchmarkLookLines(a, x);
   captureLines(a, x);
   laterLines(a, x);
-  assessmentLooks(a, x);
+  lastLines(a, x);
 }
 
 }  // namespace qrn::mtx

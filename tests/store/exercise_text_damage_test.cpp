@@ -276,10 +276,59 @@ TEST_F(DamagedText, onlyComparingAssessmentsHaveAQuestion) {
   begin();
   glo.assessments[0].voteType = 1;
   glo.assessments[1].voteType = 3;
-  glo.assessments[1].pcaQuestion = "  Better , or not?";
+  glo.assessments[1].pcaQuestion = "  Better?";
   const Exercise read = loaded(writeExerciseText(glo));
   EXPECT_EQ(read.assessments[0].pcaQuestion, "");
-  EXPECT_EQ(read.assessments[1].pcaQuestion, "  Better ");  // the comma starts the next value
+  EXPECT_EQ(read.assessments[1].pcaQuestion, "  Better?");
+}
+
+TEST_F(DamagedText, aCommaStaysInTheQuestionAndInThePicturesPath) {
+  begin();
+  AssessmentRecord& first = glo.assessments[0];
+  first.voteType = 3;
+  first.pcaQuestion = "Better, or worse, or the same?";
+  first.imageFile = "/pictures/sea, low tide.png";
+  first.lbl_Risk = {7680, 0, 1536, 1152};
+  first.sifterCutoff = 61;
+  const AssessmentRecord written = first;
+  const std::string text = writeExerciseText(glo);
+  EXPECT_TRUE(loaded(text).assessments[0] == written);
+  EXPECT_EQ(lastExerciseTextReport().damagedValues, 0);
+  // A reader that splits such lines at every comma finds each value in its place.
+  const auto fields = splitFields(lineAt(text, "low tide.png\",3,"), ',');
+  ASSERT_EQ(fields.size(), 44U);
+  EXPECT_EQ(fields[42], "61");
+}
+
+TEST_F(DamagedText, aCommaThatSplitsAForeignLineShiftsItsValuesWithoutAlarm) {
+  begin();
+  glo.assessments[0].voteType = 3;
+  std::string text = writeExerciseText(glo);
+  const std::string question = "\"Which do you prefer?\"";
+  text.replace(text.find(question), question.size(), "\"Better, or worse?\"");
+  EXPECT_EQ(loaded(text).assessments[0].pcaQuestion, "Better");
+  EXPECT_EQ(lastExerciseTextReport().damagedValues, 0);
+}
+
+// Older texts stop behind the option or the flag before the assessments' looks, or inside these.
+TEST_F(DamagedText, aTextThatMayStopStopsWithoutAlarm) {
+  const std::string text = fullText(2);
+  const int kept = glo.runByShowAverages[9];
+  const std::string option = "\r\n" + std::to_string(kept) + "\r\n#TRUE#\r\n";
+  const std::size_t behindOption = text.find(option) + option.size() - 8, behindFlag = behindOption + 8;
+  const std::size_t settings = text.find("\"runningOrderShowVoteAveragesEnd(9)\"");
+  std::vector<std::size_t> ends{behindOption, behindOption - 2, behindFlag, behindFlag - 2};
+  for (std::size_t at = behindFlag; at < settings; at += 13) ends.push_back(at);
+  ends.push_back(settings);
+  for (const std::size_t end : ends) {
+    ASSERT_EQ(loaded(text.substr(0, end)).runByShowAverages[9], kept);
+    const ExerciseTextReport& report = lastExerciseTextReport();
+    ASSERT_TRUE(report.complete && report.damagedValues == 0) << text.substr(end - 30, 30);
+  }
+  loaded(text.substr(0, behindOption - 12));
+  EXPECT_FALSE(lastExerciseTextReport().complete);
+  loaded(text.substr(0, text.rfind(",")));
+  EXPECT_FALSE(lastExerciseTextReport().complete);
 }
 
 // On lines that are read whole a line end would begin another line.
