@@ -117,7 +117,8 @@ void takeForms(Album& album) {
     for (const Crowd& crowd : kCrowds) {
       FormPictures pictures(album, stack, size, crowd);
       pictures.takeVote();
-      pictures.takeQuitOptions();
+      if (size == kSizes[0])  // its size is its own
+        pictures.takeQuitOptions();
       pictures.takeAverageGraph();
       pictures.takeMatrixGraph();
     }

@@ -57,9 +57,11 @@ void Album::take(QWidget& window, const QString& name) {
   const QPixmap picture = window.grab();
   const QString file =
       QString("%1/%2-%3x%4.png").arg(folder_, name).arg(picture.width()).arg(picture.height());
+  if (files_.contains(file))
+    throw HostError(Fault::program, 58, "Two pictures have the name " + file.toStdString());
+  files_.insert(file);
   if (!picture.save(file))
     throw HostError(Fault::world, 75, "The picture cannot be written: " + file.toStdString());
-  ++count_;
 }
 
 void deliverEvents() {

@@ -1,6 +1,7 @@
 // What every set of pictures needs: a folder, the sizes, and a way to take one.
 #pragma once
 
+#include <QSet>
 #include <QSize>
 #include <QString>
 #include <QWidget>
@@ -14,13 +15,14 @@ inline constexpr std::array<QSize, 3> kSizes{QSize(1024, 768), QSize(1920, 1080)
 class Album {
  public:
   explicit Album(QString folder);
-  // Writes "<name>-<width>x<height>.png"; throws HostError when it cannot.
+  // Writes "<name>-<width>x<height>.png"; throws HostError when it cannot, or when that picture has been
+  // taken.
   void take(QWidget& window, const QString& name);
-  int count() const { return count_; }
+  int count() const { return static_cast<int>(files_.size()); }
 
  private:
   QString folder_;
-  int count_ = 0;
+  QSet<QString> files_;
 };
 
 void deliverEvents();
