@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "adapters/system/standard_streams.h"
 #include "app/neighbours.h"
 #include "app/workshop_desktop.h"
 #include "cli/cli.h"
@@ -66,6 +67,7 @@ bool isHelp(const std::string& word) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  qrn::system::secureStandardStreams();
   std::vector<std::string> words(argv + 1, argv + argc);
   try {
     if (qrn::cli::isSubcommand(words) || (words.size() == 1 && isHelp(words[0])))

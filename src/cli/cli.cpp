@@ -46,15 +46,11 @@ class Parser {
 
   int run(const std::vector<std::string>& words) {
     try {
-      std::vector<std::string> reversed(words.rbegin(), words.rend());
-      app_.parse(reversed);
-    } catch (const CLI::ParseError& error) {
-      return app_.exit(error, std::cout, std::cerr) == 0 ? kDone : kWrongUsage;
-    }
-    try {
-      action_();
-      std::cout.flush();
-      if (!std::cout)
+      if (!parsed(words))
+        return kWrongUsage;
+      if (action_)
+        action_();
+      if (!std::cout.flush())
         throw HostError(Fault::world, 61, "The output could not be written");
       return kDone;
     } catch (const UsageError& error) {
@@ -67,6 +63,18 @@ class Parser {
   }
 
  private:
+  // False when the words were wrong, which has been told; without an action when they asked for help.
+  bool parsed(const std::vector<std::string>& words) {
+    try {
+      std::vector<std::string> reversed(words.rbegin(), words.rend());
+      app_.parse(reversed);
+    } catch (const CLI::ParseError& error) {
+      action_ = nullptr;
+      return app_.exit(error, std::cout, std::cerr) == 0;
+    }
+    return true;
+  }
+
   void addInfo() {
     auto* command = app_.add_subcommand("info", "lists the slides of a deck and what is on them");
     addDeck(*command, info_.deck);

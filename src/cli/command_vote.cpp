@@ -82,17 +82,21 @@ class Wiring {
   Wiring(const Wiring&) = delete;
   Wiring& operator=(const Wiring&) = delete;
   int saved() const { return saved_; }
+  bool toldAll() const { return toldAll_; }
 
  private:
+  // The room does not wait for whoever reads the list: without a reader the vote goes on.
   void tellSavedVote(const std::string& line) {
     ++saved_;
-    std::cout << "saved " << line << std::endl;
-    if (!std::cout)
-      throw HostError(Fault::world, 61, "The list of saved votes could not be written");
+    if (toldAll_ && !(std::cout << "saved " << line << std::endl)) {
+      toldAll_ = false;
+      std::cerr << "quorin-matrix: The list of saved votes can no longer be written; the vote goes on\n";
+    }
   }
 
   std::unique_ptr<host::ControllerLink> link_;
   int saved_ = 0;
+  bool toldAll_ = true;
 };
 
 void joinController() {
@@ -136,6 +140,10 @@ void runVote(const VoteArguments& arguments, const CliHooks& hooks) {
   checkOutcome(arguments.deck, wiring.saved());
   saveXY();
   workshop.presentation().Save();
+  if (!wiring.toldAll())
+    throw HostError(Fault::world, 61,
+                    "The list of saved votes could not be written; all " + std::to_string(wiring.saved()) +
+                        " votes of this run are saved in " + arguments.deck);
 }
 
 }  // namespace qrn::cli

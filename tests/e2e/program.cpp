@@ -22,7 +22,7 @@ struct Child {
   int out = -1, err = -1;
 };
 
-Child start(const std::vector<std::string>& words) {
+Child start(const std::vector<std::string>& words, const std::function<void()>& prepare = {}) {
   std::array<int, 2> out{}, err{};
   if (::pipe2(out.data(), O_CLOEXEC) != 0 || ::pipe2(err.data(), O_CLOEXEC) != 0)
     throw std::runtime_error("no pipe");
@@ -36,6 +36,8 @@ Child start(const std::vector<std::string>& words) {
     std::vector<char*> arguments;
     for (std::string& word : copy) arguments.push_back(word.data());
     arguments.push_back(nullptr);
+    if (prepare)
+      prepare();
     ::execv(QUORIN_MATRIX, arguments.data());
     ::_exit(127);
   }
@@ -68,8 +70,8 @@ void drain(const Child& child, std::string& out, std::string& err, int milliseco
 
 }  // namespace
 
-Outcome matrix(const std::vector<std::string>& words) {
-  const Child child = start(words);
+Outcome matrix(const std::vector<std::string>& words, const std::function<void()>& prepare) {
+  const Child child = start(words, prepare);
   Outcome outcome;
   drain(child, outcome.out, outcome.err, 120000);
   ::close(child.out);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -12,8 +13,8 @@ struct Outcome {
   std::string out, err;
 };
 
-// quorin-matrix with these words.
-Outcome matrix(const std::vector<std::string>& words);
+// quorin-matrix with these words; `prepare` is called in its process before it starts.
+Outcome matrix(const std::vector<std::string>& words, const std::function<void()>& prepare = {});
 
 // A `vote` that is killed (SIGKILL) `milliseconds` after its start; returns the lines it had printed.
 std::vector<std::string> killedVote(const std::vector<std::string>& words, int milliseconds);

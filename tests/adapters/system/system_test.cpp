@@ -1,12 +1,15 @@
 // The machine behind the host line: files that are whole or as they were, folders, environment, the plain
 // loop.
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
 #include <atomic>
+#include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
@@ -16,6 +19,7 @@
 
 #include "adapters/system/files.h"
 #include "adapters/system/machine.h"
+#include "adapters/system/standard_streams.h"
 #include "host/errors.h"
 
 namespace qrn::system {
@@ -200,6 +204,26 @@ TEST_F(SystemTest, ClassicFoldersHavePlacesHere) {
   EXPECT_EQ(environment.Environ("APPDATA"), "/home/someone/.config");
   own.set("/own");
   EXPECT_EQ(environment.Environ("APPDATA"), "/own");
+}
+
+// In a process of its own, which this ends. 0: as it should be.
+[[noreturn]] void writeWithoutStreams(const std::string& path) {
+  for (int fd = 0; fd <= 2; ++fd) ::close(fd);
+  secureStandardStreams();
+  const int file = ::creat(path.c_str(), 0600);
+  const rlimit none{0, 0};
+  ::setrlimit(RLIMIT_FSIZE, &none);
+  std::array<int, 2> ends{};
+  if (file <= STDERR_FILENO || ::write(STDOUT_FILENO, "x", 1) != 1 || ::pipe(ends.data()) != 0 ||
+      ::close(ends[0]) != 0)
+    std::_Exit(1);
+  if (::write(file, "x", 1) >= 0 || errno != EFBIG)
+    std::_Exit(2);
+  std::_Exit(::write(ends[1], "x", 1) < 0 && errno == EPIPE ? 0 : 3);
+}
+
+TEST_F(SystemTest, ClosedStreamsNeverBecomeAnotherFileAndFailedWritesAreErrors) {
+  EXPECT_EXIT(writeWithoutStreams(at("file")), ::testing::ExitedWithCode(0), "");
 }
 
 TEST_F(SystemTest, TheLoopDrainsItsPumpsInOrder) {

@@ -1,0 +1,21 @@
+#include "adapters/system/standard_streams.h"
+
+#include <fcntl.h>
+#include <signal.h>
+#include <unistd.h>
+
+namespace qrn::system {
+
+void secureStandardStreams() {
+  for (int fd = STDIN_FILENO; fd <= STDERR_FILENO; ++fd)
+    if (::fcntl(fd, F_GETFD) < 0)
+      (void)!::open("/dev/null", O_RDWR);  // takes the lowest free number, which is this one
+  // A handler instead of ignoring: what is ignored stays so in programs that this one starts.
+  struct sigaction action {};
+  action.sa_handler = [](int) {};
+  action.sa_flags = SA_RESTART;
+  ::sigaction(SIGPIPE, &action, nullptr);
+  ::sigaction(SIGXFSZ, &action, nullptr);
+}
+
+}  // namespace qrn::system

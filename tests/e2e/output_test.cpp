@@ -1,0 +1,89 @@
+// Standard output that is full or gone, and files that may not grow, cost no vote and are told.
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+
+#include "e2e/program.h"
+
+namespace qrn::test {
+namespace {
+
+constexpr std::size_t kVotes = 8;
+
+// The sample with two items to vote on.
+std::string shortDeck(const TempFolder& folder) {
+  const std::string deck = folder.sampleDeck(), text = folder.file("exercise.mtx");
+  EXPECT_EQ(matrix({"mtx", "export", deck, "--slide", "4", "--out", text}).code, 0);
+  std::string exercise = readFile(text);
+  const std::string voting = ",#TRUE#,\"\"";
+  for (std::size_t at = exercise.find(",2,2" + voting);
+       (at = exercise.find(voting, at)) != std::string::npos;)
+    exercise.replace(at, voting.size(), ",#FALSE#,\"\"");
+  writeFile(text, exercise);
+  EXPECT_EQ(matrix({"mtx", "import", deck, "--slide", "4", "--from", text}).code, 0);
+  return deck;
+}
+
+std::vector<std::string> voteWords(const std::string& deck) {
+  return {"vote", deck, "--slide", "4", "--rehearse", "3", "--seed", "7"};
+}
+
+std::vector<std::string> stored(const std::string& deck) {
+  return lines(matrix({"tags", deck, "--slide", "4", "--get", "QRNVOTES"}).out);
+}
+
+void outputToFullDisk() {
+  ::dup2(::open("/dev/full", O_WRONLY), STDOUT_FILENO);
+}
+
+void outputToNobody() {
+  std::array<int, 2> ends{};
+  if (::pipe2(ends.data(), O_CLOEXEC) != 0)
+    ::_exit(126);
+  ::dup2(ends[1], STDOUT_FILENO);
+  ::close(ends[0]);
+}
+
+void smallFilesOnly() {
+  const rlimit limit{5000, 5000};
+  ::setrlimit(RLIMIT_FSIZE, &limit);
+}
+
+TEST(Output, ThatCannotBeWrittenIsToldAndCostsNoVote) {
+  for (const auto& [spoil, word] : {std::pair{&outputToFullDisk, "full"}, {&outputToNobody, "nobody"}}) {
+    SCOPED_TRACE(word);
+    const TempFolder folder;
+    const std::string deck = shortDeck(folder);
+    for (const std::vector<std::string>& words :
+         {std::vector<std::string>{"--help"}, {"info", "--help"}, {"info", deck}, voteWords(deck)}) {
+      const Outcome outcome = matrix(words, spoil);
+      EXPECT_EQ(outcome.code, 1) << words[0];
+      EXPECT_NE(outcome.err.find("could not be written"), std::string::npos) << words[0] << outcome.err;
+    }
+    EXPECT_EQ(stored(deck).size(), kVotes);
+  }
+}
+
+TEST(Output, AFileThatMayNotGrowIsToldLikeAFullDisk) {
+  const TempFolder folder;
+  const std::string deck = folder.sampleDeck();
+  const Outcome vote = matrix(voteWords(deck), smallFilesOnly);
+  EXPECT_EQ(vote.code, 1) << "-1: killed";
+  EXPECT_NE(vote.err.find("disk is full"), std::string::npos) << vote.err;
+  const std::vector<std::string> kept = stored(deck);
+  int told = 0;
+  for (const std::string& line : lines(vote.out)) {
+    if (line.rfind("saved ", 0) != 0)
+      continue;
+    ++told;
+    EXPECT_NE(std::find(kept.begin(), kept.end(), line.substr(6)), kept.end()) << "lost: " << line;
+  }
+  EXPECT_GT(told, 0);
+}
+
+}  // namespace
+}  // namespace qrn::test
