@@ -88,6 +88,7 @@ Neighbours::Neighbours(Kind kind) : parts_(std::make_unique<Parts>()) {
     return;
   }
   parts_->qtLoop.addPump([this] { parts_->drain(); });
+  parts_->linkOptions.arrived = [loop = &parts_->qtLoop] { loop->wake(); };
   world.loop = &parts_->qtLoop;
   world.sound = &parts_->sound;
   parts_->dialogs = std::make_unique<qt::QtDialogs>(

@@ -4,7 +4,7 @@
 #include <QElapsedTimer>
 #include <QKeyEvent>
 #include <QScreen>
-#include <QTimer>
+#include <algorithm>
 
 #include "desktop/deck_window.h"
 #include "desktop/desktop_windows.h"
@@ -25,14 +25,17 @@ namespace qrn::desktop {
 
 namespace {
 
-constexpr int kHeartbeatMs = 15;      // link, timers and pictures go on at this pace while nobody types
+constexpr int kServeMs = 15;          // while a slide picture is being made, wanted runs start at this pace
 constexpr int kPicturesWaitMs = 300;  // no picture is made this soon after a key or a click
 
 // Notes when the person last did something.
 class InputWatch : public QObject {
  public:
   InputWatch() { sinceInput_.start(); }
-  bool quietFor(int milliseconds) const { return sinceInput_.elapsed() >= milliseconds; }
+  // How long until nobody has typed or clicked for so many milliseconds.
+  std::int64_t quietIn(int milliseconds) const {
+    return std::max<std::int64_t>(0, milliseconds - sinceInput_.elapsed());
+  }
 
  protected:
   bool eventFilter(QObject*, QEvent* event) override {
@@ -58,6 +61,7 @@ struct Desktop::Parts {
   explicit Parts(DesktopHooks given);
 
   void turn();
+  std::optional<std::int64_t> idleMicroseconds() const;
   void serve();
   void makePicture();
   void run(int slide);
@@ -91,7 +95,7 @@ struct Desktop::Parts {
   std::optional<std::string> wantedDeck;
   bool running = false, leaving = false;
   bool making = false;  // a slide picture is being made; its deck must stay
-  host::Timer tmrServe{kHeartbeatMs, [this] { serve(); }};
+  host::Timer tmrServe{kServeMs, [this] { serve(); }};
 };
 
 Desktop::Parts::Parts(DesktopHooks given)
@@ -130,8 +134,20 @@ void Desktop::Parts::turn() {
     openDeck(*std::exchange(wantedDeck, std::nullopt));
   if (forms)
     forms->releaseUnloaded();
-  if (wantedRun == 0 && pictures.wanted() > 0 && watch.quietFor(kPicturesWaitMs))
+  if (wantedRun == 0 && pictures.wanted() > 0 && watch.quietIn(kPicturesWaitMs) == 0)
     makePicture();
+}
+
+// How long the loop may rest when no event comes; nothing: for ever.
+std::optional<std::int64_t> Desktop::Parts::idleMicroseconds() const {
+  if (wantedRun != 0 || wantedDeck || program.keysWait())
+    return 0;
+  std::optional<std::int64_t> idle = host::untilNextTick();
+  if (pictures.wanted() > 0) {
+    const std::int64_t quiet = 1000 * watch.quietIn(kPicturesWaitMs);
+    idle = std::min(idle.value_or(quiet), quiet);
+  }
+  return idle;
 }
 
 // Starts the run that is wanted, so that no event handler has a whole workshop on its back.
@@ -338,11 +354,9 @@ int Desktop::exec(const std::string& deckFile) {
   parts_->stack.raise(&parts_->window);
   if (!deckFile.empty())
     openDeck(deckFile);
-  QTimer heartbeat;
-  heartbeat.start(kHeartbeatMs);
   while (!parts_->leaving) {
-    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     parts_->turn();
+    host::host().loop->rest(parts_->idleMicroseconds());
   }
   parts_->window.hide();
   return 0;

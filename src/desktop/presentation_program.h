@@ -28,6 +28,7 @@ class QtPresentationProgram : public host::PresentationProgram {
   // The keys wait, as typed keys do, until the exercise that sends them has ended.
   void SendKeysToShow(std::string_view keys) override { keys_ += keys; }
 
+  bool keysWait() const { return !keys_.empty(); }
   std::string takeKeys() { return std::exchange(keys_, {}); }
 
  private:

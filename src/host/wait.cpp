@@ -55,6 +55,14 @@ void DoEvents() {
   }
 }
 
+std::optional<std::int64_t> untilNextTick() {
+  std::optional<std::int64_t> first;
+  for (const Timer* timer : timers())
+    if (timer->enabled_ && timer->interval_ > 0 && (!first || timer->due_ < *first))
+      first = timer->due_;
+  return first ? std::optional(std::max<std::int64_t>(0, *first - nowMicroseconds())) : std::nullopt;
+}
+
 bool waitUntil(const std::function<bool()>& condition, double limitSeconds) {
   const std::int64_t start = nowMicroseconds();
   while (!condition()) {

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -10,12 +11,14 @@
 namespace qrn::host {
 
 // The message loop of the running program. `yield` delivers what has arrived (keys, clicks, link texts) and
-// returns; `sleep` lets time pass without delivering anything.
+// returns; `sleep` lets time pass without delivering anything; `rest` blocks until something arrives, at most
+// for so long (nothing: for ever), and may deliver it.
 class Loop {
  public:
   virtual ~Loop() = default;
   virtual void yield() = 0;
   virtual void sleep(int milliseconds) = 0;
+  virtual void rest(std::optional<std::int64_t> /*microseconds*/) { sleep(1); }
 };
 
 // A loop with pumps: what is to be called once in every yield, in the order of adding, on the main thread.
@@ -49,6 +52,7 @@ class Timer {
 
  private:
   friend void DoEvents();
+  friend std::optional<std::int64_t> untilNextTick();
   int interval_;
   std::function<void()> tick_;
   bool enabled_ = false;
@@ -57,6 +61,9 @@ class Timer {
 
 // One yield to the message loop: delivers events, then ticks the timers that are due.
 void DoEvents();
+
+// Microseconds until the first enabled timer is due, 0 when one is overdue; nothing while none is enabled.
+std::optional<std::int64_t> untilNextTick();
 
 // Sleeps 1 ms and yields until `condition` holds. With a limit it gives up after that many seconds and
 // returns false; without one it returns true. Callers check their state again afterwards.

@@ -1,5 +1,8 @@
 #include "desktop/desktop.h"
 
+#include <QTimer>
+#include <thread>
+
 #include "desktop/window_world.h"
 #include "host/errors.h"
 #include "host/wait.h"
@@ -111,6 +114,30 @@ TEST_F(Desktop, TheDeckStaysWhileOneOfItsPicturesIsBeingMade) {
   turns(12);
   EXPECT_TRUE(tried);
   EXPECT_TRUE(desk.openDeck("other.pptx"));
+}
+
+// Another thread and a timer that is due bring the loop back, and nothing else does.
+TEST_F(Desktop, RestsUntilSomethingIsDue) {
+  int ticks = 0;
+  host::Timer timer(100, [&] { ++ticks; });
+  std::thread other;
+  std::vector<int> yields;  // so far, at each stage
+  const auto stage = [&](int milliseconds, std::function<void()> then) {
+    QTimer::singleShot(milliseconds, [&, then] {
+      yields.push_back(world.yields);
+      then();
+    });
+  };
+  stage(100, [] {});
+  stage(300, [&] { other = std::thread([&] { world.loop.wake(); }); });
+  stage(400, [&] { timer.setEnabled(true); });
+  stage(700, [&] { desk.quit(); });
+  desk.exec();
+  other.join();
+  EXPECT_LE(yields[1] - yields[0], 4) << "idle";
+  EXPECT_GE(yields[2] - yields[1], 2) << "woken";
+  EXPECT_GE(ticks, 2);
+  EXPECT_LE(yields[3], 40);
 }
 
 TEST_F(Desktop, ADeckThatCannotBeOpenedLeavesTheOneAtHand) {

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QTest>
 
+#include "adapters/qt/loop.h"
 #include "adapters/qt/text_measure.h"
 #include "support/test_host.h"
 
@@ -26,7 +27,15 @@ class WindowWorld : public TestHost {
   void yield() override {
     QCoreApplication::processEvents();
     TestHost::yield();
+    ++yields;
   }
+  void rest(std::optional<std::int64_t> microseconds) override {
+    loop.rest(microseconds);
+    clock.micros += microseconds.value_or(0);
+  }
+
+  qt::QtLoop loop;
+  int yields = 0;
 
   qt::QtTextMeasure realMeasure;
 };

@@ -90,7 +90,7 @@ void Connection::received(std::string text) {
   ready_ = true;
   const bool full = inboxBytes_ > maxQueued;
   lock.unlock();
-  changed_.notify_all();
+  tellArrival();
   if (full)
     fail("The controller sends faster than the program takes.");
 }
@@ -186,7 +186,13 @@ void Connection::fail(const std::string& reason) {
       reason_ = reason;
     lost_ = true;
   }
+  tellArrival();
+}
+
+void Connection::tellArrival() {
   changed_.notify_all();
+  if (arrived_)
+    arrived_();
 }
 
 }  // namespace qrn::link

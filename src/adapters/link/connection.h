@@ -10,6 +10,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -19,7 +20,9 @@ namespace qrn::link {
 
 class Connection : public std::enable_shared_from_this<Connection> {
  public:
-  explicit Connection(boost::asio::io_context& io) : socket_(io) {}
+  // `arrived` is called on the socket's thread after each frame and after the loss.
+  Connection(boost::asio::io_context& io, std::function<void()> arrived)
+      : socket_(io), arrived_(std::move(arrived)) {}
 
   void start(int port, const std::string& token, const std::string& instance);
   // Blocks until the controller has said hello, the connection has failed, or the time is over.
@@ -45,8 +48,10 @@ class Connection : public std::enable_shared_from_this<Connection> {
   void received(std::string text);
   void write();
   void fail(const std::string& reason);
+  void tellArrival();
 
   Socket socket_;
+  const std::function<void()> arrived_;
   boost::beast::flat_buffer buffer_;
   boost::beast::websocket::response_type response_;
   std::deque<std::string> outbox_;  // on the socket's thread

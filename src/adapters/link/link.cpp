@@ -169,7 +169,7 @@ bool WebSocketLink::Impl::connect(const Announcement& to, Clock::time_point dead
   setLostAside();
   const auto busyUntil = Clock::now() + busyPatience;
   for (;;) {
-    const auto next = std::make_shared<Connection>(io_);
+    const auto next = std::make_shared<Connection>(io_, options.arrived);
     next->start(to.port, to.token, instance_);
     if (next->waitUntilReady(left(deadline))) {
       connection = next;

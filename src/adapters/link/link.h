@@ -11,6 +11,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -28,6 +29,7 @@ struct LinkOptions {
   std::chrono::milliseconds startTimeout{5000};    // longest wait for a controller that is being started
   std::chrono::milliseconds connectTimeout{2000};  // longest wait for one that is running
   bool keepRunning = false;                        // a controller started here stays when the link goes
+  std::function<void()> arrived;  // called on the link's own thread when there is something to drain
 };
 
 // The folder where controllers of this user announce themselves: $XDG_RUNTIME_DIR/quorin, or a folder of the
@@ -52,7 +54,7 @@ class WebSocketLink : public host::ControllerLink {
   // again from inside the calls it makes.
   void drain();
 
-  std::string lastError() const override;    // why there is no link, for the log; "" when nothing went wrong
+  std::string lastError() const override;  // why there is no link, for the log; "" when nothing went wrong
   std::string joinAddress() const;  // where the page to project is, "http://192.168.1.5:7878/join"; "" before
   long controllerProcess() const;   // process id of the controller; 0 before
 

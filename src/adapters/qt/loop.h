@@ -2,6 +2,8 @@
 // paints.
 #pragma once
 
+#include <atomic>
+
 #include "host/wait.h"
 
 namespace qrn::qt {
@@ -10,6 +12,12 @@ class QtLoop : public host::PumpedLoop {
  public:
   void yield() override;
   void sleep(int milliseconds) override;
+  void rest(std::optional<std::int64_t> microseconds) override;
+  // From any thread: something waits for a pump. Ends the rest at hand, or the next one at once.
+  void wake();
+
+ private:
+  std::atomic<bool> woken_ = false;
 };
 
 }  // namespace qrn::qt

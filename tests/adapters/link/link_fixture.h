@@ -4,10 +4,12 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <condition_variable>
 #include <filesystem>
 #include <functional>
+#include <memory>
+#include <mutex>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "adapters/link/link.h"
@@ -21,6 +23,11 @@ class LinkTest : public ::testing::Test {
     folder = mkdtemp(pattern.data());
     options.announceFolder = folder;
     options.extraArguments = {"--port", "0", "--hurry", "--grace", "5"};
+    options.arrived = [shared = arrivals] {
+      const std::lock_guard<std::mutex> lock(shared->mutex);
+      ++shared->count;
+      shared->changed.notify_all();
+    };
   }
   ~LinkTest() override {
     std::error_code ignored;  // a controller that is ending may take its own files away meanwhile
@@ -31,14 +38,16 @@ class LinkTest : public ::testing::Test {
     to.FromQrnCtrl = [this](const std::string& text) { received.push_back(text); };
     to.linkLost = [this] { ++losses; };
   }
-  // Drains until `done` holds; false when it does not within three seconds.
-  static bool pump(link::WebSocketLink& of, const std::function<bool()>& done) {
+  // Drains at each arrival until `done` holds; false when it does not within three seconds.
+  bool pump(link::WebSocketLink& of, const std::function<bool()>& done) {
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(3);
     while (!done()) {
-      if (std::chrono::steady_clock::now() > end)
+      std::unique_lock<std::mutex> lock(arrivals->mutex);
+      if (!arrivals->changed.wait_until(lock, end, [this] { return arrivals->count > 0; }))
         return false;
+      arrivals->count = 0;
+      lock.unlock();
       of.drain();
-      std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
     return true;
   }
@@ -52,6 +61,12 @@ class LinkTest : public ::testing::Test {
       of.sendToController(text);
   }
 
+  struct Arrivals {
+    std::mutex mutex;
+    std::condition_variable changed;
+    int count = 0;
+  };
+  const std::shared_ptr<Arrivals> arrivals = std::make_shared<Arrivals>();  // outlives every link
   std::string folder;
   link::LinkOptions options;
   std::vector<std::string> received;
