@@ -133,6 +133,14 @@ float valueOf(const Parts& parts, std::string& note) {
   return 0;
 }
 
+// The votes behind an item's value: those of all the parts. A part that nobody voted on goes into the value
+// as it stands, but alone it makes no score.
+int countedIn(const MultiPlotRecord& settings, const RiskRecord& item, std::size_t otherSlot) {
+  int counted = settings.Assessments[kOther] ? item.counted[otherSlot] : 0;
+  for (std::size_t a = 0; a < kAssessments; ++a) counted += settings.Assessments[a] ? item.counted[a] : 0;
+  return counted;
+}
+
 // Two plots may feed on each other; the one that is being worked on is not begun again.
 class InWork {
  public:
@@ -193,6 +201,14 @@ bool isPlot(int plot) {
 
 }  // namespace
 
+bool multiPlotSetUp(int plot) {
+  if (!isPlot(plot))
+    return false;
+  const MultiPlotRecord& settings = glo.multiPlot[static_cast<std::size_t>(plot)];
+  const auto end = settings.Assessments.begin() + kOther + 1;
+  return settings.Enabled && std::find(settings.Assessments.begin(), end, true) != end;
+}
+
 void GetMultiPlotValues(int plot) {
   static std::array<bool, 2> inWork{};
   if (!isPlot(plot) || inWork[static_cast<std::size_t>(plot)])
@@ -203,8 +219,10 @@ void GetMultiPlotValues(int plot) {
                     otherSlot = kOther + 1 - static_cast<std::size_t>(plot);
   const MultiPlotRecord& settings = glo.multiPlot[static_cast<std::size_t>(plot)];
   for (int i = 0; i < glo.itemCount(); ++i) {
-    glo.risks[static_cast<std::size_t>(i)].average[slot] = 0;
-    glo.risks[static_cast<std::size_t>(i)].plotText[slot].clear();
+    RiskRecord& item = glo.risks[static_cast<std::size_t>(i)];
+    item.average[slot] = 0;
+    item.counted[slot] = 0;
+    item.plotText[slot].clear();
   }
   if (settings.Assessments[kOther])
     GetMultiPlotValues(1 - plot);
@@ -213,6 +231,7 @@ void GetMultiPlotValues(int plot) {
     const Parts parts{settings, item, settings.Assessments[kOther], item.average[otherSlot],
                       std::to_string(otherSlot)};
     item.average[slot] = valueOf(parts, item.plotText[slot]);
+    item.counted[slot] = countedIn(settings, item, otherSlot);
     item.active[slot] = true;
   }
 }

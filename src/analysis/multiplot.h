@@ -8,7 +8,11 @@ namespace qrn {
 
 enum class PlotType { cumulative = 0, highest, lowest, product, cumulativeAverage, quotient };
 
-// Values of all items into average[9 + plot], with plotText telling which part gave a highest or lowest.
+// Whether the plot is enabled and made of something.
+bool multiPlotSetUp(int plot);
+
+// Values of all items into average[9 + plot], with plotText telling which part gave a highest or lowest. An
+// item has a score there when it has one in any part.
 // Where the two plots feed on each other the second uses what the first held when it was asked for.
 void GetMultiPlotValues(int plot);
 

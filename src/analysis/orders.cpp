@@ -229,7 +229,7 @@ void computeCumulative() {
     int n = 0;
     item.cumulative = 0;
     for (std::size_t a = 0; a < kAssessments; ++a)
-      if (item.average[a] > 0) {
+      if (item.hasScore(a)) {
         item.cumulative += item.average[a];
         ++n;
       }

@@ -42,8 +42,9 @@ void reorderListBySifterSorter(bool decreasing);
 // The order of glo.listOrderCode again, after data has changed.
 void setReorderList();
 
-// Mean of the averages above 0 of each item into `cumulative`; the weighted one into `weightedCumulative`
-// (false, nothing changed, when no assessment is weighted). From the scores as they stand.
+// From the scores as they stand: the mean of the assessments that somebody voted on into `cumulative` (0 when
+// there is none), and the weighted sum into `weightedCumulative`, where a missing average goes in as the 0
+// that stands there. Without a weighted assessment that is told, nothing changes, and false comes back.
 void computeCumulative();
 bool computeWeightedCumulative();
 

@@ -10,7 +10,6 @@
 #include "core/diagnostics.h"
 #include "core/glo.h"
 #include "core/item_label.h"
-#include "store/vote_store.h"
 
 namespace qrn {
 
@@ -22,6 +21,13 @@ constexpr int kWideScale = 100, kWideStep = 25;
 
 RiskRecord& riskAt(int item) {
   return glo.risks[static_cast<std::size_t>(item)];
+}
+
+bool hasAnyScore(const RiskRecord& risk) {
+  for (std::size_t a = 0; a < kAssessments; ++a)
+    if (risk.hasScore(a))
+      return true;
+  return false;
 }
 
 bool isItem(int item) {
@@ -222,24 +228,6 @@ bool inCategoriesShown(int item) {
   return true;
 }
 
-bool hasVoteData(int item, int assessment) {
-  if (!isItem(item) || assessment < 1 || assessment > kAssessments)
-    return false;
-  if (riskAt(item).postalData[static_cast<std::size_t>(assessment - 1)])
-    return true;
-  readVoteRecords();
-  const std::string_view line = glo.voteRecords.lastLine(voteKey(item, assessment));
-  return !line.empty() && (!getField(line, 3).empty() || !getField(line, 7).empty());
-}
-
-bool hasScore(int item, int assessment) {
-  if (!hasVoteData(item, assessment))
-    return false;
-  const auto a = static_cast<std::size_t>(assessment - 1);
-  return glo.assessments[a].voteType == 3 ||
-         riskAt(item).average[a] >= static_cast<float>(glo.assessments[a].startFrom);
-}
-
 ChartScale scaleOf(const ChartForm& form) {
   if (form.name == "sifterVoteForm" || form.name == "Criteria_Master")
     return {form.formOptions, form.formStartFrom};
@@ -253,35 +241,29 @@ ChartScale scaleOf(const ChartForm& form) {
 ChartValue averageChartValue(const ChartForm& form, int item) {
   const RiskRecord& risk = riskAt(item);
   const auto a = static_cast<std::size_t>(std::clamp(form.assessment, 1, kAssessments) - 1);
-  const auto anyScore = [&] {
-    for (int one = 1; one <= kAssessments; ++one)
-      if (hasScore(item, one))
-        return true;
-    return false;
-  };
   switch (glo.averageDisplayKind) {
     case kCumulative:
     case kCumulative + 1:
-      return {anyScore(), risk.cumulative};
+      return {hasAnyScore(risk), risk.cumulative};
     case kWeightedCumulative:
     case kWeightedCumulative + 1:
-      return {anyScore(), risk.weightedCumulative};
+      return {hasAnyScore(risk), risk.weightedCumulative};
     case kMultiPlot1:
     case kMultiPlot1 + 1:
-      return {risk.active[9], risk.average[9]};
+      return {risk.hasScore(9), risk.average[9]};
     case kMultiPlot2:
     case kMultiPlot2 + 1:
-      return {risk.active[10], risk.average[10]};
+      return {risk.hasScore(10), risk.average[10]};
     case kDiversity:
     case kDiversity + 1:
-      return {hasScore(item, form.assessment), risk.diversity[a]};
+      return {risk.hasScore(a), risk.diversity[a]};
     default:
       break;
   }
   if (form.round < 1 || form.round > kRounds)
-    return {hasScore(item, form.assessment), risk.average[a]};
+    return {risk.hasScore(a), risk.average[a]};
   const RoundRecord& round = risk.rounds[a][static_cast<std::size_t>(form.round - 1)];
-  return {!round.label.empty() || round.average > 0, round.average};
+  return {round.counted > 0, round.average};
 }
 
 void AddData(ChartForm& form, long kind, int series) {

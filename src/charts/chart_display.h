@@ -65,12 +65,6 @@ ChartValue averageChartValue(const ChartForm& form, int item);
 // Identifier, ": " and the text of an item; an item without identifier gets the one its ID gives.
 std::string itemLabel(int item);
 
-// True when the records hold votes, live or postal, of the item on the assessment (1-based).
-bool hasVoteData(int item, int assessment);
-
-// True when that is so and the item's average lies on the scale: the filter may have left no vote to count.
-bool hasScore(int item, int assessment);
-
 // Scale of the form's assessment, or of the form itself where it carries one.
 struct ChartScale {
   int options = 0;

@@ -30,23 +30,6 @@ std::string assessmentName(int assessment) {
   return assessment >= 1 && assessment <= kAssessments ? glo.assessmentTitles[slotOf(assessment)] : "";
 }
 
-// Mean of the assessments voted into every item's `cumulative`.
-void setCumulative() {
-  for (int item = 0; item < glo.itemCount(); ++item) {
-    RiskRecord& risk = glo.risks[static_cast<std::size_t>(item)];
-    risk.cumulative = 0;
-    int voted = 0;
-    for (int a = 1; a <= kAssessments; ++a) {
-      if (!hasScore(item, a))
-        continue;
-      risk.cumulative += risk.average[slotOf(a)];
-      ++voted;
-    }
-    if (voted > 0)
-      risk.cumulative /= static_cast<float>(voted);
-  }
-}
-
 }  // namespace
 
 xyVoteAverageGraph::xyVoteAverageGraph() : ChartForm(kFormName) {}
@@ -85,7 +68,7 @@ void xyVoteAverageGraph::drawGraphCategories() {
 void xyVoteAverageGraph::drawGraphCategoriesCumulative() {
   trapErrors(kModule, "drawGraphCategoriesCumulative", [&] {
     GetAllScores();
-    setCumulative();
+    computeCumulative();
     glo.averageDisplayKind = kCumulative;
     glo.showCumulative = true;
     glo.showWeightedCumulative = false;

@@ -1,5 +1,5 @@
 // results: the scores of every item, as a table or as JSON.
-#include <cstdio>
+#include <iomanip>
 #include <iostream>
 #include <nlohmann/json.hpp>
 
@@ -7,6 +7,7 @@
 #include "analysis/multiplot.h"
 #include "cli/commands.h"
 #include "cli/workshop.h"
+#include "core/common.h"
 #include "core/glo.h"
 #include "store/results.h"
 
@@ -34,6 +35,12 @@ Json assessmentJson(std::size_t a) {
   return json;
 }
 
+Json numbersJson(const std::array<std::optional<float>, kSlots>& numbers) {
+  Json json = Json::array();
+  for (const std::optional<float>& number : numbers) json.push_back(number ? Json(*number) : Json());
+  return json;
+}
+
 Json itemJson(const ItemResult& item) {
   Json json;
   json["identifier"] = item.identifier;
@@ -41,9 +48,9 @@ Json itemJson(const ItemResult& item) {
   json["sortKey"] = item.sortKey;
   json["text"] = item.text;
   json["voting"] = item.voting;
-  json["average"] = item.average;
-  json["standardDeviation"] = item.standardDeviation;
-  json["diversity"] = item.diversity;
+  json["average"] = numbersJson(item.average);
+  json["standardDeviation"] = numbersJson(item.standardDeviation);
+  json["diversity"] = numbersJson(item.diversity);
   json["participants"] = item.participants;
   json["abstains"] = item.abstains;
   return json;
@@ -64,33 +71,56 @@ void printJson(int slide, const std::vector<ItemResult>& items) {
   std::cout << json.dump(1, ' ', false, Json::error_handler_t::replace) << "\n";
 }
 
+std::size_t slotOfPlot(std::size_t plot) {
+  return kAssessments + plot;
+}
+
 void addMultiPlots(std::vector<ItemResult>& items) {
   for (std::size_t plot = 0; plot < glo.multiPlot.size(); ++plot) {
-    if (!glo.multiPlot[plot].Enabled)
+    if (!multiPlotSetUp(static_cast<int>(plot)))
       continue;
     GetMultiPlotValues(static_cast<int>(plot));
-    const std::size_t slot = kAssessments + plot;
-    for (std::size_t i = 0; i < items.size(); ++i) items[i].average[slot] = glo.risks[i].average[slot];
+    const std::size_t slot = slotOfPlot(plot);
+    for (std::size_t i = 0; i < items.size(); ++i)
+      if (glo.risks[i].hasScore(slot))
+        items[i].average[slot] = glo.risks[i].average[slot];
   }
+}
+
+// A figure of the table; "-" where there is none.
+std::string figure(const std::optional<float>& number, double unit = 1) {
+  return number ? formatPlaces(static_cast<double>(*number) * unit, 2) + (unit == 1 ? "" : "%") : "-";
+}
+
+void printAssessment(std::size_t a, const std::vector<ItemResult>& items) {
+  std::cout << "\nAssessment " << a + 1 << ": " << glo.assessmentTitles[a]
+            << "\n average  deviation  diversity  participants  abstains  item\n";
+  for (const ItemResult& item : items)
+    std::cout << std::setw(8) << figure(item.average[a]) << std::setw(11) << figure(item.standardDeviation[a])
+              << std::setw(11) << figure(item.diversity[a], 100) << std::setw(14) << item.participants[a]
+              << std::setw(10) << item.abstains[a] << "  " << item.identifier << ": " << item.text << "\n";
+}
+
+void printMultiPlot(std::size_t plot, const std::vector<ItemResult>& items) {
+  std::cout << "\nMultiPlot " << plot + 1;
+  if (!multiPlotSetUp(static_cast<int>(plot))) {
+    std::cout << " is not set up\n";
+    return;
+  }
+  std::cout << ": " << multiPlotName(static_cast<int>(plot)) << "\n average  item\n";
+  for (const ItemResult& item : items)
+    std::cout << std::setw(8) << figure(item.average[slotOfPlot(plot)]) << "  " << item.identifier << ": "
+              << item.text << "\n";
 }
 
 void printTable(const std::vector<ItemResult>& items) {
   std::cout << glo.listTitle << "\n";
   if (const std::string filter = filterCaption(false); !filter.empty())
     std::cout << filter << "\n";
-  for (std::size_t a = 0; a < kAssessments; ++a) {
-    if (!glo.assessmentInfo[a].active)
-      continue;
-    std::cout << "\nAssessment " << a + 1 << ": " << glo.assessmentTitles[a]
-              << "\n average  deviation  diversity  participants  abstains  item\n";
-    for (const ItemResult& item : items) {
-      char numbers[96];
-      std::snprintf(numbers, sizeof numbers, "%8.2f  %9.2f  %8.2f%%  %12d  %8d  ",
-                    static_cast<double>(item.average[a]), static_cast<double>(item.standardDeviation[a]),
-                    static_cast<double>(item.diversity[a]) * 100, item.participants[a], item.abstains[a]);
-      std::cout << numbers << item.identifier << ": " << item.text << "\n";
-    }
-  }
+  for (std::size_t a = 0; a < kAssessments; ++a)
+    if (glo.assessmentInfo[a].active)
+      printAssessment(a, items);
+  for (std::size_t plot = 0; plot < glo.multiPlot.size(); ++plot) printMultiPlot(plot, items);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -38,6 +39,7 @@ struct LayoutRect {
 struct RoundRecord {
   std::string label;
   float average = 0;
+  int counted = 0;  // votes that the average is made of
   bool operator==(const RoundRecord&) const = default;
 };
 
@@ -72,6 +74,7 @@ struct RiskRecord {
   int ID = 0;
   std::int32_t sifterScore = 0;
   std::array<float, kSlots> average{};
+  std::array<int, kSlots> counted{};  // votes that each average is made of; whoever sets one sets the other
   RoundTable rounds;
   std::array<std::string, kSlots> plotText{};
   std::array<float, kSlots> standardDeviation{};
@@ -91,6 +94,9 @@ struct RiskRecord {
   bool newItem = false;
   std::string identifier;
   bool operator==(const RiskRecord&) const = default;
+
+  // Whether anybody's vote counted in `slot` (0 to 10). Where nobody's did, the average is 0 and no score.
+  bool hasScore(std::size_t slot) const { return counted[slot] > 0; }
 };
 
 struct AssessmentRecord {

@@ -7,6 +7,7 @@
 #include "charts/chart_display.h"
 #include "core/common.h"
 #include "core/glo.h"
+#include "store/all_scores.h"
 
 namespace qrn {
 
@@ -131,14 +132,13 @@ std::vector<PlottedItem> ItemPlotter::takePlotted() {
   return std::move(items_);
 }
 
-// Each miss is told, in the order met; computed values always have data.
+// Each miss is told, in the order met; the message does not name computed values.
 bool ItemPlotter::hasData(int risk, int pair) {
   bool complete = true;
   for (const int assessment : {verticalOf(request_, pair), horizontalOf(request_, pair)}) {
-    if (assessment >= kMultiPlotSlot || hasVoteData(risk, assessment))
-      continue;
-    dataMessage_ += "\r\n" + riskAt(risk).text + ", assessment " + std::to_string(assessment);
-    complete = false;
+    if (assessment < kMultiPlotSlot)
+      tellIfMissing(dataMessage_, riskAt(risk), assessment);
+    complete = complete && riskAt(risk).hasScore(slotOf(assessment));
   }
   return complete;
 }

@@ -26,17 +26,15 @@ std::vector<int> allItems() {
   return items;
 }
 
-// A scalar item without votes has no score; the averages of other kinds are made elsewhere and stay.
-void clearScore(RiskRecord& item, std::size_t a) {
-  if (glo.assessments[a].voteType == 1)
-    item.average[a] = item.standardDeviation[a] = item.diversity[a] = 0;
-}
-
 void storeScore(int risk, std::size_t a, const RecordScore& score) {
   RiskRecord& item = glo.risks[static_cast<std::size_t>(risk)];
+  const bool scalar = glo.assessments[a].voteType == 1, hasRecord = score.live || score.postal;
   item.active[a] = item.active[a] || score.live;
-  if (glo.assessments[a].voteType != 1) {
-    item.average[a] = item.standardDeviation[a] = item.diversity[a] = 0;
+  item.postalData[a] = score.postal;
+  if (!scalar && !hasRecord)
+    return;  // an average of another kind is made elsewhere and stays
+  if (!scalar || !hasRecord) {
+    clearScore(item, a);
     return;
   }
   if (score.average != 0)
@@ -54,6 +52,11 @@ const DemographicInfo* defaultQuestion() {
 
 }  // namespace
 
+void tellIfMissing(std::string& message, const RiskRecord& item, int assessment) {
+  if (!item.hasScore(static_cast<std::size_t>(assessment - 1)))
+    message += "\r\n" + item.text + ", assessment " + std::to_string(assessment);
+}
+
 std::vector<RecordScore> refreshScores(int assessment) {
   std::vector<RecordScore> scores;
   if (assessment < 1 || assessment > kAssessments)
@@ -65,18 +68,12 @@ std::vector<RecordScore> refreshScores(int assessment) {
     const std::optional<std::vector<int>> mask = currentMask();
     scores = scoreRecords(assessment, allItems(), mask ? &*mask : nullptr);
     for (std::size_t i = 0; i < scores.size(); ++i) {
-      RiskRecord& item = glo.risks[i];
-      item.postalData[a] = scores[i].postal;
-      if (!scores[i].live && !scores[i].postal) {
-        glo.dataMessage += "\r\n" + item.text + ", assessment " + std::to_string(assessment);
-        clearScore(item, a);
-        continue;
-      }
       try {
         storeScore(static_cast<int>(i), a, scores[i]);
       } catch (const std::exception&) {
         failure = std::current_exception();  // told once, not once an item
       }
+      tellIfMissing(glo.dataMessage, glo.risks[i], assessment);
     }
     if (failure)
       std::rethrow_exception(failure);

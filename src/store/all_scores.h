@@ -6,15 +6,19 @@
 #include <string>
 #include <vector>
 
+#include "core/records.h"
 #include "store/record_statistics.h"
 
 namespace qrn {
 
 // Refreshes average, standard deviation, diversity, `active` and `postalData` of every item on `assessment`
-// (1 to 9) under the filter in force, and starts glo.dataMessage anew with the items that have no data. The
+// (1 to 9) under the filter in force, and starts glo.dataMessage anew with the items that have no score. The
 // list's order and the votes in memory stay as they are. The scores come back as they were found, one per
 // item (none for an assessment outside 1 to 9).
 std::vector<RecordScore> refreshScores(int assessment);
+
+// Adds a line to `message` (which begins as kDataMessage) when `item` has no score on `assessment` (1 to 9).
+void tellIfMissing(std::string& message, const RiskRecord& item, int assessment);
 
 // Refreshes every assessment of the running order, and the sifter/sorter scores. The list's order stays.
 void GetAllScores();

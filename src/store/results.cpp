@@ -21,9 +21,15 @@ ItemResult resultOf(RiskRecord& item) {
   result.id = item.ID;
   result.sortKey = item.sortKey;
   result.voting = item.voting;
-  result.average = item.average;
-  result.standardDeviation = item.standardDeviation;
-  result.diversity = item.diversity;
+  for (std::size_t slot = 0; slot < kSlots; ++slot) {
+    if (!item.hasScore(slot))
+      continue;
+    result.average[slot] = item.average[slot];
+    if (slot >= kAssessments)
+      continue;  // a multi-plot has an average alone
+    result.standardDeviation[slot] = item.standardDeviation[slot];
+    result.diversity[slot] = item.diversity[slot];
+  }
   return result;
 }
 

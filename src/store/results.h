@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,7 +14,8 @@ struct ItemResult {
   std::string identifier, text;
   int id = 0, sortKey = 0;
   bool voting = false;
-  std::array<float, kSlots> average{}, standardDeviation{}, diversity{};
+  std::array<std::optional<float>, kSlots> average{}, standardDeviation{},
+      diversity{};                               // none without a score
   std::array<int, kAssessments> participants{};  // votes counted, live and postal by the exercise's choice
   std::array<int, kAssessments> abstains{};      // 0 where abstaining is not allowed
 };

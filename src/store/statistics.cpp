@@ -87,7 +87,7 @@ StatsTarget SetStats(int risk, int assessment, const std::string& form, int roun
     RiskRecord& item = glo.risks[static_cast<std::size_t>(target.risk)];
     const std::size_t a = static_cast<std::size_t>(target.assessment);
     if (round == -1 && glo.assessments[a].voteType != 1) {
-      item.average[a] = item.standardDeviation[a] = item.diversity[a] = 0;
+      clearScore(item, a);
       return;
     }
     const std::vector<float> votes = countedVotes();
@@ -97,15 +97,22 @@ StatsTarget SetStats(int risk, int assessment, const std::string& form, int roun
     if (round == -1)
       setCurrentResult(target, votes, average);
     else
-      item.rounds[a][static_cast<std::size_t>(round)] = {votes.empty() ? "" : label, average};
+      item.rounds[a][static_cast<std::size_t>(round)] = {votes.empty() ? "" : label, average,
+                                                         static_cast<int>(votes.size())};
   });
   return target;
+}
+
+void clearScore(RiskRecord& item, std::size_t a) {
+  item.average[a] = item.standardDeviation[a] = item.diversity[a] = 0;
+  item.counted[a] = 0;
 }
 
 void storeStatistics(int risk, int assessment, int participants, float average, float squares) {
   RiskRecord& item = glo.risks[static_cast<std::size_t>(risk)];
   const std::size_t a = static_cast<std::size_t>(assessment);
   item.average[a] = average;
+  item.counted[a] = participants;
   if (average == 0) {
     item.standardDeviation[a] = 0;
     return;

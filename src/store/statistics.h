@@ -1,8 +1,11 @@
 // Average, standard deviation and diversity of one item on one assessment, from the votes in memory.
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <string>
+
+#include "core/records.h"
 
 namespace qrn {
 
@@ -26,8 +29,12 @@ struct StatsTarget {
 StatsTarget SetStats(int risk, int assessment, const std::string& form = "", int round = -1,
                      const std::string& label = "");
 
-// The last steps of SetStats for the current result: stores the average, and from the added-up squares of the
-// differences the deviation and the diversity. Throws HostError 11 on a scale of one point.
+// Nobody has scored `item` in slot `a`.
+void clearScore(RiskRecord& item, std::size_t a);
+
+// The last steps of SetStats for the current result: stores the average and the number of votes it is made
+// of, and from the added-up squares of the differences the deviation and the diversity. Throws HostError 11
+// on a scale of one point.
 void storeStatistics(int risk, int assessment, int participants, float average, float squares);
 
 // Scale labels of assessment `a` (0 to 8) without the spare one, less 1; 0 for other slots.

@@ -1,6 +1,6 @@
 #include "analysis/orders.h"
 
-#include <random>
+#include <tuple>
 
 #include "analysis/multiplot.h"
 #include "core/glo.h"
@@ -98,15 +98,16 @@ TEST_F(OrderTest, CumulativeIsTheMeanOfTheScoresThereAre) {
   items(4);
   vote(1, {5, 1, 4, 2});
   vote(2, {1, 3, -1, 2});
-  vote(3, {0, -1, -1, 2});
+  vote(3, {0, -1, -1, 5});
   reorderListCumulativeDecreasing();
-  EXPECT_EQ(order(), (Order{3, 1, 2, 4}));
+  EXPECT_EQ(order(), (Order{3, 4, 1, 2}));
   EXPECT_EQ(glo.listOrderCode, order::cumulativeDescending);
-  EXPECT_EQ(glo.risks[0].cumulative, 4);
-  EXPECT_EQ(glo.risks[1].cumulative, 3);  // a score of 0 does not pull it down
+  EXPECT_EQ(glo.risks[0].cumulative, 4);  // nobody voted on the second: it does not pull the mean down
+  EXPECT_EQ(glo.risks[1].cumulative, 3);
+  EXPECT_EQ(glo.risks[2].cumulative, 2);  // an average of 0 is a score
   EXPECT_EQ(glo.dataMessage, "");
   reorderListCumulativeIncreasing();
-  EXPECT_EQ(order(), (Order{2, 4, 1, 3}));
+  EXPECT_EQ(order(), (Order{1, 2, 4, 3}));
 }
 
 TEST_F(OrderTest, WeightedOrdersNeedAWeight) {
@@ -246,6 +247,32 @@ TEST_F(MultiPlotTest, ValuesByKind) {
     EXPECT_EQ(item().plotText[10], c.note);
     EXPECT_TRUE(item().active[10]);
   }
+}
+
+// A value that comes from no vote at all is no score, whatever number the formula gives.
+TEST_F(MultiPlotTest, AScoreNeedsAVotedPart) {
+  for (const auto& [first, other, scored] : {std::tuple{0, 0, false}, {3, 0, true}, {0, 2, true}}) {
+    plot(1).Assessments[0] = plot(1).Assessments[1] = plot(1).Assessments[9] = true;
+    plot(0).Assessments[8] = true;
+    item().counted[0] = first;
+    item().counted[2] = 5;  // takes no part
+    item().counted[8] = other;
+    GetMultiPlotValues(1);
+    EXPECT_EQ(item().hasScore(10), scored);
+    EXPECT_EQ(item().hasScore(9), other > 0);
+  }
+}
+
+TEST_F(MultiPlotTest, IsSetUpWhenEnabledAndMadeOfSomething) {
+  EXPECT_FALSE(multiPlotSetUp(0));
+  plot(0).Enabled = true;
+  plot(0).Assessments[10] = true;  // stands for nothing
+  EXPECT_FALSE(multiPlotSetUp(0));
+  plot(0).Assessments[9] = true;
+  EXPECT_TRUE(multiPlotSetUp(0));
+  plot(0).Enabled = false;
+  EXPECT_FALSE(multiPlotSetUp(0));
+  EXPECT_FALSE(multiPlotSetUp(2));
 }
 
 TEST_F(MultiPlotTest, PlotsThatFeedOnEachOtherComeToAnEnd) {

@@ -60,6 +60,34 @@ TEST_F(AverageGraph, CumulativeIsTheMeanOfTheAssessmentsVoted) {
   EXPECT_FALSE(glo.showCumulative);
 }
 
+// On a scale from 0 an average of 0 is a score like any other, and a record without a counted vote is none.
+TEST_F(AverageGraph, WhatNobodyVotedOnIsNoScore) {
+  for (int a = 1; a <= 3; ++a) addScale(a, "Name" + std::to_string(a), 5, 0);
+  glo.multiPlot[0].Assessments[1] = glo.multiPlot[0].Assessments[2] = true;
+  vote(0, 1, "0;0;X;");
+  vote(0, 2, "3;");
+  vote(1, 1, "X;-;");
+  vote(1, 2, "4;");
+  xyVoteAverageGraph& form = draw();
+  EXPECT_EQ(captions(form.surface(), "barValue"), Texts{"0.00"});
+  EXPECT_EQ(form.infoText,
+            "Data not found for these items: \r\nitem 1, assessment 1\r\nitem 2, assessment 1");
+  form.drawGraphDiversity();
+  EXPECT_EQ(form.List1.size(), 1U);
+  form.drawGraphCategoriesCumulative();
+  EXPECT_EQ(values(form), (std::vector<double>{5.0F / 3, 4}));  // 0, 3 and 2; 4 alone
+  form.drawGraph(10, 0);
+  EXPECT_EQ(values(form), (std::vector<double>{5, 4}));
+  // The filter leaves nobody: nothing to show, and it is said.
+  glo.demographicQuestions = {{1, 1, "", "", "d,t,2;2;2;", 1, true, {{1, "Sales", true}}}};
+  glo.demographicFilterOn = true;
+  form.drawGraph(1, 0);
+  EXPECT_TRUE(form.List1.empty());
+  EXPECT_NE(form.infoText.find("item 0, assessment 1"), std::string::npos);
+  form.drawGraphCategoriesCumulative();
+  EXPECT_TRUE(form.List1.empty());
+}
+
 TEST_F(AverageGraph, WeightedCumulativeTakesMissingAveragesAsTheyStand) {
   for (std::size_t a : {0, 1, 2}) {
     glo.assessmentInfo[a].weightingOn = true;
@@ -88,7 +116,7 @@ TEST_F(AverageGraph, OtherKindsHaveTheirOwnScaleAndTitle) {
   glo.assessmentTitles[10] = "Exposure";
   xyVoteAverageGraph& form = draw(11);
   EXPECT_EQ(captions(form.surface(), "header"), Texts{"Exposure"});
-  EXPECT_EQ(captions(form.surface(), "barValue"), (Texts{"4.50", "2.00", "0.00"}));
+  EXPECT_EQ(captions(form.surface(), "barValue"), (Texts{"4.50", "2.00"}));
   form.drawGraphDiversity();
   EXPECT_EQ(captions(form.surface(), "barValue"), (Texts{"25.00%", "0.00%"}));
   EXPECT_EQ(form.chart.Axis.Left.Maximum, 1);
@@ -96,11 +124,12 @@ TEST_F(AverageGraph, OtherKindsHaveTheirOwnScaleAndTitle) {
 }
 
 TEST_F(AverageGraph, AStoredRoundShowsWhatWasStored) {
-  glo.risks[1].rounds[0][2] = {"before lunch", 3.5F};
+  glo.risks[0].rounds[0][2] = {"", 0, 1};
+  glo.risks[1].rounds[0][2] = {"before lunch", 3.5F, 2};
   xyVoteAverageGraph& form = draw();
   form.drawGraph(1, 3);
-  EXPECT_EQ(captions(form.surface(), "barValue"), Texts{"3.50"});
-  EXPECT_EQ(form.List1[0].text, "B: item 1");
+  EXPECT_EQ(captions(form.surface(), "barValue"), (Texts{"0.00", "3.50"}));
+  EXPECT_EQ(form.List1[1].text, "B: item 1");
 }
 
 TEST_F(AverageGraph, CategoryLabelNamesTheSelectedOnes) {

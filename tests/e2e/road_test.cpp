@@ -121,6 +121,36 @@ TEST_F(Road, VotesEveryItemAndResultsAndGraphsFollowFromTheRecords) {
   }
 }
 
+TEST_F(Road, AScoreThatNobodyGaveIsNone) {
+  const std::string deck = folder.sampleDeck();
+  const auto resultsNow = [&] {
+    return Json::parse(matrix({"results", deck, "--slide", kSlide, "--json"}).out);
+  };
+  const auto keyOf = [](const Json& item) {
+    return "," + std::to_string(item["sortKey"].get<int>()) + "C1\r\n";
+  };
+  Json items = resultsNow()["items"];
+  writeFile(folder.file("votes"), "d,t,X;-;" + keyOf(items[0]) + "d,t,4;X;" + keyOf(items[1]));
+  ASSERT_EQ(
+      matrix({"tags", deck, "--slide", kSlide, "--set", "QRNVOTES", "--from", folder.file("votes")}).code, 0);
+  const Json json = resultsNow();
+  items = json["items"];
+  for (const char* figure : {"average", "standardDeviation", "diversity"}) {
+    ASSERT_EQ(items[0][figure].size(), 11U);
+    EXPECT_TRUE(items[0][figure][0].is_null()) << figure;
+    EXPECT_TRUE(items[1][figure][0].is_number()) << figure;
+    EXPECT_TRUE(items[1][figure][9].is_null()) << figure;
+  }
+  EXPECT_EQ(items[1]["average"][0], 4);
+  const std::string missing = json["dataMessage"];
+  EXPECT_NE(missing.find(items[0]["text"].get<std::string>() + ", assessment 1"), std::string::npos);
+  EXPECT_EQ(missing.find(items[1]["text"].get<std::string>() + ", assessment 1"), std::string::npos);
+  const std::vector<std::string> table = lines(matrix({"results", deck, "--slide", kSlide}).out);
+  EXPECT_EQ(table[4].substr(0, 30), "       -          -          -");
+  EXPECT_EQ(table[5].substr(0, 30), "    4.00       0.00      0.00%");
+  EXPECT_EQ(table.back(), "MultiPlot 2 is not set up");
+}
+
 TEST_F(Road, EveryVoteThatWasToldAsSavedSurvivesAKill) {
   const std::string deck = folder.sampleDeck();
   std::set<std::string> told;

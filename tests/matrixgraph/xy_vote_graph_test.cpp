@@ -138,8 +138,10 @@ TEST_F(MatrixGraph, PairsAreJoinedByLinesFromCentreToCentre) {
 }
 
 TEST_F(MatrixGraph, TellsWhichDataIsMissingInTheOrderMet) {
-  vote(1, 1, "3;");
+  addScale(1, "Name1", 5, 0);
+  vote(1, 1, "0;");
   vote(1, 2, "3;");
+  vote(2, 1, "X;-;");  // a record in which nobody counts, on a scale where 0 is a score
   vote(2, 2, "3;");
   xyVoteGraph& form = draw(kOnePair);
   EXPECT_EQ(glo.dataMessage,

@@ -25,16 +25,16 @@ TEST_F(StatisticsTest, FiguresOfOneVote) {
     std::vector<int> postal;
     int mode;
     float average, deviation, diversity;
-    int abstains;
+    int abstains, counted;
   };
   const Case cases[] = {
-      {{"1", "1", "5"}, {}, 0, 7.0F / 3, 1.8856F, 0.9428F, 0},
-      {{"3", "3"}, {5, 5}, 0, 3, 0, 0, 0},
-      {{"3", "3"}, {5, 5, -2}, 1, 5, 0, 0, 0},
-      {{"3", "-2"}, {5, -100}, 2, 4, 1, 0.5F, 1},
-      {{"10", "0", "-2", "-100", "-1"}, {}, 0, 5, 5, 2.5F, 1},
-      {{"-100", "-100"}, {}, 0, 0, 0, 7, -1},  // nothing counts: diversity and abstains stay as they were
-      {{"0", "0", "-2"}, {}, 0, 0, 0, 7, -1},
+      {{"1", "1", "5"}, {}, 0, 7.0F / 3, 1.8856F, 0.9428F, 0, 3},
+      {{"3", "3"}, {5, 5}, 0, 3, 0, 0, 0, 2},
+      {{"3", "3", "4"}, {5, 5, -2}, 1, 5, 0, 0, 0, 2},
+      {{"3", "-2"}, {5, -100}, 2, 4, 1, 0.5F, 1, 2},
+      {{"10", "0", "-2", "-100", "-1"}, {}, 0, 5, 5, 2.5F, 1, 2},
+      {{"-100", "-100"}, {}, 0, 0, 0, 7, -1, 0},  // nothing counts: diversity and abstains stay as they were
+      {{"0", "0", "-2"}, {}, 0, 0, 0, 7, -1, 2},
   };
   glo.opt_abstain = true;
   for (const Case& c : cases) {
@@ -50,13 +50,14 @@ TEST_F(StatisticsTest, FiguresOfOneVote) {
     EXPECT_NEAR(item().standardDeviation[0], c.deviation, 5e-5);
     EXPECT_NEAR(item().diversity[0], c.diversity, 5e-5);
     EXPECT_EQ(glo.abstainCount, c.abstains);
+    EXPECT_EQ(item().counted[0], c.counted);
   }
 }
 
 TEST_F(StatisticsTest, ARoundKeepsItsAverageAndLabelAlone) {
   setVotes({"2", "4"});
   SetStats(0, 3, "", 2, "before lunch");
-  EXPECT_EQ(item().rounds[3][2], (RoundRecord{"before lunch", 3}));
+  EXPECT_EQ(item().rounds[3][2], (RoundRecord{"before lunch", 3, 2}));
   EXPECT_EQ(item().average[3], 0);
   setVotes({"-100"});
   SetStats(0, 3, "", 2, "after lunch");
@@ -66,9 +67,11 @@ TEST_F(StatisticsTest, ARoundKeepsItsAverageAndLabelAlone) {
 TEST_F(StatisticsTest, OtherVoteTypesScoreNothing) {
   glo.assessments[0].voteType = 3;
   item().average[0] = item().standardDeviation[0] = item().diversity[0] = 7;
+  item().counted[0] = 7;
   setVotes({"2", "4"});
   SetStats(0, 0);
   EXPECT_EQ(item().average[0] + item().standardDeviation[0] + item().diversity[0], 0);
+  EXPECT_FALSE(item().hasScore(0));
 }
 
 TEST_F(StatisticsTest, TheRunningFormNamesItemAndAssessment) {
@@ -151,9 +154,11 @@ TEST_F(StatisticsTest, ScoresFromTheBytesAreThoseOfLoadVotesAndSetStats) {
       EXPECT_EQ(scores[at].postal, postal);
       if (!live && !postal) {
         EXPECT_EQ(direct[at].average[0], 0);
+        EXPECT_FALSE(direct[at].hasScore(0));
         continue;
       }
       SetStats(i, 0);
+      EXPECT_EQ(direct[at].counted[0], glo.risks[at].counted[0]) << text;
       // Bit for bit: no tolerance.
       EXPECT_EQ(direct[at].average[0], glo.risks[at].average[0]) << text;
       EXPECT_EQ(direct[at].standardDeviation[0], glo.risks[at].standardDeviation[0]) << text;
@@ -183,6 +188,7 @@ TEST_F(StatisticsTest, RefreshingListsWhatIsMissingAndKeepsTheVotesInMemory) {
   store("d,t,3;5;,7C1\r\n");
   setVotes({"1", "2"});
   item().average[0] = 4;
+  item().counted[0] = item().counted[1] = 2;
   glo.risks[1].active[0] = false;
   glo.assessmentInfo[1].active = true;
   glo.assessments[1].voteType = 3;
@@ -190,6 +196,7 @@ TEST_F(StatisticsTest, RefreshingListsWhatIsMissingAndKeepsTheVotesInMemory) {
   GetAllScores();
   EXPECT_EQ(item().average[0], 0);
   EXPECT_EQ(item().average[1], 55);
+  EXPECT_TRUE(item().hasScore(1));
   EXPECT_EQ(glo.risks[1].average[0], 4);
   EXPECT_TRUE(glo.risks[1].active[0]);
   EXPECT_EQ(firstVotes(2), (std::vector<std::string>{"1", "2"}));
@@ -209,12 +216,15 @@ TEST_F(StatisticsTest, ATableOfResults) {
   EXPECT_EQ(table[0].participants[0], 2);
   EXPECT_EQ(table[0].abstains[0], 1);
   EXPECT_EQ(table[1].participants[0], 0);
+  EXPECT_EQ(table[1].average[0], std::nullopt);  // only abstained
+  EXPECT_EQ(table[1].standardDeviation[0], std::nullopt);
+  EXPECT_EQ(table[1].diversity[0], std::nullopt);
   EXPECT_EQ(table[1].abstains[0], 2);
   EXPECT_EQ(table[1].participants[3], 3);
-  EXPECT_EQ(table[1].average[3], 0);  // not in the running order
+  EXPECT_EQ(table[1].average[3], std::nullopt);  // not in the running order
   EXPECT_EQ(glo.dataMessage,
-            "Data not found for these items: \r\nitem 12, assessment 2\r\nitem 7, assessment 2"
-            "\r\nitem 12, assessment 3\r\nitem 7, assessment 3");
+            "Data not found for these items: \r\nitem 7, assessment 1\r\nitem 12, assessment 2"
+            "\r\nitem 7, assessment 2\r\nitem 12, assessment 3\r\nitem 7, assessment 3");
 }
 
 TEST_F(StatisticsTest, OneScorePerGroupOfTheDefaultQuestion) {
