@@ -2,11 +2,13 @@
 #include <algorithm>
 #include <iostream>
 
+#include "analysis/multiplot.h"
 #include "charts/xy_vote_average_graph.h"
 #include "cli/commands.h"
 #include "cli/geometry.h"
 #include "cli/workshop.h"
 #include "core/glo.h"
+#include "host/errors.h"
 #include "host/forms.h"
 #include "host/host.h"
 #include "host/system.h"
@@ -32,6 +34,17 @@ void checkEnding(const std::string& file) {
     throw UsageError("--out takes a file that ends in .png, .jpg or .svg, not " + file);
 }
 
+// A multi-plot has no values before it is made of something.
+void checkMultiPlots(const GraphArguments& arguments) {
+  const std::vector<int> shown =
+      arguments.kind == "average" ? std::vector<int>{arguments.assessment} : arguments.pairs;
+  for (const int value : shown)
+    if (value >= kMultiPlotSlot && value <= kSlots && !multiPlotSetUp(value - kMultiPlotSlot))
+      throw HostError(Fault::badData, 5,
+                      "MultiPlot " + std::to_string(value - kMultiPlotSlot + 1) +
+                          " is not set up: there is nothing to draw");
+}
+
 // True when a bar or an item stands inside the picture.
 bool showsScores(const host::Surface& surface) {
   return std::any_of(surface.elements().begin(), surface.elements().end(), [&](const host::Element& element) {
@@ -48,6 +61,7 @@ void runGraph(const GraphArguments& arguments, const CliHooks& hooks) {
   const PlotRequest request = plotRequest(arguments.pairs);
   Workshop workshop(arguments.deck, Access::read, hooks);
   workshop.loadExercise(arguments.slide);
+  checkMultiPlots(arguments);
   registerGraphForms();
   const host::Surface& surface =
       arguments.kind == "average"
