@@ -8,6 +8,7 @@
 #include <array>
 
 #include "adapters/deck/text.h"
+#include "adapters/deck/zip_source.h"
 
 namespace qrn::deck {
 

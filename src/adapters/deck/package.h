@@ -14,27 +14,6 @@
 
 namespace qrn::deck {
 
-// Reads the deck from one open file and lets libzip write the changed deck to another. libzip owns it.
-class ZipSource {
- public:
-  // Both files must stay open as long as the source lives; `out` may be -1 for reading only.
-  static zip_source_t* make(int in, int out);
-
- private:
-  ZipSource(int in, int out) : in_(in), out_(out) {}
-  static zip_int64_t call(void* self, void* data, zip_uint64_t length, zip_source_cmd_t command);
-  zip_int64_t run(void* data, zip_uint64_t length, zip_source_cmd_t command);
-  zip_int64_t read(void* data, zip_uint64_t length);
-  zip_int64_t write(const void* data, zip_uint64_t length);
-  zip_int64_t seek(std::uint64_t& place, std::uint64_t size, void* data, zip_uint64_t length);
-  zip_int64_t status(void* data, zip_uint64_t length);
-  std::uint64_t sizeOf(int fd) const;
-
-  int in_, out_;
-  std::uint64_t place_ = 0, outPlace_ = 0, outSize_ = 0;
-  zip_error_t error_{};
-};
-
 struct Entry {
   std::string name;
   std::uint32_t crc = 0;

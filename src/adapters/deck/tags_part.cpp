@@ -197,6 +197,10 @@ void writeTags(Parts& parts, const std::string& owner, const std::vector<Tag>& t
 std::vector<Tag> splitLongValues(const std::vector<Tag>& tags) {
   std::vector<Tag> pieces;
   for (const Tag& tag : tags) {
+    if (escapedLength(tag.value) <= kPieceLimit) {
+      pieces.push_back(tag);
+      continue;
+    }
     std::string_view rest = tag.value;
     int number = 1;
     do {

@@ -81,7 +81,7 @@ std::size_t cleanPrefix(std::string_view text) {
   return at;
 }
 
-std::string_view escapeOf(char c, bool attribute) {
+constexpr std::string_view escapeOf(char c, bool attribute) {
   switch (c) {
     case '&':
       return "&amp;";
@@ -102,17 +102,31 @@ std::string_view escapeOf(char c, bool attribute) {
   }
 }
 
+// Bytes that each character takes in an attribute.
+constexpr std::array<unsigned char, 256> kEscapedLengths = [] {
+  std::array<unsigned char, 256> lengths{};
+  for (std::size_t c = 0; c < lengths.size(); ++c)
+    lengths[c] =
+        static_cast<unsigned char>(std::max<std::size_t>(1, escapeOf(static_cast<char>(c), true).size()));
+  return lengths;
+}();
+
+std::size_t lengthOf(char c) {
+  return kEscapedLengths[static_cast<unsigned char>(c)];
+}
+
 std::string escaped(std::string_view text, bool attribute) {
   std::string out;
-  out.reserve(text.size() + text.size() / 8);
-  for (const char c : text) {
-    const std::string_view escape = escapeOf(c, attribute);
+  out.reserve(attribute ? escapedLength(text) : text.size());
+  std::size_t plain = 0;
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    const std::string_view escape = lengthOf(text[at]) == 1 ? "" : escapeOf(text[at], attribute);
     if (escape.empty())
-      out.push_back(c);
-    else
-      out.append(escape);
+      continue;
+    out.append(text.substr(plain, at - plain)).append(escape);
+    plain = at + 1;
   }
-  return out;
+  return out.append(text.substr(plain));
 }
 
 }  // namespace
@@ -152,7 +166,7 @@ std::string escapeText(std::string_view text) {
 
 std::size_t escapedLength(std::string_view text) {
   std::size_t length = 0;
-  for (const char c : text) length += std::max<std::size_t>(1, escapeOf(c, true).size());
+  for (const char c : text) length += lengthOf(c);
   return length;
 }
 
