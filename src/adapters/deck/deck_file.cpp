@@ -65,11 +65,19 @@ DeckFile::DeckFile(const std::string& file, OpenOptions options)
       journal_(file_ + ".journal"),
       pictures_(options_.cacheFolder, options_.fallbackPainter) {
   refuseSigned();
+  readSlides();
+  readOwnJournal();
+}
+
+// The deck as the file has it.
+void DeckFile::readSlides() {
+  parts_ = Parts(package_);
   tags_ = std::make_unique<TagStore>(
       0, [this] { return readTags(parts_, presentation_); }, [this](const Change& change) { keep(change); });
+  slides_.clear();
   for (const SlideEntry& entry : slidesOf(parts_, presentation_))
     slides_.push_back(std::make_unique<DeckSlide>(*this, entry, SlideCount() + 1));
-  readOwnJournal();
+  marked_.clear();
 }
 
 void DeckFile::refuseSigned() const {

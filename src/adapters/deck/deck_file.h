@@ -1,6 +1,7 @@
 // The open deck: its slides, its journal and the road from one to the other.
 #pragma once
 
+#include <map>
 #include <memory>
 #include <optional>
 #include <set>
@@ -86,25 +87,33 @@ class DeckFile final : public Deck {
  private:
   // deck_file.cpp
   void refuseSigned() const;
+  void readSlides();
   DeckSlide& insertSlide(const SlideEntry& entry, int after);
   void requireWritable() const;
   DeckSlide* slideById(std::uint32_t id);
   std::vector<SlideMark> marks();
   PictureSource pictureSource();
   // deck_journal.cpp
+  using SlidesById = std::map<std::uint32_t, DeckSlide*>;  // by the journal's numbers
+  using Left = std::map<std::string, int>;                 // why changes were not applied, and how many
   void readOwnJournal();
-  void refuseJournal(const JournalContent& content, const std::string& why) const;
-  void replay(const JournalContent& content, std::size_t from);
-  void replaySlide(const Change& change);
-  void applyOther(const JournalContent& content);
+  void turnAway(const JournalContent& content, const std::string& why);
+  Left replay(const JournalContent& content, std::size_t from, SlidesById slides);
+  std::string replayOne(const Change& change, SlidesById& slides);
+  std::string replaySlide(const Change& change, SlidesById& slides);
+  SlidesById ownSlides() const;
+  SlidesById matchedSlides(const JournalContent& content);
+  void goOnWith(const JournalContent& content, std::size_t from);
+  void goOnWithCopy(const JournalContent& content, const Left& left);
   std::string freeAside() const;
   void writeJournalAnew();
   // deck_save.cpp
   bool changed() const;
   Parts partsToSave();
   void putTags(Parts& parts);
-  std::unique_ptr<Package> checkedCopy(const NewFile& file, const Parts& parts) const;
-  void takeOver(std::unique_ptr<Package> package);
+  std::shared_ptr<Package> checkedCopy(const NewFile& file, const Parts& parts) const;
+  bool sameDeck(const Parts& written) const;
+  void takeOver(std::shared_ptr<Package> package);
   // deck_backup.cpp
   std::string backupPath() const { return file_ + ".backup"; }
   std::vector<BackupSlide> tagsForBackup();

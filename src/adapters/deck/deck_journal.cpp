@@ -15,11 +15,22 @@ std::string countOf(int changes) {
   return changes == 1 ? "one stored change" : std::to_string(changes) + " stored changes";
 }
 
+std::string shareOf(const std::map<std::string, int>& left, int all) {
+  int count = 0;
+  std::string reasons;
+  for (const auto& [why, changes] : left) {
+    count += changes;
+    reasons += (reasons.empty() ? "" : "; ") + why;
+  }
+  return (count == 1 ? "one" : std::to_string(count)) + " of " + countOf(all) +
+         " could not be applied: " + reasons + ".";
+}
+
 }  // namespace
 
 void DeckFile::readOwnJournal() {
   journal_.startAt(package_->fingerprint());
-  std::optional<JournalContent> content = readJournal(journal_.path());
+  const std::optional<JournalContent> content = readJournal(journal_.path());
   if (!content)
     return;
   if (content->wholeEnd == 0 && !content->damaged) {  // cut off before anything was stored in it
@@ -28,94 +39,123 @@ void DeckFile::readOwnJournal() {
     return;
   }
   const std::optional<std::size_t> from = content->firstPending(package_->fingerprint());
-  if (from && !content->damaged) {
-    replay(*content, *from);
-    if (!options_.readOnly && *from < content->changes.size())
-      journal_.resume(*content);
-    else if (!options_.readOnly)
-      ::unlink(journal_.path().c_str());  // the deck holds it all; only the removal was cut off
-  } else if (options_.otherJournal == OtherJournal::refuse) {
-    refuseJournal(*content, content->damaged ? "is damaged" : "was written for another state of this deck");
+  const bool own = from && !content->damaged;
+  if (!own && options_.otherJournal != OtherJournal::apply) {
+    turnAway(*content, content->damaged ? "is damaged" : "was written for another state of this deck");
+    return;
+  }
+  const Left left = replay(*content, from.value_or(0), from ? ownSlides() : matchedSlides(*content));
+  if (own && left.empty()) {
+    goOnWith(*content, *from);
   } else if (options_.otherJournal == OtherJournal::apply) {
-    applyOther(*content);
-  } else if (!options_.readOnly) {
-    const std::string aside = freeAside();
-    if (::rename(journal_.path().c_str(), aside.c_str()) != 0)
-      throwDisk("Cannot set aside", journal_.path());
-    flushFolderOf(aside);
+    goOnWithCopy(*content, left);
+  } else {
+    readSlides();  // as if it had not been looked at
+    turnAway(*content, "does not fit the deck (" + left.begin()->first + ")");
   }
 }
 
-void DeckFile::refuseJournal(const JournalContent& content, const std::string& why) const {
-  const int changes = content.tagChanges();
-  throw JournalRefused(journal_.path() + " " + why + "; it holds " + countOf(changes) +
-                           " that are not in the deck. Open the deck again and choose to apply them, or to "
-                           "set the journal aside.",
-                       changes);
-}
-
-void DeckFile::replay(const JournalContent& content, std::size_t from) {
-  for (std::size_t i = from; i < content.changes.size(); ++i) {
-    const Change& change = content.changes[i];
-    if (change.kind == Change::Kind::slide)
-      marked_.insert(change.slide);
-    if (change.kind == Change::Kind::newSlide)
-      replaySlide(change);
-    if (change.kind != Change::Kind::add && change.kind != Change::Kind::append &&
-        change.kind != Change::Kind::remove)
-      continue;
-    DeckSlide* slide = change.slide == 0 ? nullptr : slideById(change.slide);
-    if (change.slide != 0 && slide == nullptr)
-      refuseJournal(content, "tells of a slide that is not there");
-    TagStore& tags = slide == nullptr ? *tags_ : slide->tagStore();
-    if (!tags.replay(change))
-      refuseJournal(content, "does not fit the deck");
-  }
-}
-
-void DeckFile::replaySlide(const Change& change) {
-  const int after = static_cast<int>(std::min<std::uint64_t>(change.number, slides_.size()));
-  insertSlide(addTitleOnlySlide(parts_, presentation_, after, change.slide), after);
-}
-
-// The deck is another one than the journal was written for: slides are looked for by what they were.
-void DeckFile::applyOther(const JournalContent& content) {
-  const std::vector<SlideMark> here = marks();
-  std::map<std::uint32_t, DeckSlide*> target;
-  std::set<std::uint32_t> lost, unfit;
-  const std::size_t from = content.firstPending(package_->fingerprint()).value_or(0);
-  for (const Change& change : content.changes)
-    if (change.kind == Change::Kind::slide) {
-      const auto found =
-          matchSlide({change.slide, static_cast<int>(change.number), std::string(change.value)}, here);
-      if (found)
-        target[change.slide] = slides_[*found].get();
-    }
-  for (std::size_t i = from; i < content.changes.size(); ++i) {
-    const Change& change = content.changes[i];
-    if (change.kind == Change::Kind::newSlide && slideById(change.slide) == nullptr) {
-      replaySlide(change);
-      target[change.slide] = slideById(change.slide);
-    }
-    if (change.kind != Change::Kind::add && change.kind != Change::Kind::append &&
-        change.kind != Change::Kind::remove)
-      continue;
-    if (change.slide != 0 && target.count(change.slide) == 0)
-      lost.insert(change.slide);
-    else if (!(change.slide == 0 ? *tags_ : target[change.slide]->tagStore()).replay(change))
-      unfit.insert(change.slide);
-  }
+void DeckFile::turnAway(const JournalContent& content, const std::string& why) {
+  const int changes = content.changeCount();
+  const std::string holds = "it holds " + countOf(changes) + " that may not be in the deck.";
+  if (options_.otherJournal == OtherJournal::refuse)
+    throw JournalRefused(journal_.path() + " " + why + "; " + holds, changes);
   if (options_.readOnly)
     return;
   const std::string aside = freeAside();
-  saveText(aside, content.bytes);
-  writeJournalAnew();
-  if (!lost.empty() || !unfit.empty())
-    warning_ =
-        "Of the journal of " + fullName_ + ", the changes to " + std::to_string(lost.size() + unfit.size()) +
-        " slides could not all be applied, since the slides are gone or hold other data. The journal is "
-        "kept as " +
-        aside + ".";
+  if (::rename(journal_.path().c_str(), aside.c_str()) != 0)
+    throwDisk("Cannot set aside", journal_.path());
+  flushFolderOf(aside);
+  warning_ = "The journal of " + fullName_ + " " + why + " and was set aside as " + aside + "; " + holds;
+}
+
+DeckFile::Left DeckFile::replay(const JournalContent& content, std::size_t from, SlidesById slides) {
+  Left left;
+  for (std::size_t i = from; i < content.changes.size(); ++i)
+    if (const std::string why = replayOne(content.changes[i], slides); !why.empty())
+      ++left[why];
+  return left;
+}
+
+// "" when it is applied, else why it cannot be.
+std::string DeckFile::replayOne(const Change& change, SlidesById& slides) {
+  switch (change.kind) {
+    case Change::Kind::saved:
+      return "";
+    case Change::Kind::unreadable:
+      return "it is of no known kind";
+    case Change::Kind::slide:
+      marked_.insert(change.slide);
+      return "";
+    case Change::Kind::newSlide:
+      return replaySlide(change, slides);
+    default:
+      break;
+  }
+  if (change.slide == 0)
+    return std::string(tags_->replay(change));
+  const auto slide = slides.find(change.slide);
+  return slide == slides.end() ? "its slide is not there"
+                               : std::string(slide->second->tagStore().replay(change));
+}
+
+std::string DeckFile::replaySlide(const Change& change, SlidesById& slides) {
+  if (!isSlideId(change.slide))
+    return "a new slide has a number that is none";
+  if (slideById(change.slide) != nullptr)
+    return "a new slide is there already";
+  const int after = static_cast<int>(std::min<std::uint64_t>(change.number, slides_.size()));
+  try {
+    slides[change.slide] = &insertSlide(addTitleOnlySlide(parts_, presentation_, after, change.slide), after);
+  } catch (const HostError& error) {
+    return error.what();
+  }
+  return "";
+}
+
+DeckFile::SlidesById DeckFile::ownSlides() const {
+  SlidesById slides;
+  for (const auto& slide : slides_) slides[slide->entry().id] = slide.get();
+  return slides;
+}
+
+// The deck is another one than the journal was written for: slides are looked for by what they were.
+DeckFile::SlidesById DeckFile::matchedSlides(const JournalContent& content) {
+  const std::vector<SlideMark> here = marks();
+  SlidesById slides;
+  for (const Change& change : content.changes) {
+    if (change.kind != Change::Kind::slide)
+      continue;
+    const auto found =
+        matchSlide({change.slide, static_cast<int>(change.number), std::string(change.value)}, here);
+    if (found)
+      slides[change.slide] = slides_[*found].get();
+  }
+  return slides;
+}
+
+void DeckFile::goOnWith(const JournalContent& content, std::size_t from) {
+  if (options_.readOnly)
+    return;
+  if (from < content.changes.size())
+    journal_.resume(content);
+  else
+    ::unlink(journal_.path().c_str());  // the deck holds it all; only the removal was cut off
+}
+
+// Keeps the journal as it was under another name; from now on there is one that fits.
+void DeckFile::goOnWithCopy(const JournalContent& content, const Left& left) {
+  std::string kept;
+  if (!options_.readOnly) {
+    const std::string aside = freeAside();
+    saveText(aside, content.bytes);
+    writeJournalAnew();
+    kept = " The journal is kept as " + aside + ".";
+  }
+  if (!left.empty())
+    warning_ = "Of the journal of " + fullName_ + ", " + shareOf(left, content.changeCount()) + kept;
+  else if (content.damaged)
+    warning_ = "The journal of " + fullName_ + " is damaged; all that is whole of it was applied." + kept;
 }
 
 std::string DeckFile::freeAside() const {

@@ -10,6 +10,28 @@
 
 namespace qrn::deck {
 
+namespace {
+
+// The same parts in the same order, with new ones at the end; what was not changed still has its checksum.
+bool sameEntries(const Package& old, const Package& copy, const Parts& parts) {
+  const std::vector<Entry>&before = old.entries(), &after = copy.entries();
+  bool same = after.size() >= before.size();
+  for (std::size_t i = 0; same && i < before.size(); ++i) {
+    const bool ours = parts.changed().count(before[i].name) != 0;
+    same = after[i].name == before[i].name &&
+           (ours || (after[i].crc == before[i].crc && after[i].size == before[i].size));
+  }
+  for (const auto& [part, text] : parts.changed()) same = same && copy.has(part) && copy.read(part) == text;
+  return same;
+}
+
+std::vector<Tag> sorted(std::vector<Tag> tags) {
+  std::sort(tags.begin(), tags.end(), [](const Tag& a, const Tag& b) { return a.name < b.name; });
+  return tags;
+}
+
+}  // namespace
+
 bool DeckFile::changed() const {
   return tags_->changed() || !parts_.changed().empty() ||
          std::any_of(slides_.begin(), slides_.end(), [](const auto& slide) { return slide->changed(); });
@@ -33,7 +55,7 @@ void DeckFile::Save() {
   NewFile file(file_);
   writePackage(parts, file.fd(), fullName_);
   file.flush();
-  std::unique_ptr<Package> written = checkedCopy(file, parts);
+  std::shared_ptr<Package> written = checkedCopy(file, parts);
   saveBackup();
   if (journal_.started())
     journal_.add({Change::Kind::saved, 0, "", written->fingerprint(), 0});
@@ -67,24 +89,37 @@ void DeckFile::putTags(Parts& parts) {
                 references[tagsPartOf(parts, part)] > 1 && !tagsPartOf(parts, part).empty());
 }
 
-// The new file is read back before it takes the old one's place: the same parts in the same order, with new
-// ones at the end, and what was not changed still has its checksum.
-std::unique_ptr<Package> DeckFile::checkedCopy(const NewFile& file, const Parts& parts) const {
-  auto copy = std::make_unique<Package>(file.path());
-  const std::vector<Entry>&before = package_->entries(), &after = copy->entries();
-  bool good = after.size() >= before.size();
-  for (std::size_t i = 0; good && i < before.size(); ++i) {
-    const bool ours = parts.changed().count(before[i].name) != 0;
-    good = after[i].name == before[i].name &&
-           (ours || (after[i].crc == before[i].crc && after[i].size == before[i].size));
+// The new file is read back before it takes the old one's place: as a zip file and as the deck that it is to
+// be.
+std::shared_ptr<Package> DeckFile::checkedCopy(const NewFile& file, const Parts& parts) const {
+  auto copy = std::make_shared<Package>(file.path());
+  bool good = sameEntries(*package_, *copy, parts);
+  try {
+    good = good && sameDeck(Parts(copy));
+  } catch (const HostError&) {
+    good = false;
   }
-  for (const auto& [part, text] : parts.changed()) good = good && copy->has(part) && copy->read(part) == text;
   if (!good)
     throw HostError(Fault::world, 57, fullName_ + " was not saved: what was written does not read back.");
   return copy;
 }
 
-void DeckFile::takeOver(std::unique_ptr<Package> package) {
+// The same slides, and in every list that was written the tags that are stored.
+bool DeckFile::sameDeck(const Parts& written) const {
+  const std::vector<SlideEntry> slides = slidesOf(written, presentationPartOf(written));
+  const auto sameSlide = [](const SlideEntry& entry, const auto& slide) {
+    return entry.id == slide->entry().id && entry.part == slide->entry().part;
+  };
+  const auto sameTags = [&written](const std::string& part, const TagStore& store) {
+    return !store.changed() || sorted(readTags(written, part)) == sorted(store.all());
+  };
+  return std::equal(slides.begin(), slides.end(), slides_.begin(), slides_.end(), sameSlide) &&
+         sameTags(presentation_, *tags_) &&
+         std::all_of(slides_.begin(), slides_.end(),
+                     [&](const auto& slide) { return sameTags(slide->entry().part, slide->tagStore()); });
+}
+
+void DeckFile::takeOver(std::shared_ptr<Package> package) {
   package->movedTo(file_);
   package_ = std::move(package);
   parts_ = Parts(package_);

@@ -42,29 +42,12 @@ std::uint32_t recordChecksum(std::uint64_t place, std::string_view payload) {
   return checksum(payload, checksum(front));
 }
 
-std::string headFor(const std::string& state) {
-  std::string head(kMagic);
-  head += state;
-  put(head, checksum(head));
-  return head;
-}
-
-std::string recordFor(std::uint64_t place, const Change& change) {
-  if (change.name.size() > kLongestName || change.value.size() > 0x7FFFFFFF)
-    throw HostError(Fault::program, 5, "A tag is too long to be stored");
-  std::string payload(1, static_cast<char>(change.kind));
-  put(payload, change.slide);
-  put(payload, change.number);
-  put(payload, static_cast<std::uint16_t>(change.name.size()));
-  payload.append(change.name).append(change.value);
-  std::string record;
-  put(record, static_cast<std::uint32_t>(payload.size()));
-  put(record, recordChecksum(place, payload));
-  return record += payload;
-}
-
 bool isKind(char kind) {
   return std::string_view("A+DTNS").find(kind) != std::string_view::npos;
+}
+
+bool nameFits(std::string_view payload) {
+  return get<std::uint16_t>(payload, 13) <= payload.size() - kPayloadHead;
 }
 
 // End of the whole record at `at`, 0 when there is none.
@@ -75,14 +58,15 @@ std::size_t wholeRecordEnd(std::string_view bytes, std::size_t at) {
   if (length < kPayloadHead || length > room)
     return 0;
   const std::string_view payload = bytes.substr(at + kRecordHead, length);
-  const bool whole = get<std::uint32_t>(bytes, at + 4) == recordChecksum(at, payload) && isKind(payload[0]) &&
-                     get<std::uint16_t>(payload, 13) <= length - kPayloadHead;
+  const bool whole = get<std::uint32_t>(bytes, at + 4) == recordChecksum(at, payload);
   return whole ? at + kRecordHead + length : 0;
 }
 
 Change changeAt(std::string_view bytes, std::size_t at) {
   const std::size_t length = get<std::uint32_t>(bytes, at);
   const std::string_view payload = bytes.substr(at + kRecordHead, length);
+  if (!isKind(payload[0]) || !nameFits(payload))
+    return {Change::Kind::unreadable, 0, "", "", 0};
   const std::size_t nameLength = get<std::uint16_t>(payload, 13);
   return {static_cast<Change::Kind>(payload[0]), get<std::uint32_t>(payload, 1),
           payload.substr(kPayloadHead, nameLength), payload.substr(kPayloadHead + nameLength),
@@ -103,6 +87,30 @@ std::size_t nextWhole(std::string_view bytes, std::size_t at) {
 }
 
 }  // namespace
+
+std::string journalHead(const std::string& state) {
+  std::string head(kMagic);
+  head += state;
+  put(head, checksum(head));
+  return head;
+}
+
+std::string journalPayload(const Change& change) {
+  if (change.name.size() > kLongestName || change.value.size() > 0x7FFFFFFF)
+    throw HostError(Fault::program, 5, "A tag is too long to be stored");
+  std::string payload(1, static_cast<char>(change.kind));
+  put(payload, change.slide);
+  put(payload, change.number);
+  put(payload, static_cast<std::uint16_t>(change.name.size()));
+  return payload.append(change.name).append(change.value);
+}
+
+std::string journalRecord(std::uint64_t place, std::string_view payload) {
+  std::string record;
+  put(record, static_cast<std::uint32_t>(payload.size()));
+  put(record, recordChecksum(place, payload));
+  return record.append(payload);
+}
 
 JournalContent parseJournal(std::string bytes) {
   JournalContent content;
@@ -147,12 +155,13 @@ std::optional<std::size_t> JournalContent::firstPending(const std::string& finge
   return std::nullopt;
 }
 
-int JournalContent::tagChanges(std::size_t from) const {
-  return static_cast<int>(std::count_if(
-      changes.begin() + static_cast<std::ptrdiff_t>(from), changes.end(), [](const Change& change) {
-        return change.kind == Change::Kind::add || change.kind == Change::Kind::append ||
-               change.kind == Change::Kind::remove;
-      }));
+int JournalContent::changeCount(std::size_t from) const {
+  const auto isMark = [](const Change& change) {
+    return change.kind == Change::Kind::slide || change.kind == Change::Kind::saved;
+  };
+  return static_cast<int>(changes.size() - from) -
+         static_cast<int>(
+             std::count_if(changes.begin() + static_cast<std::ptrdiff_t>(from), changes.end(), isMark));
 }
 
 void Journal::resume(const JournalContent& content) {
@@ -168,7 +177,7 @@ void Journal::start() {
   file_ = File::open(path_, O_WRONLY | O_CREAT | O_EXCL);
   end_ = 0;
   try {
-    append(headFor(state_));
+    append(journalHead(state_));
     flushFolderOf(path_);
   } catch (...) {
     file_.close();
@@ -178,15 +187,15 @@ void Journal::start() {
 }
 
 void Journal::add(const Change& change) {
-  const std::string record = started() ? recordFor(end_, change) : recordFor(kHeadLength, change);
+  const std::string record = journalRecord(started() ? end_ : kHeadLength, journalPayload(change));
   if (!started())
     start();
   append(record);
 }
 
 void Journal::writeAnew(const std::vector<Change>& changes) {
-  std::string bytes = headFor(state_);
-  for (const Change& change : changes) bytes += recordFor(bytes.size(), change);
+  std::string bytes = journalHead(state_);
+  for (const Change& change : changes) bytes += journalRecord(bytes.size(), journalPayload(change));
   saveText(path_, bytes);
   file_ = File::open(path_, O_WRONLY);
   end_ = bytes.size();

@@ -11,6 +11,7 @@
 //   'T' slide      before the first change to a slide: its title as value, its place as number
 //   'N' new slide  a title-only slide with this id was put behind slide `number`
 //   'S' saved      the deck with all changes so far has the fingerprint in value
+// A whole record of another kind, or with a name longer than itself, is told of and never applied.
 //
 // Saving loses nothing and stores nothing twice, wherever it is cut off:
 //   1. the new deck is written under a hidden name and flushed      cut here: old deck, whole journal
@@ -33,7 +34,15 @@
 namespace qrn::deck {
 
 struct Change {
-  enum class Kind : char { add = 'A', append = '+', remove = 'D', slide = 'T', newSlide = 'N', saved = 'S' };
+  enum class Kind : char {
+    add = 'A',
+    append = '+',
+    remove = 'D',
+    slide = 'T',
+    newSlide = 'N',
+    saved = 'S',
+    unreadable = '?'  // only as read: a record that says nothing known
+  };
   Kind kind = Kind::add;
   std::uint32_t slide = 0;
   std::string_view name, value;
@@ -54,12 +63,17 @@ struct JournalContent {
 
   // First change that the deck with this fingerprint does not hold yet; none when it is not its journal.
   std::optional<std::size_t> firstPending(const std::string& fingerprint) const;
-  int tagChanges(std::size_t from = 0) const;
+  int changeCount(std::size_t from = 0) const;  // without the marks 'T' and 'S'
 };
 
 // Nothing when there is no such file. Throws HostError(world) when it cannot be read.
 std::optional<JournalContent> readJournal(const std::string& path);
 JournalContent parseJournal(std::string bytes);
+
+// The bytes of a journal. A record is framed for its place in the file: length and checksum before `payload`.
+std::string journalHead(const std::string& state);
+std::string journalPayload(const Change& change);
+std::string journalRecord(std::uint64_t place, std::string_view payload);
 
 // The writing end. The file comes into being with the first record.
 class Journal {

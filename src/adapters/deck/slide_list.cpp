@@ -129,6 +129,10 @@ void enterSlide(Parts& parts, const std::string& presentation, const std::vector
 
 }  // namespace
 
+bool isSlideId(std::uint32_t id) {
+  return id >= kFirstId && id <= kLastId;
+}
+
 std::string presentationPartOf(const Parts& parts) {
   if (!parts.has("[Content_Types].xml"))
     throwBad(parts.file(), "is not a presentation (it holds no list of contents).");

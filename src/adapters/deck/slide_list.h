@@ -14,6 +14,7 @@ struct SlideEntry {
   std::string part;  // "" when the deck does not hold it
 };
 
+bool isSlideId(std::uint32_t id);                    // that a deck may hold
 std::string presentationPartOf(const Parts& parts);  // throws badData when it is no presentation
 std::vector<SlideEntry> slidesOf(const Parts& parts, const std::string& presentation);
 // Width and height in points.

@@ -8,10 +8,15 @@ namespace qrn::deck {
 
 namespace {
 
+bool isTagName(std::string_view name) {
+  return !name.empty() && isStorable(name) && upperCase(name) == name;
+}
+
 std::string nameFor(std::string_view key) {
-  if (key.empty() || !isStorable(key))
+  std::string name = upperCase(key);
+  if (!isTagName(name))
     throw HostError(Fault::program, 5, "Not a name for a tag: \"" + storable(key) + "\"");
-  return upperCase(key);
+  return name;
 }
 
 }  // namespace
@@ -72,23 +77,32 @@ std::vector<std::string> TagStore::Names() const {
   return names;
 }
 
-bool TagStore::replay(const Change& change) {
+std::string_view TagStore::replay(const Change& change) {
+  if (!isTagName(change.name))
+    return "the name of a text is not one";
+  if (!isStorable(change.value))
+    return "a text holds what a deck cannot hold";
   const std::string name(change.name);
-  if (change.kind == Change::Kind::add) {
+  if (change.kind == Change::Kind::append)
+    return replayAppend(name, change);
+  if (change.kind == Change::Kind::add)
     set(name, change.value);
-  } else if (change.kind == Change::Kind::remove) {
+  else
     erase(name);
-  } else {
-    if (find(name) == nullptr)
-      set(name, "");
-    std::string& value = find(name)->value;
-    if (value.size() != change.number)  // it may be there already, with more behind it
-      return value.size() > change.number &&
-             value.compare(change.number, change.value.size(), change.value) == 0;
-    value += change.value;
-    changed_ = true;
-  }
-  return true;
+  return "";
+}
+
+std::string_view TagStore::replayAppend(const std::string& name, const Change& change) {
+  const Tag* tag = find(name);
+  const std::string_view value = tag == nullptr ? std::string_view() : tag->value;
+  const bool there = value.size() > change.number &&
+                     value.substr(change.number, change.value.size()) == change.value;  // with more behind it
+  if (there)
+    return "";
+  if (value.size() != change.number)
+    return "a text is not what it was to be added to";
+  set(name, std::string(value).append(change.value));
+  return "";
 }
 
 void TagStore::set(const std::string& name, std::string_view value) {

@@ -28,13 +28,14 @@ class TagStore : public host::Tags {
   const std::vector<Tag>& all() const;
   bool changed() const { return changed_; }  // since reading or saving
   void setSaved() { changed_ = false; }
-  // A change from a journal. False when an append does not fit the value that is there.
-  bool replay(const Change& change);
+  // A change from a journal, which may hold anything. "" when it is applied, else why it cannot be.
+  std::string_view replay(const Change& change);
 
  private:
   Tag* find(std::string_view name) const;
   void set(const std::string& name, std::string_view value);
   void erase(const std::string& name);
+  std::string_view replayAppend(const std::string& name, const Change& change);
   std::uint32_t slide_;
   Load load_;
   Keep keep_;

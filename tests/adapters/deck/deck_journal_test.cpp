@@ -11,6 +11,8 @@
 
 #include "adapters/deck/deck.h"
 #include "adapters/deck/deck_fixture.h"
+#include "adapters/deck/journal.h"
+#include "adapters/deck/package.h"
 
 namespace qrn::test {
 namespace {
@@ -173,6 +175,66 @@ TEST(DeckJournal, DamagedInTheMiddleIsNotTakenForCutOff) {
   EXPECT_EQ(readFile(journal + ".1"), bytes);
   writeFile(journal, std::string(300, 'x'));
   EXPECT_THROW(Deck::open(file), deck::JournalRefused) << "no journal at all";
+}
+
+// Right checksums, impossible contents: what can be stored is, the rest is told, and the journal is kept.
+TEST(DeckJournal, ARecordThatCannotBeIsLeftAndToldAndTheDeckOpensAgain) {
+  using deck::Change;
+  using Kind = deck::Change::Kind;
+  const std::string longName = std::string("A\0\0\0\0\0\0\0\0\0\0\0\0\xFF\xFF", 15) + "N";
+  const std::string bad[] = {deck::journalPayload({Kind::newSlide, 300, "", "", 1}),
+                             deck::journalPayload({Kind::newSlide, 0, "", "", 1}),
+                             deck::journalPayload({Kind::newSlide, 0x80000000U, "", "", 1}),
+                             deck::journalPayload({Kind::add, 999, "B", "b", 0}),
+                             deck::journalPayload({Kind::add, 300, "B", std::string_view("b\0b", 3), 0}),
+                             deck::journalPayload({Kind::add, 300, "B", "\xC3", 0}),
+                             deck::journalPayload({Kind::append, 300, "A", "\x01", 1}),
+                             deck::journalPayload({Kind::append, 300, "A", "b", 2}),
+                             deck::journalPayload({Kind::append, 300, "A", "b", 0}),
+                             deck::journalPayload({Kind::append, 300, "B", "b", 1}),
+                             deck::journalPayload({Kind::add, 300, "b", "b", 0}),
+                             deck::journalPayload({Kind::add, 300, "", "b", 0}),
+                             deck::journalPayload({Kind::remove, 300, std::string_view("A\0", 2), "", 0}),
+                             deck::journalPayload({static_cast<Kind>('Z'), 300, "A", "b", 0}),
+                             longName};
+  const TempFolder folder;
+  for (const std::string& payload : bad) {
+    const std::string file = folder.deck({1, false, false, false, false}), journal = file + ".journal";
+    const std::string before = readFile(file);
+    std::string bytes = deck::journalHead(deck::Package(file).fingerprint());
+    for (const std::string& one : {deck::journalPayload({Kind::add, 300, "A", "a", 0}), payload,
+                                   deck::journalPayload({Kind::append, 300, "A", "c", 1})})
+      bytes += deck::journalRecord(bytes.size(), one);
+    writeFile(journal, bytes);
+    const std::string told = "record " + ::testing::PrintToString(payload);
+    EXPECT_THROW(Deck::open(file), deck::JournalRefused) << told;
+    EXPECT_EQ(stateOf(file, OtherJournal::setAside), "||") << told;
+    EXPECT_EQ(readFile(journal + ".1"), bytes) << told;
+    std::filesystem::rename(journal + ".1", journal);
+    {
+      OpenOptions options;
+      options.otherJournal = OtherJournal::apply;
+      const auto deck = Deck::open(file, options);
+      EXPECT_EQ(stateOf(*deck), "|A=ac;|") << told;
+      EXPECT_EQ(readFile(journal + ".1"), bytes) << told;
+      EXPECT_THAT(deck->foreignSaveWarning().value_or(""), HasSubstr("one of 3 stored changes")) << told;
+      deck->Save();
+    }
+    EXPECT_EQ(stateOf(file), "|A=ac;|") << told;
+    for (const char* name : {"talk.pptx.journal.1", "talk.pptx.backup"})
+      std::filesystem::remove(folder.file(name));
+  }
+}
+
+TEST(DeckJournal, ADeckThatWouldNotReadBackIsNotSaved) {
+  const TempFolder folder;
+  const std::string file = folder.deck(), before = readFile(file);
+  const auto deck = Deck::open(file);
+  deck->tags().Add("A#2", "mine");  // what the second piece of a long value is called
+  deck->tags().Add("A", std::string(10000000, 'x'));
+  EXPECT_THROW(deck->Save(), HostError);
+  EXPECT_EQ(readFile(file), before);
+  EXPECT_EQ(Deck::open(file, {true, nullptr, "", {}})->tags().Item("A#2"), "mine");
 }
 
 // The child stores records and tells of each on the pipe, saving now and then, until it is killed.
