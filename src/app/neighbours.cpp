@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QWidget>
 #include <iostream>
+#include <map>
 
 #include "adapters/deck/deck.h"
 #include "adapters/link/link.h"
@@ -108,11 +109,24 @@ std::string Neighbours::installFolder() const {
   return QCoreApplication::applicationDirPath().toStdString();
 }
 
-std::unique_ptr<host::Presentation> Neighbours::openDeck(const std::string& file, bool readOnly) {
+std::unique_ptr<host::Presentation> Neighbours::openDeck(const cli::DeckRequest& request) {
+  static const std::map<cli::Journal, deck::OtherJournal> choices{
+      {cli::Journal::refuse, deck::OtherJournal::refuse},
+      {cli::Journal::apply, deck::OtherJournal::apply},
+      {cli::Journal::aside, deck::OtherJournal::setAside}};
   deck::OpenOptions options;
-  options.readOnly = readOnly;
+  options.readOnly = request.readOnly;
   options.fallbackPainter = &parts_->painter;
-  return deck::Deck::open(file, options);
+  options.otherJournal = choices.at(request.journal);
+  try {
+    return deck::Deck::open(request.file, options);
+  } catch (const deck::JournalRefused& error) {
+    throw HostError(
+        error.fault(), error.number(),
+        std::string(error.what()) +
+            " Give --journal apply to store what fits in the deck, or --journal aside to move the "
+            "journal aside.");
+  }
 }
 
 std::unique_ptr<host::Presentation> Neighbours::openDeckWithQuestions(const std::string& file) {
@@ -159,8 +173,8 @@ std::string Neighbours::joinAddress(std::string& why) {
 
 cli::CliHooks Neighbours::cliHooks() {
   cli::CliHooks hooks;
-  hooks.openDeck = [this](const std::string& file, bool readOnly) {
-    auto opened = openDeck(file, readOnly);
+  hooks.openDeck = [this](const cli::DeckRequest& request) {
+    auto opened = openDeck(request);
     if (const auto warning = dynamic_cast<deck::Deck&>(*opened).foreignSaveWarning())
       std::cerr << "quorin-matrix: " << *warning << "\n";
     return opened;

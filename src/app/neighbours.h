@@ -25,7 +25,7 @@ class Neighbours {
   Neighbours(const Neighbours&) = delete;
   Neighbours& operator=(const Neighbours&) = delete;
 
-  std::unique_ptr<host::Presentation> openDeck(const std::string& file, bool readOnly);
+  std::unique_ptr<host::Presentation> openDeck(const cli::DeckRequest& request);
   // For the desktop: offers what can be done about a deck that is in use, has a journal of another state, or
   // has lost its exercises and votes to another program.
   std::unique_ptr<host::Presentation> openDeckWithQuestions(const std::string& file);

@@ -18,8 +18,17 @@ void addSlide(CLI::App& command, int& slide, bool required = true) {
     option->required();
 }
 
-void addDeck(CLI::App& command, std::string& deck) {
-  command.add_option("DECK", deck, "the .pptx deck")->required();
+void addDeck(CLI::App& command, DeckArguments& arguments) {
+  static const std::map<std::string, Journal> choices{
+      {"refuse", Journal::refuse}, {"apply", Journal::apply}, {"aside", Journal::aside}};
+  command.add_option("DECK", arguments.deck, "the .pptx deck")->required();
+  command
+      .add_option(
+          "--journal", arguments.journal,
+          "what to do with a journal beside the deck that is damaged or belongs to another state of it: "
+          "apply what fits, move it aside, or refuse the deck (default)")
+      ->transform(CLI::Transformer(choices))
+      ->option_text("apply|aside|refuse");
 }
 
 // "1920x1080" to two positive numbers.
@@ -77,7 +86,7 @@ class Parser {
 
   void addInfo() {
     auto* command = app_.add_subcommand("info", "lists the slides of a deck and what is on them");
-    addDeck(*command, info_.deck);
+    addDeck(*command, info_);
     command->add_flag("--json", info_.json, "as JSON");
     command->callback([this] { action_ = [this] { runInfo(info_, hooks_); }; });
   }
@@ -86,12 +95,12 @@ class Parser {
     auto* command = app_.add_subcommand("mtx", "moves an exercise text between a slide and a file");
     command->require_subcommand(1);
     auto* out = command->add_subcommand("export", "writes the exercise of a slide to a file");
-    addDeck(*out, mtx_.deck);
+    addDeck(*out, mtx_);
     addSlide(*out, mtx_.slide);
     out->add_option("--out", mtx_.file, "the file to write")->required();
     out->callback([this] { action_ = [this] { runMtxExport(mtx_, hooks_); }; });
     auto* in = command->add_subcommand("import", "reads the exercise of a slide from a file");
-    addDeck(*in, mtx_.deck);
+    addDeck(*in, mtx_);
     addSlide(*in, mtx_.slide);
     in->add_option("--from", mtx_.file, "the file to read")->required();
     in->callback([this] { action_ = [this] { runMtxImport(mtx_, hooks_); }; });
@@ -100,7 +109,7 @@ class Parser {
   void addTags() {
     auto* command =
         app_.add_subcommand("tags", "lists, reads and writes tags of a slide or of the presentation");
-    addDeck(*command, tags_.deck);
+    addDeck(*command, tags_);
     addSlide(*command, tags_.slide, false);
     auto* get = command->add_option("--get", tags_.get, "print the value of this tag");
     auto* set = command->add_option("--set", tags_.set, "give this tag the contents of a file");
@@ -114,7 +123,7 @@ class Parser {
 
   void addVote() {
     auto* command = app_.add_subcommand("vote", "votes the whole exercise of a slide with rehearsal keypads");
-    addDeck(*command, vote_.deck);
+    addDeck(*command, vote_);
     addSlide(*command, vote_.slide);
     command->add_option("--rehearse", vote_.rehearsal.keypads, "number of rehearsal keypads")
         ->required()
@@ -126,7 +135,7 @@ class Parser {
 
   void addResults() {
     auto* command = app_.add_subcommand("results", "prints the results of the exercise of a slide");
-    addDeck(*command, results_.deck);
+    addDeck(*command, results_);
     addSlide(*command, results_.slide);
     command->add_flag("--json", results_.json, "as JSON");
     command->callback([this] { action_ = [this] { runResults(results_, hooks_); }; });
@@ -134,7 +143,7 @@ class Parser {
 
   void addGraph() {
     auto* command = app_.add_subcommand("graph", "draws a graph of the exercise of a slide to a file");
-    addDeck(*command, graph_.deck);
+    addDeck(*command, graph_);
     addSlide(*command, graph_.slide);
     command->add_option("--kind", graph_.kind, "average or matrix")
         ->required()

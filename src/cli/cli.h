@@ -21,9 +21,19 @@ struct RehearsalOptions {
   unsigned seed = 0;
 };
 
+// What becomes of a journal beside the deck that is damaged or belongs to another state of it; one that
+// belongs is always applied.
+enum class Journal { refuse, apply, aside };
+
+struct DeckRequest {
+  std::string file;
+  bool readOnly = false;
+  Journal journal = Journal::refuse;
+};
+
 // What the program's main chose for the work behind the subcommands.
 struct CliHooks {
-  std::function<std::unique_ptr<host::Presentation>(const std::string& deck, bool readOnly)> openDeck;
+  std::function<std::unique_ptr<host::Presentation>(const DeckRequest&)> openDeck;
   std::function<std::unique_ptr<host::ControllerLink>(const RehearsalOptions&)> makeLink;
   // Draws to a file, format by its ending; throws HostError.
   std::function<void(const host::Surface&, const std::string& file, int widthPx, int heightPx)> saveSurface;

@@ -59,7 +59,7 @@ bool showsScores(const host::Surface& surface) {
 void runGraph(const GraphArguments& arguments, const CliHooks& hooks) {
   checkEnding(arguments.out);
   const PlotRequest request = plotRequest(arguments.pairs);
-  Workshop workshop(arguments.deck, Access::read, hooks);
+  Workshop workshop(arguments, Access::read, hooks);
   workshop.loadExercise(arguments.slide);
   checkMultiPlots(arguments);
   registerGraphForms();

@@ -51,7 +51,7 @@ void printLine(const SlideInfo& info) {
 }  // namespace
 
 void runInfo(const InfoArguments& arguments, const CliHooks& hooks) {
-  Workshop workshop(arguments.deck, Access::read, hooks);
+  Workshop workshop(arguments, Access::read, hooks);
   nlohmann::ordered_json slides = nlohmann::ordered_json::array();
   for (int number = 1; number <= workshop.presentation().SlideCount(); ++number) {
     const SlideInfo info = readSlide(workshop, number);

@@ -32,13 +32,13 @@ std::string someOf(const std::set<std::string>& names) {
 }  // namespace
 
 void runMtxExport(const MtxArguments& arguments, const CliHooks& hooks) {
-  Workshop workshop(arguments.deck, Access::read, hooks);
+  Workshop workshop(arguments, Access::read, hooks);
   workshop.loadExercise(arguments.slide);
   host::host().files->write(arguments.file, writeExerciseText(glo));
 }
 
 void runMtxImport(const MtxArguments& arguments, const CliHooks& hooks) {
-  Workshop workshop(arguments.deck, Access::write, hooks);
+  Workshop workshop(arguments, Access::write, hooks);
   workshop.selectSlide(arguments.slide);
   const std::string text = host::host().files->read(arguments.file);
   if (!looksLikeExerciseText(text))

@@ -126,7 +126,7 @@ void printTable(const std::vector<ItemResult>& items) {
 }  // namespace
 
 void runResults(const ResultsArguments& arguments, const CliHooks& hooks) {
-  Workshop workshop(arguments.deck, Access::read, hooks);
+  Workshop workshop(arguments, Access::read, hooks);
   workshop.loadExercise(arguments.slide);
   std::vector<ItemResult> items = results();
   addMultiPlots(items);

@@ -29,7 +29,7 @@ void listTags(host::Tags& tags) {
 
 void runTags(const TagsArguments& arguments, const CliHooks& hooks) {
   const bool writes = arguments.set.has_value() || arguments.remove.has_value();
-  Workshop workshop(arguments.deck, writes ? Access::write : Access::read, hooks);
+  Workshop workshop(arguments, writes ? Access::write : Access::read, hooks);
   host::Tags& tags =
       arguments.slide > 0 ? workshop.slide(arguments.slide).tags() : workshop.presentation().tags();
   if (arguments.get) {

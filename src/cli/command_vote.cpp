@@ -125,7 +125,7 @@ void checkOutcome(const std::string& deck, int saved) {
 }  // namespace
 
 void runVote(const VoteArguments& arguments, const CliHooks& hooks) {
-  Workshop workshop(arguments.deck, Access::write, hooks);
+  Workshop workshop(arguments, Access::write, hooks);
   workshop.loadExercise(arguments.slide);
   if (arguments.by.size() != 0)
     glo.runByOption = arguments.by == "assessment" ? 1 : 0;

@@ -16,37 +16,39 @@ class UsageError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-struct InfoArguments {
+struct DeckArguments {
   std::string deck;
+  Journal journal = Journal::refuse;
+};
+
+struct InfoArguments : DeckArguments {
   bool json = false;
 };
 
-struct MtxArguments {
-  std::string deck, file;
+struct MtxArguments : DeckArguments {
+  std::string file;
   int slide = 0;
 };
 
-struct TagsArguments {
-  std::string deck, from;
+struct TagsArguments : DeckArguments {
+  std::string from;
   int slide = 0;  // 0: the presentation's tags
   std::optional<std::string> get, set, remove;
 };
 
-struct VoteArguments {
-  std::string deck;
+struct VoteArguments : DeckArguments {
   int slide = 0;
   RehearsalOptions rehearsal;
   std::string by;  // "item", "assessment", or "" for what the exercise says
 };
 
-struct ResultsArguments {
-  std::string deck;
+struct ResultsArguments : DeckArguments {
   int slide = 0;
   bool json = false;
 };
 
-struct GraphArguments {
-  std::string deck, kind, out, geometry;
+struct GraphArguments : DeckArguments {
+  std::string kind, out, geometry;
   int slide = 0;
   int assessment = 1;
   std::vector<int> pairs;  // V,H[,V,H...]; empty: the exercise's own

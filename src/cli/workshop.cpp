@@ -10,8 +10,10 @@
 
 namespace qrn::cli {
 
-Workshop::Workshop(const std::string& deck, Access access, const CliHooks& hooks)
-    : presentation_(hooks.openDeck(deck, access == Access::read)) {
+// Moving a journal aside is writing, whatever the subcommand does afterwards.
+Workshop::Workshop(const DeckArguments& deck, Access access, const CliHooks& hooks)
+    : presentation_(hooks.openDeck(
+          {deck.deck, access == Access::read && deck.journal != Journal::aside, deck.journal})) {
   host::host().dialogs = &dialogs_;
   glo.oPresentation = presentation_.get();
 }

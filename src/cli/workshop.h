@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "cli/cli.h"
+#include "cli/commands.h"
 #include "cli/headless.h"
 #include "host/presentation.h"
 
@@ -15,7 +15,7 @@ enum class Access { read, write };
 class Workshop {
  public:
   // Opens the deck and puts it and the terminal dialogs in place as the host. Throws HostError.
-  Workshop(const std::string& deck, Access access, const CliHooks& hooks);
+  Workshop(const DeckArguments& deck, Access access, const CliHooks& hooks);
   ~Workshop();
 
   host::Presentation& presentation() { return *presentation_; }
