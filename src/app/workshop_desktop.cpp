@@ -21,8 +21,10 @@
 #include "host/wait.h"
 #include "matrixgraph/xy_vote_graph.h"
 #include "store/exercise_text.h"
+#include "store/progress_log.h"
 #include "store/vote_store.h"
 #include "vote/comms.h"
+#include "vote/vote_plan.h"
 #include "vote/xy_vote_runtime.h"
 
 namespace qrn::app {
@@ -79,6 +81,11 @@ std::optional<desktop::ExerciseFacts> exerciseFacts(host::Slide& slide) {
   facts.items = glo.itemCount();
   for (const AssessmentInfoRecord& info : glo.assessmentInfo) facts.assessments += info.active ? 1 : 0;
   facts.votes = static_cast<int>(glo.voteRecords.recordCount());
+  if (readlog() && glo.resumePending) {
+    const VoteProgress progress = voteProgress();
+    facts.voted = progress.voted;
+    facts.due = progress.due;
+  }
   return facts;
 }
 

@@ -9,6 +9,7 @@
 #include <QStatusBar>
 #include <QVBoxLayout>
 
+#include "desktop/flow_row.h"
 #include "desktop/render/fonts.h"
 #include "desktop/style.h"
 #include "host/errors.h"
@@ -23,7 +24,7 @@ constexpr const char* kKeysText =
     "Deck window\n"
     "F5\tStart the slide show from the beginning\n"
     "Shift+F5\tStart it from this slide\n"
-    "Enter\tOpen the exercise of this slide\n"
+    "Enter\tRun the exercise of this slide\n"
     "Ctrl+K\tShow where phones join\n"
     "Ctrl+O, Ctrl+S\tOpen a deck, save the deck\n\n"
     "Slide show\n"
@@ -98,7 +99,7 @@ DeckWindow::DeckWindow(SlidePictures& pictures, ExerciseFactsOf factsOf, Calls c
   makeDeckPage();
   makeMenus();
   resize(1280, 800);
-  setMinimumSize(920, 560);
+  setMinimumSize(60 * look::grid, 40 * look::grid);
   setDeck(nullptr);
 }
 
@@ -106,13 +107,13 @@ void DeckWindow::setDeck(host::Presentation* deck) {
   deck_ = deck;
   notice_->say(NoticeBar::Kind::note, "");
   model_.setDeck(deck);
-  for (QAction* one : deckActions_) one->setEnabled(deck != nullptr);
+  showWhatCanBeDone();
   pages_->setCurrentIndex(deck ? 1 : 0);
   if (!deck) {
     setWindowTitle("quorin matrix");
     place_->clear();
     say("");
-    pages_->currentWidget()->findChild<QPushButton*>()->setFocus();
+    giveFocusBack();
     return;
   }
   const QFileInfo file(render::toQt(deck->FullName()));
@@ -133,10 +134,14 @@ void DeckWindow::slideChanged(int slide) {
 }
 
 void DeckWindow::setBusy(bool busy) {
+  if (busy && !busy_)
+    focusBefore_ = focusWidget();
   busy_ = busy;
   menuBar()->setEnabled(!busy);
   pages_->setEnabled(!busy);
-  for (QAction* one : deckActions_) one->setEnabled(!busy && deck_);
+  showWhatCanBeDone();
+  if (!busy)
+    giveFocusBack();
 }
 
 void DeckWindow::say(const QString& line) {
@@ -152,6 +157,22 @@ void DeckWindow::GotoSlide(int index) {
     throw HostError(Fault::program, 9, "There is no slide " + std::to_string(index));
   list_->setCurrentIndex(model_.index(index - 1));
   list_->scrollTo(list_->currentIndex());
+}
+
+bool DeckWindow::event(QEvent* event) {
+  const bool handled = QMainWindow::event(event);
+  if (event->type() == QEvent::WindowActivate && !busy_ && (!focusWidget() || focusWidget() == this))
+    giveFocusBack();
+  return handled;
+}
+
+// To where it was before the run, else to what one begins with.
+void DeckWindow::giveFocusBack() {
+  QWidget* to = deck_ ? static_cast<QWidget*>(list_) : openButton_;
+  if (focusBefore_ && focusBefore_->isVisibleTo(this) && focusBefore_->isEnabled())
+    to = focusBefore_;
+  focusBefore_ = nullptr;
+  to->setFocus();
 }
 
 void DeckWindow::closeEvent(QCloseEvent* event) {
@@ -189,9 +210,10 @@ void DeckWindow::makeMenus() {
       show, "From &this slide", {QKeySequence("Shift+F5")}, "Start the slide show here",
       [this] { calls_.startShow(SlideIndex()); }, true);
   QMenu* exercise = menuBar()->addMenu("&Exercise");
-  action(
-      exercise, "&Open the exercise", {QKeySequence("Ctrl+Return"), QKeySequence("Ctrl+Enter")},
-      "Open the exercise of this slide (Enter in the list)", [this] { openExercise(); }, true);
+  exerciseAction_ = action(
+      exercise, "&Run the exercise", {QKeySequence("Ctrl+Return"), QKeySequence("Ctrl+Enter")},
+      "Start the slide show here and run the exercise of this slide (Enter in the list)",
+      [this] { openExercise(); }, true);
   action(exercise, "&Keypads...", {QKeySequence("Ctrl+K")}, "Show where phones join", calls_.showKeypads,
          false);
   QMenu* help = menuBar()->addMenu("&Help");
@@ -203,6 +225,7 @@ void DeckWindow::makeMenus() {
 QPushButton* DeckWindow::button(const QString& text, const QString& tip, std::function<void()> call) {
   auto* made = new QPushButton(text);
   made->setToolTip(tip);
+  made->setAutoDefault(true);  // Enter takes the one that has the focus
   connect(made, &QPushButton::clicked, this, [run = std::move(call)] { run(); });
   return made;
 }
@@ -215,14 +238,13 @@ void DeckWindow::makeEmptyPage() {
   title->setAlignment(Qt::AlignCenter);
   auto* text = new QLabel("Open a presentation to run the exercises on its slides.", page);
   text->setAlignment(Qt::AlignCenter);
-  auto* open = button("&Open a deck...   Ctrl+O", "Open a presentation file (.pptx)", calls_.open);
-  open->setDefault(true);
-  open->setAutoDefault(true);
+  openButton_ = button("&Open a deck...   Ctrl+O", "Open a presentation file (.pptx)", calls_.open);
+  openButton_->setDefault(true);
   layout->addStretch(2);
   layout->addWidget(title);
   layout->addWidget(text);
   layout->addSpacing(look::grid);
-  layout->addWidget(open, 0, Qt::AlignHCenter);
+  layout->addWidget(openButton_, 0, Qt::AlignHCenter);
   layout->addStretch(3);
   pages_->addWidget(page);
 }
@@ -238,8 +260,8 @@ void DeckWindow::makeDeckPage() {
   list_->setUniformItemSizes(true);
   list_->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
   list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  list_->setMinimumWidth(40 * look::grid);
-  list_->setStyleSheet("QListView { border: none; background: #f3f5f8; outline: none; padding: 4px; }");
+  list_->setMinimumWidth(20 * look::grid);
+  list_->setStyleSheet("QListView { border: none; background: palette(window); outline: none; padding: 4px; }");
   list_->setAccessibleName("Slides");
   connect(list_->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] { showCurrent(); });
   connect(list_, &QListView::activated, this, [this] { openExercise(); });
@@ -258,19 +280,19 @@ QWidget* DeckWindow::makeDetail() {
   title_ = heading("", look::titleType, detail);
   facts_ = new QLabel(detail);
   facts_->setTextFormat(Qt::PlainText);
-  facts_->setMinimumWidth(1);
+  facts_->setWordWrap(true);
   facts_->setStyleSheet(QString("color: %1;").arg(look::quietInk.name()));
   picture_ = new PictureView(detail);
-  auto* row = new QHBoxLayout;
-  row->setSpacing(look::grid);
-  exerciseButton_ = button("Open &exercise", "Run the exercise of this slide (Enter in the list)",
+  auto* row = new FlowRow(look::grid);
+  exerciseButton_ = button("&Run exercise",
+                           "Start the slide show here and run the exercise of this slide (Enter in the list)",
                            [this] { openExercise(); });
-  row->addWidget(button("&Start show", "From the beginning (F5)", [this] { calls_.startShow(0); }));
+  showButton_ = button("Start sho&w", "From the beginning (F5)", [this] { calls_.startShow(0); });
+  row->addWidget(exerciseButton_);
+  row->addWidget(showButton_);
   row->addWidget(button("From &this slide", "Start the slide show here (Shift+F5)",
                         [this] { calls_.startShow(SlideIndex()); }));
-  row->addWidget(exerciseButton_);
   row->addWidget(button("&Keypads", "Show where phones join (Ctrl+K)", calls_.showKeypads));
-  row->addStretch();
   layout->addWidget(title_);
   layout->addWidget(facts_);
   layout->addWidget(picture_, 1);
@@ -291,8 +313,19 @@ void DeckWindow::showCurrent() {
     facts += " · hidden in the show";
   facts += row.exercise ? " · exercise with " + factsLine(*row.exercise) : QString(" · no exercise");
   facts_->setText(facts);
-  exerciseButton_->setEnabled(row.exercise.has_value());
+  showWhatCanBeDone();
   picture_->setPicture(pictures_.picture(slide));
+}
+
+// One button stands out: what one most likely comes to this slide for.
+void DeckWindow::showWhatCanBeDone() {
+  const bool ready = deck_ && !busy_;
+  const bool exercise = ready && SlideIndex() > 0 && model_.row(SlideIndex()).exercise;
+  for (QAction* one : deckActions_) one->setEnabled(ready);
+  exerciseAction_->setEnabled(exercise);
+  exerciseButton_->setEnabled(exercise);
+  exerciseButton_->setDefault(exercise);
+  showButton_->setDefault(!exercise);
 }
 
 void DeckWindow::openExercise() {

@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QListView>
 #include <QMainWindow>
+#include <QPointer>
 #include <QPushButton>
 #include <QStackedWidget>
 #include <functional>
@@ -58,16 +59,20 @@ class DeckWindow : public QMainWindow, public host::View {
 
  protected:
   void closeEvent(QCloseEvent* event) override;
+  bool event(QEvent* event) override;
 
  private:
   void makeMenus();
   void makeEmptyPage();
   void makeDeckPage();
   QWidget* makeDetail();
+  // An action without a deck to work on is greyed, unless it needs none.
   QAction* action(QMenu* menu, const QString& text, const QList<QKeySequence>& keys, const QString& tip,
                   std::function<void()> call, bool needsDeck);
   QPushButton* button(const QString& text, const QString& tip, std::function<void()> call);
   void showCurrent();
+  void showWhatCanBeDone();
+  void giveFocusBack();
   void openExercise();
   void showKeys();
 
@@ -76,13 +81,15 @@ class DeckWindow : public QMainWindow, public host::View {
   Calls calls_;
   host::Presentation* deck_ = nullptr;
   bool busy_ = false;
+  QPointer<QWidget> focusBefore_;  // the run
   QList<QAction*> deckActions_;
   QStackedWidget* pages_;
   NoticeBar* notice_;
   QListView* list_ = nullptr;
   QLabel *title_ = nullptr, *facts_ = nullptr, *line_, *place_;
   PictureView* picture_ = nullptr;
-  QPushButton* exerciseButton_ = nullptr;
+  QPushButton *showButton_ = nullptr, *exerciseButton_ = nullptr, *openButton_ = nullptr;
+  QAction* exerciseAction_ = nullptr;
 };
 
 }  // namespace qrn::desktop

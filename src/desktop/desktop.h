@@ -29,6 +29,7 @@ namespace qrn::desktop {
 struct ExerciseFacts {
   std::string name;
   int items = 0, assessments = 0, votes = 0;  // votes: records stored on the slide
+  int voted = 0, due = 0;                     // of a process that is not finished; due is 0 without one
 };
 
 struct DesktopHooks {

@@ -14,6 +14,7 @@ namespace {
 constexpr int kRowHeight = 13 * look::grid;
 constexpr int kThumbWidth = 18 * look::grid;
 constexpr int kNumberWidth = 6 * look::grid;
+constexpr int kNarrowRow = 36 * look::grid;  // below this a row has no thumbnail
 
 QString counted(int count, const char* one, const char* many) {
   return QString::number(count) + " " + (count == 1 ? one : many);
@@ -31,7 +32,7 @@ QString toolTip(const SlideRow& row) {
   if (row.hidden)
     text += "\nHidden: the slide show leaves it out.";
   if (row.exercise)
-    text += "\nExercise: " + factsLine(*row.exercise) + "\nEnter opens it.";
+    text += "\nExercise: " + factsLine(*row.exercise) + "\nEnter runs it.";
   return text;
 }
 
@@ -106,11 +107,16 @@ QString contentsLine(const ExerciseFacts& facts) {
          counted(facts.assessments, "assessment", "assessments");
 }
 
+QString votesLine(const ExerciseFacts& facts) {
+  return facts.due > 0 ? QString("%1 of %2 voted").arg(facts.voted).arg(facts.due)
+                       : counted(facts.votes, "vote", "votes");
+}
+
 }  // namespace
 
 QString factsLine(const ExerciseFacts& facts) {
   const QString contents = contentsLine(facts);
-  const QString votes = counted(facts.votes, "vote", "votes");
+  const QString votes = votesLine(facts);
   return contents.isEmpty() ? votes : contents + " · " + votes;
 }
 
@@ -186,9 +192,11 @@ void SlideListDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
   painter->setFont(type(look::bodyType, true));
   painter->drawText(QRect(inside.left(), inside.top(), kNumberWidth - look::grid, inside.height()),
                     Qt::AlignRight | Qt::AlignVCenter, QString::number(row.slide));
+  const bool narrow = option.rect.width() < kNarrowRow;
   const QRect thumb(inside.left() + kNumberWidth, inside.top(), kThumbWidth, inside.height());
-  paintThumbnail(*painter, thumb, model_.thumbnail(row.slide), row.hidden);
-  QRect text = inside.adjusted(kNumberWidth + kThumbWidth + 2 * look::grid, 0, 0, 0);
+  if (!narrow)
+    paintThumbnail(*painter, thumb, model_.thumbnail(row.slide), row.hidden);
+  const QRect text = inside.adjusted(kNumberWidth + (narrow ? 0 : kThumbWidth + 2 * look::grid), 0, 0, 0);
   const int taken = paintTitle(*painter, text, row.title);
   QPoint at(text.left(), text.top() + taken + 3);
   if (row.exercise)
@@ -197,7 +205,7 @@ void SlideListDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
     at.rx() += paintBadge(*painter, at, "Hidden", look::quietInk, look::ground) + look::grid;
   if (row.exercise) {
     const QRect first(at.x(), at.y() + 1, text.right() - at.x(), 18);
-    paintQuietLine(*painter, first, counted(row.exercise->votes, "vote", "votes"));
+    paintQuietLine(*painter, first, votesLine(*row.exercise));
     paintQuietLine(*painter, QRect(text.left(), at.y() + 21, text.width(), 18), contentsLine(*row.exercise));
   }
   painter->restore();

@@ -5,6 +5,7 @@
 #include <QPalette>
 #include <QProxyStyle>
 #include <QStyleFactory>
+#include <utility>
 
 namespace qrn::desktop {
 
@@ -26,7 +27,7 @@ QPalette calmPalette() {
   palette.setColor(QPalette::PlaceholderText, look::quietInk);
   palette.setColor(QPalette::Link, look::accent);
   for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-    palette.setColor(QPalette::Disabled, role, QColor(0x6b, 0x78, 0x86));
+    palette.setColor(QPalette::Disabled, role, look::greyed);
   return palette;
 }
 
@@ -43,34 +44,50 @@ class PlainStyle : public QProxyStyle {
 };
 
 constexpr const char* kSheet = R"(
-QMenuBar { background: #ffffff; border-bottom: 1px solid #c9d1db; padding: 2px 8px; }
+QMenuBar { background: @card; border-bottom: 1px solid @line; padding: 2px 8px; }
 QMenuBar::item { padding: 6px 12px; border-radius: 4px; }
-QMenuBar::item:selected { background: #dce9f7; color: #16222f; }
-QMenu { background: #ffffff; border: 1px solid #c9d1db; padding: 4px; }
+QMenuBar::item:selected { background: @soft; color: @ink; }
+QMenu { background: @card; border: 1px solid @line; padding: 4px; }
 QMenu::item { padding: 8px 32px 8px 16px; border-radius: 4px; }
-QMenu::item:selected { background: #0b57a4; color: #ffffff; }
-QMenu::item:disabled { color: #6b7886; background: transparent; }
-QMenu::separator { height: 1px; background: #c9d1db; margin: 4px 8px; }
-QPushButton { background: #ffffff; border: 1px solid #7d8b9b; border-radius: 6px; padding: 8px 16px; min-height: 20px; }
-QPushButton:hover { background: #dce9f7; border-color: #0b57a4; }
-QPushButton:pressed { background: #c4daf0; }
-QPushButton:focus { border: 3px solid #0b57a4; padding: 6px 14px; }
-QPushButton:default { background: #0b57a4; color: #ffffff; border-color: #0b57a4; }
-QPushButton:default:hover { background: #084680; }
-QPushButton:default:focus { border: 3px solid #16222f; padding: 6px 14px; }
-QPushButton:disabled { background: #f3f5f8; color: #6b7886; border-color: #c9d1db; }
-QLineEdit { background: #ffffff; border: 1px solid #7d8b9b; border-radius: 6px; padding: 8px; }
-QLineEdit:focus { border: 3px solid #0b57a4; padding: 6px; }
+QMenu::item:selected { background: @accent; color: @card; }
+QMenu::item:disabled { color: @greyed; background: transparent; }
+QMenu::separator { height: 1px; background: @line; margin: 4px 8px; }
+QPushButton { background: @card; border: 1px solid @edge; border-radius: 6px; padding: 8px 16px; min-height: 20px; }
+QPushButton:hover { background: @soft; border-color: @accent; }
+QPushButton:pressed { background: @softDark; }
+QPushButton:focus { border: 3px solid @accent; padding: 6px 14px; }
+QPushButton:default { background: @accent; color: @card; border-color: @accent; }
+QPushButton:default:hover { background: @accentDark; }
+QPushButton:default:focus { border: 3px solid @ink; padding: 6px 14px; }
+QPushButton:disabled { background: @ground; color: @greyed; border-color: @line; }
+QLineEdit { background: @card; border: 1px solid @edge; border-radius: 6px; padding: 8px; }
+QLineEdit:focus { border: 3px solid @accent; padding: 6px; }
 QInputDialog QLabel { font-size: 20px; }
 QInputDialog QLineEdit { min-width: 480px; font-size: 20px; }
 QInputDialog QPushButton { min-width: 88px; }
-QToolTip { background: #16222f; color: #ffffff; border: none; padding: 6px 8px; }
-QStatusBar { background: #ffffff; border-top: 1px solid #c9d1db; }
+QToolTip { background: @ink; color: @card; border: none; padding: 6px 8px; }
+QStatusBar { background: @card; border-top: 1px solid @line; }
 QStatusBar::item { border: none; }
-QScrollBar:vertical { background: #f3f5f8; width: 14px; margin: 0; }
-QScrollBar::handle:vertical { background: #8593a3; border-radius: 5px; min-height: 40px; margin: 2px; }
+QScrollBar:vertical { background: @ground; width: 14px; margin: 0; }
+QScrollBar::handle:vertical { background: @edge; border-radius: 5px; min-height: 40px; margin: 2px; }
 QScrollBar::add-line, QScrollBar::sub-line { height: 0; width: 0; }
 )";
+
+QString sheet() {
+  QString text(kSheet);
+  const std::pair<const char*, QColor> colours[] = {{"@accentDark", look::accent.darker(125)},
+                                                    {"@accent", look::accent},
+                                                    {"@softDark", look::accentSoft.darker(108)},
+                                                    {"@soft", look::accentSoft},
+                                                    {"@line", look::line},
+                                                    {"@edge", look::edge},
+                                                    {"@greyed", look::greyed},
+                                                    {"@ink", look::ink},
+                                                    {"@ground", look::ground},
+                                                    {"@card", look::card}};
+  for (const auto& [word, colour] : colours) text.replace(word, colour.name());
+  return text;
+}
 
 }  // namespace
 
@@ -80,7 +97,7 @@ void applyStyle(QApplication& application) {
   QFont font("Arial");
   font.setPixelSize(look::bodyType);
   application.setFont(font);
-  application.setStyleSheet(kSheet);
+  application.setStyleSheet(sheet());
 }
 
 }  // namespace qrn::desktop

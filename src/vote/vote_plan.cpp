@@ -111,6 +111,17 @@ std::size_t resumeStep(std::vector<VoteStep>& steps) {
   return glo.runByOption == 1 ? resumeByAssessment(steps) : resumeByItem(steps);
 }
 
+VoteProgress voteProgress() {
+  VoteProgress progress;
+  for (const VoteStep& step : stepsByItem()) {
+    if (step.sortKey == kSifterStep)
+      continue;
+    ++progress.due;
+    progress.voted += notVoted(step) ? 0 : 1;
+  }
+  return progress;
+}
+
 int itemOfKey(int sortKey) {
   for (int i = 0; i < glo.itemCount(); ++i)
     if (glo.risks[static_cast<std::size_t>(i)].sortKey == sortKey)

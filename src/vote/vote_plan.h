@@ -22,6 +22,12 @@ inline constexpr int kSifterStep = -1;
 // running order has been changed since, every step that has been voted is passed over.
 std::size_t resumeStep(std::vector<VoteStep>& steps);
 
+// How far the process that readlog has restored has come, in votes.
+struct VoteProgress {
+  int voted = 0, due = 0;
+};
+VoteProgress voteProgress();
+
 // Index into risks of the item with that key, -1 without one.
 int itemOfKey(int sortKey);
 

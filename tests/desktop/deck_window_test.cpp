@@ -1,5 +1,9 @@
 #include "desktop/deck_window.h"
 
+#include <QMenuBar>
+#include <QSet>
+
+#include "desktop/style.h"
 #include "desktop/window_world.h"
 
 namespace {
@@ -32,6 +36,18 @@ class DeckWindow : public ::testing::Test {
     QTest::keyClick(window.focusWidget() ? window.focusWidget() : &window, key, modifiers);
   }
   std::string done() { return std::exchange(calls, {}); }
+  std::vector<QPushButton*> buttons(bool (*which)(const QPushButton&)) {
+    std::vector<QPushButton*> found;
+    for (QPushButton* button : window.findChildren<QPushButton*>())
+      if (button->isVisible() && which(*button))
+        found.push_back(button);
+    return found;
+  }
+  // The one button that stands out.
+  QString primary() {
+    const auto found = buttons([](const QPushButton& button) { return button.isDefault(); });
+    return found.size() == 1 ? found[0]->text() : QString::number(found.size());
+  }
   QString textOf(const char* part) {
     for (const QLabel* label : window.findChildren<QLabel*>())
       if (label->isVisible() && label->text().contains(part))
@@ -42,9 +58,10 @@ class DeckWindow : public ::testing::Test {
   test::WindowWorld world{5};
   desktop::SlidePictures pictures;
   std::string calls;
+  std::optional<desktop::ExerciseFacts> facts;
   desktop::DeckWindow window{
       pictures,
-      [](host::Slide& slide) { return desktop::factsFromTags(slide); },
+      [this](host::Slide& slide) { return facts ? facts : desktop::factsFromTags(slide); },
       {[this] { calls += "open "; }, [this] { calls += "save "; }, [this] { calls += "keypads "; },
        [this] { calls += "leave "; }, [this](int slide) { calls += "show " + std::to_string(slide) + " "; },
        [this](int slide) { calls += "run " + std::to_string(slide) + " "; }}};
@@ -80,6 +97,67 @@ TEST_F(DeckWindow, TellsWhatTheSlideAtHandHolds) {
   world.presentation.slide(2).tagStore.Append("QRNVOTES", "1,1;1;,3C1\r\n");
   window.slideChanged(2);
   EXPECT_TRUE(textOf("Slide 2").endsWith("3 votes"));
+  facts = desktop::ExerciseFacts{"Risks", 20, 4, 6, 6, 80};
+  window.slideChanged(2);
+  EXPECT_TRUE(textOf("Slide 2").endsWith("20 items · 4 assessments · 6 of 80 voted"));
+}
+
+TEST_F(DeckWindow, OffersTheRunOfAnExerciseOnlyWhereThereIsOneAndOneButtonStandsOut) {
+  const auto offered = [this] {
+    for (const QAction* action : window.findChildren<QAction*>())
+      if (action->text().contains("exercise") && action->isEnabled())
+        return true;
+    return !buttons([](const QPushButton& button) {
+              return button.text().contains("exercise") && button.isEnabled();
+            }).empty();
+  };
+  EXPECT_FALSE(offered());
+  EXPECT_EQ(primary(), "Start sho&w");
+  window.GotoSlide(2);
+  EXPECT_TRUE(offered());
+  EXPECT_EQ(primary(), "&Run exercise");
+  window.setDeck(nullptr);
+  EXPECT_FALSE(offered());
+  EXPECT_TRUE(primary().startsWith("&Open a deck"));
+}
+
+TEST_F(DeckWindow, NoTwoThingsShareAMnemonic) {
+  for (host::Presentation* deck :
+       {static_cast<host::Presentation*>(&world.presentation), static_cast<host::Presentation*>(nullptr)}) {
+    window.setDeck(deck);
+    QStringList captions;
+    for (const QAction* menu : window.menuBar()->actions()) captions << menu->text();
+    for (const QPushButton* button : buttons([](const QPushButton&) { return true; }))
+      captions << button->text();
+    EXPECT_GE(captions.size(), 5);
+    QSet<QKeySequence> taken;
+    for (const QString& caption : captions) {
+      const QKeySequence mnemonic = QKeySequence::mnemonic(caption);
+      EXPECT_TRUE(mnemonic.isEmpty() || !taken.contains(mnemonic)) << caption.toStdString();
+      taken.insert(mnemonic);
+    }
+  }
+}
+
+TEST_F(DeckWindow, TheListHasTheFocusAgainAfterARun) {
+  window.setBusy(true);
+  EXPECT_EQ(window.focusWidget(), nullptr);
+  window.setBusy(false);
+  ASSERT_NE(window.focusWidget(), nullptr);
+  EXPECT_EQ(window.focusWidget()->objectName(), "slides");
+}
+
+TEST_F(DeckWindow, NothingIsCutOnSmallScreens) {
+  desktop::applyStyle(*qApp);
+  facts = desktop::ExerciseFacts{"Risks", 20, 4, 6, 6, 80};
+  window.slideChanged(2);
+  window.GotoSlide(2);
+  for (const QSize size : {QSize(512, 384), QSize(960, 540), QSize(1024, 768)}) {
+    window.resize(size);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(window.size(), size);
+    EXPECT_EQ(test::cutParts(window), "");
+  }
 }
 
 TEST_F(DeckWindow, NothingStartsWhileAnExerciseRuns) {

@@ -84,6 +84,25 @@ TEST_F(Desktop, RunsTheExerciseReachedAndGoesOnWithTheKeysItSent) {
   EXPECT_EQ(program().SlideShowView()->SlideIndex(), 4);
 }
 
+TEST_F(Desktop, TheListOfSlidesHasTheFocusAfterAShow) {
+  desk.openDeck("talk.pptx");
+  QWidget* window = nullptr;
+  for (QWidget* one : QApplication::topLevelWidgets())
+    if (one->objectName() == "deckWindow")
+      window = one;
+  ASSERT_NE(window, nullptr);
+  window->show();
+  desk.startShow(1);
+  program().SendKeysToShow("~");
+  turns();
+  ASSERT_EQ(runs, "2 ");
+  QTest::keyClick(desk.dialogParent(), Qt::Key_Escape);
+  turns();
+  EXPECT_EQ(program().SlideShowWindowsCount(), 0);
+  ASSERT_NE(QApplication::focusWidget(), nullptr);
+  EXPECT_EQ(QApplication::focusWidget()->objectName(), "slides");
+}
+
 TEST_F(Desktop, ARunThatFailsIsReportedAndTheDeskGoesOn) {
   desk.openDeck("talk.pptx");
   onRun = [](int) { throw HostError(Fault::world, 0, "the disk is full"); };

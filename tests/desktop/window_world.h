@@ -1,7 +1,9 @@
 // The scripted world with real windows: waits deliver Qt's events as well as the script's.
 #pragma once
 
+#include <QAbstractButton>
 #include <QApplication>
+#include <QLabel>
 #include <QTest>
 
 #include "adapters/qt/loop.h"
@@ -39,5 +41,19 @@ class WindowWorld : public TestHost {
 
   qt::QtTextMeasure realMeasure;
 };
+
+// Names the visible buttons and texts of a window that have less room than they need or stick out of it.
+inline std::string cutParts(QWidget& window) {
+  std::string cut;
+  for (QWidget* part : window.findChildren<QWidget*>()) {
+    if (!part->isVisible() || !(qobject_cast<QAbstractButton*>(part) || qobject_cast<QLabel*>(part)))
+      continue;
+    const QSize needed = part->minimumSizeHint();
+    const QRect place(part->mapTo(&window, QPoint(0, 0)), part->size());
+    if (part->width() < needed.width() || part->height() < needed.height() || !window.rect().contains(place))
+      cut += part->property("text").toString().toStdString() + "; ";
+  }
+  return cut;
+}
 
 }  // namespace qrn::test

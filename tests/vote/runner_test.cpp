@@ -4,6 +4,7 @@
 #include "host/controller.h"
 #include "store/progress_log.h"
 #include "vote/vote_fixture.h"
+#include "vote/vote_plan.h"
 
 namespace qrn {
 namespace {
@@ -19,6 +20,9 @@ class Runner : public VoteFixture {
   void resume() {
     ASSERT_TRUE(readlog());
     ASSERT_TRUE(glo.resumePending);
+    const VoteProgress progress = voteProgress();
+    EXPECT_EQ(progress.voted, static_cast<int>(saved().size()));
+    EXPECT_EQ(progress.due, 3 * static_cast<int>(assessmentOrder().size()));
     scripts.clear();
     run();
   }

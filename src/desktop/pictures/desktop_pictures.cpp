@@ -19,8 +19,9 @@ namespace qrn::pictures {
 namespace {
 
 std::optional<desktop::ExerciseFacts> madeUpFacts(host::Slide& slide) {
-  return desktop::ExerciseFacts{"Proposals", slide.slideIndex() % 16 == 7 ? 400 : 12, 3,
-                                slide.slideIndex() % 16 == 7 ? 1200 : 36};
+  return desktop::ExerciseFacts{"Proposals", slide.slideIndex() % 16 == 7 ? 400 : 12,
+                                3,           slide.slideIndex() % 16 == 7 ? 1200 : 36,
+                                6,           slide.slideIndex() % 16 == 3 ? 36 : 0};
 }
 
 desktop::DeckWindow::Calls noCalls() {
@@ -69,7 +70,7 @@ void askAndTake(Album& album, const QString& name, const std::function<void(host
 }  // namespace
 
 void takeDeckWindow(Album& album) {
-  for (const QSize size : {QSize(920, 560), kSizes[0], kSizes[1], kSizes[2]}) {
+  for (const QSize size : {QSize(512, 384), QSize(960, 540), kSizes[0], kSizes[1], kSizes[2]}) {
     desktop::SlidePictures none;
     desktop::DeckWindow empty(none, madeUpFacts, noCalls());
     empty.resize(size);
