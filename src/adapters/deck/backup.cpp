@@ -126,15 +126,18 @@ std::vector<BackupSlide> parseBackup(const std::string& text, const std::string&
   return slides;
 }
 
-void writeBackup(const std::string& path, const std::string& text, bool keepOld) {
+std::string backupOf(const std::string& deck) {
+  return beside(deck, ".backup");
+}
+
+void writeBackup(const std::string& deck, const std::string& text, bool keepOld) {
+  const std::string path = backupOf(deck);
   if (keepOld && exists(path)) {
-    int number = 1;
-    while (exists(path + "." + std::to_string(number))) ++number;
-    const std::string aside = path + "." + std::to_string(number);
+    const std::string aside = freeBeside(deck, ".backup");
     if (std::rename(path.c_str(), aside.c_str()) != 0)
       throwDisk("Cannot keep the old backup as", aside);
   }
-  saveText(path, text);
+  saveText(path, text, deck);
 }
 
 }  // namespace qrn::deck

@@ -25,8 +25,9 @@ std::string backupText(const std::vector<BackupSlide>& slides);
 // Throws badData naming `file` when the text is no whole backup.
 std::vector<BackupSlide> parseBackup(const std::string& text, const std::string& file);
 
-// What the backup has is replaced only by a deck that had it: writes `text` to `path`, first putting an older
-// backup aside as `<path>.N` when `keepOld`.
-void writeBackup(const std::string& path, const std::string& text, bool keepOld);
+std::string backupOf(const std::string& deck);  // its file
+// What the backup has is replaced only by a deck that had it: an older backup is first put aside under a
+// number when `keepOld`.
+void writeBackup(const std::string& deck, const std::string& text, bool keepOld);
 
 }  // namespace qrn::deck

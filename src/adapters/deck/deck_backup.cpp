@@ -30,7 +30,7 @@ void DeckFile::saveBackup() {
   const std::vector<BackupSlide> tags = tagsForBackup();
   if (tags.empty() && !exists(backupPath()))
     return;
-  writeBackup(backupPath(), backupText(tags), tagsDropped());
+  writeBackup(file_, backupText(tags), tagsDropped());
   tagsDropped_ = false;
 }
 

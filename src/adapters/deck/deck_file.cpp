@@ -62,7 +62,7 @@ DeckFile::DeckFile(const std::string& file, OpenOptions options)
       parts_(package_),
       presentation_(presentationPartOf(parts_)),
       size_(slideSizeOf(parts_, presentation_)),
-      journal_(file_ + ".journal"),
+      journal_(beside(file_, ".journal"), file_),
       pictures_(options_.cacheFolder, options_.fallbackPainter) {
   refuseSigned();
   readSlides();

@@ -115,7 +115,7 @@ class DeckFile final : public Deck {
   bool sameDeck(const Parts& written) const;
   void takeOver(std::shared_ptr<Package> package);
   // deck_backup.cpp
-  std::string backupPath() const { return file_ + ".backup"; }
+  std::string backupPath() const { return backupOf(file_); }
   std::vector<BackupSlide> tagsForBackup();
   void saveBackup();
   bool tagsDropped() override;

@@ -148,7 +148,7 @@ void DeckFile::goOnWithCopy(const JournalContent& content, const Left& left) {
   std::string kept;
   if (!options_.readOnly) {
     const std::string aside = freeAside();
-    saveText(aside, content.bytes);
+    saveText(aside, content.bytes, file_);
     writeJournalAnew();
     kept = " The journal is kept as " + aside + ".";
   }
@@ -159,9 +159,7 @@ void DeckFile::goOnWithCopy(const JournalContent& content, const Left& left) {
 }
 
 std::string DeckFile::freeAside() const {
-  int number = 1;
-  while (exists(journal_.path() + "." + std::to_string(number))) ++number;
-  return journal_.path() + "." + std::to_string(number);
+  return freeBeside(file_, ".journal");
 }
 
 // A journal for the deck as it is now that says all that memory holds beyond it.

@@ -2,9 +2,14 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <unistd.h>
+#include <zlib.h>
 
+#include <array>
+#include <climits>
 #include <cstdio>
+#include <cstring>
 #include <system_error>
 
 namespace qrn::deck {
@@ -115,20 +120,81 @@ std::string nameOf(const std::string& file) {
   return slash == std::string::npos ? file : file.substr(slash + 1);
 }
 
-NewFile::NewFile(const std::string& target)
-    : target_(target), path_(folderOf(target) + "/." + nameOf(target) + ".quorin-new") {
-  ::unlink(path_.c_str());  // what a killed run may have left
+std::string beside(const std::string& file, const std::string& suffix, const std::string& prefix) {
+  const std::string folder = folderOf(file) + "/", name = nameOf(file);
+  const long limit = ::pathconf(folder.c_str(), _PC_NAME_MAX);
+  const std::size_t longest = limit > 0 ? static_cast<std::size_t>(limit) : NAME_MAX;
+  if (prefix.size() + name.size() + suffix.size() <= longest)
+    return folder + prefix + name + suffix;
+  std::array<char, 16> mark{};
+  std::snprintf(
+      mark.data(), mark.size(), "~%08lx",
+      static_cast<unsigned long>(::crc32_z(0, reinterpret_cast<const Bytef*>(name.data()), name.size())));
+  std::size_t cut = longest - prefix.size() - suffix.size() - std::strlen(mark.data());
+  while (cut > 0 && (static_cast<unsigned char>(name[cut]) & 0xC0U) == 0x80U) --cut;  // no half character
+  return folder + prefix + name.substr(0, cut) + mark.data() + suffix;
+}
+
+std::string freeBeside(const std::string& file, const std::string& suffix) {
+  for (int number = 1;; ++number) {
+    std::string path = beside(file, suffix + "." + std::to_string(number));
+    if (!exists(path))
+      return path;
+  }
+}
+
+// Owner and group can be kept by some users alone; losing them is no reason to fail, losing the mode would
+// be.
+void takeAfter(int fd, const std::string& model, unsigned more) {
   struct stat old {};
-  const bool replaces = ::stat(target.c_str(), &old) == 0;
-  file_ = File(::open(path_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, replaces ? 0600 : 0666));
-  if (!file_.isOpen())
-    throwDisk("Cannot write", target);
-  if (replaces) {
-    // The owner can be kept by root alone; losing it is no reason to fail, losing the mode would be.
-    if (::fchown(file_.fd(), old.st_uid, old.st_gid) != 0 && errno != EPERM && errno != EINVAL)
-      throwDisk("Cannot keep the owner of", target);
-    if (::fchmod(file_.fd(), old.st_mode & 07777) != 0)
-      throwDisk("Cannot keep the mode of", target);
+  if (::stat(model.c_str(), &old) != 0)
+    return;
+  if (::fchown(fd, old.st_uid, old.st_gid) != 0)
+    (void)!::fchown(fd, static_cast<uid_t>(-1), old.st_gid);
+  if (::fchmod(fd, (old.st_mode & 07777) | more) != 0)
+    throwDisk("Cannot keep the mode of", model);
+}
+
+namespace {
+
+// Comments, origin, access lists. What this file system or this user may not set goes.
+void copyAttributes(const std::string& from, int to) {
+  const auto sized = [](ssize_t length) { return length > 0 ? static_cast<std::size_t>(length) : 0; };
+  std::string names(sized(::listxattr(from.c_str(), nullptr, 0)), '\0');
+  names.resize(sized(::listxattr(from.c_str(), names.data(), names.size())));
+  for (std::size_t at = 0; at < names.size(); at = names.find('\0', at) + 1) {
+    const char* name = names.c_str() + at;
+    std::string value(sized(::getxattr(from.c_str(), name, nullptr, 0)), '\0');
+    value.resize(sized(::getxattr(from.c_str(), name, value.data(), value.size())));
+    if (std::strncmp(name, "security.", 9) != 0)  // the system's own, made for each file
+      (void)!::fsetxattr(to, name, value.data(), value.size(), 0);
+  }
+}
+
+}  // namespace
+
+NewFile::NewFile(const std::string& target, const std::string& model) : target_(target) {
+  const bool replaces = exists(model.empty() ? target : model);
+  create(replaces ? 0600 : 0666);
+  if (!replaces)
+    return;
+  if (!model.empty()) {
+    takeAfter(file_.fd(), model);
+    return;
+  }
+  copyAttributes(target, file_.fd());
+  takeAfter(file_.fd(), target, 0);
+}
+
+// What a killed run has left goes; where it is another user's and stays, the next name is taken.
+void NewFile::create(unsigned mode) {
+  constexpr int kNames = 100;
+  for (int number = 1; !file_.isOpen(); ++number) {
+    path_ = beside(target_, ".quorin-new" + (number == 1 ? "" : std::to_string(number)), ".");
+    ::unlink(path_.c_str());
+    file_ = File(::open(path_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode));
+    if (!file_.isOpen() && (errno != EEXIST || number == kNames))
+      throwDisk("Cannot write", target_);
   }
 }
 
@@ -148,8 +214,8 @@ void NewFile::rename() {
   done_ = true;
 }
 
-void saveText(const std::string& target, std::string_view text) {
-  NewFile file(target);
+void saveText(const std::string& target, std::string_view text, const std::string& model) {
+  NewFile file(target, model);
   writeAll(file.fd(), text, target);
   file.flush();
   file.rename();

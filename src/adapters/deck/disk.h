@@ -40,12 +40,22 @@ bool exists(const std::string& path);
 bool folderWritable(const std::string& file);  // of the folder that holds `file`
 std::string folderOf(const std::string& file);
 std::string nameOf(const std::string& file);
+// Path of the neighbour of `file` with `suffix` behind its name and `prefix` before it. A name that the file
+// system would not take is cut; a checksum of the whole name then tells it from others that begin alike.
+std::string beside(const std::string& file, const std::string& suffix, const std::string& prefix = "");
+std::string freeBeside(const std::string& file,
+                       const std::string& suffix);  // `suffix`.N, the first not there
+// Gives an open file the mode of `model`, with `more` bits, and as far as this user may its owner and group.
+// What stands beside a deck stays writable for its owner also when the deck is not.
+inline constexpr unsigned kOwnerWrites = 0600;
+void takeAfter(int fd, const std::string& model, unsigned more = kOwnerWrites);
 
 // A new file that takes the place of `target` in one step, or leaves no trace. It stands in the same folder
-// under a hidden name and has the mode of the file that it replaces. Only one writer at a time.
+// under a hidden name and takes after `model`, without one after the file that it replaces, whose extended
+// attributes it then has too. Only one writer at a time.
 class NewFile {
  public:
-  explicit NewFile(const std::string& target);
+  explicit NewFile(const std::string& target, const std::string& model = "");
   ~NewFile();
   NewFile(const NewFile&) = delete;
   NewFile& operator=(const NewFile&) = delete;
@@ -55,12 +65,13 @@ class NewFile {
   void rename();  // over the target; the folder is still to be flushed
 
  private:
+  void create(unsigned mode);
   std::string target_, path_;
   File file_;
   bool done_ = false;
 };
 
 // The whole of `NewFile` for a text.
-void saveText(const std::string& target, std::string_view text);
+void saveText(const std::string& target, std::string_view text, const std::string& model = "");
 
 }  // namespace qrn::deck

@@ -165,6 +165,8 @@ int JournalContent::changeCount(std::size_t from) const {
 }
 
 void Journal::resume(const JournalContent& content) {
+  if (::access(path_.c_str(), W_OK) != 0)  // another user's: it goes on as one of this user
+    saveText(path_, content.bytes, deck_);
   File file = File::open(path_, O_WRONLY);
   if (::ftruncate(file.fd(), static_cast<off_t>(content.wholeEnd)) != 0)
     throwDisk("Cannot write", path_);
@@ -174,9 +176,10 @@ void Journal::resume(const JournalContent& content) {
 }
 
 void Journal::start() {
-  file_ = File::open(path_, O_WRONLY | O_CREAT | O_EXCL);
+  file_ = File::open(path_, O_WRONLY | O_CREAT | O_EXCL, 0600);
   end_ = 0;
   try {
+    takeAfter(file_.fd(), deck_);
     append(journalHead(state_));
     flushFolderOf(path_);
   } catch (...) {
@@ -196,7 +199,7 @@ void Journal::add(const Change& change) {
 void Journal::writeAnew(const std::vector<Change>& changes) {
   std::string bytes = journalHead(state_);
   for (const Change& change : changes) bytes += journalRecord(bytes.size(), journalPayload(change));
-  saveText(path_, bytes);
+  saveText(path_, bytes, deck_);
   file_ = File::open(path_, O_WRONLY);
   end_ = bytes.size();
 }

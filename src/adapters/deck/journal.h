@@ -75,10 +75,10 @@ std::string journalHead(const std::string& state);
 std::string journalPayload(const Change& change);
 std::string journalRecord(std::uint64_t place, std::string_view payload);
 
-// The writing end. The file comes into being with the first record.
+// The writing end. The file comes into being with the first record and takes after the deck.
 class Journal {
  public:
-  explicit Journal(std::string path) : path_(std::move(path)) {}
+  Journal(std::string path, std::string deck) : path_(std::move(path)), deck_(std::move(deck)) {}
   const std::string& path() const { return path_; }
   bool started() const { return file_.isOpen(); }
   void startAt(std::string state) { state_ = std::move(state); }  // of the next new journal
@@ -91,7 +91,7 @@ class Journal {
  private:
   void start();
   void append(const std::string& record);
-  std::string path_, state_;
+  std::string path_, deck_, state_;
   File file_;
   std::uint64_t end_ = 0;
 };

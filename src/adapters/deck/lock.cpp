@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <fstream>
 
 #include "adapters/deck/deck.h"
 
@@ -28,29 +29,73 @@ bool sameFile(int fd, const std::string& path) {
          here.st_dev == there.st_dev;
 }
 
+// Not open when it is there and this user may not open it, or cannot be made.
+File openLock(const std::string& path, const std::string& deck) {
+  constexpr int kFlags = O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK;
+  File file(::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | kFlags, 0600));
+  if (file.isOpen())
+    takeAfter(file.fd(), deck);
+  else if (errno != EEXIST && errno != EACCES && errno != EPERM && errno != EROFS)
+    throwDisk("Cannot lock", deck);
+  for (const int access : {O_RDWR, O_RDONLY})
+    if (!file.isOpen())
+      file = File(::open(path.c_str(), access | kFlags));
+  return file;
+}
+
+// Whether a program on this machine has locked a file that may not even be opened: the system's list of locks
+// tells, whoever holds them.
+bool heldByAnother(const std::string& path) {
+  struct stat info {};
+  if (::stat(path.c_str(), &info) != 0)
+    return false;
+  const std::string inode = ":" + std::to_string(info.st_ino) + " ";
+  std::ifstream locks("/proc/locks");
+  for (std::string line; std::getline(locks, line);)
+    if (line.find(" FLOCK ") != std::string::npos && line.find(inode) != std::string::npos)
+      return true;
+  return false;
+}
+
+[[noreturn]] void throwInUse(const std::string& deck, const std::string& holder) {
+  throw DeckInUse(
+      Fault::world, 70,
+      deck + " is in use by another program" + holder + ". Close it there, or open it read-only.");
+}
+
 }  // namespace
 
-Lock::Lock(const std::string& deck) : path_(deck + ".lock") {
+Lock::Lock(const std::string& deck) {
+  constexpr int kNames = 9;
+  for (int number = 1; number <= kNames; ++number) {
+    const std::string path = beside(deck, ".lock" + (number == 1 ? "" : "." + std::to_string(number)));
+    if (!held() && (exists(path) || folderWritable(deck)))
+      take(deck, path);
+    else if (exists(path) && heldByAnother(path))
+      throwInUse(deck, "");
+  }
+}
+
+// Takes the lock `path`, or leaves it be when it is another user's.
+void Lock::take(const std::string& deck, const std::string& path) {
   for (;;) {
-    File file(::open(path_.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0666));
-    if (!file.isOpen() && (errno == EACCES || errno == EROFS || errno == EPERM) && !folderWritable(deck))
-      return;
-    if (!file.isOpen())
-      throwDisk("Cannot lock", deck);
-    if (::flock(file.fd(), LOCK_EX | LOCK_NB) != 0) {
-      if (errno == EWOULDBLOCK)
-        throw DeckInUse(Fault::world, 70,
-                        deck + " is in use by another program" + holderOf(file.fd()) +
-                            ". Close it there, or open it read-only.");
-      if (errno == EINTR)
+    File file = openLock(path, deck);
+    if (!file.isOpen()) {
+      if (heldByAnother(path))
+        throwInUse(deck, "");
+      if (::unlink(path.c_str()) == 0)
         continue;
-      // A file system without locks (some network folders) must not keep the workshop from running.
+      return;
     }
-    if (!sameFile(file.fd(), path_))
+    if (::flock(file.fd(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK)
+      throwInUse(deck, holderOf(file.fd()));
+    // A file system without locks (some network folders) must not keep the workshop from running.
+    if (!sameFile(file.fd(), path))
       continue;  // its last holder took it away between our open and our lock
     const std::string process = std::to_string(::getpid());
     if (::ftruncate(file.fd(), 0) == 0)
       (void)!::pwrite(file.fd(), process.data(), process.size(), 0);  // for the message only
+    path_ = path;
     file_ = std::move(file);
     return;
   }

@@ -1,5 +1,6 @@
 // One writer for each deck: a lock file beside it, locked while the deck is open. The lock itself goes with
-// the process, however it ends; a lock file that a killed process left behind stops nobody.
+// the process, however it ends; a lock file that a killed process left behind stops nobody, also where it is
+// another user's and can neither be opened nor taken away: the lock then stands under the next number.
 #pragma once
 
 #include <string>
@@ -19,6 +20,7 @@ class Lock {
   bool held() const { return file_.isOpen(); }
 
  private:
+  void take(const std::string& deck, const std::string& path);
   std::string path_;
   File file_;
 };

@@ -405,10 +405,9 @@ TEST(DeckJournal, ADeckSavedByAnotherProgramMeanwhileIsNotOverwritten) {
   EXPECT_TRUE(std::filesystem::exists(file + ".journal"));
 }
 
-TEST(DeckJournal, LinksAndModesAreKept) {
+TEST(DeckJournal, LinksAreKept) {
   const TempFolder folder;
   const std::string file = folder.deck();
-  ASSERT_EQ(::chmod(file.c_str(), 0640), 0);
   std::filesystem::create_directory(folder.file("desk"));
   const std::string link = folder.file("desk/link.pptx");
   std::filesystem::create_symlink(file, link);
@@ -421,9 +420,6 @@ TEST(DeckJournal, LinksAndModesAreKept) {
     deck->Save();
   }
   EXPECT_TRUE(std::filesystem::is_symlink(link));
-  struct stat info {};
-  ASSERT_EQ(::stat(file.c_str(), &info), 0);
-  EXPECT_EQ(info.st_mode & 07777, 0640U);
   EXPECT_EQ(Deck::open(file)->Slides(1).tags().Item("A"), "1");
 }
 
