@@ -77,6 +77,15 @@ TEST(DeckBeside, AGroupIsKeptByWhoeverBelongsToIt) {
   EXPECT_EQ(standingOf(file + ".backup"), (Standing{0660, kNobody, kTeam}));
 }
 
+std::string whyNotOpened(const std::string& file) {
+  try {
+    Deck::open(file);
+  } catch (const deck::DeckInUse& error) {
+    return error.what();
+  }
+  return "opened";
+}
+
 // Files of root in a folder where only their owner may take them away.
 TEST(DeckBeside, AnotherUsersLeftoversStopNobody) {
   if (::geteuid() != 0)
@@ -96,30 +105,40 @@ TEST(DeckBeside, AnotherUsersLeftoversStopNobody) {
                 const auto deck = Deck::open(file);
                 deck->tags().Add("A", "1");
                 deck->Save();
-                try {
-                  Deck::open(file);
-                } catch (const deck::DeckInUse&) {
-                  return 0;
-                }
-                return 1;
+                return whyNotOpened(file) == "opened" ? 1 : 0;
               }),
               0)
         << "98: stopped, 1: opened twice";
     EXPECT_EQ(Deck::open(file)->tags().Item("A"), "1");
-    const int lock = ::open((file + ".lock").c_str(), O_RDWR | O_CREAT, 0600);
+  }
+}
+
+TEST(DeckBeside, ALockThatIsHeldHoldsWhoeverMayOpenItsFile) {
+  if (::geteuid() != 0)
+    GTEST_SKIP() << "only root can play another user";
+  const struct {
+    const char* name;
+    unsigned mode;
+    const char* told;
+  } cases[] = {{"talk.pptx.lock", 0600, "in use"},
+               {"talk.pptx.lock", 0644, "(process 77)"},
+               {"talk.pptx.lock.2", 0600, "in use"}};
+  for (const auto& one : cases) {
+    const TempFolder folder;
+    const std::string file = folder.deck(), path = folder.file(one.name);
+    writeFile(path, "77");
+    ASSERT_EQ(::chmod(path.c_str(), one.mode), 0);
+    ASSERT_EQ(::chmod(folder.path().c_str(), 0777), 0);
+    const int lock = ::open(path.c_str(), O_RDONLY);
     ASSERT_EQ(::flock(lock, LOCK_EX), 0);
     EXPECT_EQ(inChild([&] {
                 becomeNobody();
-                try {
-                  Deck::open(file);
-                } catch (const deck::DeckInUse&) {
-                  return 0;
-                }
-                return 1;
+                return whyNotOpened(file).find(one.told) != std::string::npos ? 0 : 1;
               }),
               0)
-        << "a lock that is held holds, whoever may open its file";
+        << one.name << " " << one.mode;
     ::close(lock);
+    EXPECT_EQ(whyNotOpened(file), "opened");
   }
 }
 
