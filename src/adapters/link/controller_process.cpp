@@ -50,12 +50,20 @@ bool isPrivateFolder(const std::string& folder) {
 }  // namespace
 
 std::string defaultAnnounceFolder() {
-  const char* runtime = std::getenv("XDG_RUNTIME_DIR");
-  const std::string folder = runtime != nullptr && *runtime == '/'
-                                 ? std::string(runtime) + "/quorin"
-                                 : "/tmp/quorin-" + std::to_string(getuid());
-  mkdir(folder.c_str(), S_IRWXU);
-  return isPrivateFolder(folder) ? folder : "";
+  const auto below = [](const char* variable, const char* name) {
+    const char* folder = std::getenv(variable);
+    return folder != nullptr && *folder == '/' ? folder + std::string(name) : "";
+  };
+  // A name that somebody else has taken gives way to the next.
+  for (const std::string& folder : {below("XDG_RUNTIME_DIR", "/quorin"),
+                                    "/tmp/quorin-" + std::to_string(getuid()), below("HOME", "/.quorin")}) {
+    if (folder.empty())
+      continue;
+    mkdir(folder.c_str(), S_IRWXU);
+    if (isPrivateFolder(folder))
+      return folder;
+  }
+  return "";
 }
 
 std::optional<Announcement> announcedIn(const std::string& folder) {

@@ -33,7 +33,7 @@ struct LinkOptions {
 };
 
 // The folder where controllers of this user announce themselves: $XDG_RUNTIME_DIR/quorin, or a folder of the
-// temporary folder that only this user may enter. Makes it when it is missing.
+// temporary folder, or of the home folder, that only this user may enter. Makes it when it is missing.
 std::string defaultAnnounceFolder();
 
 class WebSocketLink : public host::ControllerLink {

@@ -70,6 +70,17 @@ void flushFolder(const std::string& folder) {
   ::fsync(descriptor.get());
 }
 
+// A free name in the folder of `target` that any file system takes, however long the target's is.
+std::string freshName(const std::string& target) {
+  struct stat info {};
+  for (int number = 1;; ++number) {
+    std::string name =
+        folderOf(target) + "/.quorin-new-" + std::to_string(::getpid()) + "-" + std::to_string(number);
+    if (::lstat(name.c_str(), &info) != 0)
+      return name;
+  }
+}
+
 // The file that a link stands for, so that writing keeps the link.
 std::string linkTarget(const std::string& path) {
   std::error_code error;
@@ -126,13 +137,13 @@ void DiskFiles::write(const std::string& path, std::string_view text) {
     return;
   }
   const std::string target = linkTarget(path);
-  const std::string fresh = target + ".new" + std::to_string(::getpid());
+  const std::string fresh = freshName(target);
   struct stat old {};
   const bool existed = ::stat(target.c_str(), &old) == 0;
   if (existed && ::access(target.c_str(), W_OK) != 0)
     fail("Could not write", path);
   try {
-    const Descriptor descriptor(fresh, O_WRONLY | O_CREAT | O_TRUNC, "Could not write");
+    const Descriptor descriptor(fresh, O_WRONLY | O_CREAT | O_EXCL, "Could not write");
     if (existed)
       ::fchmod(descriptor.get(), old.st_mode & 07777);
     writeAll(descriptor.get(), text, path);

@@ -72,6 +72,7 @@ class RunFolder {
     const std::string folder = userTemporaryFolder();
     clearAfterKilledRuns(folder);
     path_ = folder + "/" + std::to_string(::getpid());
+    clearRunFolder(path_);  // of a killed run that had the same number
     ::mkdir(path_.c_str(), 0700);
   }
   ~RunFolder() { clearRunFolder(path_); }

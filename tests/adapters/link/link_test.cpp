@@ -1,5 +1,7 @@
 #include <signal.h>
 
+#include <cstdlib>
+#include <filesystem>
 #include <map>
 #include <set>
 
@@ -59,6 +61,20 @@ TEST_F(RealController, StartsAnswersVotesAndEndsWithTheLink) {
     EXPECT_EQ(rehearsedVote(link).size(), 20U);
   }
   EXPECT_FALSE(alive(process));
+}
+
+TEST(AnnounceFolder, GivesWayWhereSomebodyElseHasTakenTheName) {
+  std::string runtime = (std::filesystem::temp_directory_path() / "announceXXXXXX").string();
+  ASSERT_NE(mkdtemp(runtime.data()), nullptr);
+  std::filesystem::create_directory(runtime + "/quorin");  // others may enter it
+  const char* before = std::getenv("XDG_RUNTIME_DIR");
+  const std::string kept = before != nullptr ? before : "";
+  setenv("XDG_RUNTIME_DIR", runtime.c_str(), 1);
+  const std::string folder = link::defaultAnnounceFolder();
+  kept.empty() ? unsetenv("XDG_RUNTIME_DIR") : setenv("XDG_RUNTIME_DIR", kept.c_str(), 1);
+  EXPECT_NE(folder, "");
+  EXPECT_NE(folder, runtime + "/quorin");
+  std::filesystem::remove_all(runtime);
 }
 
 TEST_F(RealController, TheSameSeedVotesTheSame) {
