@@ -14,6 +14,13 @@ if(CCACHE)
   set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1 ${CCACHE})
 endif()
 
+# Dozens of test programs are linked at every change of a room below them.
+find_program(MOLD mold)
+if(MOLD AND NOT QUORIN_FUZZ)
+  add_link_options(-fuse-ld=mold)
+endif()
+set(CMAKE_CXX_FLAGS_DEBUG "-g1")  # lines for stack traces; the full data doubles every build
+
 add_library(quorin_flags INTERFACE)
 target_compile_options(quorin_flags INTERFACE -Wall -Wextra -Wconversion -Wshadow -Werror)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)

@@ -24,7 +24,7 @@ foreach(entry ${table})
 endforeach()
 
 file(WRITE "${OUT}.new" "// Written at build time from controller/web.
-#include \"controller/page.h\"
+#include \"controller/server/page.h\"
 
 namespace qrn::controller {
 

@@ -7,8 +7,8 @@
 #include <iostream>
 #include <iterator>
 
-#include "controller/arguments.h"
-#include "controller/server.h"
+#include "controller/room/arguments.h"
+#include "controller/server/server.h"
 
 namespace qrn::controller {
 namespace {

@@ -12,7 +12,7 @@
 #include <string>
 
 #include "core/glo.h"
-#include "store/all_scores.h"
+#include "store/scores/all_scores.h"
 
 namespace {
 

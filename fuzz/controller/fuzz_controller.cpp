@@ -6,9 +6,9 @@
 #include <cstdlib>
 #include <string>
 
-#include "adapters/link/wire.h"
-#include "controller/arguments.h"
-#include "controller/room.h"
+#include "adapters/link/wire/wire.h"
+#include "controller/room/arguments.h"
+#include "controller/room/room.h"
 
 namespace {
 

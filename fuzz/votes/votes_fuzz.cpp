@@ -6,9 +6,9 @@
 #include <string>
 #include <string_view>
 
-#include "analysis/filters.h"
+#include "analysis/filter/filters.h"
 #include "core/glo.h"
-#include "store/all_scores.h"
+#include "store/scores/all_scores.h"
 #include "store/statistics.h"
 #include "store/vote_store.h"
 #include "store/votes_rec_conversion.h"

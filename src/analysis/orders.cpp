@@ -15,7 +15,7 @@
 #include "core/options.h"
 #include "host/dialogs.h"
 #include "host/host.h"
-#include "store/all_scores.h"
+#include "store/scores/all_scores.h"
 
 namespace qrn {
 

@@ -16,11 +16,11 @@
 #include "adapters/system/machine.h"
 #include "adapters/system/xml_query.h"
 #include "core/common.h"
-#include "desktop/render/render.h"
 #include "host/dialogs.h"
 #include "host/errors.h"
 #include "host/forms.h"
 #include "host/host.h"
+#include "render/render.h"
 
 namespace qrn::app {
 

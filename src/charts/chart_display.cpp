@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "analysis/categories_membership.h"
+#include "analysis/filter/categories_membership.h"
 #include "analysis/multiplot.h"
-#include "charts/graph_look.h"
+#include "charts/look/graph_look.h"
 #include "core/common.h"
 #include "core/diagnostics.h"
 #include "core/glo.h"

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "analysis/filters.h"
+#include "analysis/filter/filters.h"
 #include "charts/graph_notes.h"
 #include "charts/slot_labels.h"
 #include "core/common.h"

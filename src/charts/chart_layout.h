@@ -5,7 +5,7 @@
 // "bottomAxisLabel" and "legendRow" is the point's number in its series, whatever the page.
 #pragma once
 
-#include "charts/graph_look.h"
+#include "charts/look/graph_look.h"
 #include "charts/tchart.h"
 #include "host/surface.h"
 

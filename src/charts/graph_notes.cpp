@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "analysis/filters.h"
+#include "analysis/filter/filters.h"
 #include "core/glo.h"
 
 namespace qrn {

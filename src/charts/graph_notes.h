@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "charts/graph_look.h"
+#include "charts/look/graph_look.h"
 #include "host/surface.h"
 
 namespace qrn {

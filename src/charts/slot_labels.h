@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "charts/graph_look.h"
+#include "charts/look/graph_look.h"
 #include "charts/tchart.h"
 #include "host/surface.h"
 

@@ -11,7 +11,7 @@
 #include "host/dialogs.h"
 #include "host/errors.h"
 #include "host/host.h"
-#include "store/all_scores.h"
+#include "store/scores/all_scores.h"
 
 namespace qrn {
 

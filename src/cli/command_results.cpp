@@ -3,13 +3,13 @@
 #include <iostream>
 #include <nlohmann/json.hpp>
 
-#include "analysis/filters.h"
+#include "analysis/filter/filters.h"
 #include "analysis/multiplot.h"
 #include "cli/commands.h"
 #include "cli/workshop.h"
 #include "core/common.h"
 #include "core/glo.h"
-#include "store/results.h"
+#include "store/scores/results.h"
 
 namespace qrn::cli {
 

@@ -15,7 +15,7 @@
 #include "store/exercise_text.h"
 #include "store/progress_log.h"
 #include "store/vote_store.h"
-#include "vote/comms.h"
+#include "vote/link/comms.h"
 #include "vote/xy_vote_runtime.h"
 
 namespace qrn::cli {

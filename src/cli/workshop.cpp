@@ -1,6 +1,6 @@
 #include "cli/workshop.h"
 
-#include "analysis/filters.h"
+#include "analysis/filter/filters.h"
 #include "core/glo.h"
 #include "core/model.h"
 #include "host/errors.h"

@@ -10,9 +10,9 @@
 #include <QVBoxLayout>
 
 #include "desktop/flow_row.h"
-#include "desktop/render/fonts.h"
 #include "desktop/style.h"
 #include "host/errors.h"
+#include "render/fonts.h"
 
 namespace qrn::desktop {
 
@@ -261,7 +261,8 @@ void DeckWindow::makeDeckPage() {
   list_->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
   list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   list_->setMinimumWidth(20 * look::grid);
-  list_->setStyleSheet("QListView { border: none; background: palette(window); outline: none; padding: 4px; }");
+  list_->setStyleSheet(
+      "QListView { border: none; background: palette(window); outline: none; padding: 4px; }");
   list_->setAccessibleName("Slides");
   connect(list_->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] { showCurrent(); });
   connect(list_, &QListView::activated, this, [this] { openExercise(); });

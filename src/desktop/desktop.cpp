@@ -11,7 +11,6 @@
 #include "desktop/form_windows.h"
 #include "desktop/keypads_window.h"
 #include "desktop/presentation_program.h"
-#include "desktop/render/fonts.h"
 #include "desktop/slide_show_window.h"
 #include "desktop/style.h"
 #include "desktop/window_stack.h"
@@ -20,6 +19,7 @@
 #include "host/forms.h"
 #include "host/host.h"
 #include "host/wait.h"
+#include "render/fonts.h"
 
 namespace qrn::desktop {
 

@@ -5,7 +5,7 @@
 #include <QPixmap>
 #include <QScreen>
 
-#include "desktop/render/fonts.h"
+#include "render/fonts.h"
 
 namespace qrn::desktop {
 

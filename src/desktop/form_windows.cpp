@@ -2,7 +2,7 @@
 
 #include "charts/chart_display.h"
 #include "charts/xy_vote_average_graph.h"
-#include "core/blank_form.h"
+#include "core/windows/blank_form.h"
 #include "desktop/quit_options_window.h"
 #include "desktop/surface_window.h"
 #include "host/host.h"

@@ -10,9 +10,9 @@
 
 #include "adapters/qt/type_scale.h"
 #include "desktop/keys.h"
-#include "desktop/render/fonts.h"
 #include "desktop/style.h"
 #include "host/host.h"
+#include "render/fonts.h"
 
 namespace qrn::desktop {
 

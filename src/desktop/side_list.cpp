@@ -3,7 +3,7 @@
 #include <QSignalBlocker>
 #include <algorithm>
 
-#include "desktop/render/fonts.h"
+#include "render/fonts.h"
 
 namespace qrn::desktop {
 

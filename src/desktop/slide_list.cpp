@@ -4,8 +4,8 @@
 #include <QTextLayout>
 
 #include "core/vote_record_text.h"
-#include "desktop/render/fonts.h"
 #include "desktop/style.h"
+#include "render/fonts.h"
 
 namespace qrn::desktop {
 

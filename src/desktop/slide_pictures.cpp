@@ -7,9 +7,9 @@
 #include <cmath>
 
 #include "adapters/qt/slide_painter.h"
-#include "desktop/render/fonts.h"
-#include "desktop/render/render.h"
 #include "host/errors.h"
+#include "render/fonts.h"
+#include "render/render.h"
 
 namespace qrn::desktop {
 

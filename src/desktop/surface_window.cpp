@@ -12,8 +12,8 @@
 #include <algorithm>
 
 #include "desktop/keys.h"
-#include "desktop/render/fonts.h"
-#include "desktop/render/render.h"
+#include "render/fonts.h"
+#include "render/render.h"
 
 namespace qrn::desktop {
 

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "charts/graph_look.h"
+#include "charts/look/graph_look.h"
 #include "matrixgraph/layered_surface.h"
 #include "matrixgraph/plot_area.h"
 

@@ -2,7 +2,7 @@
 // the digits and the diversity graph: the rest touches visibility only.
 #include <algorithm>
 
-#include "analysis/filters.h"
+#include "analysis/filter/filters.h"
 #include "core/common.h"
 #include "core/glo.h"
 #include "core/item_label.h"

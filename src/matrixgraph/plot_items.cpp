@@ -7,7 +7,7 @@
 #include "charts/chart_display.h"
 #include "core/common.h"
 #include "core/glo.h"
-#include "store/all_scores.h"
+#include "store/scores/all_scores.h"
 
 namespace qrn {
 

@@ -13,7 +13,7 @@
 #include "host/errors.h"
 #include "host/host.h"
 #include "matrixgraph/axis_labels.h"
-#include "store/all_scores.h"
+#include "store/scores/all_scores.h"
 
 namespace qrn {
 

@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <utility>
 
-#include "analysis/filters.h"
+#include "analysis/filter/filters.h"
 #include "core/common.h"
 #include "core/diagnostics.h"
 #include "core/item_label.h"

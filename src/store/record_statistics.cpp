@@ -10,7 +10,7 @@
 #include <string_view>
 #include <unordered_map>
 
-#include "analysis/filters.h"
+#include "analysis/filter/filters.h"
 #include "core/common.h"
 #include "core/glo.h"
 #include "store/vote_line.h"

@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <vector>
 
-#include "analysis/filters.h"
+#include "analysis/filter/filters.h"
 #include "core/common.h"
 #include "core/diagnostics.h"
 #include "core/glo.h"

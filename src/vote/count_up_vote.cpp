@@ -14,8 +14,8 @@
 #include "store/progress_log.h"
 #include "store/statistics.h"
 #include "store/vote_store.h"
-#include "vote/comms.h"
-#include "vote/keypad_arrays.h"
+#include "vote/link/comms.h"
+#include "vote/link/keypad_arrays.h"
 #include "vote/link_watch.h"
 #include "vote/vote_outcome.h"
 

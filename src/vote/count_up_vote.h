@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "charts/vote_screen.h"
+#include "charts/vote_screen/vote_screen.h"
 
 namespace qrn {
 

@@ -4,7 +4,7 @@
 #include "host/controller.h"
 #include "host/host.h"
 #include "host/system.h"
-#include "vote/comms.h"
+#include "vote/link/comms.h"
 
 namespace qrn {
 

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "charts/vote_screen.h"
+#include "charts/vote_screen/vote_screen.h"
 
 namespace qrn {
 

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "charts/vote_screen.h"
+#include "charts/vote_screen/vote_screen.h"
 #include "vote/keypads_not_voted.h"
 
 namespace qrn {

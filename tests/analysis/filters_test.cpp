@@ -1,8 +1,8 @@
-#include "analysis/filters.h"
+#include "analysis/filter/filters.h"
 
 #include <memory>
 
-#include "analysis/categories_membership.h"
+#include "analysis/filter/categories_membership.h"
 #include "core/glo.h"
 #include "host/xml_query.h"
 #include "support/test_host.h"

@@ -4,7 +4,7 @@
 
 #include "analysis/multiplot.h"
 #include "core/glo.h"
-#include "store/all_scores.h"
+#include "store/scores/all_scores.h"
 #include "support/test_host.h"
 
 namespace qrn::test {

@@ -1,4 +1,4 @@
-#include "charts/graph_look.h"
+#include "charts/look/graph_look.h"
 
 #include "charts/graph_fixture.h"
 #include "charts/graph_notes.h"

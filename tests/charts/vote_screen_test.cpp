@@ -1,12 +1,12 @@
 // The vote screen: what it tells the controller, that all of it can be read on every screen, and its bars.
-#include "charts/vote_screen.h"
+#include "charts/vote_screen/vote_screen.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cmath>
 
-#include "charts/graph_look.h"
+#include "charts/look/graph_look.h"
 #include "core/glo.h"
 #include "core/model.h"
 #include "host/system.h"

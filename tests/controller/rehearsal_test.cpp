@@ -1,4 +1,4 @@
-#include "controller/rehearsal.h"
+#include "controller/room/rehearsal.h"
 
 #include <gtest/gtest.h>
 

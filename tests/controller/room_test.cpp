@@ -1,5 +1,5 @@
 // A room without sockets: what the program sends and gets, what each phone is told.
-#include "controller/room.h"
+#include "controller/room/room.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

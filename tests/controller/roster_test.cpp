@@ -1,8 +1,8 @@
-#include "controller/roster.h"
+#include "controller/room/roster.h"
 
 #include <gtest/gtest.h>
 
-#include "controller/rate_limit.h"
+#include "controller/room/rate_limit.h"
 
 namespace qrn::controller {
 namespace {

@@ -1,12 +1,12 @@
 // The texts of both languages: commands and blocks with the program, frames with the phones, arguments.
 #include <gtest/gtest.h>
 
-#include "adapters/link/wire.h"
-#include "controller/arguments.h"
-#include "controller/outbox.h"
-#include "controller/phone_text.h"
-#include "controller/program_text.h"
-#include "controller/vote_state.h"
+#include "adapters/link/wire/wire.h"
+#include "controller/room/arguments.h"
+#include "controller/room/outbox.h"
+#include "controller/room/phone_text.h"
+#include "controller/room/program_text.h"
+#include "controller/room/vote_state.h"
 
 namespace qrn::controller {
 namespace {

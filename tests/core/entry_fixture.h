@@ -6,16 +6,16 @@
 #include <string>
 #include <vector>
 
-#include "core/blank_form.h"
-#include "core/end_program.h"
-#include "core/entry.h"
 #include "core/glo.h"
 #include "core/model.h"
-#include "core/presentation_windows.h"
+#include "core/run/end_program.h"
+#include "core/run/entry.h"
+#include "core/windows/blank_form.h"
+#include "core/windows/presentation_windows.h"
 #include "store/exercise_text.h"
 #include "store/progress_log.h"
 #include "support/test_host.h"
-#include "vote/comms.h"
+#include "vote/link/comms.h"
 
 namespace qrn {
 

@@ -1,11 +1,11 @@
-#include "desktop/render/render.h"
+#include "render/render.h"
 
 #include <QFile>
 #include <QTemporaryDir>
 
-#include "desktop/render/fonts.h"
 #include "desktop/window_world.h"
 #include "host/errors.h"
+#include "render/fonts.h"
 
 namespace {
 

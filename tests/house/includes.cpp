@@ -28,8 +28,9 @@ std::string folderOf(const std::string& path) {
 }
 
 bool isLogic(const std::string& folder) {
-  static const std::set<std::string> rooms{"core",   "store",       "analysis",  "vote",   "compare",
-                                           "charts", "matrixgraph", "authoring", "output", "host"};
+  static const std::set<std::string> rooms{"core",    "store",  "analysis",    "vote",
+                                           "compare", "charts", "matrixgraph", "authoring",
+                                           "output",  "host",   "look"};
   const std::vector<std::string> parts = split(folder, '/');
   return parts.size() > 1 && parts[0] == "src" && rooms.count(parts[1]) != 0;
 }
@@ -39,19 +40,27 @@ class House {
   explicit House(const std::vector<PlanLine>& plan) : plan_(plan) {
     for (const PlanLine& line : plan) {
       for (const std::string& source : line.sources) owner_[line.folder + "/" + stem(source)] = &line;
-      first_.emplace(line.folder, &line);
+      folders_.emplace(line.folder, &line);
     }
   }
 
-  // A header without a source of its own belongs to the folder's first target.
+  // A header without a source of its own belongs to the target of its folder.
   const PlanLine* ownerOf(const std::string& path) const {
     const auto it = owner_.find(stem(path));
     if (it != owner_.end())
       return it->second;
     if (path.size() > 2 && path.compare(path.size() - 2, 2, ".h") != 0)
       return nullptr;
-    const auto folder = first_.find(folderOf(path));
-    return folder == first_.end() ? nullptr : folder->second;
+    const auto folder = folders_.find(folderOf(path));
+    return folder == folders_.end() ? nullptr : folder->second;
+  }
+
+  // A folder is a room: whatever sits higher than the rest of it needs a folder of its own.
+  void findSharedFolders(std::vector<std::string>& complaints) const {
+    for (const PlanLine& line : plan_)
+      if (folders_.at(line.folder) != &line)
+        complaints.push_back(line.folder + ": two targets, " + folders_.at(line.folder)->target + " and " +
+                             line.target);
   }
 
   void findCircles(std::vector<std::string>& complaints) const {
@@ -80,7 +89,7 @@ class House {
  private:
   const std::vector<PlanLine>& plan_;
   std::map<std::string, const PlanLine*> owner_;
-  std::map<std::string, const PlanLine*> first_;
+  std::map<std::string, const PlanLine*> folders_;
 };
 
 void checkFile(const House& house, const std::string& path, const std::string& text,
@@ -102,7 +111,7 @@ void checkFile(const House& house, const std::string& path, const std::string& t
         complaints.push_back(path + ": the logic includes <" + name + ">");
       continue;
     }
-    const PlanLine* other = house.ownerOf("src/" + name);
+    const PlanLine* other = house.ownerOf(name.rfind("controller/", 0) == 0 ? name : "src/" + name);
     if (other == nullptr)
       complaints.push_back(path + ": \"" + name + "\" belongs to no target");
     else if (other != self &&
@@ -134,6 +143,7 @@ std::vector<std::string> checkIncludes(const std::vector<PlanLine>& plan,
   std::vector<std::string> complaints;
   for (const std::string& path : files) checkFile(house, path, read(path), complaints);
   house.findCircles(complaints);
+  house.findSharedFolders(complaints);
   return complaints;
 }
 

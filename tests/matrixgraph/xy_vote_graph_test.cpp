@@ -1,7 +1,7 @@
 #include "matrixgraph/xy_vote_graph.h"
 
 #include "charts/graph_fixture.h"
-#include "charts/graph_look.h"
+#include "charts/look/graph_look.h"
 #include "host/errors.h"
 
 namespace qrn {

@@ -3,8 +3,8 @@
 #include <cmath>
 #include <random>
 
-#include "store/all_scores.h"
-#include "store/results.h"
+#include "store/scores/all_scores.h"
+#include "store/scores/results.h"
 #include "store/vote_fixture.h"
 #include "store/vote_store.h"
 

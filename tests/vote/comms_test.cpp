@@ -1,5 +1,5 @@
 // The controller form: what goes out, in which order, and what every kind of incoming block does.
-#include "vote/comms.h"
+#include "vote/link/comms.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -16,8 +16,8 @@ namespace qrn {
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::Pair;
 using ::testing::IsEmpty;
+using ::testing::Pair;
 using Presses = std::vector<std::pair<std::int32_t, std::string>>;
 
 class CommsTest : public ::testing::Test {

@@ -13,8 +13,8 @@
 #include "core/model.h"
 #include "store/vote_store.h"
 #include "support/test_host.h"
-#include "vote/comms.h"
-#include "vote/keypad_arrays.h"
+#include "vote/link/comms.h"
+#include "vote/link/keypad_arrays.h"
 #include "vote/xy_vote_runtime.h"
 
 namespace qrn {

@@ -3,7 +3,7 @@
 #include <boost/asio/ip/tcp.hpp>
 #include <boost/asio/post.hpp>
 
-#include "adapters/link/wire.h"
+#include "adapters/link/wire/wire.h"
 
 namespace qrn::link {
 

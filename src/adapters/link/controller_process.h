@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "adapters/link/wire.h"
+#include "adapters/link/wire/wire.h"
 
 namespace qrn::link {
 

@@ -9,7 +9,7 @@
 
 #include "adapters/link/connection.h"
 #include "adapters/link/controller_process.h"
-#include "adapters/link/wire.h"
+#include "adapters/link/wire/wire.h"
 
 namespace qrn::link {
 

@@ -6,8 +6,8 @@
 #include <QSaveFile>
 #include <algorithm>
 
-#include "desktop/render/fonts.h"
-#include "desktop/render/render.h"
+#include "render/fonts.h"
+#include "render/render.h"
 
 namespace qrn::qt {
 

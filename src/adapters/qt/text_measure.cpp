@@ -1,6 +1,6 @@
 #include "adapters/qt/text_measure.h"
 
-#include "desktop/render/fonts.h"
+#include "render/fonts.h"
 
 namespace qrn::qt {
 

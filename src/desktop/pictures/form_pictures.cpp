@@ -1,7 +1,7 @@
 // Pictures of the forms: the vote, its exit dialog, the average graph and the matrix graph.
 #include "charts/xy_vote_average_graph.h"
-#include "core/blank_form.h"
 #include "core/glo.h"
+#include "core/windows/blank_form.h"
 #include "desktop/form_windows.h"
 #include "desktop/pictures/made_up_deck.h"
 #include "desktop/pictures/made_up_exercise.h"

@@ -6,7 +6,7 @@
 #include <fstream>
 
 #include "adapters/link/link_fixture.h"
-#include "adapters/link/wire.h"
+#include "adapters/link/wire/wire.h"
 
 namespace qrn::test {
 namespace {

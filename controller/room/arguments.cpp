@@ -1,0 +1,57 @@
+#include "controller/room/arguments.h"
+
+#include <algorithm>
+
+#include "adapters/link/wire/wire.h"
+
+namespace qrn::controller {
+
+namespace {
+
+std::string_view cut(std::string_view& text, char end) {
+  const std::string_view piece = text.substr(0, text.find(end));
+  text.remove_prefix(std::min(text.size(), piece.size() + 1));
+  return piece;
+}
+
+std::optional<long> keypadNumber(std::string_view text) {
+  const auto number = link::wholeNumber(text);
+  if (!number || *number > highestKeypad)
+    return std::nullopt;
+  return static_cast<long>(*number);
+}
+
+}  // namespace
+
+std::optional<std::pair<long, long>> readRange(std::string_view text) {
+  const auto first = keypadNumber(cut(text, '-'));
+  const auto last = keypadNumber(text);
+  if (!first || !last || *first < 1 || *first > *last)
+    return std::nullopt;
+  return std::make_pair(*first, *last);
+}
+
+std::optional<Base> readBase(std::string_view text) {
+  const auto number = keypadNumber(cut(text, ':'));
+  const auto offset = keypadNumber(cut(text, ':'));
+  const auto range = readRange(cut(text, ':'));
+  if (!number || !offset || !range || range->second + *offset > highestKeypad ||
+      (!text.empty() && text != "off"))
+    return std::nullopt;
+  return Base{*number, *offset, range->first, range->second, text.empty()};
+}
+
+std::map<long, std::string> readNames(std::string_view text) {
+  std::map<long, std::string> names;
+  while (!text.empty()) {
+    std::string_view line = cut(text, '\n');
+    if (!line.empty() && line.back() == '\r')
+      line.remove_suffix(1);
+    const auto keypad = keypadNumber(cut(line, ','));
+    if (keypad && *keypad > 0 && !line.empty())
+      names[*keypad] = link::validUtf8(line);
+  }
+  return names;
+}
+
+}  // namespace qrn::controller

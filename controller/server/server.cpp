@@ -1,0 +1,270 @@
+#include "controller/server/server.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <csignal>
+#include <cstdio>
+#include <ctime>
+#include <fstream>
+#include <iterator>
+
+#include "controller/server/addresses.h"
+#include "controller/server/sessions.h"
+
+namespace qrn::controller {
+
+namespace {
+
+std::string readFile(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+// A file that only this user can read, there as a whole or not at all.
+bool writePrivate(const std::string& path, const std::string& text) {
+  const std::string draft = path + "." + std::to_string(getpid());
+  const int file = open(draft.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, S_IRUSR | S_IWUSR);
+  if (file < 0)
+    return false;
+  const bool whole = ::write(file, text.data(), text.size()) == static_cast<ssize_t>(text.size());
+  close(file);
+  if (whole && rename(draft.c_str(), path.c_str()) == 0)
+    return true;
+  unlink(draft.c_str());
+  return false;
+}
+
+}  // namespace
+
+Moment now() {
+  using namespace std::chrono;
+  return {duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count(),
+          duration_cast<seconds>(system_clock::now().time_since_epoch()).count()};
+}
+
+Server::Server(ServerOptions options) : options_(std::move(options)), room_(options_.room, ports()) {
+  listen();
+  loadState();
+  announce();
+}
+
+Server::~Server() {
+  stopping_ = true;
+  withdraw();
+}
+
+RoomPorts Server::ports() {
+  RoomPorts ports;
+  ports.programWaiting = [this] {
+    if (const auto program = program_.lock())
+      program->write();
+  };
+  ports.toPhone = [this](PhoneId phone, const SharedText& text) {
+    const auto it = phones_.find(phone);
+    if (it == phones_.end())
+      return;
+    if (const auto session = it->second.lock())
+      session->send(text);
+  };
+  ports.log = [this](const std::string& line) { log(line); };
+  ports.keypadGiven = [this](long keypad, const std::string& token) { keepState(keypad, token); };
+  ports.newToken = [] { return link::randomToken(); };
+  ports.now = now;
+  return ports;
+}
+
+void Server::listen() {
+  const auto address = asio::ip::make_address(options_.bind);
+  tcp::endpoint endpoint(address, static_cast<std::uint16_t>(options_.port));
+  acceptor_.open(endpoint.protocol());
+  acceptor_.set_option(tcp::acceptor::reuse_address(true));
+  boost::system::error_code error;
+  acceptor_.bind(endpoint, error);
+  if (error && options_.portOrAny) {
+    endpoint.port(0);
+    error.clear();
+    acceptor_.bind(endpoint, error);
+  }
+  if (error)
+    throw boost::system::system_error(error, "cannot listen on port " + std::to_string(endpoint.port()));
+  acceptor_.listen(1024);
+  options_.port = acceptor_.local_endpoint().port();
+}
+
+void Server::run() {
+  signals_.add(SIGTERM);
+  signals_.add(SIGINT);
+  signals_.add(SIGHUP);
+  signals_.async_wait([this](boost::system::error_code error, int) {
+    if (!error)
+      stop();
+  });
+  if (options_.endWithLink)
+    armGrace();
+  accept();
+  io_.run();
+}
+
+void Server::accept() {
+  acceptor_.async_accept([this](boost::system::error_code error, tcp::socket socket) {
+    if (error == asio::error::operation_aborted)
+      return;
+    if (!error) {
+      accepted(std::move(socket));
+      return accept();
+    }
+    // No more descriptors, say: wait until some have been given back.
+    acceptPause_.expires_after(std::chrono::milliseconds(100));
+    acceptPause_.async_wait([this](boost::system::error_code stopped) {
+      if (!stopped)
+        accept();
+    });
+  });
+}
+
+void Server::accepted(tcp::socket socket) {
+  beast::error_code error;
+  const auto peer = socket.remote_endpoint(error);
+  // The program's side always finds a seat: it comes from this machine.
+  if (error || (clients_ >= options_.maxClients && !peer.address().is_loopback()))
+    return;
+  ++clients_;
+  std::make_shared<HttpSession>(*this, std::move(socket))->run();
+}
+
+PhoneId Server::addPhone(const std::shared_ptr<PhoneSession>& phone) {
+  phones_[++lastPhone_] = phone;
+  return lastPhone_;
+}
+
+void Server::removePhone(PhoneId phone) {
+  phones_.erase(phone);
+  room_.phoneGone(phone);
+}
+
+void Server::setProgram(const std::shared_ptr<ProgramSession>& program, const std::string& instance) {
+  if (const auto former = program_.lock())
+    former->close();
+  program_ = program;
+  programInstance_ = instance;
+  graceTimer_.cancel();
+  log("the program has linked up");
+}
+
+void Server::programGone() {
+  // A newer link of the program may have taken over, and a refused one never was the program's.
+  if (stopping_ || !program_.expired() || !room_.programLinked())
+    return;
+  room_.programGone();
+  log("the program has gone");
+  if (options_.endWithLink)
+    armGrace();
+}
+
+void Server::armRehearsal() {
+  const auto due = room_.nextDue();
+  if (!due)
+    return;
+  rehearsalTimer_.expires_after(std::chrono::milliseconds(std::max<std::int64_t>(0, *due - now().ms)));
+  rehearsalTimer_.async_wait([this](boost::system::error_code error) {
+    if (error)
+      return;
+    room_.rehearse();
+    armRehearsal();
+  });
+}
+
+void Server::armGrace() {
+  graceTimer_.expires_after(options_.grace);
+  graceTimer_.async_wait([this](boost::system::error_code error) {
+    if (error || room_.programLinked())
+      return;
+    log("no program; ending");
+    stop();
+  });
+}
+
+void Server::stop() {
+  withdraw();
+  io_.stop();
+}
+
+void Server::announce() const {
+  link::Announcement announcement;
+  announcement.port = options_.port;
+  announcement.token = options_.token;
+  announcement.process = getpid();
+  announcement.rehearse = static_cast<int>(options_.room.rehearse);
+  announcement.seed = options_.room.seed;
+  announcement.join = address() + "/join";
+  const std::string text = link::announcementText(announcement);
+  if (options_.announce == "-") {
+    std::fputs(text.c_str(), stdout);
+    std::fflush(stdout);
+  } else if (!options_.announce.empty() && !writePrivate(options_.announce, text)) {
+    log("cannot write " + options_.announce);
+  }
+}
+
+void Server::withdraw() const {
+  if (options_.announce.empty() || options_.announce == "-")
+    return;
+  const auto there = link::readAnnouncement(readFile(options_.announce));
+  if (there && there->token == options_.token)
+    unlink(options_.announce.c_str());
+}
+
+void Server::loadState() {
+  if (options_.state.empty())
+    return;
+  room_.roster().readState(readFile(options_.state), now());
+  if (!writePrivate(options_.state, room_.roster().stateText()))
+    log("cannot write " + options_.state);
+}
+
+void Server::keepState(long keypad, const std::string& token) const {
+  if (options_.state.empty())
+    return;
+  const std::string line = Roster::stateLine(keypad, token, now().seconds);
+  const int file = open(options_.state.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, S_IRUSR | S_IWUSR);
+  if (file < 0 || ::write(file, line.data(), line.size()) != static_cast<ssize_t>(line.size()))
+    log("cannot write " + options_.state);
+  if (file >= 0)
+    close(file);
+}
+
+std::string Server::address() const {
+  std::string host = options_.address;
+  if (host.empty() && options_.bind == "0.0.0.0") {
+    const auto found = lanAddresses();
+    host = found.empty() ? "127.0.0.1" : found.front();
+  } else if (host.empty()) {
+    host = options_.bind;
+  }
+  return "http://" + host + ":" + std::to_string(options_.port);
+}
+
+std::vector<std::string> Server::others() const {
+  std::vector<std::string> urls;
+  if (options_.bind == "0.0.0.0")
+    for (const std::string& host : lanAddresses()) {
+      const std::string url = "http://" + host + ":" + std::to_string(options_.port);
+      if (url != address())
+        urls.push_back(url);
+    }
+  return urls;
+}
+
+void Server::log(const std::string& line) const {
+  const std::time_t seconds = std::time(nullptr);
+  std::tm parts{};
+  localtime_r(&seconds, &parts);
+  char stamp[32] = "";
+  std::strftime(stamp, sizeof stamp, "%H:%M:%S", &parts);
+  std::fprintf(stderr, "%s %s\n", stamp, line.c_str());
+}
+
+}  // namespace qrn::controller

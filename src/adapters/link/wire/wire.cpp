@@ -1,0 +1,122 @@
+#include "adapters/link/wire/wire.h"
+
+#include <algorithm>
+#include <random>
+
+namespace qrn::link {
+
+namespace {
+
+// Length of the valid UTF-8 sequence at the start of `text`, or 0.
+std::size_t sequenceLength(std::string_view text) {
+  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+  const unsigned char lead = byte(0);
+  if (lead < 0x80)
+    return 1;
+  const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
+  if (lead < 0xC2 || lead > 0xF4 || text.size() < length)
+    return 0;
+  for (std::size_t i = 1; i < length; ++i)
+    if ((byte(i) & 0xC0) != 0x80)
+      return 0;
+  const bool overlong = (lead == 0xE0 && byte(1) < 0xA0) || (lead == 0xF0 && byte(1) < 0x90);
+  const bool outside = (lead == 0xED && byte(1) > 0x9F) || (lead == 0xF4 && byte(1) > 0x8F);
+  return overlong || outside ? 0 : length;
+}
+
+void take(Announcement& announcement, std::string_view key, std::string_view value) {
+  const std::int64_t number = wholeNumber(value).value_or(0);
+  if (key == "port" && number <= 65535)
+    announcement.port = static_cast<int>(number);
+  else if (key == "token" && isToken(value))
+    announcement.token = value;
+  else if (key == "process")
+    announcement.process = static_cast<long>(number);
+  else if (key == "rehearse" && number <= 65535)
+    announcement.rehearse = static_cast<int>(number);
+  else if (key == "seed")
+    announcement.seed = static_cast<std::uint64_t>(number);
+  else if (key == "join")
+    announcement.join = value;
+}
+
+}  // namespace
+
+std::string announcementText(const Announcement& a) {
+  return "port=" + std::to_string(a.port) + "\ntoken=" + a.token + "\nprocess=" + std::to_string(a.process) +
+         "\nrehearse=" + std::to_string(a.rehearse) + "\nseed=" + std::to_string(a.seed) +
+         "\njoin=" + a.join + "\n";
+}
+
+std::optional<Announcement> readAnnouncement(std::string_view text) {
+  Announcement announcement;
+  while (!text.empty()) {
+    const std::string_view line = text.substr(0, text.find('\n'));
+    text.remove_prefix(std::min(text.size(), line.size() + 1));
+    const std::size_t equals = line.find('=');
+    if (equals != std::string_view::npos)
+      take(announcement, line.substr(0, equals), line.substr(equals + 1));
+  }
+  if (announcement.port < 1 || announcement.token.empty())
+    return std::nullopt;
+  return announcement;
+}
+
+std::string announceFile(const std::string& folder) {
+  return folder + "/controller.announce";
+}
+
+std::optional<std::int64_t> wholeNumber(std::string_view text) {
+  if (text.empty() || text.size() > 18)
+    return std::nullopt;
+  std::int64_t number = 0;
+  for (const char c : text) {
+    if (c < '0' || c > '9')
+      return std::nullopt;
+    number = number * 10 + (c - '0');
+  }
+  return number;
+}
+
+bool startsWith(std::string_view text, std::string_view head) {
+  return text.substr(0, head.size()) == head;
+}
+
+std::string randomToken() {
+  static constexpr char digits[] = "0123456789abcdef";
+  std::random_device source;
+  std::string token;
+  while (token.size() < 32) {
+    const unsigned int bits = source();
+    for (unsigned int shift = 0; shift < 32; shift += 4) token += digits[(bits >> shift) & 15U];
+  }
+  return token;
+}
+
+bool isToken(std::string_view text) {
+  return text.size() == 32 && text.find_first_not_of("0123456789abcdef") == std::string_view::npos;
+}
+
+bool sameToken(std::string_view left, std::string_view right) {
+  unsigned int difference = left.size() == right.size() ? 0U : 1U;
+  for (std::size_t i = 0; i < left.size() && i < right.size(); ++i)
+    difference |=
+        static_cast<unsigned int>(static_cast<unsigned char>(left[i]) ^ static_cast<unsigned char>(right[i]));
+  return difference == 0;
+}
+
+std::string validUtf8(std::string_view text) {
+  std::string result;
+  result.reserve(text.size());
+  while (!text.empty()) {
+    const std::size_t length = sequenceLength(text);
+    if (length == 0)
+      result += "\xEF\xBF\xBD";
+    else
+      result += text.substr(0, length);
+    text.remove_prefix(std::max<std::size_t>(length, 1));
+  }
+  return result;
+}
+
+}  // namespace qrn::link

@@ -1,0 +1,223 @@
+#include "charts/look/graph_look.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <vector>
+
+#include "core/glo.h"
+#include "host/host.h"
+#include "host/presentation.h"
+#include "host/system.h"
+
+namespace qrn {
+
+using look::kBlack;
+using look::kWhite;
+using look::luminance;
+using look::luminanceRatio;
+
+namespace {
+
+constexpr int kHueSpread = 24;
+constexpr double kComfort = 7.0;  // contrast of white or black that leaves room for tints that still read
+
+// Colours that can lie behind the graph.
+std::vector<std::int32_t> coloursBehind(const host::Surface& background) {
+  if (!background.backgroundFile.empty())
+    return {kBlack, kWhite};  // a picture may hold anything
+  if (!background.gradient)
+    return {background.background};
+  std::vector<std::int32_t> steps;
+  for (int i = 0; i <= 16; ++i)
+    steps.push_back(blend(background.background, background.backgroundEnd, i / 16.0));
+  return steps;
+}
+
+// The look with light or dark text and the thinnest panel that makes it comfortable. A panel in the picture's
+// own tone lets the picture keep its colour and fades only what stands out of it.
+GraphLook lookWith(bool lightText, const std::vector<std::int32_t>& behind, std::int32_t tone = -1) {
+  GraphLook look;
+  look.lightText = lightText;
+  look.panelColour = lightText ? kBlack : kWhite;
+  if (tone >= 0 && luminanceRatio(lightText ? 1 : 0, luminance(tone)) >= kComfort)
+    look.panelColour = tone;
+  for (int step = 0; step <= 20; ++step) {
+    look.panelOpacity = step / 20.0;
+    look.darkest = 1;
+    look.lightest = 0;
+    for (const std::int32_t colour : behind) {
+      const double l = luminance(blend(colour, look.panelColour, look.panelOpacity));
+      look.darkest = std::min(look.darkest, l);
+      look.lightest = std::max(look.lightest, l);
+    }
+    if (luminanceRatio(lightText ? 1 : 0, lightText ? look.lightest : look.darkest) >= kComfort)
+      break;
+  }
+  return look;
+}
+
+// Distance between the strongest and the weakest channel: 0 for greys.
+int spread(std::int32_t colour) {
+  const int r = colour & 0xff, g = (colour >> 8) & 0xff, b = (colour >> 16) & 0xff;
+  return std::max({r, g, b}) - std::min({r, g, b});
+}
+
+std::size_t nextCharacter(const std::string& text, std::size_t at) {
+  ++at;
+  while (at < text.size() && (static_cast<unsigned char>(text[at]) & 0xC0U) == 0x80U) ++at;
+  return at;
+}
+
+std::string joined(const std::vector<std::string>& lines) {
+  std::string caption;
+  for (const std::string& line : lines) caption += (caption.empty() ? "" : "\n") + line;
+  return caption;
+}
+
+// Background colour of the slides by the presentation's scheme; -1 without one.
+std::int32_t slideTone() {
+  constexpr int kBackgroundEntry = 1;
+  return glo.oPresentation != nullptr ? glo.oPresentation->SchemeColour(kBackgroundEntry) : -1;
+}
+
+}  // namespace
+
+double graphScale(double width, double height) {
+  const double scale = std::min(width / (1024 * kTwipsPerPixel), height / (768 * kTwipsPerPixel));
+  return scale > 0 ? scale : 1;
+}
+
+GraphLook chooseLook(const host::Surface& background) {
+  const std::vector<std::int32_t> behind = coloursBehind(background);
+  if (background.pictureTone >= 0)
+    return lookWith(textOn(background.pictureTone) == kWhite, behind, background.pictureTone);
+  if (!background.backgroundFile.empty()) {
+    // Unknown: the colour of the labels says what the graph was made for.
+    const std::int32_t label = glo.runByGraphLabelColour;
+    return lookWith(contrastRatio(label, kBlack) >= contrastRatio(label, kWhite), behind);
+  }
+  const GraphLook light = lookWith(true, behind), dark = lookWith(false, behind);
+  return dark.panelOpacity < light.panelOpacity ? dark : light;
+}
+
+std::int32_t readableColour(std::int32_t colour, const GraphLook& look, double ratio) {
+  const std::int32_t goal = look.lightText ? kWhite : kBlack;
+  const double behind = look.lightText ? look.lightest : look.darkest;
+  const std::int32_t start = colour < 0 ? goal : colour;
+  const bool hasHue = spread(start) >= kHueSpread;
+  for (int step = 0; step < 20; ++step) {
+    const std::int32_t tint = blend(start, goal, step / 20.0);
+    const double l = luminance(tint);
+    if ((look.lightText ? l > behind : l < behind) && luminanceRatio(l, behind) >= ratio)
+      return hasHue || step == 0 ? tint : goal;  // a grey that does not read has no hue to save
+  }
+  return goal;
+}
+
+std::int32_t textOn(std::int32_t colour) {
+  return contrastRatio(kWhite, colour) >= contrastRatio(kBlack, colour) ? kWhite : kBlack;
+}
+
+void setGraphBackground(host::Surface& surface, const std::string& file) {
+  const host::Files& files = *host::host().files;
+  const std::string slide = glo.usePPTBackground ? glo.matrixPath + "matrix_background.jpg" : "";
+  const std::int32_t tone = glo.usePPTBackground ? slideTone() : -1;
+  surface.backgroundFile.clear();
+  surface.pictureTone = -1;
+  for (const std::string& candidate : {file, slide, glo.backgroundFile}) {
+    if (candidate.empty() || !files.fileExists(candidate))
+      continue;
+    surface.backgroundFile = candidate;
+    surface.pictureTone = candidate == slide ? tone : -1;
+    break;
+  }
+  const auto colour = [](const std::array<int, 3>& rgb) { return host::RGB(rgb[0], rgb[1], rgb[2]); };
+  surface.background = tone >= 0 ? tone : colour(glo.backgroundStart);
+  surface.backgroundEnd = tone >= 0 ? tone : colour(glo.backgroundEnd);
+  surface.gradient = surface.background != surface.backgroundEnd;
+}
+
+host::Element panelOf(const host::Surface& surface, const GraphLook& look) {
+  host::Element panel;
+  panel.kind = host::Element::Kind::rectangle;
+  panel.array = "graphPanel";
+  panel.width = surface.width;
+  panel.height = surface.height;
+  panel.backColour = look.panelColour;
+  panel.opacity = look.panelOpacity;
+  panel.bordered = false;
+  return panel;
+}
+
+void addPanel(host::Surface& surface, const GraphLook& look) {
+  if (look.panelOpacity > 0)
+    surface.add(panelOf(surface, look));
+}
+
+std::int32_t softened(std::int32_t colour, const GraphLook& look) {
+  return blend(readableColour(colour, look),
+               look.lightText ? host::RGB(48, 48, 48) : host::RGB(208, 208, 208), 0.5);
+}
+
+double textWidth(const std::string& text, const host::SurfaceFont& font) {
+  return host::host().textMeasure->TextWidth(text, font.name, font.size, font.bold, font.italic);
+}
+
+double lineHeight(const host::SurfaceFont& font) {
+  return host::host().textMeasure->LineHeight(font.name, font.size);
+}
+
+std::string cutToWidth(const std::string& text, const host::SurfaceFont& font, double width) {
+  if (textWidth(text, font) <= width)
+    return text;
+  std::vector<std::size_t> ends{0};  // byte length of each possible cut
+  for (std::size_t at = 0; at < text.size();) ends.push_back(at = nextCharacter(text, at));
+  std::size_t low = 0, high = ends.size() - 1;  // the cut of `low` characters fits, or nothing does
+  while (low < high) {
+    const std::size_t middle = (low + high + 1) / 2;
+    if (textWidth(text.substr(0, ends[middle]) + "...", font) <= width)
+      low = middle;
+    else
+      high = middle - 1;
+  }
+  if (low == 0)
+    return textWidth("...", font) <= width ? "..." : "";
+  std::string cut = text.substr(0, ends[low]);
+  while (!cut.empty() && cut.back() == ' ') cut.pop_back();
+  return cut + "...";
+}
+
+// A line that others followed: marked as cut even where it would fit.
+static std::string endWithDots(const std::string& line, const host::SurfaceFont& font, double width) {
+  const std::string marked = line + "...";
+  return textWidth(marked, font) <= width ? marked : cutToWidth(marked + ".", font, width);
+}
+
+FittedText fitText(const std::string& text, host::SurfaceFont font, double width, double height,
+                   double smallest) {
+  FittedText fitted;
+  std::vector<std::string> lines;
+  for (;;) {
+    lines = host::wrapText(text, font, width);
+    const bool wide = std::any_of(lines.begin(), lines.end(),
+                                  [&](const std::string& line) { return textWidth(line, font) > width; });
+    const bool tall = static_cast<double>(lines.size()) * lineHeight(font) > height;
+    if ((!wide && !tall) || font.size <= smallest)
+      break;
+    font.size = std::max(smallest, font.size - 1);
+  }
+  const auto room = static_cast<std::size_t>(std::max(1.0, std::floor(height / lineHeight(font) + 1e-9)));
+  if (lines.size() > room) {
+    lines.resize(room);
+    lines.back() = endWithDots(lines.back(), font, width);
+  }
+  for (std::string& line : lines) line = cutToWidth(line, font, width);
+  fitted.caption = joined(lines);
+  fitted.font = font;
+  fitted.width = textWidth(fitted.caption, font);
+  fitted.height = static_cast<double>(lines.size()) * lineHeight(font);
+  return fitted;
+}
+
+}  // namespace qrn

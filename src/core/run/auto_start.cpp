@@ -1,0 +1,136 @@
+// What happens by itself when a show reaches a matrix slide: the vote while the exercise is not finished, the
+// graphs once it is.
+#include <string>
+
+#include "core/common.h"
+#include "core/diagnostics.h"
+#include "core/glo.h"
+#include "core/run/end_program.h"
+#include "core/run/entry.h"
+#include "core/windows/presentation_windows.h"
+#include "host/dialogs.h"
+#include "host/forms.h"
+#include "host/host.h"
+#include "host/presentation.h"
+#include "host/wait.h"
+#include "store/progress_log.h"
+#include "store/vote_store.h"
+
+namespace qrn {
+
+namespace {
+
+bool asked(const std::string& question) {
+  return host::host().dialogs->MsgBox(question, host::kTitle, host::Buttons::yesNo, host::Icon::question) ==
+         host::Answer::yes;
+}
+
+void deleteVotes() {
+  if (!asked("This will delete all live data for this process. Do you want to proceed?"))
+    return;
+  glo.oVoteSlide->tags().Delete("QRNVOTES");
+  glo.voteRecords.assign("");
+  forgetLeftoverVotes();
+  for (RiskRecord& risk : glo.risks) {
+    risk.newItem = true;
+    risk.voted.fill(false);
+  }
+  if (glo.workshopNumber > 0) {
+    host::host().dialogs->MsgBox(
+        "The Next Workshop facility has been used\r\nBe sure to check your assessment settings before "
+        "running a "
+        "meeting",
+        host::kTitle, host::Buttons::ok, host::Icon::exclamation);
+    glo.workshopNumber = 0;
+  }
+}
+
+void clearAndRestart() {
+  if (entryHooks().clearLiveData)
+    entryHooks().clearLiveData();
+  else
+    deleteVotes();
+  if (glo.voteRecords.recordCount() > 0)
+    glo.cmdSlide = "VotesNotCleared";
+  else
+    resetLogState();
+}
+
+// The form that asks about items that came after the process was stopped; "" when there is none.
+std::string newItemsForm() {
+  const host::FormRegistry& forms = *host::host().forms;
+  for (int i = 0; i < glo.itemCount(); ++i)
+    if (glo.risks[static_cast<std::size_t>(i)].newItem)
+      return forms.isDefined("newItemsStartForm") ? "newItemsStartForm"
+             : forms.isDefined("newItemsForm")    ? "newItemsForm"
+                                                  : "";
+  return "";
+}
+
+bool showMovedOn() {
+  host::View* show = host::host().presentationProgram->SlideShowView();
+  return show && show->SlideIndex() != glo.currentSlide;
+}
+
+void showUntilClosed(const std::string& name) {
+  host::FormRegistry& forms = *host::host().forms;
+  if (!forms.isDefined(name) || glo.closing || showMovedOn())
+    return;
+  forms.load(name);
+  AlignWindowToPPTSlideShow(name);
+  forms.show(name);
+  host::waitUntil([&] { return !forms.isVisible(name) || glo.closing || showMovedOn(); });
+}
+
+}  // namespace
+
+bool AutoStart() {
+  if (glo.itemCount() == 0)
+    return false;
+  const bool noVotes = glo.voteRecords.recordCount() == 0;
+  if (noVotes) {
+    resetLogState();
+  } else if (glo.resumePending) {
+    checkResume();
+    if (glo.closing || glo.returnToEditor || glo.cmdSlide == "VotesNotCleared")
+      return false;
+  } else if (glo.cmdMode == "DISPLAY") {
+    return false;
+  }
+  if (!entryHooks().startVote)
+    return false;
+  entryHooks().startVote();
+  return true;
+}
+
+void checkResume() {
+  const std::string form = newItemsForm();
+  if (!form.empty()) {
+    host::host().forms->showModal(form);
+    return;
+  }
+  switch (host::host().dialogs->MsgBox(
+      "Data already exists for this meeting. Would you like to continue from where it was previously "
+      "stopped?\r\n\r\nCancel will return to editor mode",
+      host::kTitle, host::Buttons::yesNoCancel, host::Icon::question)) {
+    case host::Answer::no:
+      if (asked("Would you like to clear the data and restart?"))
+        clearAndRestart();
+      else
+        glo.cmdSlide = "VotesNotCleared";
+      break;
+    case host::Answer::cancel:
+      glo.cmdMode = "SETUP";
+      glo.returnToEditor = true;
+      break;
+    default:
+      break;
+  }
+}
+
+void showGraphs() {
+  for (const char* name : {"xyVoteAverageGraph", "xyVoteGraph"})
+    trapErrors("Vote", "Main", [&] { showUntilClosed(name); });
+}
+
+}  // namespace qrn

@@ -1,0 +1,161 @@
+#include "core/run/end_program.h"
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "core/common.h"
+#include "core/diagnostics.h"
+#include "core/glo.h"
+#include "core/options.h"
+#include "core/windows/blank_form.h"
+#include "core/windows/presentation_windows.h"
+#include "host/dialogs.h"
+#include "host/errors.h"
+#include "host/host.h"
+#include "host/presentation.h"
+#include "host/system.h"
+#include "host/windows.h"
+#include "store/exercise_text.h"
+#include "store/vote_store.h"
+#include "vote/link/comms.h"
+
+namespace qrn {
+
+namespace {
+
+constexpr const char* kModule = "Vote";
+constexpr double kDeleteSeconds = 5;
+
+void guarded(const std::function<void()>& body) {
+  trapErrors(kModule, "endProgram", body);
+}
+
+// Lets every loop that waits for a vote or walks the plan come to its end.
+void stopVoteLoops() {
+  glo.voteAbandoned = 1;
+  glo.restartVote = false;
+  glo.quitRequested = true;
+}
+
+void deleteUntilGone(const std::string& file) {
+  if (file.empty())
+    return;
+  const host::Files& files = *host::host().files;
+  const bool gone = host::waitUntil(
+      [&] {
+        trapErrors(kModule, "endProgram", [&] { host::host().files->Kill(file); });
+        return !files.fileExists(file);
+      },
+      kDeleteSeconds);
+  if (!gone)
+    throw HostError(Fault::world, 70, "The file cannot be deleted: " + file);
+}
+
+void tellAutoClose() {
+  host::host().dialogs->MsgBox(
+      "Matrix is closing because the PowerPoint slide show is no longer running.\r\n\r\n"
+      "All data collected prior to this has been saved.",
+      "quorinMatrix Auto Close", host::Buttons::ok, host::Icon::information);
+}
+
+void storeExercise() {
+  if (glo.oVoteSlide && (glo.exerciseLoaded || host::host().forms->isLoaded("xyVote")))
+    guarded([] { saveXY(); });
+}
+
+void storePresentation() {
+  if (!glo.oPresentation || glo.oPresentation->ReadOnly() || iniOptions().disablePptSaveAfterVoteClose)
+    return;
+  trapErrors(
+      kModule, "endProgram", [] { glo.oPresentation->Save(); }, true);
+}
+
+// A show that has moved on already needs no key, nor does one whose user has turned to the exercise instead.
+bool showMayGoOn() {
+  if (glo.returnToEditor || glo.cmdSlide == "VotesNotCleared")
+    return false;
+  host::View* show = host::host().presentationProgram->SlideShowView();
+  return show && show->SlideIndex() == glo.currentSlide;
+}
+
+void setShowTopmost(bool topmost, bool forbidden) {
+  if (host::host().windows && !forbidden)
+    host::host().windows->setTopmost(glo.PowerPointSlideShow_hWnd, topmost);
+}
+
+void bringToFront(std::int64_t window) {
+  if (host::host().windows && window > 0)
+    host::host().windows->bringToFront(window);
+}
+
+void handBackShow(bool keepExercise) {
+  setShowTopmost(true, iniOptions().disableForceSlideShowTopmost);
+  if (!keepExercise)
+    storeExercise();
+  bringToFront(glo.PowerPointSlideShow_hWnd);
+  setShowTopmost(false, iniOptions().disableForceSlideShowNoTopmost);
+  if (glo.onFinish == 1 && !fileExists(glo.appPath + "seriesVoteRunning.txt") && showMayGoOn())
+    host::host().presentationProgram->SendKeysToShow("~");
+}
+
+}  // namespace
+
+void endProgram(bool autoClose, bool keepOpen1, bool keepOpen2) {
+  if (glo.closing)
+    return;
+  glo.closing = true;
+  stopVoteLoops();
+  host::FormRegistry& forms = *host::host().forms;
+  if (auto* link = dynamic_cast<comms*>(forms.find("comms"))) {
+    link->SendCommandToController("EndVote", false, true);
+    if (glo.keyboardTurnedOn)
+      link->SendCommandToController("KBOARD-OFF", false, true);
+  }
+  if (glo.keyboardTurnedOn)  // the keyboard stood in for this run, not for good
+    guarded([] { deleteUntilGone(glo.appPath + "baseKB.txt"); });
+  guarded([] { deleteUntilGone(glo.appPath + "MatrixActive.txt"); });
+  guarded([] { deleteUntilGone(glo.lockFile); });
+  guarded([] {
+    if (glo.oPresentation)
+      glo.oPresentation->tags().Add("qrnVoteTerminated", "Vote finished");
+  });
+  guarded([] { saveLeftoverVotes(); });
+  if (auto* blank = dynamic_cast<blankForm*>(forms.find("blankForm")))
+    blank->tmrCheck4ppt.setEnabled(false);
+  if (autoClose && forms.isDefined("blankForm"))
+    guarded([&] { forms.show("blankForm"); });
+  UnloadNonEssentialForms();
+  EnablePPT(true);
+  if (autoClose)
+    guarded(tellAutoClose);
+  RecordPPTHandles();
+  if (glo.PowerPointSlideShow_hWnd > 0)
+    guarded([&] { handBackShow(keepOpen1 || keepOpen2); });
+  else
+    guarded([] { bringToFront(glo.PowerPoint_hWnd); });
+  storePresentation();
+}
+
+void UnloadNonEssentialForms() {
+  static const std::vector<std::string> essential{"xyVote", "blankForm", "infoForm", "comms"};
+  host::FormRegistry& forms = *host::host().forms;
+  std::vector<std::string> names = forms.loadedNames();
+  std::reverse(names.begin(), names.end());
+  for (const std::string& name : names)
+    if (std::find(essential.begin(), essential.end(), name) == essential.end())
+      trapErrors(kModule, "UnloadNonEssentialForms", [&] { forms.unload(name); });
+}
+
+void releaseObjects() {
+  host::FormRegistry& forms = *host::host().forms;
+  std::vector<std::string> names = forms.loadedNames();
+  std::reverse(names.begin(), names.end());
+  for (const std::string& name : names) trapErrors(kModule, "releaseObjects", [&] { forms.unload(name); });
+  forms.releaseUnloaded();
+  glo.oVoteSlide = nullptr;
+  glo.oPresentation = nullptr;
+  glo.oPowerPoint = nullptr;
+}
+
+}  // namespace qrn

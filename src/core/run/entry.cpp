@@ -1,0 +1,346 @@
+#include "core/run/entry.h"
+
+#include <exception>
+
+#include "analysis/filter/filters.h"
+#include "analysis/orders.h"
+#include "core/common.h"
+#include "core/diagnostics.h"
+#include "core/glo.h"
+#include "core/model.h"
+#include "core/options.h"
+#include "core/run/end_program.h"
+#include "core/windows/blank_form.h"
+#include "core/windows/presentation_windows.h"
+#include "host/dialogs.h"
+#include "host/errors.h"
+#include "host/host.h"
+#include "host/presentation.h"
+#include "host/system.h"
+#include "host/wait.h"
+#include "host/windows.h"
+#include "store/exercise_text.h"
+#include "store/progress_log.h"
+#include "store/vote_store.h"
+#include "vote/link/comms.h"
+
+namespace qrn {
+
+namespace {
+
+constexpr const char* kVoteTerminated = "qrnVoteTerminated";
+constexpr double kInstanceSeconds = 5;
+constexpr int kPathNotFound = 76, kPermissionDenied = 70;
+
+host::FormRegistry& forms() {
+  return *host::host().forms;
+}
+
+void tell(const std::string& text, const std::string& title) {
+  host::host().dialogs->MsgBox(text, title, host::Buttons::ok, host::Icon::exclamation);
+}
+
+// The error handler of Main. It returns to go on with the next statement, unless it has ended the program.
+void handleError(const std::exception& error) {
+  const auto* hostError = dynamic_cast<const HostError*>(&error);
+  const int number = hostError ? hostError->number() : 0;
+  if (number == kPermissionDenied)
+    return;
+  reportError(error, "Vote", "Main");
+  if (number == kPathNotFound) {
+    tell("There is no PowerPoint presentation loaded", "Matrix");
+    endProgram();
+  } else if (number == host::kNoPresentation) {
+    tell("No PowerPoint presentation detected", "Matrix");
+    endProgram(true);
+  }
+}
+
+// One statement of Main; skipped when the run has ended.
+template <class Body>
+void run(Body&& body) {
+  if (glo.closing)
+    return;
+  try {
+    body();
+  } catch (const std::exception& error) {
+    handleError(error);
+  }
+}
+
+void startDiagnostics() {
+  resetDiagnostics();
+  glo.debugMode = true;
+  run([] { ReadGlobalSettingsFromINIFile(); });
+  glo.voteRecords.forget();
+  glo.postalRecords.forget();
+}
+
+void attach() {
+  if (!Check4App("POWERPNT.EXE")) {
+    glo.closing = true;
+    return;
+  }
+  glo.oPowerPoint = host::host().presentationProgram;
+  glo.oPresentation = glo.oPowerPoint->ActivePresentation();
+  if (!glo.oPresentation)
+    throw HostError(Fault::world, host::kNoPresentation, "There is no active presentation");
+}
+
+void makeFolderIfMissing(const std::string& folder) {
+  if (!folderExists(folder))
+    host::host().files->makeFolder(folder);
+}
+
+void setFolders() {
+  const std::string temp = host::host().environment->Environ("temp");
+  run([&] {
+    glo.tempPath = glo.oPresentation->path();
+    if (glo.tempPath.empty()) {
+      glo.tempPath = joinPath(temp, "matrix");
+      makeFolderIfMissing(glo.tempPath);
+    }
+  });
+  run([&] {
+    const std::string folder = joinPath(temp, "quorin");
+    glo.matrixPath = folder + kPathSeparator;
+    makeFolderIfMissing(folder);
+  });
+  run([] {
+    glo.appPath = glo.oPowerPoint->AddInPath() + kPathSeparator;
+    glo.helpFile = glo.appPath + "quorin v4 help.chm";
+  });
+}
+
+void uncoverForms() {
+  RecordPPTHandles();
+  if (glo.PowerPointSlideShow_hWnd > 0 && host::host().windows &&
+      !iniOptions().disableForceSlideShowNoTopmost)
+    host::host().windows->setTopmost(glo.PowerPointSlideShow_hWnd, false);
+}
+
+// A previous run may still be storing its last vote: it writes the tag when it has done so. False when that
+// run stays.
+bool previousInstanceEnds() {
+  const host::Tags& tags = glo.oPresentation->tags();
+  const auto ended = [&] { return !tags.Item(kVoteTerminated).empty(); };
+  if (glo.cmdFile == "WIZARD" || !glo.oPowerPoint->PreviousInstance() || ended())
+    return true;
+  if (host::waitUntil(ended, kInstanceSeconds))
+    return true;
+  glo.appTitle = "Matrix2";
+  if (glo.oPowerPoint->AppActivate("Matrix"))
+    return false;
+  glo.oPowerPoint->CloseApplication("Matrix");
+  glo.appTitle = "Matrix";
+  return true;
+}
+
+// Takes the tag away, so that the next run waits for this one.
+void waitForPreviousInstance() {
+  if (previousInstanceEnds())
+    glo.oPresentation->tags().Delete(kVoteTerminated);
+  else
+    glo.closing = true;
+}
+
+// A slide number as mode names the slide, unless the tag already does.
+void nameSlideOfMode() {
+  if (glo.cmdMode != "DISPLAY" || !isNumeric(glo.cmdSlide))
+    return;
+  const double slide = qrnVal(glo.cmdSlide);
+  host::Tags& tags = glo.oPresentation->tags();
+  if (slide >= 1 && slide <= glo.oPresentation->SlideCount() && qrnVal(tags.Item("qrnCurrentSlide")) < 1)
+    tags.Add("qrnCurrentSlide", std::to_string(static_cast<int>(slide)));
+}
+
+void pickSlide() {
+  run([] { glo.oPresentation->tags().Add("qrnActivity", "Matrix Active"); });
+  run(nameSlideOfMode);
+  run([] {
+    glo.currentSlide = readCurrentSlide();
+    if (glo.currentSlide < 1 || glo.currentSlide > glo.oPresentation->SlideCount())
+      throw HostError(Fault::world, kPathNotFound, "There is no slide " + std::to_string(glo.currentSlide));
+    glo.oVoteSlide = &glo.oPresentation->Slides(glo.currentSlide);
+    glo.currentSlideID = glo.oVoteSlide->slideID();
+  });
+}
+
+void takeExerciseFile() {
+  if (upperCase(glo.cmdFile).find(".MTX") != std::string::npos && !convertExerciseFile())
+    glo.closing = true;
+}
+
+void checkShow() {
+  RecordPPTHandles();
+  if (glo.cmdMode != "DISPLAY" || !glo.PowerPointSlideShow_RECT.empty())
+    return;
+  tell("PowerPoint slideshow is not running, can not start quorin matrix in show mode", host::kTitle);
+  endProgram();
+}
+
+void setDefaults() {
+  glo.keypadLow = 0;
+  glo.keypadCountAvailable = 20;
+  glo.maxKeypads = 650;
+  glo.keypadStep = 1;
+  glo.keypadsLoaded = 0;
+  glo.chartCursorX = glo.chartCursorY = -1.0;
+  run([] { setDefaultBarColours(); });
+  run([] { initXYVote(); });
+  run([] { setRemainingAssessments(); });
+}
+
+void openWizard() {
+  glo.backgroundFile = glo.appPath + "tmpbg.bmp";
+  run([] {
+    forms().load("Wizard");
+    forms().show("Wizard");
+    AlignWindowToPPT("Wizard");
+  });
+  if (!forms().isLoaded("Wizard"))
+    endProgram();
+}
+
+void loadIfDefined(const std::string& name) {
+  if (forms().isDefined(name))
+    forms().load(name);
+}
+
+void loadExercise() {
+  if (glo.oVoteSlide->tags().Item("qrnMatrix").empty()) {
+    LoadDefaultTemplate();
+    // Nothing can be shown of a slide without an exercise: this tells so and ends the run.
+    if (glo.cmdMode == "DISPLAY" && glo.itemCount() == 0)
+      LoadXY("");
+    return;
+  }
+  glo.exerciseLoaded = LoadXY("");
+  if (glo.exerciseLoaded)
+    readlog();
+  else
+    LoadDefaultTemplate();
+}
+
+// The roster of names is empty until the controller sends it.
+void LoadNames() {
+  glo.keypadNames.assign(1, KeypadName{});
+}
+
+// With a controller there the room's base data are asked for; without one the first vote offers the keyboard.
+void askForBase() {
+  auto* link = dynamic_cast<comms*>(forms().find("comms"));
+  if (link && link->linked())
+    link->ReadPortInfo();
+}
+
+void loadForms() {
+  const auto info = [](const char* line) { host::host().dialogs->Info(line); };
+  run([&] { info("Matrix Loading"); });
+  run([] { loadIfDefined("comms"); });
+  run(loadExercise);
+  run([] { GetDemographicVoteInfo(); });
+  glo.slideShowWidth = glo.PowerPointSlideShow_RECT.width();
+  glo.slideShowHeight = glo.PowerPointSlideShow_RECT.height();
+  run(LoadNames);
+  run([] { readVoteRecords(); });
+  run([] { ReadActiveKeypads(); });
+  run(askForBase);
+  run([] { loadIfDefined("blankForm"); });
+  run([&] { info("Matrix Loading"); });
+  glo.cmd_AutoStart = glo.cmdMode == "SERIES VOTE" || glo.cmdMode == "DISPLAY";
+  run([] { loadIfDefined("xyVote"); });
+  run([&] { info(""); });
+}
+
+// The run belongs to the show and ends with it.
+void watchShow() {
+  auto* blank = dynamic_cast<blankForm*>(forms().find("blankForm"));
+  if (!blank || !glo.cmd_AutoStart || glo.PowerPointSlideShow_hWnd == 0)
+    return;
+  blank->showEnded = [] { endProgram(true); };
+  blank->tmrCheck4ppt.setEnabled(true);
+}
+
+bool displaysResults() {
+  return glo.cmdMode == "DISPLAY" && glo.cmdSlide != "VotesNotCleared";
+}
+
+void bringForward() {
+  if (displaysResults() && !forms().isLoaded("xyVoteRuntime")) {
+    glo.cmdSlide.clear();
+    forms().bringToFront("blankForm");
+  }
+  if (forms().isLoaded("xyVoteRuntime")) {
+    forms().show("xyVoteRuntime");
+    return;
+  }
+  run([] { reorderListAlpha(true); });
+  if (forms().isDefined("xyVote")) {
+    forms().show("xyVote");
+    forms().refresh("xyVote");
+    forms().bringToFront("xyVote");
+    if (glo.itemCount() > 0 && entryHooks().selectFirstRow)
+      entryHooks().selectFirstRow();
+  } else if (glo.cmd_AutoStart && !glo.returnToEditor) {
+    endProgram();  // a run within a show has nothing more to do
+  }
+}
+
+void openFirstForm() {
+  bool voted = false;
+  run(watchShow);
+  run([&] { voted = glo.cmd_AutoStart && AutoStart(); });
+  if (glo.closing)
+    return;
+  if (!voted && displaysResults() && !glo.resumePending && !Check4Form("xyVoteAverageGraph", "xyVoteGraph")) {
+    run(showGraphs);
+    run([] { endProgram(); });
+    return;
+  }
+  run(bringForward);
+}
+
+}  // namespace
+
+EntryHooks& entryHooks() {
+  static EntryHooks hooks;
+  return hooks;
+}
+
+void Main(const std::string& commandLine) {
+  glo = Glo{};
+  endProgramHook = [] { endProgram(); };
+  startDiagnostics();
+  run(attach);
+  run(setFolders);
+  run([&] { splitCommandLine(commandLine); });
+  run(uncoverForms);
+  run(applyModes);
+  run(waitForPreviousInstance);
+  run(pickSlide);
+  run(takeExerciseFile);
+  run(checkShow);
+  run(setDefaults);
+  if (glo.cmdFile == "WIZARD") {
+    run(openWizard);
+    return;
+  }
+  run(loadForms);
+  run(openFirstForm);
+}
+
+void LoadDefaultTemplate() {
+  const std::string folder = joinPath(glo.appPath, "matrix\\templates\\processes");
+  std::string file(trimBlanks(replaceAll(readTextFile(joinPath(folder, "default.txt")), "\"", "")));
+  file.erase(file.find_last_not_of("\r\n") + 1);
+  if (file.empty() || !fileExists(file))
+    return;
+  LoadXY(file);
+  glo.exerciseName = folder + kNullName;
+  glo.risks.assign(1, RiskRecord{});
+  for (CategoryRecord& category : glo.categories) category.CategoryItems.assign(1, -1);
+  glo.currentRisk = 0;
+}
+
+}  // namespace qrn
