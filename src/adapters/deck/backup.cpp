@@ -6,6 +6,8 @@
 #include <charconv>
 #include <cstdio>
 
+#include "core/letter_case.h"
+
 namespace qrn::deck {
 
 namespace {
@@ -117,7 +119,7 @@ std::vector<BackupSlide> parseBackup(const std::string& text, const std::string&
       slide.mark.title = reader.bytes(reader.number(line[3]));
       slides.push_back(std::move(slide));
     } else if (line.size() == 3 && line[0] == "tag" && !slides.empty()) {
-      const std::string name = decoded(line[1]);
+      const std::string name = foldCase(decoded(line[1]));
       slides.back().tags.push_back({name, reader.bytes(reader.number(line[2]))});
     } else {
       reader.fail();

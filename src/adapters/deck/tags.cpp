@@ -3,17 +3,18 @@
 #include <algorithm>
 
 #include "adapters/deck/text.h"
+#include "core/letter_case.h"
 
 namespace qrn::deck {
 
 namespace {
 
 bool isTagName(std::string_view name) {
-  return !name.empty() && isStorable(name) && upperCase(name) == name;
+  return !name.empty() && isStorable(name) && foldCase(name) == name;
 }
 
 std::string nameFor(std::string_view key) {
-  std::string name = upperCase(key);
+  std::string name = isStorable(key) ? foldCase(key) : "";
   if (!isTagName(name))
     throw HostError(Fault::program, 5, "Not a name for a tag: \"" + storable(key) + "\"");
   return name;
@@ -37,7 +38,7 @@ Tag* TagStore::find(std::string_view name) const {
 }
 
 std::string TagStore::Item(std::string_view key) const {
-  const Tag* tag = find(upperCase(key));
+  const Tag* tag = find(foldCase(key));
   return tag == nullptr ? "" : tag->value;
 }
 
@@ -64,7 +65,7 @@ void TagStore::Append(std::string_view key, std::string_view tail) {
 }
 
 void TagStore::Delete(std::string_view key) {
-  const std::string name = upperCase(key);
+  const std::string name = foldCase(key);
   if (find(name) == nullptr)
     return;
   keep_({Change::Kind::remove, slide_, name, "", 0});

@@ -7,6 +7,7 @@
 #include "adapters/deck/relationships.h"
 #include "adapters/deck/text.h"
 #include "adapters/deck/xml.h"
+#include "core/letter_case.h"
 
 namespace qrn::deck {
 
@@ -65,7 +66,7 @@ std::string changedList(const Xml& xml, const std::vector<Tag>& pieces) {
   for (const pugi::xml_node node : xml.root().children()) {
     if (!isTag(node))
       continue;
-    const std::string name = upperCase(node.attribute("name").value());
+    const std::string name = foldCase(node.attribute("name").value());
     const auto wanted =
         std::find_if(pieces.begin(), pieces.end(), [&](const Tag& tag) { return tag.name == name; });
     const bool first = seen.insert(name).second;
@@ -160,7 +161,7 @@ std::vector<Tag> readTags(const Parts& parts, const std::string& owner) {
     return tags;
   std::set<std::string> seen;
   for (const pugi::xml_node node : xml.root().children()) {
-    Tag tag{upperCase(node.attribute("name").value()), node.attribute("val").value()};
+    Tag tag{foldCase(node.attribute("name").value()), node.attribute("val").value()};
     if (isTag(node) && seen.insert(tag.name).second)
       tags.push_back(std::move(tag));
   }

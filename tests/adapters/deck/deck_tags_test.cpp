@@ -103,6 +103,36 @@ TEST(DeckTags, StandInTheSchemasPlaces) {
   EXPECT_THAT(part(parts, "ppt/presentation.xml"), HasSubstr("</p:custDataLst><p:defaultTextStyle/>"));
 }
 
+TEST(DeckTags, NamesOfAnyScriptAreFoundInAnyCase) {
+  const struct {
+    const char *small, *capital;
+  } names[] = {{"caf\u00E9 \u00FF\u00B5", "CAF\u00C9 \u0178\u039C"},  // Latin-1
+               {"\u0142\u017E\u0133\u01C6\u1E61", "\u0141\u017D\u0132\u01C4\u1E60"},
+               {"\u03AC\u03BB\u03C6\u03B1\u03C2\u1F80", "\u0386\u039B\u03A6\u0391\u03A3\u1F88"},
+               {"\u0436\u0451\u0491\u04CF", "\u0416\u0401\u0490\u04C0"},
+               {"\u0561\u10D0\U00010428\uFF41", "\u0531\u1C90\U00010400\uFF21"},
+               {"stra\u00DFe \u0131", "STRA\u1E9EE \u0131"}};
+  const TempFolder folder;
+  PartList parts = deckParts({3, false, false, false, true});
+  std::string& list = part(parts, "ppt/tags/tag2.xml");
+  list = replaced(list, "FOREIGN", "\u00F6sterreich");
+  writeZip(folder.file("talk.pptx"), parts);
+  for (const auto& name : names) {
+    const auto deck = Deck::open(folder.file("talk.pptx"));
+    host::Tags& tags = deck->Slides(1).tags();
+    EXPECT_EQ(tags.Item("\u00D6STERREICH"), "it's");
+    tags.Add(name.small, "1");
+    tags.Append(name.capital, "2");
+    deck->Save();
+    const auto again = Deck::open(folder.file("talk.pptx"), {true, nullptr, "", {}});
+    EXPECT_EQ(again->Slides(1).tags().Item(name.small), "12") << name.small;
+    tags.Delete(name.small);
+    EXPECT_EQ(tags.Item(name.capital), "") << name.capital;
+  }
+  parts = readZip(folder.file("talk.pptx"));
+  EXPECT_THAT(part(parts, "ppt/tags/tag2.xml"), HasSubstr("<p:tag name='\u00F6sterreich' val='it&apos;s'/>"));
+}
+
 TEST(DeckTags, ValuesComeBackExactly) {
   std::string large;
   for (int i = 0; large.size() < 3000000; ++i) large += "C" + std::to_string(i) + ";1;2;X;-;\r\n";
