@@ -84,12 +84,14 @@ TEST_F(FakedController, RubbishIsPassedOnAsText) {
 TEST_F(FakedController, AFrameTooLongEndsTheLinkWithAReason) {
   FakeController controller(folder, [](Socket& socket) {
     write(socket, hello);
+    read(socket);
     write(socket, std::string(link::maxMessage + 1, 'x'));
     read(socket);
   });
   link::WebSocketLink link(options);
   listen(link);
   ASSERT_TRUE(link.makeLink(false)) << link.lastError();
+  link.sendToController("EndVote");
   ASSERT_TRUE(pump(link, [&] { return losses == 1; }));
   EXPECT_EQ(link.lastError(), "The controller sent a message that is too long.");
   EXPECT_TRUE(received.empty());
