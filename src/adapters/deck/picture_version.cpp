@@ -41,7 +41,7 @@ std::string presentationLook(const PictureSource& source) {
       const Xml::Extent place = xml.extent(node);
       splices.replace(place.begin, place.end, "");
     }
-  return splices.applyTo(xml.text());
+  return splices.applyTo(xml);
 }
 
 std::string commonVersion(const PictureSource& source) {

@@ -53,7 +53,7 @@ std::string drawableSlide(const Parts& parts, const std::string& part) {
     return false;
   };
   content.find_node(look);
-  return splices.applyTo(xml.text());
+  return splices.applyTo(xml);
 }
 
 class Folder {  // goes away with all that is in it

@@ -139,7 +139,7 @@ std::string addRelationship(Parts& parts, const std::string& part, const Dialect
                  "<" + prefixOf(xml.root()) + "Relationship Id=\"" + id + "\" Type=\"" +
                      std::string(dialect.relationships) + "/" + std::string(kind) + "\" Target=\"" +
                      escapeAttribute(relativeTarget(part, target)) + "\"/>");
-  parts.put(name, splices.applyTo(xml.text()));
+  parts.put(name, splices.applyTo(xml));
   return id;
 }
 
@@ -166,7 +166,7 @@ void addContentType(Parts& parts, const std::string& part, std::string_view type
   splices.append(xml, xml.root(),
                  "<" + prefixOf(xml.root()) + "Override PartName=\"/" + escapeAttribute(part) +
                      "\" ContentType=\"" + std::string(type) + "\"/>");
-  parts.put(kContentTypes, splices.applyTo(xml.text()));
+  parts.put(kContentTypes, splices.applyTo(xml));
 }
 
 }  // namespace qrn::deck

@@ -164,7 +164,7 @@ std::string ShapePage::changedText() {
   load();
   Splices splices;
   for (const auto& shape : shapes_) shape->describe(splices);
-  return splices.applyTo(xml_->text());
+  return splices.applyTo(*xml_);
 }
 
 void ShapePage::setSaved() {

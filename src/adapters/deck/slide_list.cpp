@@ -124,7 +124,7 @@ void enterSlide(Parts& parts, const std::string& presentation, const std::vector
   }
   if (!slides.empty())
     joinSection(deck, slides[static_cast<std::size_t>(std::max(0, after - 1))].id, slide.id, splices);
-  parts.put(presentation, splices.applyTo(deck.text()));
+  parts.put(presentation, splices.applyTo(deck));
 }
 
 }  // namespace
@@ -200,7 +200,7 @@ std::string presentationOfOneSlide(const Parts& parts, const std::string& presen
     if (entry.attribute("id").as_uint() != id)
       splices.replace(place.begin, place.end, "");
   }
-  return splices.applyTo(xml.text());
+  return splices.applyTo(xml);
 }
 
 }  // namespace qrn::deck

@@ -87,7 +87,7 @@ std::string changedList(const Xml& xml, const std::vector<Tag>& pieces) {
       added += tagElement(prefixOf(xml.root()), piece);
   if (!added.empty())
     splices.append(xml, xml.root(), added);
-  return splices.applyTo(xml.text());
+  return splices.applyTo(xml);
 }
 
 // The `tags` element that refers to `id`, in the words of this part.
@@ -133,7 +133,7 @@ void refer(Parts& parts, const std::string& owner, const Xml& xml, const Place& 
     else
       splices.insert(at, list);
   }
-  parts.put(owner, splices.applyTo(xml.text()));
+  parts.put(owner, splices.applyTo(xml));
 }
 
 std::string targetOf(const Parts& parts, const std::string& owner, const Place& place) {
@@ -253,13 +253,13 @@ std::string withoutTags(const Parts& parts, const std::string& owner) {
   const Xml xml(parts.read(owner), label(parts, owner));
   const Place place = placeIn(xml);
   if (!place.tags)
-    return xml.text();
+    return parts.read(owner);
   const pugi::xml_node only =
       childrenOf(place.list, Space::presentation, "custData").empty() ? place.list : place.tags;
   const Xml::Extent gone = xml.extent(only);
   Splices splices;
   splices.replace(gone.begin, gone.end, "");
-  return splices.applyTo(xml.text());
+  return splices.applyTo(xml);
 }
 
 }  // namespace qrn::deck

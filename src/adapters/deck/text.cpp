@@ -170,34 +170,6 @@ std::size_t escapedLength(std::string_view text) {
   return length;
 }
 
-std::string utf8FromUtf16(std::string text) {
-  const auto byte = [&text](std::size_t i) -> char32_t { return static_cast<unsigned char>(text[i]); };
-  if (text.size() < 2)
-    return text;
-  const bool bigMark = byte(0) == 0xFE && byte(1) == 0xFF, littleMark = byte(0) == 0xFF && byte(1) == 0xFE;
-  const bool big = bigMark || (byte(0) == 0 && byte(1) == '<');
-  const bool little = littleMark || (byte(0) == '<' && byte(1) == 0);
-  if (!big && !little)
-    return text;
-  const auto unit = [&](std::size_t i) -> char32_t {
-    return big ? (byte(i) << 8) | byte(i + 1) : (byte(i + 1) << 8) | byte(i);
-  };
-  std::string out;
-  for (std::size_t at = bigMark || littleMark ? 2 : 0; at + 1 < text.size(); at += 2) {
-    char32_t c = unit(at);
-    if (c >= 0xD800 && c < 0xDC00 && at + 3 < text.size()) {
-      c = 0x10000 + ((c - 0xD800) << 10) + ((unit(at + 2) - 0xDC00) & 0x3FF);
-      at += 2;
-    }
-    putCharacter(out, c);
-  }
-  // The declaration, when there is one, must say what the text now is.
-  const std::size_t declared = out.substr(0, 100).find("UTF-16");
-  if (declared != std::string::npos)
-    out.replace(declared, 6, "UTF-8");
-  return out;
-}
-
 std::string upperCase(std::string_view name) {
   std::string out(name);
   for (char& c : out)

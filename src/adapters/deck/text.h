@@ -18,9 +18,6 @@ std::string escapeAttribute(std::string_view text);
 std::string escapeText(std::string_view text);
 std::size_t escapedLength(std::string_view text);  // of escapeAttribute, in bytes
 
-// UTF-16 with byte-order mark (or a bare `<` in its first unit) to UTF-8; other text comes back as it is.
-std::string utf8FromUtf16(std::string text);
-
 std::string upperCase(std::string_view name);  // ASCII letters only
 std::string lowerCase(std::string_view name);
 

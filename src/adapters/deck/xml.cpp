@@ -86,7 +86,8 @@ const Dialect& strict() {
   return dialect;
 }
 
-Xml::Xml(std::string text, const std::string& where) : text_(utf8FromUtf16(std::move(text))) {
+Xml::Xml(std::string bytes, const std::string& where)
+    : where_(where), encoding_(Encoding::of(bytes)), text_(encoding_.decode(std::move(bytes), where)) {
   const pugi::xml_parse_result result =
       document_.load_buffer(text_.data(), text_.size(), kParse, pugi::encoding_utf8);
   if (!result)
@@ -224,7 +225,8 @@ void Splices::append(const Xml& xml, pugi::xml_node parent, const std::string& c
     insert(place.contentEnd, child);
 }
 
-std::string Splices::applyTo(std::string_view text) const {
+std::string Splices::applyTo(const Xml& xml) const {
+  const std::string_view text = xml.text();
   std::vector<const Change*> order;
   std::size_t grown = text.size();
   for (const Change& change : changes_) {
@@ -242,7 +244,7 @@ std::string Splices::applyTo(std::string_view text) const {
     out.append(text.substr(at, change->begin - at)).append(change->text);
     at = change->end;
   }
-  return out.append(text.substr(at));
+  return xml.encoded(std::move(out.append(text.substr(at))));
 }
 
 }  // namespace qrn::deck

@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "adapters/deck/encoding.h"
+
 namespace qrn::deck {
 
 // The namespaces and relationship types come in two dialects, never mixed within a deck.
@@ -23,10 +25,11 @@ enum class Space { presentation, drawing, relationships };
 class Xml {
  public:
   // Throws HostError(badData) naming `where` for text that is not well-formed or declares a document type.
-  Xml(std::string text, const std::string& where);
+  Xml(std::string bytes, const std::string& where);
   Xml(const Xml&) = delete;
   Xml& operator=(const Xml&) = delete;
   const std::string& text() const { return text_; }  // UTF-8
+  std::string encoded(std::string text) const { return encoding_.encode(std::move(text), where_); }
   pugi::xml_node root() const { return document_.document_element(); }
   const Dialect& dialect() const;  // of the root element
 
@@ -45,6 +48,8 @@ class Xml {
   AttributeExtent attribute(pugi::xml_node node, std::string_view name) const;
 
  private:
+  std::string where_;
+  Encoding encoding_;
   std::string text_;
   pugi::xml_document document_;
 };
@@ -72,7 +77,7 @@ class Splices {
   // New last child of the element, also when that is written as `<x/>`.
   void append(const Xml& xml, pugi::xml_node parent, const std::string& child);
   bool empty() const { return changes_.empty(); }
-  std::string applyTo(std::string_view text) const;
+  std::string applyTo(const Xml& xml) const;  // in the encoding of the part
 
  private:
   struct Change {

@@ -62,6 +62,10 @@ TEST(DeckOpen, SaysWhatIsWrongWithItsParts) {
        "slide 1 is missing"},
       {"entities", changed("ppt/slides/slide1.xml", "<!-- kept -->", "<!DOCTYPE a [<!ENTITY b \"c\">]>"),
        "declares a document type"},
+      {"no encoding", changed("ppt/slides/slide1.xml", "UTF-8", "x-none"), "encoding that cannot be read"},
+      {"not its encoding",
+       changed("ppt/slides/slide1.xml", "UTF-8\" standalone=\"yes\"?>", "us-ascii\"?>\xE9"),
+       "no character of its encoding"},
       {"not well-formed", changed("ppt/slides/slide1.xml", "</p:cSld>", ""), "is broken XML"},
       {"signed", [](PartList& parts) { part(parts, "_xmlsignatures/sig1.xml") = "<a/>"; },
        "digitally signed"},
@@ -125,6 +129,7 @@ TEST(DeckOpen, TakesUnusualDecks) {
       {"macros", changed("[Content_Types].xml",
                          "application/vnd.openxmlformats-officedocument.presentationml.presentation.main+xml",
                          "application/vnd.ms-powerpoint.presentation.macroEnabled.main+xml")},
+      {"UTF-8 that says UTF-16", changed("ppt/slides/slide1.xml", "UTF-8", "UTF-16")},
       {"UTF-16", [&](PartList& parts) { part(parts, "ppt/slides/slide1.xml") = utf16; }},
       {"other prefix, self-closed list",
        [](PartList& parts) {

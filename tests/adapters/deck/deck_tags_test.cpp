@@ -103,6 +103,62 @@ TEST(DeckTags, StandInTheSchemasPlaces) {
   EXPECT_THAT(part(parts, "ppt/presentation.xml"), HasSubstr("</p:custDataLst><p:defaultTextStyle/>"));
 }
 
+std::string wide(std::string_view text, bool bigFirst) {
+  std::string units;
+  for (const char c : text) {
+    if (bigFirst)
+      units += '\0';
+    units += c;
+    if (!bigFirst)
+      units += '\0';
+  }
+  return units;
+}
+
+TEST(DeckTags, AListInAnotherEncodingStaysInIt) {
+  const auto latin = [](const std::string& text) { return text; };
+  const auto little = [](const std::string& text) { return wide(text, false); };
+  const auto big = [](const std::string& text) { return wide(text, true); };
+  const struct {
+    const char* name;
+    std::string mark;
+    std::function<std::string(const std::string&)> encoded;  // of Latin-1
+    std::string foreign, read, ours;                         // in the list, as a value, as ours is written
+  } cases[] = {
+      {"ISO-8859-1", "", latin, "caf\xE9", "caf\u00E9", "\xE9 &#x20AC; &#x1F600;"},
+      {"windows-1252", "", latin, std::string(70000, 'x') + "\x80", std::string(70000, 'x') + "\u20AC",
+       "\xE9 \x80 &#x1F600;"},
+      {"us-ascii", "", latin, "&#xE9;", "\u00E9", "&#xE9; &#x20AC; &#x1F600;"},
+      {"KOI8-R", "", latin, "\xC6", "\u0444", "&#xE9; &#x20AC; &#x1F600;"},
+      {"UTF-16", "\xFF\xFE", little, "caf\xE9", "caf\u00E9",
+       wide("\xE9 ", false) + "\xAC\x20" + wide(" ", false) + "\x3D\xD8" + std::string("\x00\xDE", 2)},
+      {"UTF-16", "\xFE\xFF", big, "caf\xE9", "caf\u00E9",
+       wide("\xE9 ", true) + "\x20\xAC" + wide(" ", true) + "\xD8\x3D" + std::string("\xDE\x00", 2)},
+  };
+  for (const auto& one : cases) {
+    SCOPED_TRACE(one.name);
+    const TempFolder folder;
+    const std::string file = folder.file("talk.pptx");
+    PartList parts = deckParts({3, false, false, false, true});
+    std::string& list = part(parts, "ppt/tags/tag2.xml");
+    list = one.mark + one.encoded(replaced(replaced(list, "UTF-8", one.name), "it&apos;s", one.foreign));
+    const std::string before = list;
+    writeZip(file, parts);
+    {
+      const auto deck = Deck::open(file);
+      EXPECT_EQ(deck->Slides(1).tags().Item("FOREIGN"), one.read);
+      deck->Slides(1).tags().Add("QRNMATRIX", "\u00E9 \u20AC \U0001F600");
+      deck->Save();
+    }
+    parts = readZip(file);
+    const std::string end = one.encoded("</p:tagLst>");
+    std::string expected = before.substr(0, before.size() - end.size());
+    expected += one.encoded("<p:tag name=\"QRNMATRIX\" val=\"") + one.ours + one.encoded("\"/>") + end;
+    EXPECT_EQ(part(parts, "ppt/tags/tag2.xml"), expected);
+    EXPECT_EQ(Deck::open(file)->Slides(1).tags().Item("QRNMATRIX"), "\u00E9 \u20AC \U0001F600");
+  }
+}
+
 TEST(DeckTags, NamesOfAnyScriptAreFoundInAnyCase) {
   const struct {
     const char *small, *capital;
