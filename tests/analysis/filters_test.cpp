@@ -173,11 +173,13 @@ TEST_F(FilterTest, QuestionsAreReadFromTheSlides) {
   glo.demographicQuestions[0].groups[0].selected = true;
   GetDemographicVoteInfo();  // read again: what was chosen since stays chosen
   EXPECT_TRUE(glo.demographicQuestions[0].groups[0].selected);
-  keepDemographicChoices();
-  EXPECT_TRUE(glo.demographics[0].groups[0].selected);
-  glo.demographicFilterOn = false;
-  keepDemographicChoices();
-  EXPECT_FALSE(glo.demographics[0].groups[0].selected);
+  for (const bool on : {true, false}) {
+    glo.demographicFilterOn = on;  // of the run: the choice stays
+    glo.demographics.clear();
+    keepDemographicChoices();
+    EXPECT_TRUE(glo.demographics[0].groups[0].selected);
+    EXPECT_TRUE(glo.demographics[0].selected);
+  }
 }
 
 TEST_F(FilterTest, TheFilterLineStandsInItsCorner) {

@@ -121,7 +121,7 @@ void keepDemographicChoices() {
   for (const DemographicInfo& question : glo.demographicQuestions) {
     DemographicQuestion kept{question.slideID, {}, question.isDefault};
     for (const DemographicInfoGroup& group : question.groups)
-      kept.groups.push_back({group.optionNumber, glo.demographicFilterOn && group.selected, group.groupName});
+      kept.groups.push_back({group.optionNumber, group.selected, group.groupName});
     glo.demographics.push_back(std::move(kept));
   }
 }

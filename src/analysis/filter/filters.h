@@ -14,8 +14,8 @@ namespace qrn {
 // kept in the exercise) are put back onto the questions that are still there.
 void GetDemographicVoteInfo();
 
-// Keeps the chosen groups (none while the filter is off) and the default question in glo.demographics, for
-// saving. Without questions read from a presentation the choices of the file stay.
+// Keeps the chosen groups and the default question in glo.demographics, for saving, whether or not the filter
+// is on. Without questions read from a presentation the choices of the file stay.
 void keepDemographicChoices();
 
 // Rebuilds glo.keypadIncluded (1 counts; 0 and -1 do not) and glo.demographicFilterText.
