@@ -10,6 +10,7 @@
 #include "core/diagnostics.h"
 #include "core/glo.h"
 #include "core/item_label.h"
+#include "store/counted_votes.h"
 
 namespace qrn {
 
@@ -94,19 +95,11 @@ void addAverages(ChartForm& form, ChartSeries& series) {
 // Votes on each value 0 to `options`; abstains are counted where the exercise allows them.
 std::vector<int> countVotes(int options) {
   std::vector<int> counts(static_cast<std::size_t>(options) + 1);
-  const auto count = [&](double vote) {
-    if (vote >= 0 && vote <= options)
+  const CountedVotes counted = countedVotes();
+  for (const float vote : counted.values)
+    if (vote <= static_cast<float>(options))
       ++counts[static_cast<std::size_t>(vote)];
-  };
-  if (glo.CheckUseLivePostal != 1)
-    for (int i = 0; i < upperBound(glo.liveVotes); ++i) {
-      const double vote = qrnVal(glo.liveVotes[static_cast<std::size_t>(i)]);
-      if (vote == -2 && glo.opt_abstain)
-        ++glo.abstainCount;
-      count(vote);
-    }
-  if (glo.CheckUseLivePostal != 0)
-    for (int i = 0; i < upperBound(glo.postalVotes); ++i) count(glo.postalVotes[static_cast<std::size_t>(i)]);
+  glo.abstainCount += counted.abstains;
   return counts;
 }
 

@@ -65,6 +65,15 @@ std::size_t slotOf(std::uint64_t key, std::size_t mask) {
 
 }  // namespace
 
+// Short enough to need no memory of its own.
+std::string recordKey(int sortKey, int assessment) {
+  char key[32];
+  char* end = std::to_chars(key, key + 14, sortKey).ptr;
+  *end++ = 'C';
+  end = std::to_chars(end, key + sizeof key, assessment).ptr;
+  return std::string(key, end);
+}
+
 void VoteRecordText::forget() {
   *this = VoteRecordText();
 }
@@ -99,14 +108,6 @@ void VoteRecordText::append(std::string_view line) {
 std::string_view VoteRecordText::lastLine(std::string_view key) const {
   const PackedKey packed = pack(key);
   return packed == 0 ? lastLineByScan(text_, key) : find(packed);
-}
-
-std::string_view VoteRecordText::lastLine(int sortKey, int assessment) const {
-  char key[32];
-  char* end = std::to_chars(key, key + 14, sortKey).ptr;
-  *end++ = 'C';
-  end = std::to_chars(end, key + sizeof key, assessment).ptr;
-  return lastLine(std::string_view(key, static_cast<std::size_t>(end - key)));
 }
 
 std::string_view VoteRecordText::lastLineByScan(std::string_view text, std::string_view key) {

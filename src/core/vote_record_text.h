@@ -12,6 +12,9 @@
 
 namespace qrn {
 
+// Key of the records of the item with `sortKey` on `assessment` (counted from 1): "7C2".
+std::string recordKey(int sortKey, int assessment);
+
 class VoteRecordText {
  public:
   // False until assign() or append() has been called: the classic "NULL", not yet read from the slide.
@@ -27,8 +30,6 @@ class VoteRecordText {
   // The last line that contains "," followed by `key`, text compare (so key "1C1" is also found in a record
   // of "1C10"); a null view when there is none. Good until the next assign, append or forget.
   std::string_view lastLine(std::string_view key) const;
-  // The same for the key of an item's `sortKey` on `assessment`, without making a text of it.
-  std::string_view lastLine(int sortKey, int assessment) const;
   // The rule itself, by walking all lines from the last to the first.
   static std::string_view lastLineByScan(std::string_view text, std::string_view key);
   std::size_t recordCount() const { return records_; }  // lines that have a key

@@ -8,11 +8,13 @@
 #include <cstring>
 #include <string>
 #include <string_view>
-#include <unordered_map>
+#include <utility>
 
 #include "analysis/filter/filters.h"
 #include "core/common.h"
 #include "core/glo.h"
+#include "store/counted_votes.h"
+#include "store/postal_records.h"
 #include "store/vote_line.h"
 #include "store/vote_store.h"
 
@@ -39,14 +41,6 @@ struct Lane {
   std::string buffer;         // tokens of a record that is not in that form, or not wholly counted
   std::vector<float> values;  // votes that the tokens cannot hold, added up one after the other
 };
-
-bool countsLive() {
-  return glo.CheckUseLivePostal == 0 || glo.CheckUseLivePostal == 2;
-}
-
-bool countsPostal() {
-  return glo.CheckUseLivePostal == 1 || glo.CheckUseLivePostal == 2;
-}
 
 // Eight tokens as 16-bit numbers, the character low and the ";" high.
 using EightTokens [[gnu::vector_size(16)]] = std::uint16_t;
@@ -107,37 +101,30 @@ bool addTokens(const char* text, std::size_t size, Totals& totals) {
   return true;
 }
 
-void pushToken(std::string& buffer, int value) {
-  const char token = value == kKeyZero                ? 'A'
-                     : value == kAbstained            ? 'X'
-                     : value >= 0 && value < kKeyZero ? static_cast<char>('0' + value)
-                                                      : '-';
-  buffer += token;
-  buffer += ';';
+CountedVotes countedOf(const std::vector<int>& live, const std::vector<int>& postal,
+                       const std::vector<int>* mask) {
+  CountedVotes counted;
+  for (std::size_t k = 0; k < live.size(); ++k)
+    if (mask == nullptr || keypadCounts(*mask, k))
+      counted.addLive(live[k]);
+  for (const int vote : postal) counted.addPostal(vote);
+  return counted;
 }
 
-// The record as tokens that all count: keypads left out become "-", postal votes stand behind the live ones.
-void rewrite(Lane& lane, const std::vector<int>& live, const std::vector<int>& postal,
-             const std::vector<int>* mask) {
+// The votes as tokens that all count, or as they are when tokens cannot hold them.
+void rewrite(Lane& lane, std::vector<float> votes) {
+  const bool fits = votes.size() <= kExactSum && std::all_of(votes.begin(), votes.end(), [](float vote) {
+                      return vote <= static_cast<float>(kKeyZero);
+                    });
   lane.buffer.clear();
   lane.values.clear();
-  bool fits = live.size() + postal.size() <= kExactSum;
-  if (countsLive())
-    for (std::size_t k = 0; k < live.size(); ++k) {
-      const bool counts = mask == nullptr || (k < mask->size() && (*mask)[k] == 1);
-      pushToken(lane.buffer, counts ? live[k] : kNotVoted);
-      if (counts && live[k] >= 0)
-        lane.values.push_back(static_cast<float>(live[k]));
+  if (!fits)
+    lane.values = std::move(votes);
+  else
+    for (const float vote : votes) {
+      const int digit = static_cast<int>(vote);
+      lane.buffer += {digit == kKeyZero ? 'A' : static_cast<char>('0' + digit), ';'};
     }
-  if (countsPostal())
-    for (const int value : postal) {
-      fits = fits && value <= kKeyZero;
-      pushToken(lane.buffer, value < 0 ? kNotVoted : value);
-      if (value >= 0)
-        lane.values.push_back(static_cast<float>(value));
-    }
-  if (fits)
-    lane.values.clear();
   lane.tokens = lane.buffer.data();
   lane.size = lane.buffer.size() / 2;
 }
@@ -168,14 +155,17 @@ void loadLane(Lane& lane, std::string_view line, const std::vector<int>& postalL
     lane.tokens = votes.data();
     lane.size = size;
     lane.score.keypads = static_cast<int>(size);
+    lane.score.abstains = glo.opt_abstain ? static_cast<int>(totals.abstains) : 0;
   } else {
     const std::vector<int> live = decodeVotes(votes);
     lane.score.keypads = static_cast<int>(live.size());
-    rewrite(lane, live, lane.score.postal ? postalLine : decodePostal(record.postal()), mask);
+    CountedVotes counted =
+        countedOf(live, lane.score.postal ? postalLine : decodePostal(record.postal()), mask);
+    lane.score.abstains = counted.abstains;
+    rewrite(lane, std::move(counted.values));
     totals = Totals();
     addTokens(lane.tokens, lane.size, totals);
   }
-  lane.score.abstains = static_cast<int>(totals.abstains);
   lane.score.participants = static_cast<int>(totals.count);
   if (!lane.values.empty())
     scoreValues(lane);
@@ -222,36 +212,12 @@ void addSquares(std::array<Lane, kLanes>& lanes, SquareTables& tables) {
   }
 }
 
-using PostalIndex = std::unordered_map<std::string, std::string_view>;
-
-// Lines of the postal store by the text before their first ";"; the first line of a key counts.
-PostalIndex indexPostal() {
-  PostalIndex index;
-  readPostalRecords();
-  if (glo.postalRecords.empty())
-    return index;
-  std::string_view rest = glo.postalRecords.text();
-  while (!rest.empty()) {
-    const std::size_t end = rest.find_first_of("\r\n");
-    const std::string_view line = rest.substr(0, end);
-    if (const std::size_t mark = line.find(';'); mark != std::string_view::npos)
-      index.try_emplace(upperCase(line.substr(0, mark)), line);
-    rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
-  }
-  return index;
-}
-
-std::vector<int> postalVotesOf(const PostalIndex& index, const std::string& key) {
-  const auto it = index.find(key);
-  return it == index.end() ? std::vector<int>() : decodePostalLine(it->second, key.size());
-}
-
 }  // namespace
 
 std::vector<RecordScore> scoreRecords(int assessment, std::span<const int> items,
                                       const std::vector<int>* mask) {
   readVoteRecords();
-  const PostalIndex postal = indexPostal();
+  const PostalRecords postal;
   std::array<Lane, kLanes> lanes;
   SquareTables tables{};
   std::vector<RecordScore> scores;
@@ -260,11 +226,11 @@ std::vector<RecordScore> scoreRecords(int assessment, std::span<const int> items
     const std::size_t used = std::min(kLanes, items.size() - first);
     for (std::size_t r = 0; r < kLanes; ++r) {
       const std::size_t i = first + std::min(r, used - 1);  // the last batch repeats its last record
-      const int sortKey = glo.risks[static_cast<std::size_t>(items[i])].sortKey;
+      const std::string key = voteKey(items[i], assessment);
       std::vector<int> postalLine;
       if (!postal.empty())
-        postalLine = postalVotesOf(postal, voteKey(items[i], assessment));
-      loadLane(lanes[r], glo.voteRecords.lastLine(sortKey, assessment), postalLine, mask);
+        postalLine = postal.votesOf(key);
+      loadLane(lanes[r], glo.voteRecords.lastLine(key), postalLine, mask);
       glo.maxKeypads = std::max(glo.maxKeypads, lanes[r].score.keypads);
     }
     addSquares(lanes, tables);
@@ -274,18 +240,16 @@ std::vector<RecordScore> scoreRecords(int assessment, std::span<const int> items
 }
 
 std::optional<std::vector<int>> currentMask() {
-  if (!glo.CheckFilter && !glo.demographicFilterOn)
+  if (!glo.demographicFilterOn)
     return std::nullopt;
   sizeVoteArrays();
   const std::size_t size = glo.keypadIncluded.size();
   std::size_t answers = size;
   for (const DemographicInfo& question : glo.demographicQuestions)
-    answers = std::max(answers, question.votes.size() / 2 + 1);
-  glo.keypadIncluded.assign(answers, 1);
-  createFilter();
-  std::optional<std::vector<int>> mask;
-  if (glo.demographicFilterOn)
-    mask = glo.keypadIncluded;
+    answers = std::max(answers, roomForAnswers(question));
+  glo.keypadIncluded.resize(answers);
+  includeKeypads();
+  std::vector<int> mask = glo.keypadIncluded;
   glo.keypadIncluded.resize(size);
   return mask;
 }

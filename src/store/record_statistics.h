@@ -14,7 +14,7 @@ struct RecordScore {
   bool live = false;     // LoadVotes finds votes
   bool postal = false;   // LoadPostalVotes finds votes
   int participants = 0;  // votes that count
-  int abstains = 0;      // keypads that count and have abstained
+  int abstains = 0;      // keypads that count and have abstained, where the exercise allows that
   float average = 0;     // 0 without participants
   float squares = 0;     // of the differences from the average, added up
   int keypads = 0;       // width of the record
@@ -26,8 +26,8 @@ struct RecordScore {
 std::vector<RecordScore> scoreRecords(int assessment, std::span<const int> items,
                                       const std::vector<int>* mask);
 
-// The mask of the filter in force, wide enough for every answer; none when no keypad can be left out. Renews
-// glo.keypadIncluded and the filter's caption as LoadVotes does.
+// The mask of the filter in force, wide enough for every answer, with glo.keypadIncluded and the filter's
+// caption renewed; none without a filter.
 std::optional<std::vector<int>> currentMask();
 
 }  // namespace qrn

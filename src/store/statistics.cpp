@@ -2,13 +2,12 @@
 
 #include <cmath>
 #include <cstddef>
-#include <vector>
 
 #include "core/common.h"
 #include "core/diagnostics.h"
 #include "core/glo.h"
 #include "host/errors.h"
-#include "store/vote_line.h"
+#include "store/counted_votes.h"
 
 namespace qrn {
 
@@ -17,14 +16,6 @@ std::function<VoteFormBoxes()> xyVoteRuntimeBoxes;
 namespace {
 
 constexpr int kObjectMissing = 91, kDivisionByZero = 11, kOutOfRange = 9;
-
-bool countsLive() {
-  return glo.CheckUseLivePostal == 0 || glo.CheckUseLivePostal == 2;
-}
-
-bool countsPostal() {
-  return glo.CheckUseLivePostal == 1 || glo.CheckUseLivePostal == 2;
-}
 
 void readTextBoxes(StatsTarget& target) {
   if (!xyVoteRuntimeBoxes)
@@ -45,35 +36,13 @@ void checkTarget(const StatsTarget& target, int round) {
     throw HostError(Fault::program, kOutOfRange, "Subscript out of range");
 }
 
-// The votes that the exercise counts, live before postal; the spare top elements are not looked at.
-std::vector<float> countedVotes() {
-  std::vector<float> values;
-  if (countsLive())
-    for (std::size_t i = 0; i + 1 < glo.liveVotes.size(); ++i)
-      if (const double value = qrnVal(glo.liveVotes[i]); value >= 0)
-        values.push_back(static_cast<float>(value));
-  if (countsPostal())
-    for (std::size_t i = 0; i + 1 < glo.postalVotes.size(); ++i)
-      if (glo.postalVotes[i] >= 0)
-        values.push_back(static_cast<float>(glo.postalVotes[i]));
-  return values;
-}
-
-int countAbstains() {
-  int count = 0;
-  if (countsLive() && glo.opt_abstain)
-    for (std::size_t i = 0; i + 1 < glo.liveVotes.size(); ++i)
-      count += qrnVal(glo.liveVotes[i]) == kAbstained ? 1 : 0;
-  return count;
-}
-
-void setCurrentResult(const StatsTarget& target, const std::vector<float>& votes, float average) {
+void setCurrentResult(const StatsTarget& target, const CountedVotes& votes, float average) {
   float squares = 0;
   if (average != 0) {
-    glo.abstainCount = countAbstains();
-    for (const float vote : votes) squares += (vote - average) * (vote - average);
+    glo.abstainCount = votes.abstains;
+    for (const float vote : votes.values) squares += (vote - average) * (vote - average);
   }
-  storeStatistics(target.risk, target.assessment, static_cast<int>(votes.size()), average, squares);
+  storeStatistics(target.risk, target.assessment, static_cast<int>(votes.values.size()), average, squares);
 }
 
 }  // namespace
@@ -90,15 +59,15 @@ StatsTarget SetStats(int risk, int assessment, const std::string& form, int roun
       clearScore(item, a);
       return;
     }
-    const std::vector<float> votes = countedVotes();
+    const CountedVotes votes = countedVotes();
+    const int count = static_cast<int>(votes.values.size());
     float sum = 0;
-    for (const float vote : votes) sum += vote;
-    const float average = votes.empty() ? 0 : sum / static_cast<float>(votes.size());
+    for (const float vote : votes.values) sum += vote;
+    const float average = count == 0 ? 0 : sum / static_cast<float>(count);
     if (round == -1)
       setCurrentResult(target, votes, average);
     else
-      item.rounds[a][static_cast<std::size_t>(round)] = {votes.empty() ? "" : label, average,
-                                                         static_cast<int>(votes.size())};
+      item.rounds[a][static_cast<std::size_t>(round)] = {count == 0 ? "" : label, average, count};
   });
   return target;
 }

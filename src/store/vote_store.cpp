@@ -15,6 +15,7 @@
 #include "host/host.h"
 #include "host/presentation.h"
 #include "host/system.h"
+#include "store/postal_records.h"
 #include "store/vote_line.h"
 
 namespace qrn {
@@ -163,7 +164,7 @@ void setPostalVotes(const std::vector<int>& votes) {
 // Keypads that count get the votes of the record, all others are not voted.
 void fillLiveVotes(const std::vector<int>& votes) {
   for (std::size_t k = 0; k < votes.size(); ++k)
-    if (glo.keypadIncluded[k] == 1)
+    if (keypadCounts(glo.keypadIncluded, k))
       glo.liveVotes[k] = std::to_string(votes[k]);
 }
 
@@ -176,26 +177,10 @@ bool loadRecord(std::string_view line) {
   setPostalVotes({});
   if (record.votes().empty() && record.postal().empty())
     return false;
-  std::fill(glo.keypadIncluded.begin(), glo.keypadIncluded.end(), 1);
-  if (glo.CheckFilter || glo.demographicFilterOn)
-    createFilter();
+  includeKeypads();
   fillLiveVotes(votes);
   setPostalVotes(decodePostal(record.postal()));
   return true;
-}
-
-// The line of `key` in the postal store; its first text up to ";" is the key.
-std::string_view postalLine(const std::string& key) {
-  std::string_view rest = glo.postalRecords.text();
-  while (!rest.empty()) {
-    const std::size_t end = rest.find_first_of("\r\n");
-    const std::string_view line = rest.substr(0, end);
-    if (line.size() > key.size() && line[key.size()] == ';' &&
-        upperCase(line.substr(0, key.size())) == upperCase(key))
-      return line;
-    rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
-  }
-  return {};
 }
 
 // What stands behind the fourth field, with its comma.
@@ -275,8 +260,7 @@ int takeCurrentSlide() {
 
 std::string voteKey(int risk, int assessment) {
   const bool exists = risk >= 0 && risk <= upperBound(glo.risks);
-  const int sortKey = exists ? glo.risks[static_cast<std::size_t>(risk)].sortKey : 0;
-  return std::to_string(sortKey) + "C" + std::to_string(assessment);
+  return recordKey(exists ? glo.risks[static_cast<std::size_t>(risk)].sortKey : 0, assessment);
 }
 
 bool SaveCVotes() {
@@ -332,8 +316,7 @@ bool LoadVotes(const std::string& key) {
 bool LoadPostalVotes(const std::string& key) {
   std::vector<int> votes;
   trapErrors(kModule, "LoadPostalVotes", [&] {
-    readPostalRecords();
-    votes = decodePostalLine(postalLine(key), key.size());
+    votes = PostalRecords().votesOf(key);
     if (!votes.empty())
       setPostalVotes(votes);
   });

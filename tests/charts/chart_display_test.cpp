@@ -63,19 +63,23 @@ TEST_F(ChartDisplay, CountsTheVotesOfOneItemByOption) {
   addScale(2, "Chance", 3, 0);
   glo.opt_abstain = true;
   glo.liveVotes = {"1", "3", "3", "-2", "-100", "9", "0", "spare"};
+  glo.postalVotes = {2, -2, 9, 0, 1};
   struct Case {
-    int assessment;
+    int assessment, mode;
     std::vector<double> counts;
+    int abstains;
   };
-  for (const Case& c : {Case{1, {1, 0, 2}}, Case{2, {1, 1, 0}}}) {
+  for (const Case& c : {Case{1, 0, {1, 0, 2}, 1}, Case{2, 0, {1, 1, 0}, 1}, Case{1, 1, {0, 1, 0}, 0},
+                        Case{1, 2, {1, 1, 2}, 1}}) {
+    glo.CheckUseLivePostal = c.mode;
     ChartForm form("xyVoteRuntime");
     form.assessment = c.assessment;
     form.chart.AddSeries(SeriesKind::asBar);
     AddData(form, 0, 0);
     std::vector<double> counts;
     for (const ChartPoint& point : form.chart.SERIES(0).points) counts.push_back(point.value);
-    EXPECT_EQ(counts, c.counts) << c.assessment;
-    EXPECT_EQ(glo.abstainCount, 1);
+    EXPECT_EQ(counts, c.counts) << c.assessment << " " << c.mode;
+    EXPECT_EQ(glo.abstainCount, c.abstains);
   }
 }
 

@@ -19,7 +19,7 @@ TEST(VoteRecordText, FindsTheLastLineThatHoldsTheKey) {
         Case{"13c2", "d,t,4;,13C2"}, Case{"3C2", ""}, Case{"C1", ""}, Case{"[ssd]", "d,t,[SSD],"}})
     EXPECT_EQ(records.lastLine(c.key), c.line) << c.key;
   EXPECT_EQ(records.recordCount(), 4u);
-  EXPECT_EQ(records.lastLine(13, 2), "d,t,4;,13C2");
+  EXPECT_EQ(records.lastLine(recordKey(13, 2)), "d,t,4;,13C2");
 }
 
 TEST(VoteRecordText, AnAppendedLineWinsAndContinuesACutOne) {

@@ -156,7 +156,7 @@ TEST_F(VoteStoreTest, ACorrectionReplacesTheFirstRecordOfTheKey) {
 }
 
 TEST_F(VoteStoreTest, PostalVotesComeFromTheirOwnStore) {
-  slide.stubborn.values["QRNPOSTALVOTES"] = "12C1;P1;3;-;X;A;12\r\n7C1;2";
+  slide.stubborn.values["QRNPOSTALVOTES"] = "12C1;P1;3;-;X;A;12\r\n7C1;2\r\n7C1;4";
   store("d,t,,12C1,,,44\r\nd,t,,5C1,,,1\r\n");
   LoadVotes("12C1");
   EXPECT_TRUE(LoadPostalVotes("12C1"));

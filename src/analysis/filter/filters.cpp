@@ -126,6 +126,16 @@ void keepDemographicChoices() {
   }
 }
 
+void includeKeypads() {
+  std::fill(glo.keypadIncluded.begin(), glo.keypadIncluded.end(), 1);
+  if (glo.CheckFilter || glo.demographicFilterOn)
+    createFilter();
+}
+
+std::size_t roomForAnswers(const DemographicInfo& question) {
+  return question.votes.size() / 2 + 1;
+}
+
 void createFilter() {
   if (!glo.demographicFilterOn) {
     glo.demographicFilterText.clear();

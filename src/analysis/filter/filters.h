@@ -1,11 +1,13 @@
 // Which keypads count: demographic questions of the presentation and the groups chosen from them.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "core/session.h"
 #include "host/surface.h"
 
 namespace qrn {
@@ -18,7 +20,19 @@ void GetDemographicVoteInfo();
 // is on. Without questions read from a presentation the choices of the file stay.
 void keepDemographicChoices();
 
-// Rebuilds glo.keypadIncluded (1 counts; 0 and -1 do not) and glo.demographicFilterText.
+// Which keypads count now: glo.keypadIncluded at the length it has, everyone or those that the filter leaves.
+void includeKeypads();
+
+// Whether position `keypad` (from 0) of such flags counts; beyond their end nobody does.
+inline bool keypadCounts(const std::vector<int>& included, std::size_t keypad) {
+  return keypad < included.size() && included[keypad] == 1;
+}
+
+// At least as many keypads as have answered `question`.
+std::size_t roomForAnswers(const DemographicInfo& question);
+
+// The filter alone: narrows glo.keypadIncluded (1 counts; 0 and -1 do not) and names it in
+// glo.demographicFilterText.
 void createFilter();
 
 // Applies one group to glo.keypadIncluded: the keypads whose answer, in the last answer line of `votesText`,

@@ -79,8 +79,7 @@ void addVotes(int items, int points, int keypads) {
       std::string votes;
       for (int k = 0; k < keypads; ++k)
         votes += std::to_string(std::min(std::min(points, 9), std::max(1, middle + dice.upTo(3) - 2))) + ";";
-      records +=
-          "14/03/2026,09:30:00," + votes + "," + std::to_string(item) + "C" + std::to_string(a) + "\r\n";
+      records += "14/03/2026,09:30:00," + votes + "," + recordKey(item, static_cast<int>(a)) + "\r\n";
     }
   glo.voteRecords.assign(records);
   glo.postalRecords.assign("");

@@ -38,7 +38,7 @@ void storeScore(int risk, std::size_t a, const RecordScore& score) {
     return;
   }
   if (score.average != 0)
-    glo.abstainCount = glo.opt_abstain ? score.abstains : 0;
+    glo.abstainCount = score.abstains;
   storeStatistics(risk, static_cast<int>(a), score.participants, score.average, score.squares);
 }
 
@@ -99,7 +99,7 @@ std::vector<GroupScore> demographicGroupScores(int risk, int assessment) {
   for (const DemographicInfoGroup& group : question->groups) {
     if (groups.size() == kMostGroups)
       break;
-    std::vector<int> mask(question->votes.size() / 2 + 1, -1);
+    std::vector<int> mask(roomForAnswers(*question), -1);
     applyGroup(mask, question->votes, group.optionNumber, false);
     const int item[] = {risk};
     const RecordScore score = scoreRecords(assessment, item, &mask).front();

@@ -62,7 +62,7 @@ std::vector<ItemResult> results() {
       if (static_cast<std::size_t>(i) >= scores[a].size())
         continue;
       result.participants[a] = scores[a][static_cast<std::size_t>(i)].participants;
-      result.abstains[a] = glo.opt_abstain ? scores[a][static_cast<std::size_t>(i)].abstains : 0;
+      result.abstains[a] = scores[a][static_cast<std::size_t>(i)].abstains;
     }
   }
   return table;
