@@ -129,18 +129,20 @@ void freeCursor() {
     host::host().windows->freeCursor();
 }
 
-// Saves what every keypad voted and takes the statistics from it.
+// Saves what every keypad voted and takes the statistics from it, and from the postal votes of that item.
 void saveResult(const VoteForm& form) {
   glo.currentRisk = glo.currentItem;
   glo.voteAssessmentNumber = glo.currentAssessment;
+  const std::string key = voteKey(glo.currentItem, glo.currentAssessment);
   if (glo.revotePass) {
-    const std::string key = voteKey(glo.currentItem, glo.currentAssessment);
     readVoteRecords();
     if (glo.voteRecords.lastLine(key).data() != nullptr)
       modifyVoteResult(key);
   }
   if (SaveCVotes())  // keypads with a display are told only now that their vote is stored
     theComms().SendCommandToController("VotesStored", false, true);
+  glo.postalVotes.clear();
+  LoadPostalVotes(key);
   SetStats(glo.currentItem, glo.currentAssessment - 1, form.name, -1, "");
 }
 
@@ -159,9 +161,10 @@ bool showResult(VoteForm& form) {
   const bool showBars = glo.runByShowBarGraph != 0;
   form.UpdateBars();
   form.ShowBars(showBars);
-  const bool showStats = !glo.displayOnly && participantCount() > 0 && glo.CheckAverageScoreIndicator == 1;
-  form.ShowAverageScore(participantCount() > 0 ? statisticsText(glo.currentItem, glo.currentAssessment) : "",
-                        showStats);
+  const RiskRecord& risk = glo.risks[static_cast<std::size_t>(glo.currentItem)];
+  const bool scored = risk.hasScore(static_cast<std::size_t>(glo.currentAssessment - 1));
+  const bool showStats = !glo.displayOnly && scored && glo.CheckAverageScoreIndicator == 1;
+  form.ShowAverageScore(scored ? statisticsText(glo.currentItem, glo.currentAssessment) : "", showStats);
   return showBars || showStats;
 }
 
@@ -212,15 +215,6 @@ bool DoCountUpGraphVote(VoteForm& form) {
   return ended;
 }
 
-int participantCount() {
-  int count = 0;
-  for (int i = 0; i < upperBound(glo.liveVotes); ++i) {
-    const std::string& vote = glo.liveVotes[static_cast<std::size_t>(i)];
-    count += !vote.empty() && qrnVal(vote) >= 0 ? 1 : 0;
-  }
-  return count;
-}
-
 std::string statisticsText(int item, int assessment) {
   const RiskRecord& risk = glo.risks[static_cast<std::size_t>(item)];
   const std::size_t a = static_cast<std::size_t>(assessment - 1);
@@ -228,7 +222,7 @@ std::string statisticsText(int item, int assessment) {
   std::string text =
       "Average: " + formatPlaces(static_cast<double>(risk.average[a]), 2) +
       "\nStandard Deviation: " + formatPlaces(static_cast<double>(risk.standardDeviation[a]), 2) +
-      "\nDiversity: " + plainNumber(diversity) + "%\nParticipants: " + std::to_string(participantCount());
+      "\nDiversity: " + plainNumber(diversity) + "%\nParticipants: " + std::to_string(risk.counted[a]);
   if (glo.abstainEnabled)
     text += "\nAbstains: " + std::to_string(glo.abstainCount);
   return text;

@@ -36,11 +36,8 @@ bool SimulatePress(int value);
 void WriteKBOARDFile();
 void DeleteKBOARDFile();
 
-// Votes in glo.liveVotes that count for statistics: everything from 0 up.
-int participantCount();
-
 // Text of lbl_averageScore for `item` (index into risks) on `assessment` (1 to 9), from the statistics of the
-// item and the votes in memory.
+// item and the abstains counted last.
 std::string statisticsText(int item, int assessment);
 
 // The form on which a vote is running, null between votes.

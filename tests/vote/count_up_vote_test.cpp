@@ -276,12 +276,20 @@ TEST_F(CountUp, namesTheKeypadsThatAreMissing) {
   EXPECT_EQ(glo.voteComplete, 1);
 }
 
+// The participants are those whose votes the average is made of.
 TEST_F(CountUp, tellsTheStatistics) {
-  glo.liveVotes = {"1", "1", "5", "-2", "-100"};
+  glo.liveVotes = {"1", "1", "5", "-2", "", "-100"};
+  glo.postalVotes = {3, 3, -100, 0};
   glo.opt_abstain = glo.abstainEnabled = true;
-  SetStats(0, 0);
-  EXPECT_EQ(statisticsText(0, 1),
-            "Average: 2.33\nStandard Deviation: 1.89\nDiversity: 94.28%\nParticipants: 3\nAbstains: 1");
+  const char* const told[] = {
+      "Average: 2.33\nStandard Deviation: 1.89\nDiversity: 94.28%\nParticipants: 3\nAbstains: 1",
+      "Average: 3.00\nStandard Deviation: 0.00\nDiversity: 0%\nParticipants: 2\nAbstains: 0",
+      "Average: 2.60\nStandard Deviation: 1.50\nDiversity: 74.83%\nParticipants: 5\nAbstains: 1"};
+  for (const int mode : {0, 1, 2}) {
+    glo.CheckUseLivePostal = mode;
+    SetStats(0, 0);
+    EXPECT_EQ(statisticsText(0, 1), told[mode]);
+  }
 }
 
 class KeyboardVote : public VoteFixture {};

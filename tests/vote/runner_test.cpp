@@ -247,6 +247,19 @@ TEST_F(Runner, goesOnByItselfWhenNoResultIsWanted) {
   EXPECT_EQ(saved().size(), 6U);
 }
 
+TEST_F(Runner, countsThePostalVotesOfTheItemAtHand) {
+  glo.CheckUseLivePostal = 2;
+  glo.oVoteSlide->tags().Add("QRNPOSTALVOTES", "10C1;P1;1;1;\r\n");
+  glo.postalVotes = {5, 5, 5, 0};  // left from looking at another item
+  std::vector<float> averages;
+  scripts.assign(2, [&] {
+    voteAndGoOn();
+    world.at(1.5, [&] { averages.push_back(glo.risks[averages.size()].average[0]); });
+  });
+  run();
+  EXPECT_THAT(averages, ElementsAre(2.8F, 4));
+}
+
 TEST_F(Runner, keepsTheVotesWhenTheLinkIsLost) {
   std::vector<std::string> told;
   scripts = {[&] {
