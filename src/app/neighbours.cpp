@@ -16,6 +16,7 @@
 #include "adapters/system/machine.h"
 #include "adapters/system/xml_query.h"
 #include "core/common.h"
+#include "core/diagnostics.h"
 #include "host/dialogs.h"
 #include "host/errors.h"
 #include "host/forms.h"
@@ -59,6 +60,7 @@ struct Neighbours::Parts {
   qt::QtSlidePainter painter;
   host::FormRegistry forms;
   std::function<QWidget*()> dialogParent;
+  std::function<void(const std::string&)> troubleNotice;
   std::unique_ptr<qt::QtDialogs> dialogs;
   std::unique_ptr<link::WebSocketLink> link;
   link::LinkOptions linkOptions;
@@ -101,6 +103,10 @@ Neighbours::~Neighbours() {
   host::host() = host::Host{};
 }
 
+void Neighbours::setTroubleNotice(std::function<void(const std::string&)> notice) {
+  parts_->troubleNotice = std::move(notice);
+}
+
 void Neighbours::setDialogParent(std::function<QWidget*()> parent) {
   parts_->dialogParent = std::move(parent);
 }
@@ -118,6 +124,7 @@ std::unique_ptr<host::Presentation> Neighbours::openDeck(const cli::DeckRequest&
   options.readOnly = request.readOnly;
   options.fallbackPainter = &parts_->painter;
   options.otherJournal = choices.at(request.journal);
+  options.tell = [](const std::string& text) { std::cerr << "quorin-matrix: " << text << std::endl; };
   try {
     return deck::Deck::open(request.file, options);
   } catch (const deck::JournalRefused& error) {
@@ -132,6 +139,11 @@ std::unique_ptr<host::Presentation> Neighbours::openDeck(const cli::DeckRequest&
 std::unique_ptr<host::Presentation> Neighbours::openDeckWithQuestions(const std::string& file) {
   deck::OpenOptions options;
   options.fallbackPainter = &parts_->painter;
+  options.tell = [this](const std::string& text) {
+    reportError(HostError(Fault::world, 57, text), "Deck", "store");
+    if (parts_->troubleNotice)
+      parts_->troubleNotice(text);
+  };
   std::unique_ptr<deck::Deck> deck;
   try {
     deck = deck::Deck::open(file, options);

@@ -34,6 +34,8 @@ class Neighbours {
   std::string joinAddress(std::string& why);
   // Rehearsal keypads for the controller that the desktop starts; 0 for phones.
   void rehearse(int keypads, unsigned seed);
+  // Where a deck's trouble with its disk is told while the work goes on.
+  void setTroubleNotice(std::function<void(const std::string&)> notice);
   void setDialogParent(std::function<QWidget*()> parent);
   // Folder of the program, without separator at the end.
   std::string installFolder() const;

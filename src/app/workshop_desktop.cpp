@@ -144,6 +144,7 @@ WorkshopDesktop::WorkshopDesktop(Neighbours& neighbours) : neighbours_(neighbour
   host::host().presentationProgram = &desktop_->program();
   host::host().windows = &desktop_->windows();
   neighbours_.setDialogParent([this] { return desktop_->dialogParent(); });
+  neighbours_.setTroubleNotice([this](const std::string& text) { desktop_->sayTrouble(text); });
   registerForms();
   desktop_->attachWindows(*host::host().forms);
   fillEntryHooks();
@@ -151,6 +152,7 @@ WorkshopDesktop::WorkshopDesktop(Neighbours& neighbours) : neighbours_(neighbour
 
 WorkshopDesktop::~WorkshopDesktop() {
   neighbours_.setDialogParent({});
+  neighbours_.setTroubleNotice({});
   host::host().presentationProgram = nullptr;
   host::host().windows = nullptr;
 }

@@ -342,6 +342,10 @@ bool Desktop::openDeck(const std::string& file) {
   return parts_->openDeck(file);
 }
 
+void Desktop::sayTrouble(const std::string& text) {
+  parts_->window.notice().say(NoticeBar::Kind::error, render::toQt(text));
+}
+
 void Desktop::startShow(int slide) {
   parts_->startShow(slide);
 }

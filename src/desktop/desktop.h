@@ -68,7 +68,8 @@ class Desktop {
 
   // Opens the deck in place of the one at hand. False, with the reason on the deck window, when it cannot.
   bool openDeck(const std::string& file);
-  void startShow(int slide);  // 0: the first slide that is not hidden
+  void sayTrouble(const std::string& text);  // over the deck window, until the next notice
+  void startShow(int slide);                 // 0: the first slide that is not hidden
   // Shows the deck window, opens `deckFile` unless it is "", and returns when the person has left.
   int exec(const std::string& deckFile = "");
   void turn();  // one turn of that loop, for tests: delivers events, starts the run that is wanted

@@ -47,6 +47,9 @@ struct OpenOptions {
   SlidePainter* fallbackPainter = nullptr;  // must outlive the deck
   std::string cacheFolder;                  // pictures; "" uses `quorin-matrix` in the user's cache folder
   OtherJournal otherJournal = OtherJournal::refuse;
+  // Told a text for the user when the disk failed and storing went on all the same. Called in the midst of a
+  // change: it must not touch the deck, nor let anything run that does.
+  std::function<void(const std::string&)> tell = {};
 };
 
 // Another program of the house has the deck open for writing. Opening it read-only works.

@@ -123,10 +123,10 @@ void DeckFile::keep(const Change& change) {
   requireWritable();
   if (change.slide != 0 && marked_.count(change.slide) == 0) {
     const SlideMark mark = slideById(change.slide)->mark();
-    journal_.add({Change::Kind::slide, mark.id, "", mark.title, static_cast<std::uint64_t>(mark.index)});
+    store({Change::Kind::slide, mark.id, "", mark.title, static_cast<std::uint64_t>(mark.index)});
     marked_.insert(change.slide);
   }
-  journal_.add(change);
+  store(change);
 }
 
 DeckSlide& DeckFile::insertSlide(const SlideEntry& entry, int after) {
@@ -141,7 +141,7 @@ host::Slide& DeckFile::AddTitleOnlySlide(int after) {
     throw HostError(Fault::program, 9, "There is no slide " + std::to_string(after) + " in " + fullName_);
   Parts changed = parts_;
   const SlideEntry entry = addTitleOnlySlide(changed, presentation_, after, 0);
-  journal_.add({Change::Kind::newSlide, entry.id, "", "", static_cast<std::uint64_t>(after)});
+  store({Change::Kind::newSlide, entry.id, "", "", static_cast<std::uint64_t>(after)});
   parts_ = std::move(changed);
   return insertSlide(entry, after);
 }

@@ -106,7 +106,9 @@ class DeckFile final : public Deck {
   void goOnWith(const JournalContent& content, std::size_t from);
   void goOnWithCopy(const JournalContent& content, const Left& left);
   std::string freeAside() const;
-  void writeJournalAnew();
+  void store(const Change& change);
+  void storeInNewJournal(const Change& change, const HostError& failure);
+  void writeJournalAnew(const Change* next = nullptr);
   // deck_save.cpp
   bool changed() const;
   Parts partsToSave();
@@ -135,7 +137,8 @@ class DeckFile final : public Deck {
   std::set<std::uint32_t> marked_;  // slides that this journal tells of
   Pictures pictures_;
   std::optional<bool> tagsDropped_;  // from the deck on the disk, by another program
-  std::string warning_;              // what opening has to tell
+  std::string warning_;              // what opening or a failing disk has to tell
+  bool toldOfFailure_ = false;
 };
 
 }  // namespace qrn::deck

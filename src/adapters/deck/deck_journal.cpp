@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <list>
 #include <map>
+#include <utility>
 
 #include "adapters/deck/deck_file.h"
 
@@ -162,8 +163,38 @@ std::string DeckFile::freeAside() const {
   return freeBeside(file_, ".journal");
 }
 
-// A journal for the deck as it is now that says all that memory holds beyond it.
-void DeckFile::writeJournalAnew() {
+// Returns when the change is on the disk. A file that a flush of failed is not gone on with: pages that never
+// reached the disk may pass for written from then on.
+void DeckFile::store(const Change& change) {
+  if (!journal_.sound()) {
+    writeJournalAnew(&change);
+    return;
+  }
+  try {
+    journal_.add(change);
+  } catch (const HostError& failure) {
+    storeInNewJournal(change, failure);
+  }
+}
+
+// When the new journal fails too, `failure` is what is told: nothing is stored then.
+void DeckFile::storeInNewJournal(const Change& change, const HostError& failure) {
+  try {
+    writeJournalAnew(&change);
+  } catch (const HostError&) {
+    throw failure;
+  }
+  if (std::exchange(toldOfFailure_, true))
+    return;
+  const std::string text = "The disk failed while something was stored (" + std::string(failure.what()) +
+                           "). All is stored, in a new journal. Keep a copy of the deck on another disk.";
+  warning_ += (warning_.empty() ? "" : "\n") + text;
+  if (options_.tell)
+    options_.tell(text);
+}
+
+// A journal for the deck as it is now that says all that memory holds beyond it, and `next` behind it.
+void DeckFile::writeJournalAnew(const Change* next) {
   std::vector<Change> changes;
   std::list<std::vector<Tag>> kept;  // what the changes point into
   std::list<std::string> titles;
@@ -189,17 +220,20 @@ void DeckFile::writeJournalAnew() {
                          static_cast<std::uint64_t>(slide->slideIndex() - 1)});
   if (tags_->changed())
     tell(0, presentation_, *tags_);
-  marked_.clear();
+  std::set<std::uint32_t> marked;
   for (const auto& slide : slides_) {
-    if (!slide->tagStore().changed())
-      continue;
     const std::uint32_t id = slide->entry().id;
+    if (!slide->tagStore().changed() && (next == nullptr || next->slide != id))
+      continue;
     changes.push_back({Change::Kind::slide, id, "", titles.emplace_back(slide->mark().title),
                        static_cast<std::uint64_t>(slide->slideIndex())});
-    marked_.insert(id);
+    marked.insert(id);
     tell(id, slide->entry().part, slide->tagStore());
   }
+  if (next != nullptr)
+    changes.push_back(*next);
   journal_.writeAnew(changes);
+  marked_ = std::move(marked);
 }
 
 }  // namespace qrn::deck

@@ -58,7 +58,7 @@ void DeckFile::Save() {
   std::shared_ptr<Package> written = checkedCopy(file, parts);
   saveBackup();
   if (journal_.started())
-    journal_.add({Change::Kind::saved, 0, "", written->fingerprint(), 0});
+    store({Change::Kind::saved, 0, "", written->fingerprint(), 0});
   file.rename();
   takeOver(std::move(written));
   flushFolderOf(file_);

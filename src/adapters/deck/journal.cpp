@@ -185,11 +185,14 @@ void Journal::start() {
   } catch (...) {
     file_.close();
     ::unlink(path_.c_str());
+    sound_ = true;
     throw;
   }
 }
 
 void Journal::add(const Change& change) {
+  if (!sound_)
+    throw HostError(Fault::program, 57, path_ + " is not to be gone on with");
   const std::string record = journalRecord(started() ? end_ : kHeadLength, journalPayload(change));
   if (!started())
     start();
@@ -202,6 +205,7 @@ void Journal::writeAnew(const std::vector<Change>& changes) {
   saveText(path_, bytes, deck_);
   file_ = File::open(path_, O_WRONLY);
   end_ = bytes.size();
+  sound_ = true;
 }
 
 void Journal::append(const std::string& record) {
@@ -212,6 +216,7 @@ void Journal::append(const std::string& record) {
     writeAll(file_.fd(), record, path_);
     flushFile(file_.fd(), path_);
   } catch (...) {
+    sound_ = false;
     (void)!::ftruncate(file_.fd(), static_cast<off_t>(end_));
     throw;
   }
@@ -224,6 +229,7 @@ void Journal::remove() {
   if (::unlink(path_.c_str()) != 0 && errno != ENOENT)
     return;  // it stays in use: what follows its last 'S' is what the deck does not hold
   file_.close();
+  sound_ = true;
   flushFolderOf(path_);
 }
 

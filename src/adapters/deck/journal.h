@@ -81,9 +81,12 @@ class Journal {
   Journal(std::string path, std::string deck) : path_(std::move(path)), deck_(std::move(deck)) {}
   const std::string& path() const { return path_; }
   bool started() const { return file_.isOpen(); }
+  // False once a write or flush of the file has failed: what it was given then may never reach the disk
+  // although a later flush says so. Only writeAnew() puts that right.
+  bool sound() const { return sound_; }
   void startAt(std::string state) { state_ = std::move(state); }  // of the next new journal
   void resume(const JournalContent& content);                     // goes on behind the last whole record
-  // Returns when the record is on the disk. When it throws, the journal ends where it ended before.
+  // Returns when the record is on the disk. When it throws, the file is cut to where it ended before.
   void add(const Change& change);
   void writeAnew(const std::vector<Change>& changes);  // in place of what is there, in one step
   void remove();                                       // the deck holds it all now
@@ -94,6 +97,7 @@ class Journal {
   std::string path_, deck_, state_;
   File file_;
   std::uint64_t end_ = 0;
+  bool sound_ = true;
 };
 
 }  // namespace qrn::deck
