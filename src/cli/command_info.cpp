@@ -11,9 +11,11 @@ namespace qrn::cli {
 
 namespace {
 
+using Json = nlohmann::ordered_json;
+
 struct SlideInfo {
   int slide = 0, slideID = 0;
-  std::string title;
+  std::string title, damage;
   bool exercise = false;
   int items = 0, assessments = 0, records = 0;
 };
@@ -26,10 +28,11 @@ int activeAssessments() {
 
 SlideInfo readSlide(Workshop& workshop, int number) {
   SlideInfo info;
-  host::Slide& slide = workshop.slide(number);
+  host::Slide& slide = workshop.presentation().Slides(number);
   info.slide = number;
   info.slideID = slide.slideID();
   info.title = slide.Title();
+  info.damage = slide.Damage();
   info.exercise = !slide.tags().Item("qrnMatrix").empty();
   if (info.exercise) {
     workshop.loadExercise(number);
@@ -42,6 +45,8 @@ SlideInfo readSlide(Workshop& workshop, int number) {
 
 void printLine(const SlideInfo& info) {
   std::cout << std::setw(4) << info.slide << "  " << (info.title.empty() ? "(no title)" : info.title);
+  if (!info.damage.empty())
+    std::cout << "\n      damaged: " << info.damage;
   if (info.exercise)
     std::cout << "\n      exercise: " << info.items << " items, " << info.assessments << " assessments, "
               << info.records << " vote records";
@@ -52,7 +57,7 @@ void printLine(const SlideInfo& info) {
 
 void runInfo(const InfoArguments& arguments, const CliHooks& hooks) {
   Workshop workshop(arguments, Access::read, hooks);
-  nlohmann::ordered_json slides = nlohmann::ordered_json::array();
+  Json slides = Json::array();
   for (int number = 1; number <= workshop.presentation().SlideCount(); ++number) {
     const SlideInfo info = readSlide(workshop, number);
     if (!arguments.json)
@@ -64,9 +69,11 @@ void runInfo(const InfoArguments& arguments, const CliHooks& hooks) {
                       {"items", info.items},
                       {"assessments", info.assessments},
                       {"records", info.records}});
+    if (!info.damage.empty())
+      slides.back()["damage"] = info.damage;
   }
   if (arguments.json)
-    std::cout << nlohmann::ordered_json{{"slides", slides}}.dump() << "\n";
+    std::cout << Json{{"slides", slides}}.dump(-1, ' ', false, Json::error_handler_t::replace) << "\n";
 }
 
 }  // namespace qrn::cli

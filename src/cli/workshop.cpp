@@ -32,7 +32,10 @@ host::Slide& Workshop::slide(int number) {
     throw HostError(Fault::badData, 9,
                     "There is no slide " + std::to_string(number) + ": the deck has " +
                         std::to_string(count) + (count == 1 ? " slide" : " slides"));
-  return presentation_->Slides(number);
+  host::Slide& found = presentation_->Slides(number);
+  if (const std::string damage = found.Damage(); !damage.empty())
+    throw HostError(Fault::badData, 0, "Slide " + std::to_string(number) + " is damaged: " + damage);
+  return found;
 }
 
 void Workshop::selectSlide(int number) {

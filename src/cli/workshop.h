@@ -19,7 +19,8 @@ class Workshop {
   ~Workshop();
 
   host::Presentation& presentation() { return *presentation_; }
-  // The slide by number; a number outside the deck is a HostError that names the range.
+  // The slide by number; a number outside the deck is a HostError that names the range, a damaged slide one
+  // that says what is wrong with it.
   host::Slide& slide(int number);
   // Makes `number` the vote slide and loads its exercise and vote records into glo. Throws when it has none.
   void loadExercise(int number);

@@ -29,6 +29,8 @@ QFont type(int pixels, bool bold = false) {
 
 QString toolTip(const SlideRow& row) {
   QString text = QString("Slide %1: %2").arg(row.slide).arg(row.title);
+  if (!row.damage.isEmpty())
+    text += "\n" + row.damage;
   if (row.hidden)
     text += "\nHidden: the slide show leaves it out.";
   if (row.exercise)
@@ -153,7 +155,8 @@ const SlideRow& SlideListModel::row(int slide) const {
     made.slide = slide;
     made.title = render::toQt(source.Title()).replace('\v', ' ').simplified();
     if (made.title.isEmpty())
-      made.title = "Slide without a title";
+      made.title = source.Damage().empty() ? "Slide without a title" : "Damaged slide";
+    made.damage = render::toQt(source.Damage());
     made.hidden = source.Hidden();
     if (holdsExercise(source))
       made.exercise = factsOf_(source).value_or(factsFromTags(source));
@@ -201,6 +204,8 @@ void SlideListDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
   QPoint at(text.left(), text.top() + taken + 3);
   if (row.exercise)
     at.rx() += paintBadge(*painter, at, "Exercise", look::mark, look::markSoft) + look::grid;
+  if (!row.damage.isEmpty())
+    at.rx() += paintBadge(*painter, at, "Damaged", look::bad, look::badSoft) + look::grid;
   if (row.hidden)
     at.rx() += paintBadge(*painter, at, "Hidden", look::quietInk, look::ground) + look::grid;
   if (row.exercise) {

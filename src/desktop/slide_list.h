@@ -15,8 +15,9 @@ namespace qrn::desktop {
 using ExerciseFactsOf = std::function<std::optional<ExerciseFacts>(host::Slide&)>;
 
 struct SlideRow {
-  int slide = 0;  // from 1
-  QString title;  // never empty
+  int slide = 0;   // from 1
+  QString title;   // never empty
+  QString damage;  // what is wrong with the slide, mostly nothing
   bool hidden = false;
   std::optional<ExerciseFacts> exercise;
 };

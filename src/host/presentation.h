@@ -58,6 +58,9 @@ class Slide {
   virtual int slideIndex() const = 0;
   virtual std::string Title() const = 0;  // text of the title placeholder, "" without one
   virtual bool Hidden() const = 0;
+  // What is wrong with a slide that cannot be read, "" when nothing is. Such a slide has no title, shapes or
+  // tags, and nothing can be stored on it.
+  virtual std::string Damage() { return ""; }
   virtual Tags& tags() = 0;
   virtual std::vector<Shape*> Shapes() = 0;
   virtual std::vector<Shape*> NotesPageShapes() = 0;  // empty when the slide has no notes page

@@ -203,6 +203,25 @@ TEST_F(Road, TagsComeBackExactly) {
   }
 }
 
+TEST_F(Road, OneDamagedSlideIsListedAndTheOthersWork) {
+  const std::string deck = folder.sampleDeck();
+  std::string bytes = readFile(deck);
+  const std::size_t slide = bytes.find("ppt/slides/slide2.xml");
+  bytes.replace(slide + 60, 40, 40, '?');
+  writeFile(deck, bytes);
+  const Outcome list = matrix({"info", deck}), json = matrix({"info", deck, "--json"});
+  EXPECT_EQ(list.code, 0) << list.err;
+  EXPECT_NE(list.out.find("damaged: "), std::string::npos) << list.out;
+  const Json slides = Json::parse(json.out)["slides"];
+  EXPECT_NE(slides[1]["damage"].get<std::string>().find("slide2.xml"), std::string::npos);
+  EXPECT_FALSE(slides[3].contains("damage"));
+  EXPECT_EQ(slides[3]["items"], kItems);
+  EXPECT_EQ(matrix({"results", deck, "--slide", "4"}).code, 0);
+  const Outcome results = matrix({"results", deck, "--slide", "2"});
+  EXPECT_EQ(results.code, 1);
+  EXPECT_NE(results.err.find("Slide 2 is damaged"), std::string::npos) << results.err;
+}
+
 struct Wrong {
   const char* name;
   std::vector<std::string> words;  // "DECK" stands for a good deck, "BAD" for one that is no deck

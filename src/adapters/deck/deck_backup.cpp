@@ -26,10 +26,26 @@ std::vector<BackupSlide> DeckFile::tagsForBackup() {
   return all;
 }
 
+// What the backup so far has of lists that cannot be read stays in it.
+void DeckFile::keepOfDamaged(std::vector<BackupSlide>& tags) {
+  std::set<std::uint32_t> damaged;
+  if (!tags_->damage().empty())
+    damaged.insert(0);
+  for (const auto& slide : slides_)
+    if (!slide->tagStore().damage().empty())
+      damaged.insert(slide->entry().id);
+  if (damaged.empty() || tagsDropped() || !exists(backupPath()))
+    return;
+  for (BackupSlide& old : parseBackup(readWhole(backupPath()), backupPath()))
+    if (damaged.count(old.mark.id) != 0)
+      tags.push_back(std::move(old));
+}
+
 void DeckFile::saveBackup() {
-  const std::vector<BackupSlide> tags = tagsForBackup();
+  std::vector<BackupSlide> tags = tagsForBackup();
   if (tags.empty() && !exists(backupPath()))
     return;
+  keepOfDamaged(tags);
   writeBackup(file_, backupText(tags), tagsDropped());
   tagsDropped_ = false;
 }
@@ -50,7 +66,11 @@ bool DeckFile::tagsDropped() {
   }
   const Parts onDisk(package_);
   const auto tagged = [&](const std::string& part) {
-    return onDisk.has(part) && !ownTags(readTags(onDisk, part)).empty();
+    try {
+      return onDisk.has(part) && !ownTags(readTags(onDisk, part)).empty();
+    } catch (const HostError&) {
+      return true;  // they may be there: the part is damaged, not another program's
+    }
   };
   tagsDropped_ =
       !tagged(presentation_) && std::none_of(slides_.begin(), slides_.end(),
@@ -61,6 +81,8 @@ bool DeckFile::tagsDropped() {
 std::optional<std::string> DeckFile::foreignSaveWarning() {
   std::string text = warning_;
   const auto say = [&text](const std::string& more) { text += (text.empty() ? "" : "\n") + more; };
+  if (!tags_->damage().empty())
+    say("What is stored of the whole deck cannot be read: " + tags_->damage());
   if (tagsDropped())
     say("The exercises and votes are gone from " + fullName_ +
         ". Another program has saved it without them (LibreOffice does so). They can be put back from " +

@@ -73,7 +73,12 @@ DeckFile::DeckFile(const std::string& file, OpenOptions options)
 void DeckFile::readSlides() {
   parts_ = Parts(package_);
   tags_ = std::make_unique<TagStore>(
-      0, [this] { return readTags(parts_, presentation_); }, [this](const Change& change) { keep(change); });
+      0, [this] { return readTags(parts_, presentation_); },
+      [this](const Change& change) {
+        if (!tags_->damage().empty())
+          throwBad(fullName_, "can store nothing of the whole deck: " + tags_->damage());
+        keep(change);
+      });
   slides_.clear();
   for (const SlideEntry& entry : slidesOf(parts_, presentation_))
     slides_.push_back(std::make_unique<DeckSlide>(*this, entry, SlideCount() + 1));
@@ -178,10 +183,39 @@ DeckSlide::DeckSlide(DeckFile& deck, const SlideEntry& entry, int index)
       page_(entry.part, [&deck]() -> const Parts& { return deck.parts(); }),
       tags_(
           entry.id, [&deck, part = entry.part] { return readTags(deck.parts(), part); },
-          [&deck](const Change& change) { deck.keep(change); }) {}
+          [this](const Change& change) { keep(change); }) {}
+
+bool DeckSlide::readable() const {
+  if (pageDamage_)
+    return pageDamage_->empty();
+  pageDamage_ = "";
+  try {
+    page_.xml();
+  } catch (const HostError& error) {
+    if (error.fault() != Fault::badData)
+      throw;
+    pageDamage_ = error.what();
+  }
+  return pageDamage_->empty();
+}
+
+std::string DeckSlide::Damage() {
+  return readable() ? tags_.damage() : *pageDamage_;
+}
+
+void DeckSlide::keep(const Change& change) {
+  if (const std::string damage = Damage(); !damage.empty())
+    throw HostError(Fault::badData, 0,
+                    "Nothing can be stored on slide " + std::to_string(index_) + ": " + damage);
+  deck_.keep(change);
+}
+
+std::vector<host::Shape*> DeckSlide::Shapes() {
+  return readable() ? page_.shapes() : std::vector<host::Shape*>();
+}
 
 std::vector<host::Shape*> DeckSlide::NotesPageShapes() {
-  if (!notesSought_) {
+  if (!notesSought_ && Damage().empty()) {
     const std::vector<Relationship> all = relationshipsOf(deck_.parts(), entry_.part);
     const Relationship* notes = byKind(all, "notesSlide");
     if (notes != nullptr && deck_.parts().has(notes->target))
@@ -213,16 +247,12 @@ void DeckSlide::setSaved() {
     notes_->setSaved();
 }
 
-SlideMark DeckSlide::mark() {
-  try {
-    return {entry_.id, index_, Title()};
-  } catch (const HostError&) {
-    return {entry_.id, index_, ""};  // a slide that cannot be read still takes votes
-  }
-}
-
 SlideDrawing DeckSlide::drawing() {
   SlideDrawing drawing;
+  if (!readable()) {
+    drawing.title = "This slide is damaged";
+    return drawing;
+  }
   const MasterLook& master = deck_.master();
   std::int32_t back = master.backgroundIn(childOf(page_.xml().root(), Space::presentation, "cSld"));
   if (back < 0)

@@ -29,10 +29,11 @@ class DeckSlide : public host::Slide {
   DeckSlide(DeckFile& deck, const SlideEntry& entry, int index);
   int slideID() const override { return static_cast<int>(entry_.id); }
   int slideIndex() const override { return index_; }
-  std::string Title() const override { return page_.title(); }
-  bool Hidden() const override { return page_.hiddenSlide(); }
+  std::string Title() const override { return readable() ? page_.title() : ""; }
+  bool Hidden() const override { return readable() && page_.hiddenSlide(); }
+  std::string Damage() override;
   host::Tags& tags() override { return tags_; }
-  std::vector<host::Shape*> Shapes() override { return page_.shapes(); }
+  std::vector<host::Shape*> Shapes() override;
   std::vector<host::Shape*> NotesPageShapes() override;
   void Export(const std::string& file, std::string_view format, int width, int height) override;
 
@@ -44,15 +45,18 @@ class DeckSlide : public host::Slide {
   void putShapeChanges(Parts& parts);
   void setSaved();
   SlideDrawing drawing();  // for the fallback painter
-  SlideMark mark();        // title "" when the slide cannot be read
+  SlideMark mark() const { return {entry_.id, index_, Title()}; }
 
  private:
+  bool readable() const;
+  void keep(const Change& change);
   DeckFile& deck_;
   SlideEntry entry_;
   int index_;
   mutable ShapePage page_;
   std::optional<ShapePage> notes_;
   bool notesSought_ = false;
+  mutable std::optional<std::string> pageDamage_;  // once it has been looked at
   TagStore tags_;
 };
 
@@ -119,6 +123,7 @@ class DeckFile final : public Deck {
   // deck_backup.cpp
   std::string backupPath() const { return backupOf(file_); }
   std::vector<BackupSlide> tagsForBackup();
+  void keepOfDamaged(std::vector<BackupSlide>& tags);
   void saveBackup();
   bool tagsDropped() override;
 

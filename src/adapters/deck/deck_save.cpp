@@ -25,6 +25,15 @@ bool sameEntries(const Package& old, const Package& copy, const Parts& parts) {
   return same;
 }
 
+// None for a slide whose relationships are damaged; it stays as it is.
+std::vector<Relationship> readableRelationshipsOf(const Parts& parts, const std::string& part) {
+  try {
+    return relationshipsOf(parts, part);
+  } catch (const HostError&) {
+    return {};
+  }
+}
+
 std::vector<Tag> sorted(std::vector<Tag> tags) {
   std::sort(tags.begin(), tags.end(), [](const Tag& a, const Tag& b) { return a.name < b.name; });
   return tags;
@@ -81,7 +90,7 @@ void DeckFile::putTags(Parts& parts) {
   // A list that several slides refer to (some programs copy slides so) must not be changed under the others.
   std::map<std::string, int> references;
   for (const auto& owner : owners)
-    for (const Relationship& one : relationshipsOf(parts, owner.first))
+    for (const Relationship& one : readableRelationshipsOf(parts, owner.first))
       references[one.kind == "tags" ? one.target : ""] += 1;
   for (const auto& [part, store] : owners)
     if (store->changed())

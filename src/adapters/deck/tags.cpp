@@ -23,11 +23,22 @@ std::string nameFor(std::string_view key) {
 }  // namespace
 
 const std::vector<Tag>& TagStore::all() const {
-  if (!loaded_) {
+  if (loaded_)
+    return tags_;
+  try {
     tags_ = load_();
-    loaded_ = true;
+  } catch (const HostError& error) {
+    if (error.fault() != Fault::badData)
+      throw;
+    damage_ = error.what();
   }
+  loaded_ = true;
   return tags_;
+}
+
+const std::string& TagStore::damage() const {
+  all();
+  return damage_;
 }
 
 Tag* TagStore::find(std::string_view name) const {
@@ -79,6 +90,8 @@ std::vector<std::string> TagStore::Names() const {
 }
 
 std::string_view TagStore::replay(const Change& change) {
+  if (!damage().empty())
+    return "what it changes is damaged";
   if (!isTagName(change.name))
     return "the name of a text is not one";
   if (!isStorable(change.value))

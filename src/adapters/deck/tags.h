@@ -26,6 +26,8 @@ class TagStore : public host::Tags {
   std::vector<std::string> Names() const override;
 
   const std::vector<Tag>& all() const;
+  // Why the list cannot be read, "" when it can. Such a list reads as empty and takes nothing.
+  const std::string& damage() const;
   bool changed() const { return changed_; }  // since reading or saving
   void setSaved() { changed_ = false; }
   // A change from a journal, which may hold anything. "" when it is applied, else why it cannot be.
@@ -41,6 +43,7 @@ class TagStore : public host::Tags {
   Keep keep_;
   mutable std::vector<Tag> tags_;
   mutable bool loaded_ = false;
+  mutable std::string damage_;
   bool changed_ = false;
 };
 

@@ -29,10 +29,9 @@ Spoil changed(const std::string& name, const std::string& what, const std::strin
 std::string messageOf(const std::string& file) {
   try {
     const auto deck = Deck::open(file);
-    for (int i = 1; i <= deck->SlideCount(); ++i) {
-      deck->Slides(i).Title();
-      deck->Slides(i).tags().Names();
-    }
+    for (int i = 1; i <= deck->SlideCount(); ++i)
+      if (const std::string damage = deck->Slides(i).Damage(); !damage.empty())
+        return damage;
   } catch (const HostError& error) {
     EXPECT_NE(error.fault(), Fault::program);
     return error.what();
@@ -84,6 +83,78 @@ TEST(DeckOpen, SaysWhatIsWrongWithItsParts) {
     EXPECT_EQ(readFile(folder.file("talk.pptx")), before);
     EXPECT_THAT(folder.names(), ElementsAre("talk.pptx"));
   }
+}
+
+TEST(DeckOpen, OneDamagedSlideClosesNoDeckAndStaysAsItIs) {
+  const struct {
+    const char *name, *part;
+    Spoil spoil;
+  } cases[] = {{"slide", "ppt/slides/slide1.xml", changed("ppt/slides/slide1.xml", "</p:cSld>", "")},
+               {"tags", "ppt/tags/tag2.xml", changed("ppt/tags/tag2.xml", "</p:tagLst>", "")},
+               {"relationships", "ppt/slides/_rels/slide1.xml.rels",
+                changed("ppt/slides/_rels/slide1.xml.rels", "</Relationships>", "")}};
+  for (const auto& one : cases) {
+    SCOPED_TRACE(one.name);
+    const TempFolder folder;
+    const std::string file = folder.deck({3, false, false, false, true});
+    {
+      const auto whole = Deck::open(file);
+      whole->tags().Delete("OTHER");  // no list but the damaged one says that votes are there
+      whole->Slides(1).tags().Append("QRNVOTES", "1;");
+      whole->Save();
+    }
+    PartList parts = readZip(file);
+    one.spoil(parts);
+    writeZip(file, parts);
+    {
+      const auto deck = Deck::open(file);
+      EXPECT_EQ(deck->foreignSaveWarning(), std::nullopt);
+      host::Slide& damaged = deck->Slides(1);
+      EXPECT_THAT(damaged.Damage(), HasSubstr(one.part));
+      EXPECT_EQ(damaged.tags().Item("QRNVOTES"), "");
+      EXPECT_EQ(damaged.Title().empty(), damaged.Shapes().empty());
+      EXPECT_FALSE(damaged.Hidden());
+      EXPECT_TRUE(damaged.NotesPageShapes().empty());
+      try {
+        damaged.tags().Append("QRNVOTES", "2;");
+        ADD_FAILURE() << "stored";
+      } catch (const HostError& error) {
+        EXPECT_THAT(error.what(), AllOf(HasSubstr("slide 1"), HasSubstr(one.part)));
+      }
+      deck->Slides(2).tags().Append("QRNVOTES", "3;");
+    }
+    const auto deck = Deck::open(file);
+    EXPECT_EQ(deck->Slides(2).Damage(), "");
+    EXPECT_EQ(deck->Slides(2).tags().Item("QRNVOTES"), "3;");
+    deck->Save();
+    PartList after = readZip(file);
+    for (const auto& [name, text] : parts)
+      EXPECT_TRUE(part(after, name) == text || name.find("slide2") != std::string::npos ||
+                  name == "[Content_Types].xml")
+          << name;
+    EXPECT_THAT(readFile(file + ".backup"), AllOf(HasSubstr("old\n1;"), HasSubstr("3;")));
+  }
+}
+
+TEST(DeckOpen, ADamagedListOfTheWholeDeckIsToldAndStaysAsItIs) {
+  const TempFolder folder;
+  const std::string file = folder.deck({3, false, false, false, true});
+  {
+    const auto whole = Deck::open(file);
+    whole->tags().Add("QRNCURRENTSLIDE", "2");
+    whole->Save();
+  }
+  PartList parts = readZip(file);
+  changed("ppt/tags/tag3.xml", "</p:tagLst>", "")(parts);
+  writeZip(file, parts);
+  const auto deck = Deck::open(file);
+  EXPECT_THAT(deck->foreignSaveWarning().value_or(""), HasSubstr("ppt/tags/tag3.xml"));
+  EXPECT_THROW(deck->tags().Add("A", "1"), HostError);
+  deck->Slides(1).tags().Add("A", "1");
+  deck->Save();
+  PartList after = readZip(file);
+  EXPECT_EQ(part(after, "ppt/tags/tag3.xml"), part(parts, "ppt/tags/tag3.xml"));
+  EXPECT_THAT(readFile(file + ".backup"), HasSubstr("tag QRNCURRENTSLIDE 1\n2\n"));
 }
 
 TEST(DeckOpen, SaysWhatIsWrongWithItsBytes) {
