@@ -61,6 +61,7 @@ struct Session {
 
   // The exercise at hand
   bool exerciseDamaged = false;  // its text could not be read whole; the slide still holds it as it was
+  std::string exerciseAtRest;    // as its text would be stored when it was read or stored last; "" unknown
 
   // Records
   VoteRecordText voteRecords;    // mirrors the slide tag QRNVOTES
@@ -70,9 +71,8 @@ struct Session {
 
   // Progress
   bool resumePending = false, runFinished = false;
-  int logCategory = 1, logAssessment = 1, logRisk = 0, logPairCount = 0, logCumulativePairCount = 0;
+  int logCategory = 1, logPairCount = 0, logCumulativePairCount = 0;
   std::array<bool, kAssessments> logAssessments{};
-  int logRunByOption = -1;  // running order of the process to resume; -1 unknown
 
   // The item and vote at hand
   int currentRisk = 0;           // index into risks

@@ -158,6 +158,11 @@ void tellDamage() {
 
 // Writing -----------------------------------------------------------------------------------------
 
+std::string textToStore() {
+  keepDemographicChoices();
+  return writeExerciseText(glo);
+}
+
 // The text on its way to the slide: written to a file and read back from it.
 std::string throughFile(const std::string& text) {
   const host::Host& world = host::host();
@@ -207,8 +212,7 @@ bool saveXY(const std::string& path) {
   return trapErrors(
       kModule, "saveXY",
       [&] {
-        keepDemographicChoices();
-        const std::string text = writeExerciseText(glo);
+        const std::string text = textToStore();
         if (!path.empty()) {
           writeTextFileContents(text, path);
           return;
@@ -224,8 +228,17 @@ bool saveXY(const std::string& path) {
         if (std::exchange(glo.exerciseDamaged, false))
           tags->Add(kDamagedTag, tags->Item(kTag));
         tags->Add(kTag, stored);
+        glo.exerciseAtRest = text;
       },
       true);
+}
+
+void noteExerciseAtRest() {
+  glo.exerciseAtRest = textToStore();
+}
+
+bool exerciseChanged() {
+  return glo.exerciseAtRest != textToStore();
 }
 
 std::string writeExerciseText(Glo& exercise) {

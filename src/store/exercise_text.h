@@ -23,6 +23,11 @@ bool LoadXY(const std::string& path);
 // become single quotes in `glo` too. False, after a report, when it could not be stored.
 bool saveXY(const std::string& path = "");
 
+// The exercise stands as it is stored, and whether it has changed since: a run that changed nothing stores
+// nothing.
+void noteExerciseAtRest();
+bool exerciseChanged();
+
 // Under them: the text of an exercise, and the text into `glo` with all that follows a load (categories
 // repaired, identifiers rebuilt, warnings given). False when there is no text at all; `glo` is then as it
 // was.

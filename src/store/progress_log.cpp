@@ -1,9 +1,9 @@
 #include "store/progress_log.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "core/common.h"
@@ -22,8 +22,7 @@ constexpr const char* kTag = "qrnMatrixLog";
 constexpr const char* kLineEnd = "\r\n";
 constexpr std::string_view kRiskList = "risk list";
 constexpr std::string_view kFinished = "process finished";
-// Records that the log knows of, and the running order.
-constexpr std::string_view kRecords = "records", kRunByOption = "runByOption";
+constexpr std::string_view kRecords = "records";  // that the log knows of
 
 struct Place {
   int risk = 0, assessment = 1;
@@ -53,19 +52,6 @@ std::string itemLine(const RiskRecord& item) {
   return line;
 }
 
-// The values before "process finished", with the names they have in the log.
-struct LogValue {
-  const char* name;
-  int* value;
-};
-std::array<LogValue, 5> countersOf(Place& place) {
-  return {{{"category", &glo.logCategory},
-           {"assessment", &place.assessment},
-           {"risk", &place.risk},
-           {"pairCount", &glo.logPairCount},
-           {"cumulativePairCount", &glo.logCumulativePairCount}}};
-}
-
 bool isWord(std::string_view text, std::string_view wanted) {
   return upperCase(trimBlanks(text)) == upperCase(wanted);
 }
@@ -74,10 +60,13 @@ int wholeNumber(std::string_view text) {
   return static_cast<int>(std::clamp(qrnVal(text), -32768.0, 32767.0));
 }
 
-void readValue(std::string_view name, std::string_view value, Place& place) {
-  for (const LogValue& counter : countersOf(place))
-    if (isWord(name, counter.name))
-      *counter.value = wholeNumber(value);
+void readValue(std::string_view name, std::string_view value) {
+  const std::pair<const char*, int*> counters[] = {{"category", &glo.logCategory},
+                                                   {"pairCount", &glo.logPairCount},
+                                                   {"cumulativePairCount", &glo.logCumulativePairCount}};
+  for (const auto& [counter, number] : counters)
+    if (isWord(name, counter))
+      *number = wholeNumber(value);
   for (std::size_t a = 0; a < kAssessments; ++a)
     if (isWord(name, "a" + std::to_string(a + 1)))
       glo.logAssessments[a] = isWord(value, "True");
@@ -98,40 +87,23 @@ void readItemLine(std::string_view line) {
   }
 }
 
-// The list may have been put into another order since: the item that was to come next is looked for by its
-// key.
-int placeOfItem(const std::vector<std::string>& itemLines, int risk) {
-  if (risk < 0 || risk >= static_cast<int>(itemLines.size()))
-    return std::min(std::max(risk, 0), glo.itemCount());
-  const int sortKey = wholeNumber(getField(itemLines[static_cast<std::size_t>(risk)], 1));
-  for (int i = 0; i < glo.itemCount(); ++i)
-    if (glo.risks[static_cast<std::size_t>(i)].sortKey == sortKey)
-      return i;
-  return risk < glo.itemCount() ? risk : 0;
-}
-
-// Marks the vote of this record as voted and takes the place behind it.
-void takeVote(std::string_view line, Place& place) {
+// Marks the vote of this record as voted.
+void takeVote(std::string_view line) {
   const std::string key = upperCase(getField(line, 4));
   const std::size_t letter = std::min(key.find('C'), key.size());
   const int sortKey = wholeNumber(key.substr(0, letter)),
             assessment = wholeNumber(key.substr(std::min(letter + 1, key.size())));
-  for (int i = 0; i < glo.itemCount() && assessment >= 1 && assessment <= kAssessments; ++i) {
-    RiskRecord& item = glo.risks[static_cast<std::size_t>(i)];
-    if (item.sortKey != sortKey)
-      continue;
-    item.voted[static_cast<std::size_t>(assessment - 1)] = true;
-    place = nextVote(i, assessment);
-  }
+  for (int i = 0; i < glo.itemCount(); ++i)
+    if (glo.risks[static_cast<std::size_t>(i)].sortKey == sortKey)
+      markVoted(i, assessment);
 }
 
 // Takes the votes whose records are newer than the log. Fewer records than it knows of: they have been
 // cleared since, and what is there now belongs to a new process.
-void takeUnloggedVotes(std::size_t logged, Place& place) {
+void takeUnloggedVotes(std::size_t logged) {
   readVoteRecords();
   if (glo.voteRecords.recordCount() < logged) {
     logged = 0;
-    place = Place{};
     for (RiskRecord& item : glo.risks) item.voted.fill(false);
   }
   if (glo.voteRecords.recordCount() == logged)
@@ -141,20 +113,18 @@ void takeUnloggedVotes(std::size_t logged, Place& place) {
   std::size_t record = 0;
   for (const std::string& line : lines)
     if (VoteRecordText::hasKey(line) && ++record > logged)
-      takeVote(line, place);
+      takeVote(line);
 }
 
 void readLogText(const std::string& text) {
-  std::vector<std::string> lines, itemLines;
+  std::vector<std::string> lines;
   SplitPPTTag(text, kLineEnd, lines);
-  Place place;
   bool inList = false, finished = false;
   int records = -1;
-  glo.logRunByOption = -1;
   for (const std::string& line : lines) {
     const std::size_t equals = line.find('=');
     if (inList)
-      itemLines.push_back(line);
+      readItemLine(line);
     else if (isWord(line, kRiskList))
       inList = true;
     else if (equals == std::string::npos)
@@ -163,17 +133,11 @@ void readLogText(const std::string& text) {
       finished = isWord(line.substr(equals + 1), "True");
     else if (isWord(line.substr(0, equals), kRecords))
       records = static_cast<int>(std::clamp(qrnVal(line.substr(equals + 1)), 0.0, 2147483647.0));
-    else if (isWord(line.substr(0, equals), kRunByOption))
-      glo.logRunByOption = wholeNumber(line.substr(equals + 1));
     else
-      readValue(line.substr(0, equals), line.substr(equals + 1), place);
+      readValue(line.substr(0, equals), line.substr(equals + 1));
   }
-  for (const std::string& line : itemLines) readItemLine(line);
-  place.risk = placeOfItem(itemLines, place.risk);
   if (records >= 0 && !finished)
-    takeUnloggedVotes(static_cast<std::size_t>(records), place);
-  glo.logRisk = place.risk;
-  glo.logAssessment = std::clamp(place.assessment, 1, kAssessments + 1);
+    takeUnloggedVotes(static_cast<std::size_t>(records));
   glo.resumePending = !finished;
 }
 
@@ -182,13 +146,17 @@ std::string logText(Place place, bool processFinished) {
   const auto line = [&](std::string_view name, const std::string& value) {
     text.append(name).append(" = ").append(value).append(kLineEnd);
   };
-  for (const LogValue& counter : countersOf(place)) line(counter.name, std::to_string(*counter.value));
+  const std::pair<const char*, int> counters[] = {{"category", glo.logCategory},
+                                                  {"assessment", place.assessment},
+                                                  {"risk", place.risk},
+                                                  {"pairCount", glo.logPairCount},
+                                                  {"cumulativePairCount", glo.logCumulativePairCount}};
+  for (const auto& [counter, number] : counters) line(counter, std::to_string(number));
   for (std::size_t a = 0; a < kAssessments; ++a)
     line("a" + std::to_string(a + 1), word(glo.logAssessments[a]));
   line("Assessment index", std::to_string(glo.voteStep));
   line(kFinished, word(processFinished));
   line(kRecords, std::to_string(glo.voteRecords.recordCount()));
-  line(kRunByOption, std::to_string(glo.runByOption));
   text.append(kRiskList).append(kLineEnd);
   for (int i = 0; i < glo.itemCount(); ++i)
     text += itemLine(glo.risks[static_cast<std::size_t>(i)]) + kLineEnd;
@@ -202,11 +170,18 @@ void storeLog(const std::string& text) {
 
 }  // namespace
 
+void markVoted(int item, int assessment) {
+  if (item < 0 || item >= glo.itemCount() || assessment < 1 || assessment > kAssessments)
+    return;
+  RiskRecord& risk = glo.risks[static_cast<std::size_t>(item)];
+  risk.voted[static_cast<std::size_t>(assessment - 1)] = true;
+  risk.newItem = false;
+}
+
 void writeLog(bool processFinished) {
   trapErrors("ProgressLog", "writeLog", [&] {
-    const std::size_t a = static_cast<std::size_t>(glo.currentAssessment - 1);
-    if (!processFinished && glo.currentItem >= 0 && glo.currentItem < glo.itemCount() && a < kAssessments)
-      glo.risks[static_cast<std::size_t>(glo.currentItem)].voted[a] = true;
+    if (!processFinished)
+      markVoted(glo.currentItem, glo.currentAssessment);
     if (host::host().dialogs != nullptr)
       host::host().dialogs->Info("Writing Log File");
     readVoteRecords();
@@ -239,10 +214,11 @@ bool readlog() {
 }
 
 void resetLogState() {
-  glo.logCategory = glo.logAssessment = 1;
-  glo.logRisk = glo.logPairCount = glo.logCumulativePairCount = 0;
+  glo.logCategory = 1;
+  glo.logPairCount = glo.logCumulativePairCount = 0;
   glo.resumePending = false;
   glo.logAssessments.fill(true);
+  for (RiskRecord& risk : glo.risks) risk.voted.fill(false);
 }
 
 }  // namespace qrn

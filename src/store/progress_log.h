@@ -5,8 +5,12 @@
 
 namespace qrn {
 
-// Marks the current item as voted on glo.currentAssessment and stores where to go on: the next item, or the
-// next assessment, by the running order. With `processFinished` nothing is left to resume.
+// Marks item `item` (index into risks) as voted on `assessment` (1 to 9); a new item is none any more. Out of
+// range: nothing.
+void markVoted(int item, int assessment);
+
+// Marks the current item as voted on glo.currentAssessment and stores the progress, with the place of the
+// next vote by the running order for readers outside. With `processFinished` nothing is left to resume.
 void writeLog(bool processFinished = false);
 
 // Stores that the process stands before the vote of `item` (index into risks) on `assessment` (1 to 9), and
@@ -16,12 +20,13 @@ void writeLogBefore(int item, int assessment);
 // Text that writeLog stores.
 std::string qrnMatrixLog(bool processFinished);
 
-// Restores the resume point into glo (logRisk, logAssessment, the counters, the flags and the items' marks).
-// False when the tag is empty. glo.resumePending tells whether there is a process to resume. A vote whose
-// record is newer than the log (the run was killed between the two) counts as voted.
+// Restores the counters, the flags and the items' marks into glo. What is due is told by the marks, which go
+// by key: the place in the log would grow old with the order of the list. False when the tag is empty.
+// glo.resumePending tells whether there is a process to resume. A vote whose record is newer than the log
+// (the run was killed between the two) counts as voted.
 bool readlog();
 
-// Start of a process: first category, first assessment, nothing to resume, all assessments open.
+// Start of a process: first category, nothing voted, nothing to resume, all assessments open.
 void resetLogState();
 
 }  // namespace qrn

@@ -192,8 +192,7 @@ bool runVote(VoteForm& form) {
   glo.voteStepBack = true;
   if (!glo.displayOnly) {
     saveResult(form);
-    glo.risks[static_cast<std::size_t>(glo.currentItem)]
-        .voted[static_cast<std::size_t>(glo.currentAssessment - 1)] = true;
+    markVoted(glo.currentItem, glo.currentAssessment);
     form.voteHeld();
   }
   const bool up = showResult(form);

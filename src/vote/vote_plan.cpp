@@ -24,41 +24,9 @@ bool onAxes(int assessment) {
   return std::find(glo.matrixAxes.begin(), glo.matrixAxes.end(), assessment - 1) != glo.matrixAxes.end();
 }
 
-std::size_t firstStep(const std::vector<VoteStep>& steps, const auto& wanted) {
-  return static_cast<std::size_t>(std::find_if(steps.begin(), steps.end(), wanted) - steps.begin());
-}
-
 bool notVoted(const VoteStep& step) {
   const int item = itemOfKey(step.sortKey);
   return item >= 0 && !voted(item, step.assessment);
-}
-
-// By item the saved point counts. It names the next assessment by number; the saved step tells the next by
-// order.
-std::size_t resumeByItem(const std::vector<VoteStep>& steps) {
-  const std::vector<int> order = assessmentOrder();
-  int assessment = glo.logAssessment;
-  const std::size_t next = static_cast<std::size_t>(std::max(0, glo.voteStep));
-  if (glo.logRisk == 0 && next > 0 && next <= order.size() && order[next - 1] + 1 == assessment) {
-    if (next == order.size())
-      return steps.size();
-    assessment = order[next];
-  }
-  const auto place = std::find(order.begin(), order.end(), assessment);
-  if (place == order.end())
-    return assessment > kAssessments ? steps.size() : firstStep(steps, notVoted);
-  const int step = static_cast<int>(place - order.begin()) + 1;
-  return firstStep(steps, [&](const VoteStep& at) {
-    return at.step > step || (at.step == step && itemOfKey(at.sortKey) >= glo.logRisk);
-  });
-}
-
-// By assessment the voted marks count too: the item before the saved one may have been left half voted.
-std::size_t resumeByAssessment(const std::vector<VoteStep>& steps) {
-  return firstStep(steps, [](const VoteStep& at) {
-    const int item = itemOfKey(at.sortKey);
-    return item >= glo.logRisk - 1 && !voted(item, at.assessment);
-  });
 }
 
 }  // namespace
@@ -103,12 +71,18 @@ std::vector<VoteStep> stepsByAssessment() {
   return steps;
 }
 
+void beginProcess(const std::vector<VoteStep>& steps) {
+  for (RiskRecord& risk : glo.risks) risk.newItem = false;
+  for (const VoteStep& step : steps)
+    if (const int item = itemOfKey(step.sortKey); item >= 0 && step.taken)
+      glo.risks[static_cast<std::size_t>(item)].voted[static_cast<std::size_t>(step.assessment - 1)] = false;
+}
+
 std::size_t resumeStep(std::vector<VoteStep>& steps) {
-  if (glo.logRunByOption >= 0 && (glo.logRunByOption == 1) != (glo.runByOption == 1)) {
-    for (VoteStep& step : steps) step.taken = step.taken && notVoted(step);
-    return firstStep(steps, [](const VoteStep& step) { return step.taken; });
-  }
-  return glo.runByOption == 1 ? resumeByAssessment(steps) : resumeByItem(steps);
+  for (VoteStep& step : steps) step.taken = step.taken && notVoted(step);
+  const auto first =
+      std::find_if(steps.begin(), steps.end(), [](const VoteStep& step) { return step.taken; });
+  return static_cast<std::size_t>(first - steps.begin());
 }
 
 VoteProgress voteProgress() {

@@ -18,8 +18,12 @@ std::vector<VoteStep> stepsByItem();
 std::vector<VoteStep> stepsByAssessment();
 inline constexpr int kSifterStep = -1;
 
-// Where an interrupted process goes on, after readlog; the number of steps when nothing is left. When the
-// running order has been changed since, every step that has been voted is passed over.
+// A process begins with these steps: what they will ask is not voted, and no item is new to it.
+void beginProcess(const std::vector<VoteStep>& steps);
+
+// Where an interrupted process goes on, after readlog: at the first step that is marked as not voted, however
+// list and running order have changed since; the number of steps when nothing is left. Every voted step is
+// passed over from then on.
 std::size_t resumeStep(std::vector<VoteStep>& steps);
 
 // How far the process that readlog has restored has come, in votes.

@@ -105,6 +105,8 @@ void xyVoteRuntime::walk(std::vector<VoteStep> steps, std::size_t start) {
         {listOrder_.empty() ? 0 : listOrder_[static_cast<std::size_t>(item)], glo.jumpAssessment, 1, true}};
   } else if (glo.resumePending) {
     start = resumeStep(steps);
+  } else {
+    beginProcess(steps);
   }
   glo.resumePending = false;
   if (!glo.singleVoteRun && start < steps.size()) {

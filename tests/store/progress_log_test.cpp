@@ -1,11 +1,15 @@
 #include "store/progress_log.h"
 
+#include <gmock/gmock.h>
+
 #include <sstream>
 
 #include "store/vote_fixture.h"
 
 namespace qrn::test {
 namespace {
+
+using ::testing::HasSubstr;
 
 class ProgressLogTest : public VoteTest {
  protected:
@@ -28,12 +32,11 @@ TEST_F(ProgressLogTest, TheTextNamesEveryValueInOrder) {
             "category = 1\r\nassessment = 1\r\nrisk = 2\r\npairCount = 4\r\ncumulativePairCount = 0\r\n"
             "a1 = True\r\na2 = False\r\na3 = True\r\na4 = True\r\na5 = True\r\na6 = True\r\na7 = True\r\n"
             "a8 = True\r\na9 = True\r\nAssessment index = 0\r\nprocess finished = False\r\nrecords = 0\r\n"
-            "runByOption = 0\r\nrisk list\r\n"
-            "12,False,000000000\r\n7,False,100000000\r\n30,True,000000000\r\n");
+            "risk list\r\n12,False,000000000\r\n7,False,100000000\r\n30,True,000000000\r\n");
   EXPECT_EQ(world.dialogs.infos, (std::vector<std::string>{"Writing Log File", ""}));
 }
 
-TEST_F(ProgressLogTest, AStoppedRunGoesOnAtTheNextVote) {
+TEST_F(ProgressLogTest, TheTextTellsThePlaceOfTheNextVote) {
   struct Case {
     int runByOption, item, assessment, risk, nextAssessment;
   };
@@ -44,15 +47,8 @@ TEST_F(ProgressLogTest, AStoppedRunGoesOnAtTheNextVote) {
     glo.currentItem = c.item;
     glo.currentAssessment = c.assessment;
     writeLog();
-    addItems({12, 7, 30});
-    glo.logRisk = glo.logAssessment = -1;
-    glo.resumePending = false;
-    ASSERT_TRUE(readlog());
-    EXPECT_TRUE(glo.resumePending);
-    EXPECT_EQ(glo.logRisk, c.risk);
-    EXPECT_EQ(glo.logAssessment, c.nextAssessment);
-    EXPECT_TRUE(
-        glo.risks[static_cast<std::size_t>(c.item)].voted[static_cast<std::size_t>(c.assessment - 1)]);
+    EXPECT_THAT(log(), HasSubstr("assessment = " + std::to_string(c.nextAssessment) +
+                                 "\r\nrisk = " + std::to_string(c.risk) + "\r\n"));
   }
 }
 
@@ -60,15 +56,13 @@ TEST_F(ProgressLogTest, AStoppedRunGoesOnAtTheNextVote) {
 TEST_F(ProgressLogTest, RecordsTellWhatTheLogDoesNotYetKnow) {
   struct Case {
     const char *before, *after;
-    int risk, assessment;
     std::vector<bool> voted;  // on the first assessment
   };
   const std::string record = "1/1/2026,9:00,3;4;,";
   for (const Case& c :
-       {Case{"12C1", "", 1, 1, {true, false, false}}, Case{"12C1", "7C1", 2, 1, {true, true, false}},
-        Case{"12C1", "7C1 30C1", 0, 2, {true, true, true}},
-        Case{"12C1", "99C1 12C17", 1, 1, {true, false, false}},
-        Case{"12C1 7C1", "-12C1", 1, 1, {true, false, false}}}) {
+       {Case{"12C1", "", {true, false, false}}, Case{"12C1", "7C1", {true, true, false}},
+        Case{"12C1", "7C1 30C1", {true, true, true}}, Case{"12C1", "99C1 12C17", {true, false, false}},
+        Case{"12C1 7C1", "-12C1", {true, false, false}}}) {
     addItems({12, 7, 30});
     glo.currentItem = 0;
     std::istringstream before(c.before), after(c.after);
@@ -83,19 +77,24 @@ TEST_F(ProgressLogTest, RecordsTellWhatTheLogDoesNotYetKnow) {
     glo.voteRecords.assign(text);
     addItems({12, 7, 30});
     ASSERT_TRUE(readlog());
-    EXPECT_EQ(glo.logRisk, c.risk) << c.after;
-    EXPECT_EQ(glo.logAssessment, c.assessment) << c.after;
     for (std::size_t i = 0; i < 3; ++i) EXPECT_EQ(glo.risks[i].voted[0], c.voted[i]) << c.after << " " << i;
   }
 }
 
-TEST_F(ProgressLogTest, TheNextItemIsFoundInAnotherOrder) {
+// Its first vote makes a new item one of the others; marks go by key, whatever the order of the list.
+TEST_F(ProgressLogTest, TheMarksGoByKey) {
+  for (RiskRecord& risk : glo.risks) risk.newItem = true;
   glo.currentItem = 0;
-  writeLog();  // next is the item with key 7
+  writeLog();
   addItems({30, 12, 99, 7});
-  readlog();
-  EXPECT_EQ(glo.logRisk, 3);
-  EXPECT_TRUE(glo.risks[1].voted[0]);
+  ASSERT_TRUE(readlog());
+  EXPECT_TRUE(glo.resumePending);
+  std::string marks;
+  for (int i = 0; i < 4; ++i) {
+    const RiskRecord& risk = glo.risks[static_cast<std::size_t>(i)];
+    marks += std::string(risk.voted[0] ? "v" : "-") + (risk.newItem ? "n " : "- ");
+  }
+  EXPECT_EQ(marks, "-n v- -- -n ");
 }
 
 TEST_F(ProgressLogTest, AFinishedOrMissingProcessLeavesNothingToResume) {
@@ -108,11 +107,11 @@ TEST_F(ProgressLogTest, AFinishedOrMissingProcessLeavesNothingToResume) {
 
 TEST_F(ProgressLogTest, DamagedTextReadsWhatItCan) {
   slide.stubborn.values["QRNMATRIXLOG"] =
-      "assessment = 99999999\nrisk = x\nnonsense\na2 = true\nrisk list\n7\n,,\nzz";
+      "category = 99999999\nrisk = x\nnonsense\na2 = true\nrisk list\n7\n,,\nzz\n12,True,01";
   EXPECT_TRUE(readlog());
-  EXPECT_EQ(glo.logAssessment, 10);
-  EXPECT_EQ(glo.logRisk, 1);  // row 0 of the list in the log is the item with key 7
+  EXPECT_EQ(glo.logCategory, 32767);
   EXPECT_TRUE(glo.logAssessments[1]);
+  EXPECT_TRUE(glo.risks[0].newItem && glo.risks[0].voted[1] && !glo.risks[0].voted[0]);
 }
 
 }  // namespace

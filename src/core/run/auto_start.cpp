@@ -31,10 +31,8 @@ void deleteVotes() {
   glo.oVoteSlide->tags().Delete("QRNVOTES");
   glo.voteRecords.assign("");
   forgetLeftoverVotes();
-  for (RiskRecord& risk : glo.risks) {
-    risk.newItem = true;
-    risk.voted.fill(false);
-  }
+  for (RiskRecord& risk : glo.risks) risk.newItem = true;
+  resetLogState();
   if (glo.workshopNumber > 0) {
     host::host().dialogs->MsgBox(
         "The Next Workshop facility has been used\r\nBe sure to check your assessment settings before "

@@ -60,7 +60,7 @@ void tellAutoClose() {
 }
 
 void storeExercise() {
-  if (glo.oVoteSlide && (glo.exerciseLoaded || host::host().forms->isLoaded("xyVote")))
+  if (glo.oVoteSlide && (glo.exerciseLoaded || host::host().forms->isLoaded("xyVote")) && exerciseChanged())
     guarded([] { saveXY(); });
 }
 

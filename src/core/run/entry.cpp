@@ -240,6 +240,7 @@ void loadForms() {
   run([] { loadIfDefined("comms"); });
   run(loadExercise);
   run([] { GetDemographicVoteInfo(); });
+  run([] { noteExerciseAtRest(); });
   glo.slideShowWidth = glo.PowerPointSlideShow_RECT.width();
   glo.slideShowHeight = glo.PowerPointSlideShow_RECT.height();
   run(LoadNames);
@@ -275,8 +276,9 @@ void bringForward() {
     forms().show("xyVoteRuntime");
     return;
   }
-  run([] { reorderListAlpha(true); });
   if (forms().isDefined("xyVote")) {
+    if (!glo.resumePending)  // the list of a process under way stays as it is
+      run([] { reorderListAlpha(true); });
     forms().show("xyVote");
     forms().refresh("xyVote");
     forms().bringToFront("xyVote");
