@@ -27,15 +27,16 @@ namespace qrn::app {
 
 namespace {
 
-bool agreed(const std::string& question) {
-  return host::host().dialogs->MsgBox(question, host::kTitle, host::Buttons::yesNo, host::Icon::question) ==
-         host::Answer::yes;
+bool agreed(const std::string& question, host::Answer enter) {
+  return host::host().dialogs->MsgBox(question, host::kTitle, host::Buttons::yesNo, host::Icon::question,
+                                      enter) == host::Answer::yes;
 }
 
 void offerRestore(deck::Deck& deck) {
   if (!agreed(
           "The exercises and votes are gone from this deck: another program has saved it without them.\n\n"
-          "Would you like to put them back from the backup beside it?"))
+          "Would you like to put them back from the backup beside it?",
+          host::Answer::yes))
     return;
   const deck::RestoreResult result = deck.restoreFromBackup();
   std::string lost;
@@ -148,13 +149,15 @@ std::unique_ptr<host::Presentation> Neighbours::openDeckWithQuestions(const std:
   try {
     deck = deck::Deck::open(file, options);
   } catch (const deck::DeckInUse& error) {
-    if (!agreed(std::string(error.what()) + "\n\nWould you like to open it for reading only?"))
+    if (!agreed(std::string(error.what()) + "\n\nWould you like to open it for reading only?",
+                host::Answer::yes))
       throw;
     options.readOnly = true;
     deck = deck::Deck::open(file, options);
   } catch (const deck::JournalRefused& error) {
     if (!agreed(std::string(error.what()) + "\n\nWould you like to store the " +
-                std::to_string(error.changes()) + " changes that wait beside it in this deck?"))
+                    std::to_string(error.changes()) + " changes that wait beside it in this deck?",
+                host::Answer::no))
       throw;
     options.otherJournal = deck::OtherJournal::apply;
     deck = deck::Deck::open(file, options);

@@ -40,8 +40,9 @@ void registerForms() {
 
 // Nobody is asked or told anything while slides are only looked at.
 struct QuietDialogs : host::Dialogs {
-  host::Answer MsgBox(const std::string&, const std::string&, host::Buttons, host::Icon) override {
-    return host::Answer::no;
+  host::Answer MsgBox(const std::string&, const std::string&, host::Buttons buttons, host::Icon,
+                      std::optional<host::Answer>) override {
+    return host::safeAnswer(buttons);
   }
   std::optional<std::string> InputBox(const std::string&, const std::string&, const std::string&) override {
     return std::nullopt;

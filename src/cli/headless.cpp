@@ -5,20 +5,13 @@
 namespace qrn::cli {
 
 host::Answer TerminalDialogs::MsgBox(const std::string& text, const std::string& title, host::Buttons buttons,
-                                     host::Icon) {
+                                     host::Icon, std::optional<host::Answer>) {
   ++told;
   std::cerr << title << ": " << text << std::endl;
-  switch (buttons) {
-    case host::Buttons::ok:
-      return host::Answer::ok;
-    case host::Buttons::okCancel:
-      return host::Answer::cancel;
-    case host::Buttons::yesNo:
-    case host::Buttons::yesNoCancel:
-      break;
-  }
-  std::cerr << "(answered No)" << std::endl;
-  return host::Answer::no;
+  const host::Answer answer = host::safeAnswer(buttons);
+  if (answer != host::Answer::ok)
+    std::cerr << (answer == host::Answer::no ? "(answered No)" : "(cancelled)") << std::endl;
+  return answer;
 }
 
 std::optional<std::string> TerminalDialogs::InputBox(const std::string& prompt, const std::string& title,

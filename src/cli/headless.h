@@ -32,11 +32,11 @@ class HeadlessProgram : public host::PresentationProgram {
   OneSlide view_;
 };
 
-// Messages go to standard error. A yes/no question is answered No, which keeps everything as it stands.
+// Messages go to standard error. A question gets the safe answer, which keeps everything as it stands.
 class TerminalDialogs : public host::Dialogs {
  public:
   host::Answer MsgBox(const std::string& text, const std::string& title, host::Buttons buttons,
-                      host::Icon icon) override;
+                      host::Icon icon, std::optional<host::Answer> enter) override;
   std::optional<std::string> InputBox(const std::string& prompt, const std::string& title,
                                       const std::string& preset) override;
   std::optional<std::string> FileDialog(const host::FileQuestion& question) override;

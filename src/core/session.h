@@ -48,10 +48,9 @@ struct Session {
   std::string appTitle = "Matrix";
   std::int64_t PowerPoint_hWnd = 0, PowerPointSlideShow_hWnd = 0;
   host::WindowRect PowerPoint_RECT, PowerPointSlideShow_RECT;  // pixels; empty without such a window
-  int slideShowWidth = 0, slideShowHeight = 0;                 // pixels, as noted at start
   std::vector<std::int64_t> disabledWindows;
   int currentSlide = 0, currentSlideID = 0;
-  bool debugMode = false, closing = false;
+  bool closing = false;
   bool exerciseLoaded = false;  // the slide holds an exercise, and it has been read
 
   // Command line and mode
@@ -99,29 +98,27 @@ struct Session {
   std::int32_t voteTextOptionCount = 0;
   int votesCast = 0;
   int voteComplete = 0, voteAbandoned = 0;
-  bool voteStepBack = false, restartVote = false, abstainEnabled = false;
+  bool restartVote = false, abstainEnabled = false;
   std::string allowedVotes;  // balance: the list of allowed votes
   bool voteOpen = false;     // presses count only while a vote is open
   bool displayOnly = false;  // a vote that is shown and not kept
-  int voteKind = 0;          // 2 revote form, 4 balance, 0 otherwise
   bool revotePending = false, revotePass = false;
   std::array<int, kAssessments> nextRounds{-1, -1, -1, -1, -1, -1, -1, -1, -1};
   std::array<int, kAssessments> defaultRounds{-1, -1, -1, -1, -1, -1, -1, -1, -1};  // -1: the current result
-  int lastVotedItem = -1, lastVotedAssessment = 0;
-  int scanFlag = 0;
 
   // Keypads of the room
-  std::string baseType, savedBaseType;
+  std::string baseType;
   int keyboardFlag = 0;            // 1 once keyboard voting has been met
   bool keyboardTurnedOn = false;   // for this run, by the facilitator
   std::vector<int> keypadCounted;  // running tally by keypad: 0 not counted, 1 a number, 2 a valid vote
-  int keypadLow = 0, keypadCountAvailable = 20, maxKeypads = 650, keypadStep = 1, keypadsLoaded = 0;
+  int maxKeypads = 650;
   int keypadsNotVotedPopupOn = 0, keypadsNotVotedHowManyToShow = 0, keypadsNotVotedLo = 0,
       keypadsNotVotedHi = 650, keypadsNotVotedClose = 0, keypadsNotVotedClosePercent = 0, numKeypads = 0;
   bool useOffsets = false;
   std::vector<int> baseOffsets;
   std::vector<std::string> keypadPortInfo;
   std::vector<std::string> activeKeypads;
+  bool roomRehearsed = false;  // the room's keypads vote by themselves: no list of them goes into the deck
   std::string activeKeypadList;
   bool scanMarked = false;  // a keypad scan has been started
   std::vector<KeypadName> keypadNames;
@@ -142,7 +139,6 @@ struct Session {
   std::array<int, 4> userPairActive{};
   bool useUserPairings = false;
   int MatrixGraphPlotting = 1;  // 1 points on the grid lines, 2 (skew) in cells of their own
-  double chartCursorX = -1.0, chartCursorY = -1.0;
 };
 
 }  // namespace qrn

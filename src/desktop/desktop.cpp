@@ -290,7 +290,7 @@ bool Desktop::Parts::mayCloseDeck() {
     return true;
   const host::Answer answer =
       host::host().dialogs->MsgBox("Save the votes and settings into the deck?", host::kTitle,
-                                   host::Buttons::yesNoCancel, host::Icon::question);
+                                   host::Buttons::yesNoCancel, host::Icon::question, host::Answer::yes);
   if (answer == host::Answer::yes)
     return save();
   return answer == host::Answer::no;

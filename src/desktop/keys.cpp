@@ -109,6 +109,8 @@ int asciiOf(const QKeyEvent& event, int code) {
 
 KeyStroke classicKey(const QKeyEvent& event) {
   KeyStroke stroke;
+  if (event.isAutoRepeat())
+    return stroke;
   stroke.keyCode = codeOf(event);
   stroke.shift = shiftMask(event.modifiers());
   stroke.keyAscii = asciiOf(event, stroke.keyCode);

@@ -11,6 +11,7 @@ struct KeyStroke {
   int keyAscii = 0;  // for Form_KeyPress; 0 when the key types no character
 };
 
+// The auto-repeat of a key that is held is no key.
 KeyStroke classicKey(const QKeyEvent& event);
 
 }  // namespace qrn::desktop

@@ -33,6 +33,27 @@ QString listSheet(bool active, int type) {
       .arg(type);
 }
 
+// How far a key moves in a list of targets; beyond its end is its end.
+int stepOf(int keyCode) {
+  constexpr int kPage = 10, kAll = 1 << 20;
+  switch (keyCode) {
+    case host::key::up:
+      return -1;
+    case host::key::down:
+      return 1;
+    case host::key::pageUp:
+      return -kPage;
+    case host::key::pageDown:
+      return kPage;
+    case host::key::home:
+      return -kAll;
+    case host::key::end:
+      return kAll;
+    default:
+      return 0;
+  }
+}
+
 void fill(QListWidget& list, const std::vector<std::string>& lines, int current) {
   const QSignalBlocker quiet(list);
   if (list.count() != static_cast<int>(lines.size())) {
@@ -128,22 +149,23 @@ void QuitOptionsWindow::keyPressEvent(QKeyEvent* event) {
     sync();
 }
 
-// Tab walks over the three lists; in the lists of targets Up and Down move, and Enter goes to the target.
+// Tab walks over the three lists; in the lists of targets the keys of a list move, and Enter goes to the
+// target.
 bool QuitOptionsWindow::moveInTargets(int keyCode, int shift) {
   if (keyCode == host::key::tab && !form_.List1.empty()) {
-    const int step = shift & host::key::shiftMask ? 2 : 1;
-    zone_ = static_cast<Zone>((static_cast<int>(zone_) + step) % 3);
+    const int zones = shift & host::key::shiftMask ? 2 : 1;
+    zone_ = static_cast<Zone>((static_cast<int>(zone_) + zones) % 3);
     if (zone_ != Zone::options)
       form_.chosen = xyVoteQuitOptions::goTo;
     sync();
     return true;
   }
-  if (zone_ == Zone::options || (keyCode != host::key::up && keyCode != host::key::down))
+  const int step = stepOf(keyCode);
+  if (zone_ == Zone::options || step == 0)
     return false;
   int& index = zone_ == Zone::items ? form_.List1Index : form_.List2Index;
   const auto& lines = zone_ == Zone::items ? form_.List1 : form_.List2;
-  index = std::clamp(index + (keyCode == host::key::down ? 1 : -1), 0,
-                     std::max(0, static_cast<int>(lines.size()) - 1));
+  index = std::clamp(index + step, 0, std::max(0, static_cast<int>(lines.size()) - 1));
   sync();
   return true;
 }

@@ -11,6 +11,20 @@ enum class Buttons { ok, okCancel, yesNo, yesNoCancel };
 enum class Icon { none, information, question, exclamation, critical };
 enum class Answer { ok, cancel, yes, no };
 
+// The answer that changes least. Esc and the close button always give it.
+constexpr Answer safeAnswer(Buttons buttons) {
+  switch (buttons) {
+    case Buttons::okCancel:
+    case Buttons::yesNoCancel:
+      return Answer::cancel;
+    case Buttons::yesNo:
+      return Answer::no;
+    case Buttons::ok:
+      break;
+  }
+  return Answer::ok;
+}
+
 struct FileQuestion {
   bool save = false;
   std::string folder;
@@ -22,8 +36,10 @@ struct FileQuestion {
 class Dialogs {
  public:
   virtual ~Dialogs() = default;
+  // `enter` is the answer that Enter takes; a question that does not name it gets the safe one. What
+  // deletes or overwrites is never named.
   virtual Answer MsgBox(const std::string& text, const std::string& title, Buttons buttons = Buttons::ok,
-                        Icon icon = Icon::none) = 0;
+                        Icon icon = Icon::none, std::optional<Answer> enter = std::nullopt) = 0;
   virtual std::optional<std::string> InputBox(const std::string& prompt, const std::string& title,
                                               const std::string& preset = "") = 0;
   virtual std::optional<std::string> FileDialog(const FileQuestion& question) = 0;

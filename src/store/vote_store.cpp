@@ -133,8 +133,8 @@ bool askToRetry(const std::exception& error) {
   const std::string text = std::string("The votes could not be saved to the slide:") + kLineEnd +
                            error.what() + kLineEnd + kLineEnd + "Would you like to try again?" + kLineEnd +
                            "No keeps them in memory until the next vote is saved.";
-  return host::host().dialogs->MsgBox(text, host::kTitle, host::Buttons::yesNo, host::Icon::critical) ==
-         host::Answer::yes;
+  return host::host().dialogs->MsgBox(text, host::kTitle, host::Buttons::yesNo, host::Icon::critical,
+                                      host::Answer::yes) == host::Answer::yes;
 }
 
 // Stores until it works or the facilitator gives up.

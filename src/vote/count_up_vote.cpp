@@ -16,8 +16,8 @@
 #include "store/vote_store.h"
 #include "vote/link/comms.h"
 #include "vote/link/keypad_arrays.h"
+#include "vote/link/vote_outcome.h"
 #include "vote/link_watch.h"
-#include "vote/vote_outcome.h"
 
 namespace qrn {
 
@@ -27,7 +27,6 @@ constexpr const char* kModule = "count_up_vote";
 // Presses that the controller had taken before it heard "EndVote" come in within this time.
 constexpr double kSettleSeconds = 0.1;
 constexpr int kFailuresBorne = 5;
-constexpr const char* kFinished = "Vote finished";
 
 VoteForm* running = nullptr;
 
@@ -51,7 +50,7 @@ bool controllerChosen() {
     return true;
   const host::Answer answer = host::host().dialogs->MsgBox(
       "No voting controllers selected\r\n\r\nWould you like to use the keyboard?", host::kTitle,
-      host::Buttons::yesNo, host::Icon::question);
+      host::Buttons::yesNo, host::Icon::question, host::Answer::yes);
   if (answer == host::Answer::yes) {
     glo.baseType = "KBOARD";
     ResizeVoteArrays();
@@ -59,7 +58,7 @@ bool controllerChosen() {
   }
   glo.voteAbandoned = 1;
   glo.quitRequested = true;
-  writeOutcome("Quit ALL");
+  writeOutcome(VoteOutcome::leaveAll);
   if (endProgramHook)
     endProgramHook();
   return false;
@@ -118,10 +117,6 @@ void votePass(VoteForm& form) {
   drainPresses();
   glo.voteOpen = false;
   form.ShowVotesCastControl(false);
-  if (!glo.revotePass) {
-    glo.lastVotedItem = glo.currentItem;
-    glo.lastVotedAssessment = glo.currentAssessment;
-  }
 }
 
 void freeCursor() {
@@ -177,7 +172,7 @@ bool runVote(VoteForm& form) {
   do votePass(form);
   while (glo.restartVote && !glo.closing);
   link.SendCommandToController("Abstain=FALSE", true, true);
-  if (glo.closing && !form.leftOnPurpose && glo.votesCast > 0 && !glo.displayOnly)
+  if (glo.closing && glo.votesCast > 0 && !glo.displayOnly)
     keepCutOffVote(form);
   if (glo.voteAbandoned == 1) {
     form.ShowAverageScore("", false);
@@ -185,11 +180,10 @@ bool runVote(VoteForm& form) {
     freeCursor();
     if (host::host().windows)
       host::host().windows->showCursor(false);
-    writeOutcomeIfNone(kFinished);
+    writeOutcomeIfNone(VoteOutcome::held);
     return false;
   }
   freeCursor();
-  glo.voteStepBack = true;
   if (!glo.displayOnly) {
     saveResult(form);
     markVoted(glo.currentItem, glo.currentAssessment);
@@ -199,7 +193,7 @@ bool runVote(VoteForm& form) {
   form.state = up ? VoteState::resultUp : VoteState::done;
   host::host().forms->refresh(form.name);
   if (!up || !form.writesOutcome())
-    writeOutcomeIfNone(kFinished);
+    writeOutcomeIfNone(VoteOutcome::held);
   return true;
 }
 
@@ -210,7 +204,7 @@ bool DoCountUpGraphVote(VoteForm& form) {
     return false;
   bool ended = false;
   if (!trapErrors(kModule, "DoCountUpGraphVote", [&] { ended = runVote(form); }))
-    writeOutcomeIfNone(kFinished);
+    writeOutcomeIfNone(VoteOutcome::held);
   return ended;
 }
 

@@ -36,6 +36,24 @@ void xyVoteQuitOptions::Form_Load() {
   }
 }
 
+VoteOutcome xyVoteQuitOptions::outcomeOf(Option option) {
+  switch (option) {
+    case goTo:
+    case goBackOne:
+      return VoteOutcome::jump;
+    case restartThisVote:
+      return VoteOutcome::again;
+    case quitAllVotes:
+      return VoteOutcome::leaveAll;
+    case quitThisVote:
+      return VoteOutcome::leaveThis;
+    case continueVoting:
+    case goToGraph:
+      break;
+  }
+  return VoteOutcome::none;
+}
+
 void xyVoteQuitOptions::Form_KeyDown(int keyCode, int) {
   const int last = static_cast<int>(captions().size()) - 1;
   if (keyCode == host::key::escape)
@@ -52,7 +70,7 @@ void xyVoteQuitOptions::Form_KeyDown(int keyCode, int) {
 
 void xyVoteQuitOptions::choose(Option option) {
   chosen = option;
-  UserResult = option == restartThisVote ? 1 : option == quitThisVote ? 2 : option == quitAllVotes ? 3 : 0;
+  UserResult = outcomeOf(option);
   if (option == goTo) {
     const std::size_t item = static_cast<std::size_t>(List1Index),
                       assessment = static_cast<std::size_t>(List2Index);

@@ -11,8 +11,8 @@
 #include "vote/count_up_vote.h"
 #include "vote/link/comms.h"
 #include "vote/link/keypad_arrays.h"
+#include "vote/link/vote_outcome.h"
 #include "vote/run_graphs.h"
-#include "vote/vote_outcome.h"
 #include "vote/xy_vote_runtime.h"
 
 namespace qrn {
@@ -55,15 +55,19 @@ void xyVoteRuntime::Form_KeyDown(int keyCode, int shift) {
     keyCode = 'R';
   if (keyCode == key::enter)
     keyCode = key::space;
+  // Each key renews the guard, one that is dropped too: a key that is held never comes through again.
   const std::int64_t now = host::host().clock->microseconds();
-  if (keyCode == lastKey_ && lastKeyAt_ >= 0 && now - lastKeyAt_ < kRepeatGuard)
-    return;
+  const bool repeated = keyCode == lastKey_ && lastKeyAt_ >= 0 && now - lastKeyAt_ < kRepeatGuard;
   lastKey_ = keyCode;
   lastKeyAt_ = now;
+  if (repeated)
+    return;
   trapErrors("xyVoteRuntime", "Form_KeyDown", [&] {
+    if (!takesKeys())
+      return;
     if (state == VoteState::resultUp)
       keyAfterVote(keyCode, shift);
-    else if (state == VoteState::open && glo.voteOpen)
+    else
       keyDuringVote(keyCode);
   });
   forms().refresh(name);
@@ -76,14 +80,23 @@ void xyVoteRuntime::keyAfterVote(int keyCode, int shift) {
     const bool on = !(bars.Visible || lbl_averageScore.Visible);
     ShowBars(on && glo.runByShowBarGraph != 0);
     ShowAverageScore(lbl_averageScore.Caption, on && glo.CheckAverageScoreIndicator == 1);
-  } else if (goesOn(keyCode) || keyCode == key::escape) {
+  } else if (goesOn(keyCode)) {
     freeCursor();
-    state = VoteState::done;
-    writeOutcome("Vote finished");
+    endResult(VoteOutcome::held);
   } else if (keyCode == 'R') {
-    state = VoteState::done;
-    writeOutcome("revote");
+    endResult(VoteOutcome::again);
+  } else if (keyCode == key::escape) {
+    askHowToLeave();
   }
+}
+
+void xyVoteRuntime::endResult(VoteOutcome how) {
+  state = VoteState::done;
+  writeOutcome(how);
+}
+
+bool xyVoteRuntime::takesKeys() const {
+  return state == VoteState::resultUp || (state == VoteState::open && glo.voteOpen);
 }
 
 void xyVoteRuntime::keyDuringVote(int keyCode) {
@@ -116,9 +129,9 @@ void xyVoteRuntime::keyDuringVote(int keyCode) {
 
 void xyVoteRuntime::endVoteKey() {
   if (glo.votesCast < 1) {
-    const host::Answer answer =
-        host::host().dialogs->MsgBox("No votes have been collected\r\n\r\nClose vote and continue?",
-                                     "Confirm close vote", host::Buttons::yesNo, host::Icon::question);
+    const host::Answer answer = host::host().dialogs->MsgBox(
+        "No votes have been collected\r\n\r\nClose vote and continue?", "Confirm close vote",
+        host::Buttons::yesNo, host::Icon::question, host::Answer::no);
     if (answer != host::Answer::yes || !glo.voteOpen)
       return;
   }
@@ -165,12 +178,11 @@ bool xyVoteRuntime::keyboardTurnedOn() {
   const host::Answer answer = host::host().dialogs->MsgBox(
       "Keyboard voting is not enabled.   \r\nWould you like to activate it for this Matrix session?\r\n"
       "If you wish to make this permanent, \r\nthen please set the Base Type to Keyboard in Keypad Setup",
-      host::kTitle, host::Buttons::yesNo, host::Icon::question);
+      host::kTitle, host::Buttons::yesNo, host::Icon::question, host::Answer::no);
   if (answer != host::Answer::yes || !glo.voteOpen)
     return false;
   ResetVotes();
   glo.votesCast = 0;
-  glo.savedBaseType = glo.baseType;
   glo.baseType = "KBOARD";
   glo.keyboardFlag = 1;
   glo.keyboardTurnedOn = true;
@@ -199,42 +211,41 @@ void xyVoteRuntime::showKeypadPanel(bool on) {
 
 void xyVoteRuntime::askHowToLeave() {
   const char* dialog = "xyVoteQuitOptions";
+  if (forms().isLoaded(dialog))
+    return;
   forms().load(dialog);
   forms().showModal(dialog);
   const auto* answer = dynamic_cast<xyVoteQuitOptions*>(forms().find(dialog));
   if (answer == nullptr || glo.closing)
     return;
   const xyVoteQuitOptions::Option chosen = answer->chosen;
-  const int result = answer->UserResult;
+  const VoteOutcome result = answer->UserResult;
   forms().unload(dialog);
-  if (chosen == xyVoteQuitOptions::goToGraph) {
+  if (chosen == xyVoteQuitOptions::goToGraph)
     showGraphMeanwhile();
-  } else if (chosen == xyVoteQuitOptions::goTo || chosen == xyVoteQuitOptions::goBackOne) {
+  if (result == VoteOutcome::jump)
     jump_ = chosen == xyVoteQuitOptions::goTo ? Jump::target : Jump::back;
-    leave(2);
-  } else {
+  if (result != VoteOutcome::none && takesKeys())
     leave(result);
-  }
 }
 
-// 1 votes again, 2 leaves this vote, 3 leaves all votes; anything else goes on voting.
-void xyVoteRuntime::leave(int userResult) {
-  if (userResult < 1 || userResult > 3)
+// An open vote is abandoned; a result is saved already, so from there only the walk goes elsewhere.
+void xyVoteRuntime::leave(VoteOutcome how) {
+  const bool open = state == VoteState::open;
+  if (how == VoteOutcome::again && !open) {
+    endResult(how);
     return;
+  }
   glo.voteAbandoned = 1;
-  if (userResult == 1) {
-    writeOutcome("revote");
-    glo.restartVote = true;
-  } else if (userResult == 2) {
-    writeOutcome("Vote Finished");
-  } else {
-    theComms().EndVote();
-    writeOutcome("Quit ALL");
+  glo.restartVote = how == VoteOutcome::again;
+  if (how == VoteOutcome::leaveAll) {
+    if (open)
+      theComms().EndVote();
     saveXY();
     glo.returnToEditor = true;
-    glo.voteStepBack = true;
     glo.quitRequested = true;
   }
+  open ? writeOutcome(how) : endResult(how);
 }
 
 // A graph over the open vote. What arrives meanwhile is counted afterwards.

@@ -134,7 +134,6 @@ void tellCount() {
     if (form)
       form->SetVotesCastCount("Wait");
     host::host().forms->unload("keypadsnotloaded");
-    glo.voteStepBack = true;
     glo.voteComplete = 1;
   }
   if (form)
@@ -191,8 +190,8 @@ PressHold::PressHold() : votes_(glo.liveVotes), open_(glo.voteOpen) {
 
 PressHold::~PressHold() {
   holding = false;
+  glo.liveVotes = std::move(votes_);
   if (open_ && glo.voteOpen) {
-    glo.liveVotes = std::move(votes_);
     ShowVotesCast(glo.options);
     for (const HeldPress& press : held) oComms_VoteRx(press.keypad, press.vote);
   }

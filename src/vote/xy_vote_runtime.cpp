@@ -15,8 +15,8 @@
 #include "vote/count_up_vote.h"
 #include "vote/link/comms.h"
 #include "vote/link/keypad_arrays.h"
+#include "vote/link/vote_outcome.h"
 #include "vote/run_graphs.h"
-#include "vote/vote_outcome.h"
 #include "vote/vote_plan.h"
 
 namespace qrn {
@@ -47,7 +47,6 @@ xyVoteRuntime::xyVoteRuntime() : VoteForm("xyVoteRuntime") {
 }
 
 void xyVoteRuntime::startProcess() {
-  glo.voteStepBack = true;
   glo.voteComplete = 0;
   glo.quitRequested = false;
   glo.runFinished = false;
@@ -227,8 +226,8 @@ void xyVoteRuntime::doVote(int step) {
     uctl_kpadsNotVoted.BeginChecking(false);
     showKeypadPanel(false);
     voteHeld_ = voteHeld_ || ended;
-    host::waitUntil([&] { return glo.closing || !forms().isLoaded(name) || !outcome().empty(); });
-    if (outcome() != "revote" || runEnds())
+    host::waitUntil([&] { return glo.closing || !forms().isLoaded(name) || outcome() != VoteOutcome::none; });
+    if (outcome() != VoteOutcome::again || runEnds())
       break;
     deleteOutcome();
   }
@@ -238,7 +237,6 @@ void xyVoteRuntime::doVote(int step) {
 
 void xyVoteRuntime::FinishOfVoteLoop() {
   glo.currentItem = std::clamp(glo.currentItem, 0, std::max(0, glo.itemCount() - 1));
-  glo.scanFlag = 0;
   const bool normal = !runEnds() && !glo.singleVoteRun;
   glo.runFinished = true;
   if (!normal)
@@ -286,14 +284,14 @@ void xyVoteRuntime::voteHeld() {
 
 void xyVoteRuntime::cmd_cancel_Click() {
   if (!modeEndsProgram()) {
-    const host::Answer answer = host::host().dialogs->MsgBox(
-        "Are you sure you want to quit matrix?", host::kTitle, host::Buttons::yesNo, host::Icon::question);
+    const host::Answer answer =
+        host::host().dialogs->MsgBox("Are you sure you want to quit matrix?", host::kTitle,
+                                     host::Buttons::yesNo, host::Icon::question, host::Answer::no);
     if (answer != host::Answer::yes)
       return;
     saveXY();
   }
-  leftOnPurpose = true;
-  writeOutcome("Vote finished");
+  writeOutcome(VoteOutcome::held);
   glo.restartVote = false;
   glo.quitRequested = true;
   glo.voteAbandoned = 1;
@@ -301,11 +299,15 @@ void xyVoteRuntime::cmd_cancel_Click() {
     endProgramHook();
 }
 
-// The window's own close button asks as the cancel button does; the run then ends by itself.
+// The window's own close button never takes a vote away: it asks as Esc does, before the run as the cancel
+// button does, and between two votes it does nothing.
 bool xyVoteRuntime::Form_QueryUnload(bool byUser) {
   if (!byUser)
     return true;
-  cmd_cancel_Click();
+  if (takesKeys())
+    askHowToLeave();
+  else if (buttonsVisible)
+    cmd_cancel_Click();
   return false;
 }
 

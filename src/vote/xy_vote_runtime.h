@@ -12,6 +12,7 @@
 
 #include "charts/vote_screen/vote_screen.h"
 #include "vote/keypads_not_voted.h"
+#include "vote/link/vote_outcome.h"
 
 namespace qrn {
 
@@ -71,7 +72,9 @@ struct xyVoteRuntime : VoteForm {
   void forgetActiveKeypads();
   void keepVotingKeypads();
   void askHowToLeave();
-  void leave(int userResult);
+  void leave(VoteOutcome how);
+  void endResult(VoteOutcome how);
+  bool takesKeys() const;  // a vote is open or its result up
   void showGraphMeanwhile();
   void playEndOfVoteSound() const;
 
@@ -91,6 +94,7 @@ struct xyVoteQuitOptions : host::Form {
   void Form_Load() override;
   void Form_KeyDown(int keyCode, int shift) override;
   void choose(Option option);  // sets UserResult and closes
+  static VoteOutcome outcomeOf(Option option);
   // Captions of the options, in the order of `Option`.
   static const std::array<const char*, 7>& captions();
 
@@ -98,7 +102,7 @@ struct xyVoteQuitOptions : host::Form {
   std::vector<int> itemTargets, assessmentTargets;  // index into risks; assessment 1 to 9, line by line
   int List1Index = 0, List2Index = 0;
   Option chosen = continueVoting;
-  int UserResult = 0;  // 1 restart, 2 leave this vote, 3 leave all votes, otherwise go on voting
+  VoteOutcome UserResult = VoteOutcome::none;  // none: go on voting
 };
 
 // Defines "xyVoteRuntime" and "xyVoteQuitOptions" in the registry of the host.

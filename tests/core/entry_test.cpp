@@ -259,13 +259,14 @@ TEST_F(EntryTest, ShowsTheVoteUntilTheExerciseIsFinishedAndTheGraphsAfterwards) 
   struct Case {
     std::string line, votesText;
     Log log;
-    std::vector<host::Answer> answers;
+    std::vector<std::optional<host::Answer>> answers;  // none: Enter
     int votes;
     bool graphs;
     std::string votesAfter;
   };
   const std::string display = "QRNMATRIX,DISPLAY";
   using host::Answer;
+  const std::nullopt_t enter = std::nullopt;
   for (const Case& c :
        std::vector<Case>{{display, "", none, {}, 1, false, ""},
                          {display, "", unfinished, {}, 1, false, ""},
@@ -275,6 +276,9 @@ TEST_F(EntryTest, ShowsTheVoteUntilTheExerciseIsFinishedAndTheGraphsAfterwards) 
                          {display, kVote, unfinished, {Answer::no, Answer::yes, Answer::yes}, 1, false, ""},
                          {display, kVote, unfinished, {Answer::no, Answer::yes, Answer::no}, 0, false, kVote},
                          {display, kVote, unfinished, {Answer::no, Answer::no}, 0, false, kVote},
+                         {display, kVote, unfinished, {enter}, 1, false, kVote},
+                         {display, kVote, unfinished, {Answer::no, enter}, 0, false, kVote},
+                         {display, kVote, unfinished, {Answer::no, Answer::yes, enter}, 0, false, kVote},
                          {display, kVote, unfinished, {Answer::cancel}, 0, false, kVote},
                          {"QRNMATRIX,SERIES VOTE", kVote, finished, {}, 1, false, kVote},
                          {"QRNMATRIX,SETUP", "", none, {}, 0, false, ""}}) {
@@ -287,7 +291,8 @@ TEST_F(EntryTest, ShowsTheVoteUntilTheExerciseIsFinishedAndTheGraphsAfterwards) 
     const std::vector<std::string> questions{
         "Would you like to continue from where it was previously stopped?",
         "Would you like to clear the data and restart?", "This will delete all live data"};
-    for (std::size_t i = 0; i < c.answers.size(); ++i) world.expectMsgBox(questions[i], c.answers[i]);
+    for (std::size_t i = 0; i < c.answers.size(); ++i)
+      world.dialogs.expected.push_back({"msg", questions[i], c.answers[i], {}});
     if (c.graphs) {
       closeFormAt(1, "xyVoteAverageGraph");
       closeFormAt(2, "xyVoteGraph");

@@ -28,7 +28,8 @@ class Dialogs : public ::testing::Test {
   }
 
   test::WindowWorld world;
-  qt::QtDialogs dialogs;
+  qt::QtDialogs qtDialogs;
+  host::Dialogs& dialogs = qtDialogs;
 };
 
 TEST_F(Dialogs, EscGivesTheAnswerThatChangesLeast) {
@@ -44,12 +45,29 @@ TEST_F(Dialogs, EscGivesTheAnswerThatChangesLeast) {
   }
 }
 
-TEST_F(Dialogs, EnterTakesTheFirstButtonAndLettersTheirOwn) {
-  whenAsked(key(Qt::Key_Return));
-  EXPECT_EQ(dialogs.MsgBox("Really?", "", Buttons::yesNo, host::Icon::none), Answer::yes);
+TEST_F(Dialogs, EnterTakesWhatTheQuestionNamesElseTheSafeAnswerAndLettersTheirOwn) {
+  const std::pair<std::optional<Answer>, Answer> cases[] = {
+      {std::nullopt, Answer::no}, {Answer::no, Answer::no}, {Answer::yes, Answer::yes}};
+  for (const auto& [named, answer] : cases) {
+    whenAsked(key(Qt::Key_Return));
+    EXPECT_EQ(dialogs.MsgBox("Really?", "", Buttons::yesNo, host::Icon::none, named), answer);
+  }
   for (const Qt::KeyboardModifier modifier : {Qt::AltModifier, Qt::NoModifier}) {
     whenAsked([modifier](QWidget& focus) { QTest::keyClick(&focus, Qt::Key_N, modifier); });
     EXPECT_EQ(dialogs.MsgBox("Really?", "", Buttons::yesNoCancel, host::Icon::none), Answer::no);
+  }
+}
+
+TEST_F(Dialogs, AHeldKeyAnswersNothing) {
+  for (const auto& [which, text] : {std::pair{Qt::Key_Return, "\r"}, {Qt::Key_Y, "y"}}) {
+    const auto held = [which = which, text = text](QWidget& focus) {
+      QWidget* dialog = focus.window();
+      QTest::simulateEvent(&focus, true, which, Qt::NoModifier, text, true);
+      EXPECT_TRUE(dialog->isVisible());
+      QTest::keyClick(&focus, Qt::Key_Escape);
+    };
+    whenAsked(held);
+    EXPECT_EQ(dialogs.MsgBox("Really?", "", Buttons::yesNo, host::Icon::none, Answer::yes), Answer::no);
   }
 }
 

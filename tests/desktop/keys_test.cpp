@@ -58,4 +58,10 @@ TEST(Keys, AreToldInTheClassicCodes) {
   }
 }
 
+TEST(Keys, AHeldKeyIsOneKey) {
+  const QKeyEvent event(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, "\r", true);
+  EXPECT_EQ(classicKey(event).keyCode, 0);
+  EXPECT_EQ(classicKey(event).keyAscii, 0);
+}
+
 }  // namespace

@@ -50,8 +50,8 @@ TEST_F(QuitOptions, KeysChooseAndEscAlwaysContinues) {
 }
 
 TEST_F(QuitOptions, TabReachesTheTargetsOfGoTo) {
-  const auto& form = answer({Qt::Key_Tab, Qt::Key_Down, Qt::Key_Down, Qt::Key_Down, Qt::Key_Up, Qt::Key_Tab,
-                             Qt::Key_Down, Qt::Key_Return});
+  const auto& form =
+      answer({Qt::Key_Tab, Qt::Key_End, Qt::Key_Up, Qt::Key_Tab, Qt::Key_PageDown, Qt::Key_Return});
   EXPECT_EQ(form.chosen, xyVoteQuitOptions::goTo);
   EXPECT_EQ(form.List1Index, 1);
   EXPECT_EQ(form.List2Index, 1);
@@ -59,7 +59,7 @@ TEST_F(QuitOptions, TabReachesTheTargetsOfGoTo) {
 
 TEST_F(QuitOptions, StandsOverTheVoteAndGoesBeforeIt) {
   world.forms.show("xyVoteRuntime");
-  EXPECT_EQ(answer({Qt::Key_Escape}).UserResult, 0);
+  EXPECT_EQ(answer({Qt::Key_Escape}).UserResult, VoteOutcome::none);
   EXPECT_EQ(stack.front(), stack.formWindow("xyVoteRuntime"));
   world.forms.unload("xyVoteRuntime");
   world.forms.unload("xyVoteQuitOptions");

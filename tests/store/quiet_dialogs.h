@@ -10,7 +10,8 @@ class QuietDialogs : public host::Dialogs {
  public:
   QuietDialogs() : before_(host::host().dialogs) { host::host().dialogs = this; }
   ~QuietDialogs() override { host::host().dialogs = before_; }
-  host::Answer MsgBox(const std::string&, const std::string&, host::Buttons, host::Icon) override {
+  host::Answer MsgBox(const std::string&, const std::string&, host::Buttons, host::Icon,
+                      std::optional<host::Answer>) override {
     return host::Answer::ok;
   }
   std::optional<std::string> InputBox(const std::string&, const std::string&, const std::string&) override {

@@ -48,9 +48,10 @@ ScriptedDialogs::Expected ScriptedDialogs::next(const std::string& kind, const s
   return answer;
 }
 
-host::Answer ScriptedDialogs::MsgBox(const std::string& text, const std::string& title, host::Buttons,
-                                     host::Icon) {
-  return next("msg", title + ": " + text).answer;
+host::Answer ScriptedDialogs::MsgBox(const std::string& text, const std::string& title, host::Buttons buttons,
+                                     host::Icon, std::optional<host::Answer> enter) {
+  const Expected expectedHere = next("msg", title + ": " + text);
+  return expectedHere.answer.value_or(enter.value_or(host::safeAnswer(buttons)));
 }
 
 std::optional<std::string> ScriptedDialogs::InputBox(const std::string& prompt, const std::string& title,

@@ -133,11 +133,11 @@ class ScriptedDialogs : public host::Dialogs {
  public:
   struct Expected {
     std::string kind, part;
-    host::Answer answer = host::Answer::ok;
+    std::optional<host::Answer> answer;  // none: Enter
     std::optional<std::string> text;
   };
   host::Answer MsgBox(const std::string& text, const std::string& title, host::Buttons buttons,
-                      host::Icon icon) override;
+                      host::Icon icon, std::optional<host::Answer> enter) override;
   std::optional<std::string> InputBox(const std::string& prompt, const std::string& title,
                                       const std::string& preset) override;
   std::optional<std::string> FileDialog(const host::FileQuestion& question) override;
@@ -164,6 +164,8 @@ class TestHost : public host::Loop {
   void expectMsgBox(const std::string& part, host::Answer answer = host::Answer::ok) {
     dialogs.expected.push_back({"msg", part, answer, {}});
   }
+  // The person strikes Enter, whatever that answers.
+  void expectEnter(const std::string& part) { dialogs.expected.push_back({"msg", part, {}, {}}); }
   void expectInputBox(const std::string& part, std::optional<std::string> text) {
     dialogs.expected.push_back({"input", part, host::Answer::ok, std::move(text)});
   }

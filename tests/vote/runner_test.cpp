@@ -11,7 +11,6 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
-using ::testing::IsEmpty;
 namespace key = host::key;
 
 class Runner : public VoteFixture {
@@ -116,11 +115,7 @@ TEST_F(Runner, quitAllStopsAndTheRunGoesOnAtTheNextVote) {
     scripts = {nullptr, nullptr, nullptr, [this] {
                  world.at(0.2, [this] { press(1, "2"); });
                  keyAt(0.8, key::escape);
-                 world.at(1.2, [] {
-                   host::host()
-                       .forms->as<xyVoteQuitOptions>("xyVoteQuitOptions")
-                       .choose(xyVoteQuitOptions::quitAllVotes);
-                 });
+                 chooseAt(1.2, xyVoteQuitOptions::quitAllVotes);
                }};
     run();
     EXPECT_EQ(saved().size(), 3U);
@@ -187,15 +182,14 @@ TEST_F(Runner, resumesInTheVotingOrder) {
 }
 
 TEST_F(Runner, goesToAnotherVoteAndBackOne) {
-  const auto leaveBy = [this](xyVoteQuitOptions::Option option, int item) {
-    keyAt(0.5, key::escape);
-    world.at(0.8, [option, item] {
-      auto& dialog = host::host().forms->as<xyVoteQuitOptions>("xyVoteQuitOptions");
-      dialog.List1Index = item;
-      dialog.choose(option);
-    });
-  };
-  scripts = {[&] { leaveBy(xyVoteQuitOptions::goTo, 2); }, [&] { leaveBy(xyVoteQuitOptions::goBackOne, 0); }};
+  scripts = {[this] {
+               keyAt(0.5, key::escape);
+               chooseAt(0.8, xyVoteQuitOptions::goTo, 2);
+             },
+             [this] {
+               keyAt(0.5, key::escape);
+               chooseAt(0.8, xyVoteQuitOptions::goBackOne);
+             }};
   run();
   EXPECT_THAT(savedKeys(), ElementsAre("11C1", "12C1", "10C2", "11C2", "12C2"));
 }
@@ -206,7 +200,7 @@ TEST_F(Runner, asksBeforeClosingAVoteWithoutVotes) {
     keyAt(1.0, key::pageDown);
     keyAt(2.0, key::space);
   }};
-  world.expectMsgBox("Confirm close vote: No votes have been collected", host::Answer::no);
+  world.expectEnter("Confirm close vote: No votes have been collected");
   world.expectMsgBox("Close vote and continue?", host::Answer::yes);
   run();
   EXPECT_EQ(saved()[0], "-;-;-;-; 10C1");
@@ -226,6 +220,55 @@ TEST_F(Runner, dropsAKeyRepeatedWithinATenthOfASecond) {
   }};
   run();
   EXPECT_EQ(saved().size(), 6U);
+}
+
+// Also where the system does not tell a repeat from a new stroke.
+TEST_F(Runner, aHeldKeyStoresNothing) {
+  scripts = {[this] {
+    for (int i = 0; i < 50; ++i) keyAt(0.3 + 0.03 * i, key::enter);
+    world.at(2, [this] {
+      EXPECT_EQ(records(), "");
+      glo.quitRequested = true, glo.voteAbandoned = 1;
+    });
+  }};
+  world.expectEnter("Close vote and continue?");
+  run();
+}
+
+TEST_F(Runner, escOnAResultAsksHowToGoOn) {
+  struct Case {
+    xyVoteQuitOptions::Option option;
+    std::vector<std::string> keys;  // of the first records
+    bool toTheEnd;
+  };
+  using Options = xyVoteQuitOptions;
+  for (const Case& c :
+       {Case{Options::continueVoting, {"10C1", "11C1"}, true},
+        Case{Options::restartThisVote, {"10C1", "10C1", "11C1"}, true},
+        Case{Options::goTo, {"10C1", "12C1", "10C2"}, true}, Case{Options::quitThisVote, {"10C1"}, false},
+        Case{Options::quitAllVotes, {"10C1"}, false}}) {
+    SCOPED_TRACE(c.option);
+    world.presentation.slide(1).tagStore.Delete("QRNVOTES");
+    glo.voteRecords.forget();
+    opens = 0;
+    scripts = {[&] {
+      world.at(0.2, [&] { press(1, "3"); });
+      keyAt(1, key::space);
+      keyAt(1.5, key::escape);
+      if (c.option == Options::continueVoting)
+        keyAt(2, key::space);
+      chooseAt(1.7, c.option, 2);
+    }};
+    run();
+    const std::vector<std::string> keys = savedKeys();
+    ASSERT_GE(keys.size(), c.keys.size());
+    EXPECT_EQ(
+        std::vector<std::string>(keys.begin(), keys.begin() + static_cast<std::ptrdiff_t>(c.keys.size())),
+        c.keys);
+    EXPECT_EQ(keys.size() > c.keys.size(), c.toTheEnd);
+    EXPECT_EQ(glo.returnToEditor, c.option == Options::quitAllVotes);
+    glo.returnToEditor = false;
+  }
 }
 
 TEST_F(Runner, tellsWhatTheKeysActOn) {
@@ -317,7 +360,7 @@ TEST_F(Runner, triesAgainWhenTheDiskFails) {
     voteAndGoOn();
     world.at(0.9, [this] { world.presentation.slide(1).tagStore.failAtWrite = 1; });
   }};
-  world.expectMsgBox("The votes could not be saved to the slide:", host::Answer::yes);
+  world.expectEnter("The votes could not be saved to the slide:");
   run();
   EXPECT_THAT(savedKeys(), ElementsAre("10C1", "11C1", "12C1", "10C2", "11C2", "12C2"));
 }
@@ -359,15 +402,33 @@ TEST_F(Runner, tellsTheEndOfAnAssessmentWhenAskedTo) {
   EXPECT_EQ(saved().size(), 6U);
 }
 
-TEST_F(Runner, theCloseButtonAsksFirst) {
-  scripts = {[this] {
-    world.at(0.2, [] { EXPECT_FALSE(host::host().forms->unload("xyVoteRuntime", true)); });
-    world.at(0.5, [] { EXPECT_FALSE(host::host().forms->unload("xyVoteRuntime", true)); });
-  }};
-  world.expectMsgBox("Are you sure you want to quit matrix?", host::Answer::no);
-  world.expectMsgBox("Are you sure you want to quit matrix?", host::Answer::yes);
-  run();
-  EXPECT_THAT(saved(), IsEmpty());
+TEST_F(Runner, theCloseButtonAsksAndTakesNoVoteAway) {
+  const auto closeAt = [this](double seconds) {
+    world.at(seconds, [] { EXPECT_FALSE(host::host().forms->unload("xyVoteRuntime", true)); });
+  };
+  for (const char* mode : {"DISPLAY", ""}) {
+    SCOPED_TRACE(mode);
+    glo.cmdMode = mode;
+    world.presentation.slide(1).tagStore.Delete("QRNVOTES");
+    glo.voteRecords.forget();
+    opens = 0;
+    scripts = {[&] {
+      voteAndGoOn();
+      closeAt(0.5);
+      chooseAt(0.8, xyVoteQuitOptions::continueVoting);  // what Enter and Esc take there
+      closeAt(1.15);                                     // the vote closes
+      closeAt(1.5);
+      chooseAt(1.7, xyVoteQuitOptions::continueVoting);
+    }};
+    run();
+    EXPECT_EQ(saved().size(), 6U);
+    EXPECT_EQ(saved()[0], "3;4;5;-; 10C1");
+  }
+  world.expectEnter("Are you sure you want to quit matrix?");
+  runtime();
+  closeAt(0.1);
+  host::waitUntil([] { return false; }, 0.2);
+  EXPECT_TRUE(host::host().forms->isLoaded("xyVoteRuntime"));
 }
 
 TEST_F(Runner, runsOneVoteAloneWhenAskedTo) {

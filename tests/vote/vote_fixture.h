@@ -62,6 +62,15 @@ class VoteFixture : public ::testing::Test {
   void keyAt(double seconds, int code) {
     world.at(seconds, [this, code] { key(code); });
   }
+  // The quit options answered, once they stand.
+  void chooseAt(double seconds, xyVoteQuitOptions::Option option, int item = 0) {
+    world.at(seconds, [option, item] {
+      ASSERT_TRUE(host::host().forms->isVisible("xyVoteQuitOptions"));
+      auto& dialog = host::host().forms->as<xyVoteQuitOptions>("xyVoteQuitOptions");
+      dialog.List1Index = item;
+      dialog.choose(option);
+    });
+  }
   void press(int keypad, const std::string& vote) {
     world.link.says("[1]," + std::to_string(keypad) + ";" + vote);
   }

@@ -1,8 +1,10 @@
 #include "adapters/qt/dialogs.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QFileDialog>
 #include <QInputDialog>
+#include <QKeyEvent>
 #include <QPointer>
 
 #include "adapters/qt/info_window.h"
@@ -17,8 +19,24 @@ QString text(const std::string& utf8) {
   return QString::fromStdString(utf8);
 }
 
+// A key that is still held from before, or held too long, answers no question.
+class HeldKeysAnswerNothing : public QObject {
+ public:
+  HeldKeysAnswerNothing() { qApp->installEventFilter(this); }
+
+ protected:
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() != QEvent::KeyPress)
+      return false;
+    const auto* stroke = static_cast<QKeyEvent*>(event);
+    return stroke->isAutoRepeat() && (stroke->key() == Qt::Key_Return || stroke->key() == Qt::Key_Enter ||
+                                      stroke->key() == Qt::Key_Escape);
+  }
+};
+
 // Shows the dialog and goes on delivering votes and timers until it is answered or gone.
 int ask(QDialog& dialog) {
+  const HeldKeysAnswerNothing held;
   dialog.setModal(true);
   dialog.show();
   dialog.raise();
@@ -50,8 +68,9 @@ QWidget* QtDialogs::parent() const {
 }
 
 host::Answer QtDialogs::MsgBox(const std::string& message, const std::string& title, host::Buttons buttons,
-                               host::Icon icon) {
-  const QPointer<QuestionBox> box = new QuestionBox(text(message), buttons, icon, parent());
+                               host::Icon icon, std::optional<host::Answer> enter) {
+  const QPointer<QuestionBox> box =
+      new QuestionBox(text(message), buttons, icon, enter.value_or(host::safeAnswer(buttons)), parent());
   box->setWindowTitle(text(title));
   const host::Answer unanswered = box->answer();
   ask(*box);

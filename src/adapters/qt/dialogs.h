@@ -1,5 +1,5 @@
 // Questions to the person at the machine as windows. Each waits inside host::waitUntil, so votes and timers
-// go on while a question stands. Esc and the close button give the answer that changes least.
+// go on while a question stands.
 #pragma once
 
 #include <functional>
@@ -19,7 +19,7 @@ class QtDialogs : public host::Dialogs {
   explicit QtDialogs(std::function<QWidget*()> parent = {});
   ~QtDialogs() override;
   host::Answer MsgBox(const std::string& text, const std::string& title, host::Buttons buttons,
-                      host::Icon icon) override;
+                      host::Icon icon, std::optional<host::Answer> enter) override;
   std::optional<std::string> InputBox(const std::string& prompt, const std::string& title,
                                       const std::string& preset) override;
   std::optional<std::string> FileDialog(const host::FileQuestion& question) override;

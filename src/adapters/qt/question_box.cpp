@@ -23,7 +23,6 @@ struct Choice {
   host::Answer answer;
 };
 
-// The first is taken by Enter, the last by Esc and the close button.
 std::vector<Choice> choicesOf(host::Buttons buttons) {
   const Choice ok{"OK", host::Answer::ok}, cancel{"Cancel", host::Answer::cancel},
       yes{"&Yes", host::Answer::yes}, no{"&No", host::Answer::no};
@@ -90,8 +89,9 @@ QLabel* textLabel(const QString& text, double scale, QWidget* parent) {
 
 }  // namespace
 
-QuestionBox::QuestionBox(const QString& text, host::Buttons buttons, host::Icon icon, QWidget* parent)
-    : QDialog(parent), text_(text), answer_(choicesOf(buttons).back().answer) {
+QuestionBox::QuestionBox(const QString& text, host::Buttons buttons, host::Icon icon, host::Answer enter,
+                         QWidget* parent)
+    : QDialog(parent), text_(text), answer_(host::safeAnswer(buttons)) {
   setObjectName("question");
   text_.replace("\r\n", "\n").replace('\r', '\n');
   const double scale = typeScale(parent);
@@ -104,19 +104,8 @@ QuestionBox::QuestionBox(const QString& text, host::Buttons buttons, host::Icon 
   lower->setSpacing(px(8, scale));
   lower->addStretch();
   for (const Choice& choice : choicesOf(buttons)) {
-    auto* button = new QPushButton(choice.caption, this);
-    button->setMinimumWidth(px(104, scale));
-    button->setStyleSheet(
-        QString("font-size: %1px; min-height: %2px;").arg(px(16, scale)).arg(px(20, scale)));
-    button->setAutoDefault(true);
-    connect(button, &QPushButton::clicked, this, [this, taken = choice.answer] {
-      answer_ = taken;
-      accept();
-    });
-    if (choice.caption[0] == '&')  // the letter answers without Alt too
-      connect(new QShortcut(QKeySequence(QString(QLatin1Char(choice.caption[1]))), this),
-              &QShortcut::activated, button, &QPushButton::click);
-    if (choice.answer == choicesOf(buttons).front().answer) {
+    QPushButton* button = makeButton(choice.caption, choice.answer, scale);
+    if (choice.answer == enter) {
       button->setDefault(true);
       button->setFocus();
     }
@@ -128,6 +117,23 @@ QuestionBox::QuestionBox(const QString& text, host::Buttons buttons, host::Icon 
   layout->addLayout(upper, 1);
   layout->addLayout(lower);
   layout->setSizeConstraint(QLayout::SetFixedSize);
+}
+
+QPushButton* QuestionBox::makeButton(const char* caption, host::Answer answer, double scale) {
+  auto* button = new QPushButton(caption, this);
+  button->setMinimumWidth(px(104, scale));
+  button->setStyleSheet(QString("font-size: %1px; min-height: %2px;").arg(px(16, scale)).arg(px(20, scale)));
+  button->setAutoDefault(true);
+  connect(button, &QPushButton::clicked, this, [this, answer] {
+    answer_ = answer;
+    accept();
+  });
+  if (caption[0] == '&') {  // the letter answers without Alt too
+    auto* letter = new QShortcut(QKeySequence(QString(QLatin1Char(caption[1]))), this);
+    letter->setAutoRepeat(false);
+    connect(letter, &QShortcut::activated, button, &QPushButton::click);
+  }
+  return button;
 }
 
 }  // namespace qrn::qt

@@ -61,7 +61,6 @@ struct VoteForm : host::Form {
   host::Surface& surface() { return surface_; }
 
   VoteState state = VoteState::prepared;
-  bool leftOnPurpose = false;  // the facilitator has chosen to end the program
   VoteLabel lbl_Risk, lbl_assessment, lbl_averageScore, lbl_status, lbl_kpadsTitle, lbl_kpads;
   std::vector<VoteLabel> lbl_Criteria;
   uctlVotesCast uctl_votesCast;

@@ -20,9 +20,10 @@ namespace qrn {
 
 namespace {
 
+// Both questions lead to deletion: Enter declines.
 bool asked(const std::string& question) {
-  return host::host().dialogs->MsgBox(question, host::kTitle, host::Buttons::yesNo, host::Icon::question) ==
-         host::Answer::yes;
+  return host::host().dialogs->MsgBox(question, host::kTitle, host::Buttons::yesNo, host::Icon::question,
+                                      host::Answer::no) == host::Answer::yes;
 }
 
 void deleteVotes() {
@@ -110,7 +111,7 @@ void checkResume() {
   switch (host::host().dialogs->MsgBox(
       "Data already exists for this meeting. Would you like to continue from where it was previously "
       "stopped?\r\n\r\nCancel will return to editor mode",
-      host::kTitle, host::Buttons::yesNoCancel, host::Icon::question)) {
+      host::kTitle, host::Buttons::yesNoCancel, host::Icon::question, host::Answer::yes)) {
     case host::Answer::no:
       if (asked("Would you like to clear the data and restart?"))
         clearAndRestart();

@@ -19,6 +19,7 @@
 #include "store/exercise_text.h"
 #include "store/vote_store.h"
 #include "vote/link/comms.h"
+#include "vote/link/vote_outcome.h"
 
 namespace qrn {
 
@@ -116,10 +117,8 @@ void endProgram(bool autoClose, bool keepOpen1, bool keepOpen2) {
     guarded([] { deleteUntilGone(glo.appPath + "baseKB.txt"); });
   guarded([] { deleteUntilGone(glo.appPath + "MatrixActive.txt"); });
   guarded([] { deleteUntilGone(glo.lockFile); });
-  guarded([] {
-    if (glo.oPresentation)
-      glo.oPresentation->tags().Add("qrnVoteTerminated", "Vote finished");
-  });
+  if (glo.oPresentation)
+    writeOutcome(VoteOutcome::held);
   guarded([] { saveLeftoverVotes(); });
   if (auto* blank = dynamic_cast<blankForm*>(forms.find("blankForm")))
     blank->tmrCheck4ppt.setEnabled(false);

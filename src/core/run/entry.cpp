@@ -23,12 +23,12 @@
 #include "store/progress_log.h"
 #include "store/vote_store.h"
 #include "vote/link/comms.h"
+#include "vote/link/vote_outcome.h"
 
 namespace qrn {
 
 namespace {
 
-constexpr const char* kVoteTerminated = "qrnVoteTerminated";
 constexpr double kInstanceSeconds = 5;
 constexpr int kPathNotFound = 76, kPermissionDenied = 70;
 
@@ -70,7 +70,6 @@ void run(Body&& body) {
 
 void startDiagnostics() {
   resetDiagnostics();
-  glo.debugMode = true;
   run([] { ReadGlobalSettingsFromINIFile(); });
   glo.voteRecords.forget();
   glo.postalRecords.forget();
@@ -122,8 +121,7 @@ void uncoverForms() {
 // A previous run may still be storing its last vote: it writes the tag when it has done so. False when that
 // run stays.
 bool previousInstanceEnds() {
-  const host::Tags& tags = glo.oPresentation->tags();
-  const auto ended = [&] { return !tags.Item(kVoteTerminated).empty(); };
+  const auto ended = [] { return outcome() != VoteOutcome::none; };
   if (glo.cmdFile == "WIZARD" || !glo.oPowerPoint->PreviousInstance() || ended())
     return true;
   if (host::waitUntil(ended, kInstanceSeconds))
@@ -139,7 +137,7 @@ bool previousInstanceEnds() {
 // Takes the tag away, so that the next run waits for this one.
 void waitForPreviousInstance() {
   if (previousInstanceEnds())
-    glo.oPresentation->tags().Delete(kVoteTerminated);
+    deleteOutcome();
   else
     glo.closing = true;
 }
@@ -180,12 +178,7 @@ void checkShow() {
 }
 
 void setDefaults() {
-  glo.keypadLow = 0;
-  glo.keypadCountAvailable = 20;
   glo.maxKeypads = 650;
-  glo.keypadStep = 1;
-  glo.keypadsLoaded = 0;
-  glo.chartCursorX = glo.chartCursorY = -1.0;
   run([] { setDefaultBarColours(); });
   run([] { initXYVote(); });
   run([] { setRemainingAssessments(); });
@@ -241,8 +234,6 @@ void loadForms() {
   run(loadExercise);
   run([] { GetDemographicVoteInfo(); });
   run([] { noteExerciseAtRest(); });
-  glo.slideShowWidth = glo.PowerPointSlideShow_RECT.width();
-  glo.slideShowHeight = glo.PowerPointSlideShow_RECT.height();
   run(LoadNames);
   run([] { readVoteRecords(); });
   run([] { ReadActiveKeypads(); });

@@ -22,6 +22,7 @@ struct Background {
 struct blankForm : host::Form {
   blankForm();
   void Form_Load() override;
+  bool Form_QueryUnload(bool byUser) override { return !byUser; }  // it watches the show
 
   // Makes the background anew from the settings of `glo`: the vote slide without its shapes, else the picture
   // file, the gradient or the colour. The picture of a slide is drawn once in a run.

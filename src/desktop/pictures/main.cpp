@@ -31,12 +31,13 @@ class SteadyClock : public host::Clock {
   QElapsedTimer timer_;
 };
 
-// Nothing is asked while pictures are taken; a form that asks all the same is told no.
+// Nothing is asked while pictures are taken; a form that asks all the same is told the safe answer.
 class NoDialogs : public host::Dialogs {
  public:
-  host::Answer MsgBox(const std::string& text, const std::string&, host::Buttons, host::Icon) override {
+  host::Answer MsgBox(const std::string& text, const std::string&, host::Buttons buttons, host::Icon,
+                      std::optional<host::Answer>) override {
     std::cerr << "a form said: " << text << "\n";
-    return host::Answer::no;
+    return host::safeAnswer(buttons);
   }
   std::optional<std::string> InputBox(const std::string&, const std::string&, const std::string&) override {
     return std::nullopt;

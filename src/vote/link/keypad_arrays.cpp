@@ -36,7 +36,6 @@ void ResizeVoteArrays(bool keepClearedFlags) {
 void ResetVotes() {
   std::fill(glo.liveVotes.begin(), glo.liveVotes.end(), "-100");
   glo.keypadCounted.assign(1, 0);
-  glo.scanFlag = 0;
 }
 
 }  // namespace qrn
