@@ -48,9 +48,13 @@ struct KeyBlock {
   int closePercent = 0;  // 0: votes do not close by themselves
   long keypads = 0;      // keypads there are now
   bool useOffsets = false;
+  std::vector<long> present;  // the keypads that are in the room
+  std::vector<long> joined;   // of these, the ones that the program has not been told of before
   std::vector<Base> bases;
 };
 std::string keyBlockText(const KeyBlock& block);
+// The part of it that changes when keypads join: base type, number of keypads, and who has joined.
+std::string joinedText(const KeyBlock& block);
 
 // Lines of keypad, name and keypad between the two marks. Commas and line ends in a name become blanks.
 std::string nameListText(const std::vector<std::pair<long, std::string>>& names);

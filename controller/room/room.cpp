@@ -36,8 +36,10 @@ std::string Room::programArrived(const std::string& instance) {
     ports_.log("another program has linked up; vote " + std::to_string(voteNumber_) + " is closed");
     closeVote(WaitReason::interrupted);
   }
-  if (instance != instance_)
+  if (instance != instance_) {
     next_ = {};
+    told_.clear();
+  }
   instance_ = instance;
   outbox_.relink();
   return std::string(link::helloWord) + std::to_string(open_ ? voteNumber_ : 0);
@@ -70,7 +72,7 @@ void Room::fromProgram(std::string_view text) {
       setKeyboard(commandOf(text) == Command::keyboardOn);
       break;
     case Command::baseInfo:
-      reply(keyBlockText(keyBlock()));
+      reply(keyBlockText(tellRoom()));
       break;
     case Command::getNames:
       reply(nameListText(nameList()));
@@ -158,12 +160,16 @@ bool Room::join(PhoneId phone, const PhoneFrame& frame) {
     return true;
   }
   const long keypad = joined->keypad;
-  if (joined->fresh)
+  if (joined->fresh) {
     ports_.keypadGiven(keypad, token);
+    told_.erase(keypad);  // a number handed out again is somebody else
+  }
   keypadOf_[phone] = keypad;
   phonesOf_.emplace(keypad, phone);
   send(phone, welcomeFrame(keypad, token, run_));
   tellStanding(phone, keypad);
+  if (linked_ && told_.count(keypad) == 0)  // without a link the program learns of it when it asks
+    reply(joinedText(tellRoom()));
   return true;
 }
 
@@ -247,17 +253,25 @@ void Room::reply(std::string text) {
 KeyBlock Room::keyBlock() const {
   const std::vector<long> present = keypadsPresent();
   KeyBlock block;
-  block.baseType = keyboard_ ? "KBOARD" : takesPhones() ? "PHONES" : "REHEARSAL";
+  block.baseType = keyboard_ ? "KBOARD" : options_.rehearse > 0 ? "REHEARSAL" : "PHONES";
   block.lowest = options_.lowest;
   block.highest = options_.highest;
   block.popupOn = takesPhones() ? popupKeypads : 0;
   block.howManyToShow = block.popupOn;
   block.closePercent = options_.closePercent;
   block.keypads = static_cast<long>(present.size());
+  block.present = present;
   block.useOffsets = !options_.bases.empty();
   block.bases = options_.bases;
   if (block.bases.empty() && !present.empty())
     block.bases.push_back({0, 0, present.front(), present.back(), true});
+  return block;
+}
+
+KeyBlock Room::tellRoom() {
+  KeyBlock block = keyBlock();
+  std::copy_if(block.present.begin(), block.present.end(), std::back_inserter(block.joined),
+               [this](long keypad) { return told_.insert(keypad).second; });
   return block;
 }
 
@@ -273,7 +287,7 @@ std::vector<std::pair<long, std::string>> Room::nameList() const {
 std::vector<long> Room::keypadsPresent() const {
   std::vector<long> present;
   for (long i = 0; i < options_.rehearse; ++i) present.push_back(options_.lowest + i);
-  const std::vector<long> phones = roster_.keypads();
+  const std::vector<long> phones = roster_.present();
   present.insert(present.end(), phones.begin(), phones.end());
   return present;
 }

@@ -6,6 +6,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -87,6 +88,7 @@ class Room {
   void send(PhoneId phone, const std::string& frame);
   void reply(std::string text);
   KeyBlock keyBlock() const;
+  KeyBlock tellRoom();  // the key block, whose new keypads count as told from now on
   std::vector<std::pair<long, std::string>> nameList() const;
   std::vector<long> keypadsPresent() const;
 
@@ -103,6 +105,7 @@ class Room {
   bool keyboard_ = false;
   bool linked_ = false;
   std::string instance_;
+  std::set<long> told_;  // keypads that this program knows of
   WaitReason waitReason_ = WaitReason::idle;
   std::map<long, Pressed> pressed_;
   std::map<PhoneId, long> keypadOf_;

@@ -34,6 +34,7 @@ std::optional<Joined> Roster::join(const std::string& token, long wanted, Moment
     entry.sinceSeconds = now.seconds;
   entry.token = token;
   ++entry.connections;
+  entry.here = true;
   byToken_[token] = *keypad;
   return Joined{*keypad, fresh};
 }
@@ -51,9 +52,11 @@ void Roster::voted(long keypad) {
     it->second.voted = true;
 }
 
-std::vector<long> Roster::keypads() const {
+std::vector<long> Roster::present() const {
   std::vector<long> numbers;
-  for (const auto& [keypad, entry] : entries_) numbers.push_back(keypad);
+  for (const auto& [keypad, entry] : entries_)
+    if (entry.here)
+      numbers.push_back(keypad);
   return numbers;
 }
 

@@ -32,7 +32,9 @@ class Roster {
   std::optional<Joined> join(const std::string& token, long wanted, Moment now);
   void left(long keypad, Moment now);  // one connection of the phone has gone
   void voted(long keypad);
-  std::vector<long> keypads() const;  // handed out, in order
+  // The numbers, in order, whose phones have been here since this controller started. Those that are only
+  // known from before stand in the state and are kept for their phones.
+  std::vector<long> present() const;
 
   // One line "keypad token seconds" for each phone, so that numbers survive a new controller. Lines that are
   // older than `lifetimeSeconds`, malformed or outside the ranges are passed over.
@@ -47,6 +49,7 @@ class Roster {
   struct Entry {
     std::string token;
     int connections = 0;
+    bool here = false;  // has joined since this controller started
     bool voted = false;
     std::int64_t leftMs = 0;
     std::int64_t sinceSeconds = 0;

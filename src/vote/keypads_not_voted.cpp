@@ -40,6 +40,13 @@ std::string keypadLabel(const std::string& keypad) {
   return keypad;
 }
 
+// "4 7 12 and 40 more"; where no numbers are to be shown, how many there are.
+std::string waitedText(const std::string& labels, int waitedFor, int shown) {
+  if (labels.empty())
+    return waitedFor == 0 ? "" : std::to_string(waitedFor) + (waitedFor == 1 ? " keypad" : " keypads");
+  return waitedFor > shown ? labels + " and " + std::to_string(waitedFor - shown) + " more" : labels;
+}
+
 }  // namespace
 
 uctlKpadsNotVoted::uctlKpadsNotVoted()
@@ -62,7 +69,7 @@ void uctlKpadsNotVoted::ShowKeypadsNotVoted() {
   glo.keypadsNotVotedLo = std::max(1, glo.keypadsNotVotedLo);
   if (glo.keypadsNotVotedHi < 1)
     glo.keypadsNotVotedHi = 650;
-  std::string text;
+  std::string labels;
   int known = 0;
   waitedFor = 0;
   for (const std::string& keypad : glo.activeKeypads) {
@@ -72,8 +79,9 @@ void uctlKpadsNotVoted::ShowKeypadsNotVoted() {
     if (!waitsFor(static_cast<int>(qrnVal(keypad))))
       continue;
     if (++waitedFor <= glo.keypadsNotVotedHowManyToShow)
-      text += (text.empty() ? "" : " ") + keypadLabel(keypad);
+      labels += (labels.empty() ? "" : " ") + keypadLabel(keypad);
   }
+  const std::string text = waitedText(labels, waitedFor, glo.keypadsNotVotedHowManyToShow);
   if (known > 0 && waitedFor <= glo.keypadsNotVotedPopupOn && glo.keypadsNotVotedPopupOn >= 1 &&
       showRequested)
     showRequested();

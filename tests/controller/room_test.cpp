@@ -193,6 +193,7 @@ TEST_F(RoomTest, BasesTellTheKeypadsThatAreThere) {
   EXPECT_THAT(atProgram.back(), HasSubstr("OFFSET=0,0,1,3,False\r\n"));
   EXPECT_THAT(atProgram.back(), HasSubstr("NUMKEYPADS=3\r\n"));
   EXPECT_THAT(atProgram.back(), HasSubstr("KEYPADSNOTVOTEDCLOSE=0\r\n"));
+  EXPECT_THAT(atProgram.back(), HasSubstr("PRESENT=1,2,3\r\n"));
 
   RoomOptions options;
   options.highest = 60;
@@ -206,6 +207,36 @@ TEST_F(RoomTest, BasesTellTheKeypadsThatAreThere) {
   EXPECT_THAT(atProgram.back(), HasSubstr("OFFSET=0,0,1,11,False\r\n"));
   room->fromProgram("GetNames");
   EXPECT_THAT(atProgram.back(), HasSubstr("1,Keypad 1,1\r\n2,Ann,2\r\n"));
+}
+
+// Each keypad is told once as new: at its joining, or to the first question of a program that came later.
+TEST_F(RoomTest, TheProgramLearnsWhoJoins) {
+  room->phoneText(1, "join - 0");
+  EXPECT_EQ(atProgram.back(), "BASETYPE=PHONES\r\nNUMKEYPADS=1\r\nJOINED=1\r\n");
+  room->programGone();
+  room->phoneText(2, "join - 0");
+  const auto back = [this](const std::string& instance) {
+    arrive(instance);
+    room->fromProgram("BaseInfo");
+    return atProgram.back();
+  };
+  EXPECT_THAT(back("program"), HasSubstr("PRESENT=1,2\r\nJOINED=2\r\n"));
+  EXPECT_THAT(back("program"), ::testing::Not(HasSubstr("JOINED")));
+  EXPECT_THAT(back("another"), HasSubstr("PRESENT=1,2\r\nJOINED=1,2\r\n"));
+  room->phoneGone(1);
+  ms += Roster::reclaimAfterMs;
+  const std::size_t before = atProgram.size();
+  room->phoneText(3, "join " + std::string(31, '0') + "2 0");  // the first phone again: nothing new
+  EXPECT_EQ(atProgram.size(), before);
+}
+
+TEST_F(RoomTest, PhonesKnownFromAnEarlierControllerAreThereOnceTheyJoin) {
+  const std::string token(32, 'a');
+  room->roster().readState(Roster::stateLine(7, token, 0), {});
+  room->fromProgram("BaseInfo");
+  EXPECT_THAT(atProgram.back(), HasSubstr("PRESENT=\r\n"));
+  room->phoneText(1, "join " + token + " 0");
+  EXPECT_THAT(atProgram.back(), HasSubstr("JOINED=7\r\n"));
 }
 
 TEST_F(RoomTest, UnknownCommandsAreLoggedAndDoNothing) {

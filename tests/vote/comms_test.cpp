@@ -310,6 +310,44 @@ TEST_F(CommsTest, WritesTheKeypadsThatHaveVoted) {
   EXPECT_THAT(world.link.sent, ElementsAre("ReadActiveKeypads"));
 }
 
+// The list of the deck, what the controller says, and the list that both make.
+TEST_F(CommsTest, TheRoomIsWhoIsThereLessWhomTheFacilitatorLeftOut) {
+  struct Case {
+    std::string tag, block, list, tagAfter;
+  };
+  for (const Case& c : std::vector<Case>{
+           {"", "BASETYPE=PHONES\r\nPRESENT=1,2,9\r\nOFFSET=0,0,1,9,False", "1,2,9", "1,2,9"},
+           {"1,3", "BASETYPE=PHONES\r\nPRESENT=1,2,3", "1,3", "1,3"},
+           {"1,3", "BASETYPE=PHONES\r\nPRESENT=1,2,3\r\nJOINED=2", "1,2,3", "1,2,3"},
+           {"1,2,3,4", "BASETYPE=PHONES\r\nPRESENT=2,4", "2,4", "2,4"},
+           {"1,10", "BASETYPE=PHONES\r\nJOINED=10,2", "1,2,10", "1,2,10"},
+           {"7", "BASETYPE=PHONES\r\nPRESENT=", "", ""},
+           {"", "BASETYPE=REHEARSAL\r\nPRESENT=1,2\r\nOFFSET=0,0,1,2,False", "1,2", ""},
+           {"7", "BASETYPE=REHEARSAL\r\nPRESENT=1,2\r\nOFFSET=0,0,1,2,False", "1,2", "7"},
+           {"7", "BASETYPE=REHEARSAL\r\nPRESENT=1\r\nBASETYPE=KBOARD\r\nPRESENT=1,2", "1,2", "7"}}) {
+    setActiveTag(c.tag);
+    ReadActiveKeypads();
+    glo.roomRehearsed = false;
+    decode(c.block);
+    std::string list;
+    for (const std::string& keypad : glo.activeKeypads) list += (list.empty() ? "" : ",") + keypad;
+    EXPECT_EQ(list, c.list) << c.tag << " " << c.block;
+    EXPECT_EQ(activeTag(), c.tagAfter) << c.tag << " " << c.block;
+    EXPECT_THAT(world.link.sent, IsEmpty()) << "nothing more is to be asked";
+  }
+}
+
+TEST_F(CommsTest, LeavesNoListOfARehearsalBehind) {
+  setActiveTag("7");
+  decode("BASETYPE=REHEARSAL\r\nPRESENT=1,2,3\r\nOFFSET=0,0,1,3,False");
+  glo.liveVotes = {"5", "-100", "4", ""};
+  link().WriteActiveKeypads(false);
+  EXPECT_EQ(glo.activeKeypads, (std::vector<std::string>{"1", "3"}));
+  glo.activeKeypads.clear();
+  link().WriteActiveKeypads(true);
+  EXPECT_EQ(activeTag(), "7");
+}
+
 TEST_F(CommsTest, ReadsTheRoomsKeypadsBack) {
   const std::vector<std::pair<std::string, std::vector<std::string>>> cases{
       {"1,2,3", {"1", "2", "3"}}, {",1,2,", {"1", "2"}}, {"1,a b,3", {"1", "3"}}, {"", {""}}, {" ", {""}}};

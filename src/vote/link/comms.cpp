@@ -91,6 +91,28 @@ std::string votedKeypads() {
   return list;
 }
 
+// The room's keypads, none without a list.
+std::vector<std::string> room() {
+  std::vector<std::string> list = glo.activeKeypads;
+  std::erase(list, "");
+  return list;
+}
+
+std::string joined(const std::vector<std::string>& list) {
+  std::string text;
+  for (const std::string& keypad : list) text += (text.empty() ? "" : ",") + keypad;
+  return text;
+}
+
+// Makes `list`, numbers with commas between, the room's keypads.
+void keepRoom(const std::string& list) {
+  glo.activeKeypads.clear();
+  for (const std::string_view keypad : pieces(list, ",")) glo.activeKeypads.emplace_back(keypad);
+  if (glo.roomRehearsed || !glo.oPresentation || glo.oPresentation->tags().Item(kActiveKeypads) == list)
+    return;
+  glo.oPresentation->tags().Add(kActiveKeypads, list);
+}
+
 void takeNames(const std::vector<std::string_view>& lines) {
   const auto start = std::find_if(lines.begin(), lines.end(),
                                   [](std::string_view line) { return sameText(line, "StartListOfNames"); });
@@ -275,16 +297,11 @@ void comms::WriteActiveKeypads(bool fromScan) {
   if (!glo.scanMarked)
     return;
   std::string list = glo.activeKeypadList;
-  if (!fromScan) {
+  if (!fromScan)
     list = votedKeypads();
-    glo.activeKeypads.clear();
-    for (const std::string_view keypad : pieces(list, ",")) glo.activeKeypads.emplace_back(keypad);
-  }
-  if (glo.oPresentation)
-    glo.oPresentation->tags().Add(kActiveKeypads, withoutOuterCommas(list));
+  keepRoom(withoutOuterCommas(list));
   SendCommandToController("ReadActiveKeypads", true, true);
   if (fromScan) {
-    ReadActiveKeypads();
     glo.activeKeypadList.clear();
     ReadPortInfo();
   }
@@ -307,8 +324,14 @@ void comms::decodeKeyLine(std::string_view line) {
     return;
   const std::string keyword = upperCase(line.substr(0, equals));
   const std::string_view value = line.substr(equals + 1);
-  if (keyword == "BASETYPE")
+  if (keyword == "BASETYPE") {
     glo.baseType = value.substr(0, 2) == "FW" ? "FW" : std::string(value);
+    if (value != "KBOARD")  // the keyboard stands in for the keypads of whatever room it is
+      glo.roomRehearsed = value == "REHEARSAL";
+  } else if (keyword == "PRESENT")
+    takePresent(value);
+  else if (keyword == "JOINED")
+    takeJoined(value);
   else if (keyword == "OFFSET")
     decodeOffset(value);
   else if (keyword == "USEOFFSETS")
@@ -317,8 +340,31 @@ void comms::decodeKeyLine(std::string_view line) {
     *number = to16Bits(value);
 }
 
+// Who is in the room, where the controller knows. Keypads of the list that are not there are not waited for;
+// those that are there and not in the list have been left out by the facilitator, except in a rehearsal.
+void comms::takePresent(std::string_view value) {
+  const std::vector<std::string_view> present = pieces(value, ",");
+  std::vector<std::string> list = room();
+  std::erase_if(list, [&](const std::string& keypad) {
+    return std::find(present.begin(), present.end(), keypad) == present.end();
+  });
+  keepRoom(list.empty() || glo.roomRehearsed ? std::string(value) : joined(list));
+}
+
+// Who is there and has not been before.
+void comms::takeJoined(std::string_view value) {
+  std::vector<std::string> list = room();
+  for (const std::string_view keypad : pieces(value, ","))
+    if (!keypad.empty() && std::find(list.begin(), list.end(), keypad) == list.end())
+      list.emplace_back(keypad);
+  std::stable_sort(list.begin(), list.end(),
+                   [](const std::string& a, const std::string& b) { return qrnVal(a) < qrnVal(b); });
+  keepRoom(joined(list));
+}
+
 void comms::decodeOffset(std::string_view value) {
-  ReadActiveKeypads();
+  if (!glo.roomRehearsed)
+    ReadActiveKeypads();
   glo.scanMarked = true;
   const std::vector<std::string_view> fields = pieces(value, ",");
   if (fields.size() < 5)
@@ -337,7 +383,7 @@ void comms::decodeOffset(std::string_view value) {
                                    std::to_string(base));
     }
   }
-  if (!glo.oPresentation || !glo.oPresentation->tags().Item(kActiveKeypads).empty())
+  if (!glo.oPresentation || !room().empty())
     return;
   // With no base in use each answer would call for the next one: an empty scan is told once.
   const bool emptyScan = glo.activeKeypadList.empty();

@@ -36,8 +36,8 @@ struct comms : host::Form {
   void ReadPortInfo();
   // Takes one received block: name list, key=value lines, cursor lines, then votes.
   void DecodeDataFromController(const std::string& data);
-  // Writes the room's keypads to the presentation tag "ActiveKeypads": those of the last scan, or those of
-  // the present list that have voted.
+  // Makes the keypads of the last scan, or those of the present list that have voted, the room's keypads.
+  // They stand in the presentation tag "ActiveKeypads", in a rehearsal in `glo` alone.
   void WriteActiveKeypads(bool fromScan);
 
   bool linked() const;
@@ -57,6 +57,8 @@ struct comms : host::Form {
   void tmr_decodeDataFromController_Timer();
   void decodeKeyLine(std::string_view line);
   void decodeOffset(std::string_view value);
+  static void takePresent(std::string_view value);
+  static void takeJoined(std::string_view value);
   void decodeVotes(const std::vector<std::string_view>& lines);
   bool controllerIsReady();
 
