@@ -9,6 +9,7 @@
 #include "desktop/deck_window.h"
 #include "desktop/desktop_windows.h"
 #include "desktop/form_windows.h"
+#include "desktop/held_keys.h"
 #include "desktop/keypads_window.h"
 #include "desktop/presentation_program.h"
 #include "desktop/slide_show_window.h"
@@ -82,6 +83,7 @@ struct Desktop::Parts {
 
   DesktopHooks hooks;
   InputWatch watch;
+  HeldKeys heldKeys;
   WindowStack stack;
   SlidePictures pictures;
   std::unique_ptr<host::Presentation> deck;

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "desktop/held_keys.h"
+#include "desktop/window_world.h"
 #include "host/forms.h"
 
 namespace {
@@ -62,6 +64,32 @@ TEST(Keys, AHeldKeyIsOneKey) {
   const QKeyEvent event(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, "\r", true);
   EXPECT_EQ(classicKey(event).keyCode, 0);
   EXPECT_EQ(classicKey(event).keyAscii, 0);
+}
+
+// A repeat comes as a release and a press of one instant, whether the window system says so or not.
+TEST(Keys, APressAtTheInstantOfItsReleaseIsARepeat) {
+  qrn::test::needApplication();
+  const qrn::desktop::HeldKeys heldKeys;
+  struct Recorder : QWidget {
+    void keyPressEvent(QKeyEvent* event) override { repeats.push_back(event->isAutoRepeat()); }
+    std::vector<bool> repeats;
+  } window;
+  struct Event {
+    QEvent::Type type;
+    int key;
+    unsigned at;
+  };
+  for (const auto& [type, which, at] :
+       {Event{QEvent::KeyPress, Qt::Key_Return, 100}, Event{QEvent::KeyRelease, Qt::Key_Return, 600},
+        Event{QEvent::KeyPress, Qt::Key_Return, 601}, Event{QEvent::KeyRelease, Qt::Key_Return, 640},
+        Event{QEvent::KeyPress, Qt::Key_Space, 640}, Event{QEvent::KeyRelease, Qt::Key_Return, 700},
+        Event{QEvent::KeyPress, Qt::Key_Return, 720}, Event{QEvent::KeyRelease, Qt::Key_Return, 0},
+        Event{QEvent::KeyPress, Qt::Key_Return, 0}}) {
+    QKeyEvent event(type, which, Qt::NoModifier);
+    event.setTimestamp(at);
+    QCoreApplication::sendEvent(&window, &event);
+  }
+  EXPECT_EQ(window.repeats, (std::vector<bool>{false, true, false, false, false}));
 }
 
 }  // namespace
