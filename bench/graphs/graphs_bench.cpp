@@ -71,7 +71,7 @@ void BM_MatrixGraph(benchmark::State& state) {
     const double few = redraw(kFew), many = redraw(kMany);
     auto& form = world.forms.as<qrn::xyVoteGraph>("xyVoteGraph");
     const double zoom = best([&] {
-      form.ShowSingleItem(form.plotted.front().risk);
+      form.ShowSingleItem(form.model().plotted.front().risk);
       form.menuHideShowAllPlots();
     });
     state.counters["redraw_ms"] = many * 1000;

@@ -14,6 +14,7 @@ namespace {
 
 using host::Align;
 using host::Element;
+using host::Layer;
 using host::SurfaceFont;
 
 constexpr double kMarkShare = 0.92;                     // of a slot, for the value above the bar
@@ -100,7 +101,7 @@ class Layout {
     for (const std::string& one : chart_.Header.Text) text += (text.empty() ? "" : "\n") + one;
     const SurfaceFont font = scaled(chart_.Header.Font, scale_);
     const FittedText fitted = fitText(text, font, right_ - left_, 3 * lineHeight(font), font.size);
-    Element& title = label("header", 0, fitted.caption, fitted.font);
+    Element& title = label("header", 0, fitted.caption, fitted.font, Layer::titles);
     place(title, left_, top_, right_ - left_, fitted.height);
     title.align = Align::centre;
     title.colour = readableColour(chart_.Header.Font.colour, look_);
@@ -209,7 +210,7 @@ class Layout {
   void grid() {
     for (int i = 0; low_ + i * step_ <= high_ + step_ * 1e-6; ++i) {
       const double value = low_ + i * step_, at = along(value);
-      Element& rule = lineElement("gridLine", i);
+      Element& rule = lineElement(Layer::grid, "gridLine", i);
       if (lying_)
         ends(rule, at, plot_.top, at, plot_.top + plot_.height);
       else
@@ -242,8 +243,6 @@ class Layout {
       const double tip = along(value);
       Element bar;
       bar.kind = Element::Kind::rectangle;
-      bar.array = "bars";
-      bar.index = i;
       bar.toolTip = point.label;
       if (lying_)
         place(bar, plot_.left, begin, std::max(tip - plot_.left, px(2)), thick);
@@ -254,11 +253,11 @@ class Layout {
                                       look_, kShapeContrast);
       bar.gradient = series.Gradient;
       bar.backColourEnd = readableColour(series.StartColor, look_, kShapeContrast);
-      bar.filled = !series.Transparent;
+      bar.fill = series.Transparent ? host::Fill::transparent : host::Fill::solid;
       bar.bordered = series.BarPen.Visible;
       bar.colour = series.BarPen.Color;
       bar.borderWidth = px(series.BarPen.Width);
-      surface_.add(std::move(bar));
+      surface_.add(Layer::bars, "bars", i, std::move(bar));
       if (series.marks && (marksFit_ || i == chart_.selectedPoint))
         mark(series, i, tip, begin + thick / 2);
     }
@@ -291,19 +290,17 @@ class Layout {
       const double x = plot_.left + (i - first_ + 0.5) * slot(),
                    y = along(std::clamp(point.value, low_, high_));
       if (last.set) {
-        Element& join = lineElement("seriesLine", i);
+        Element& join = lineElement(Layer::lines, "seriesLine", i);
         ends(join, last.x, last.y, x, y);
         join.colour = readableColour(point.colour, look_, kShapeContrast);
         join.borderWidth = px(2);
       }
       Element dot;
       dot.kind = Element::Kind::ellipse;
-      dot.array = "linePoint";
-      dot.index = i;
       place(dot, x - half, y - half, 2 * half, 2 * half);
       dot.backColour = readableColour(point.colour, look_, kShapeContrast);
       dot.bordered = false;
-      surface_.add(std::move(dot));
+      surface_.add(Layer::blobs, "linePoint", i, std::move(dot));
       last = {true, x, y};
     }
   }
@@ -368,9 +365,9 @@ class Layout {
 
   void axes() {
     const double x = plot_.left, y = plot_.top + plot_.height;
-    Element& upright = lineElement("axisLine", 0);
+    Element& upright = lineElement(Layer::axes, "axisLine", 0);
     ends(upright, x, plot_.top, x, y);
-    Element& level = lineElement("axisLine", 1);
+    Element& level = lineElement(Layer::axes, "axisLine", 1);
     ends(level, x, y, x + plot_.width, y);
     for (Element* axis : {&upright, &level}) {
       const ChartPen& pen = axis == &upright ? chart_.Axis.Left.AxisPen : chart_.Axis.Bottom.AxisPen;
@@ -390,21 +387,18 @@ class Layout {
 
   double px(double pixels) const { return pixels * kTwipsPerPixel * scale_; }
 
-  Element& label(const char* array, int index, const std::string& caption, const SurfaceFont& font) {
+  Element& label(const char* array, int index, const std::string& caption, const SurfaceFont& font,
+                 Layer layer = Layer::captions) {
     Element element;
-    element.array = array;
-    element.index = index;
     element.caption = caption;
     element.font = font;
-    return surface_.add(std::move(element));
+    return surface_.add(layer, array, index, std::move(element));
   }
 
-  Element& lineElement(const char* array, int index) {
+  Element& lineElement(Layer layer, const char* array, int index) {
     Element element;
     element.kind = Element::Kind::line;
-    element.array = array;
-    element.index = index;
-    return surface_.add(std::move(element));
+    return surface_.add(layer, array, index, std::move(element));
   }
 
   static void place(Element& element, double left, double top, double width, double height) {
@@ -442,8 +436,8 @@ class Layout {
 };
 
 bool sameFrame(const host::Surface& a, const host::Surface& b) {
-  return a.width == b.width && a.height == b.height && a.backgroundFile == b.backgroundFile &&
-         a.background == b.background && a.backgroundEnd == b.backgroundEnd && a.gradient == b.gradient;
+  return a.width == b.width && a.height == b.height &&
+         static_cast<const host::Ground&>(a) == static_cast<const host::Ground&>(b);
 }
 
 }  // namespace
@@ -476,11 +470,10 @@ const host::Surface& ChartSurface::lower(const TChart& chart, double width, doub
   GraphNotes notes = makeNotes(surface_, look, scaled(chart.Axis.Bottom.Labels.Font, scale), titleWidth,
                                footer, width * chart.MarginLeft / 100, false);
   ChartArea area{0, 0, width, height};
-  for (host::Element* line : {&notes.filter, &notes.foot}) {
+  for (const host::Element* line : {&notes.filter, &notes.foot})
     if (line->visible && line->top > height / 2)
       area.height = line->top;
-    surface_.add(std::move(*line));
-  }
+  addNotes(std::move(notes), surface_);
   layoutChart(chart, area, scale, look, surface_);
   return surface_;
 }

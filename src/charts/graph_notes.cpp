@@ -26,7 +26,6 @@ GraphNotes makeNotes(const host::Surface& surface, const GraphLook& look, const 
   GraphNotes notes;
   const double width = surface.width, line = lineHeight(font);
   host::Element& filter = notes.filter;
-  filter.array = "lbl_filter";
   filter.font = font;
   const double side = std::max(width * kLeastSide, (width - titleWidth) / 2) - 2 * kFilterMargin;
   setText(filter, filterCaption(graphFilter), side, line);
@@ -38,7 +37,6 @@ GraphNotes makeNotes(const host::Surface& surface, const GraphLook& look, const 
   filter.colour = readableColour(place.colour, look);
 
   host::Element& foot = notes.foot;
-  foot.array = "LabelCategory";
   foot.font = font;
   const bool filterBelow = filter.visible && filter.top > surface.height / 2;
   setText(foot, footText, width - 2 * margin - (filterBelow ? filter.width + margin : 0), line);
@@ -49,6 +47,11 @@ GraphNotes makeNotes(const host::Surface& surface, const GraphLook& look, const 
   foot.visible = !footText.empty();
   foot.colour = readableColour(glo.runByGraphLabelColour, look);
   return notes;
+}
+
+void addNotes(GraphNotes notes, host::Surface& surface) {
+  surface.add(host::Layer::titles, "lbl_filter", 0, std::move(notes.filter));
+  surface.add(host::Layer::titles, "LabelCategory", 0, std::move(notes.foot));
 }
 
 }  // namespace qrn

@@ -20,5 +20,6 @@ struct GraphNotes {
 // foot from the sides.
 GraphNotes makeNotes(const host::Surface& surface, const GraphLook& look, const host::SurfaceFont& font,
                      double titleWidth, const std::string& footText, double margin, bool graphFilter);
+void addNotes(GraphNotes notes, host::Surface& surface);
 
 }  // namespace qrn

@@ -47,10 +47,13 @@ void checkMultiPlots(const GraphArguments& arguments) {
 
 // True when a bar or an item stands inside the picture.
 bool showsScores(const host::Surface& surface) {
-  return std::any_of(surface.elements().begin(), surface.elements().end(), [&](const host::Element& element) {
-    return element.visible && (element.array == "bars" || element.array.starts_with("labelRisk")) &&
-           element.left < surface.width && element.left + element.width > 0 && element.top < surface.height &&
-           element.top + element.height > 0;
+  const auto inside = [&](const host::Element& element) {
+    return element.visible && element.left < surface.width && element.right() > 0 &&
+           element.top < surface.height && element.bottom() > 0;
+  };
+  return std::any_of(surface.arrays().begin(), surface.arrays().end(), [&](const host::ElementArray& array) {
+    return (array.name() == "bars" || array.name().starts_with("labelRisk")) &&
+           std::any_of(array.begin(), array.end(), inside);
   });
 }
 

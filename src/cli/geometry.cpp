@@ -16,9 +16,9 @@ std::string colourText(std::int32_t colour) {
   return text;
 }
 
-nlohmann::ordered_json elementJson(const host::Element& element) {
+nlohmann::ordered_json elementJson(const std::string& array, const host::Element& element) {
   nlohmann::ordered_json json;
-  json["array"] = element.array;
+  json["array"] = array;
   json["index"] = element.index;
   json["caption"] = element.caption;
   if (element.kind == host::Element::Kind::line) {
@@ -34,7 +34,8 @@ nlohmann::ordered_json elementJson(const host::Element& element) {
   }
   json["visible"] = element.visible;
   const bool filledShape = element.kind != host::Element::Kind::label &&
-                           element.kind != host::Element::Kind::line && element.filled;
+                           element.kind != host::Element::Kind::line &&
+                           element.fill != host::Fill::transparent;
   json["colour"] = colourText(filledShape ? element.backColour : element.colour);
   return json;
 }
@@ -46,7 +47,8 @@ std::string geometryJson(const host::Surface& surface) {
   json["width"] = surface.width;
   json["height"] = surface.height;
   json["elements"] = nlohmann::ordered_json::array();
-  for (const host::Element& element : surface.elements()) json["elements"].push_back(elementJson(element));
+  for (const host::ElementArray& array : surface.arrays())
+    for (const host::Element& element : array) json["elements"].push_back(elementJson(array.name(), element));
   return json.dump(1) + "\n";
 }
 

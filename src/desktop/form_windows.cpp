@@ -24,10 +24,6 @@ host::FormRegistry::ViewMaker blankView(host::FormRegistry& forms, WindowStack& 
 }
 
 void addToVote(xyVoteRuntime& form, SurfaceWindow::Source& source) {
-  source.clicked = [&form](const host::Element& element) {
-    if (element.array == "uctl_votesCast")
-      form.uctl_votesCast_Click();
-  };
   source.cursorHeld = [&form, held = source.cursorHeld] { return form.cursorShown || held(); };
 }
 
@@ -39,7 +35,10 @@ SideListSource listOf(T& form, std::function<void(int)> chosen) {
             for (const ListRow& row : form.List1) lines.push_back(row.text);
             return lines;
           },
-          [&form] { return form.ListIndex; }, std::move(chosen)};
+          [&form] { return form.ListIndex; },
+          std::move(chosen),
+          {},
+          {}};
 }
 
 void addToAverageGraph(xyVoteAverageGraph& form, SurfaceWindow::Source& source) {
@@ -51,7 +50,9 @@ void addToAverageGraph(xyVoteAverageGraph& form, SurfaceWindow::Source& source) 
 }
 
 void addToMatrixGraph(xyVoteGraph& form, SurfaceWindow::Source& source) {
-  source.list = listOf(form, [&form](int row) { form.ListIndex = row; });
+  source.list = listOf(form, [&form](int row) { form.List1_Click(row); });
+  source.list->opened = [&form](int row) { form.List1_DblClick(row); };
+  source.list->menuAsked = [&form](int row) { form.List1_RightClick(row); };
   source.info = InfoSource{[&form] { return form.cmd_info; }, [&form] { form.cmd_info_Click(); }};
 }
 

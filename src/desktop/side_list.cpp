@@ -1,5 +1,6 @@
 #include "desktop/side_list.h"
 
+#include <QMouseEvent>
 #include <QSignalBlocker>
 #include <algorithm>
 
@@ -23,8 +24,29 @@ SideList::SideList(SideListSource source, QWidget* parent) : QListWidget(parent)
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setTextElideMode(Qt::ElideRight);
   setUniformItemSizes(true);
-  connect(this, &QListWidget::itemClicked, this, [this] { source_.chosen(currentRow()); });
   hide();
+}
+
+int SideList::rowAt(const QMouseEvent& event) const {
+  return row(itemAt(event.position().toPoint()));
+}
+
+// What is told may end the list, so nothing follows it.
+void SideList::mouseReleaseEvent(QMouseEvent* event) {
+  QListWidget::mouseReleaseEvent(event);
+  const int row = rowAt(*event);
+  if (row < 0)
+    return;
+  if (event->button() == Qt::LeftButton)
+    source_.chosen(row);
+  else if (event->button() == Qt::RightButton && source_.menuAsked)
+    source_.menuAsked(row);
+}
+
+void SideList::mouseDoubleClickEvent(QMouseEvent* event) {
+  const int row = rowAt(*event);
+  if (row >= 0 && event->button() == Qt::LeftButton && source_.opened)
+    source_.opened(row);
 }
 
 int SideList::sync() {

@@ -14,6 +14,7 @@ struct SideListSource {
   std::function<std::vector<std::string>()> lines;
   std::function<int()> current;  // -1: none
   std::function<void(int row)> chosen;
+  std::function<void(int row)> opened, menuAsked;  // a double and a right click; may be left out
 };
 
 class SideList : public QListWidget {
@@ -23,7 +24,13 @@ class SideList : public QListWidget {
   // hidden.
   int sync();
 
+ protected:
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+
  private:
+  int rowAt(const QMouseEvent& event) const;  // -1 where there is none
+
   SideListSource source_;
 };
 

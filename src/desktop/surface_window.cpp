@@ -65,31 +65,26 @@ bool SurfaceWindow::formStands() const {
   return forms_.find(form_.name) == &form_;
 }
 
-const host::Element* SurfaceWindow::elementAt(QPointF place,
-                                              const std::function<bool(const host::Element&)>& counts) const {
+QPointF SurfaceWindow::toTwips(QPointF place) const {
   const host::Surface& surface = source_.surface();
   const double scale = scaleOf(surface, surfaceSize());
-  const double x =
-      (place.x() - (surfaceSize().width() - surface.width / render::kTwipsPerPixel * scale) / 2) / scale;
-  const double y = (place.y() - (height() - surface.height / render::kTwipsPerPixel * scale) / 2) / scale;
-  const double left = x * render::kTwipsPerPixel, top = y * render::kTwipsPerPixel;
-  const auto& elements = surface.elements();
-  const auto found = std::find_if(elements.rbegin(), elements.rend(), [&](const host::Element& e) {
-    return e.visible && e.kind != host::Element::Kind::line && left >= e.left && left <= e.left + e.width &&
-           top >= e.top && top <= e.top + e.height && counts(e);
-  });
-  return found == elements.rend() ? nullptr : &*found;
+  const double left = (surfaceSize().width() - surface.width / render::kTwipsPerPixel * scale) / 2;
+  const double top = (height() - surface.height / render::kTwipsPerPixel * scale) / 2;
+  return QPointF(place.x() - left, place.y() - top) / scale * render::kTwipsPerPixel;
 }
 
 bool SurfaceWindow::event(QEvent* event) {
   if (event->type() != QEvent::ToolTip)
     return QWidget::event(event);
   const auto* help = static_cast<QHelpEvent*>(event);
-  const host::Element* element =
-      formStands() ? elementAt(help->pos(), [](const host::Element& e) { return !e.toolTip.empty(); })
-                   : nullptr;
-  if (element)
-    QToolTip::showText(help->globalPos(), render::toQt(element->toolTip), this);
+  host::Hit hit;
+  if (formStands()) {
+    const QPointF place = toTwips(help->pos());
+    hit = host::hitTest(source_.surface(), place.x(), place.y(),
+                        [](const host::ElementArray&, const host::Element& e) { return !e.toolTip.empty(); });
+  }
+  if (hit)
+    QToolTip::showText(help->globalPos(), render::toQt(hit.element->toolTip), this);
   else
     QToolTip::hideText();
   return true;
@@ -107,19 +102,47 @@ void SurfaceWindow::keyPressEvent(QKeyEvent* event) {
     changed();
 }
 
-void SurfaceWindow::mousePressEvent(QMouseEvent* event) {
-  if (event->button() != Qt::LeftButton || !source_.clicked || !formStands())
+// The form may be gone behind an event, and the window with it.
+void SurfaceWindow::tellForm(const std::function<void()>& event) {
+  if (!formStands())
     return;
   const QPointer<SurfaceWindow> self(this);
-  if (const host::Element* element = elementAt(event->position(), [](const host::Element&) { return true; }))
-    source_.clicked(*element);
+  event();
   if (self)
     changed();
 }
 
-void SurfaceWindow::mouseMoveEvent(QMouseEvent*) {
+void SurfaceWindow::mousePressEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton && event->button() != Qt::RightButton)
+    return;
+  const int button = event->button() == Qt::LeftButton ? host::mouse::left : host::mouse::right;
+  const QPointF place = toTwips(event->position());
+  tellForm([&] { form_.Form_MouseDown(button, place.x(), place.y()); });
+}
+
+void SurfaceWindow::mouseMoveEvent(QMouseEvent* event) {
   setCursor(Qt::ArrowCursor);
   hideCursor_->start(kCursorHidesAfterMs);
+  if (!event->buttons().testFlag(Qt::LeftButton))
+    return;
+  const QPointF place = toTwips(event->position());
+  tellForm([&] { form_.Form_MouseMove(place.x(), place.y()); });
+}
+
+void SurfaceWindow::mouseReleaseEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton)
+    return;
+  const QPointF place = toTwips(event->position());
+  tellForm([&] { form_.Form_MouseUp(place.x(), place.y()); });
+}
+
+void SurfaceWindow::mouseDoubleClickEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton) {
+    mousePressEvent(event);
+    return;
+  }
+  const QPointF place = toTwips(event->position());
+  tellForm([&] { form_.Form_DblClick(place.x(), place.y()); });
 }
 
 void SurfaceWindow::resizeEvent(QResizeEvent* event) {

@@ -20,9 +20,8 @@ class SurfaceWindow : public QWidget {
  public:
   struct Source {
     std::function<const host::Surface&()> surface;
-    std::function<void(const host::Element&)> clicked;  // the front element under the press; may be left out
-    std::function<bool()> cursorHeld;                   // true while the mouse cursor is to stay in sight
-    std::optional<SideListSource> list;                 // shown at the right, the surface beside it
+    std::function<bool()> cursorHeld;    // true while the mouse cursor is to stay in sight
+    std::optional<SideListSource> list;  // shown at the right, the surface beside it
     std::optional<InfoSource> info;
   };
   SurfaceWindow(host::Form& form, host::FormRegistry& forms, Source source);
@@ -35,6 +34,8 @@ class SurfaceWindow : public QWidget {
   void keyPressEvent(QKeyEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
@@ -43,8 +44,8 @@ class SurfaceWindow : public QWidget {
  private:
   bool formStands() const;
   QSize surfaceSize() const { return {width() - listWidth_, height()}; }
-  const host::Element* elementAt(QPointF place,
-                                 const std::function<bool(const host::Element&)>& counts) const;
+  QPointF toTwips(QPointF place) const;  // of the window's pixels on the surface
+  void tellForm(const std::function<void()>& event);
 
   host::Form& form_;
   host::FormRegistry& forms_;

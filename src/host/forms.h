@@ -22,6 +22,10 @@ inline constexpr int numpad0 = 96, multiply = 106, add = 107, subtract = 109, f1
                      f4 = 115, f6 = 117, f7 = 118, f10 = 121, equal = 187, minus = 189;
 }  // namespace key
 
+namespace mouse {
+inline constexpr int left = 1, right = 2;  // `button` in mouse events
+}
+
 class Form {
  public:
   explicit Form(std::string formName) : name(std::move(formName)) {}
@@ -39,6 +43,25 @@ class Form {
   }
   virtual void Form_KeyPress(int keyAscii) { (void)keyAscii; }
   virtual void Form_Resize() {}
+  // The mouse on the form's surface, in its twips. Moves come only while the left button is down; the second
+  // press of a double click is Form_DblClick.
+  virtual void Form_MouseDown(int button, double x, double y) {
+    (void)button;
+    (void)x;
+    (void)y;
+  }
+  virtual void Form_MouseMove(double x, double y) {
+    (void)x;
+    (void)y;
+  }
+  virtual void Form_MouseUp(double x, double y) {
+    (void)x;
+    (void)y;
+  }
+  virtual void Form_DblClick(double x, double y) {
+    (void)x;
+    (void)y;
+  }
 
   const std::string name;
   bool visible = false;

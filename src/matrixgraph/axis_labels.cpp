@@ -12,6 +12,9 @@ namespace qrn {
 
 namespace {
 
+using host::Layer;
+
+constexpr const char *kVerticalLines = "verticalLine", *kHorizontalLines = "horizontalLine";
 constexpr double kCaptionGap = 250;  // twips between two captions of the horizontal axis
 constexpr double kCaptionTop = 100;  // twips from the horizontal axis to its captions
 constexpr double kSkewInset = 125;   // first caption of a skew axis inside its cell
@@ -51,9 +54,8 @@ FittedCaptions fitCaptions(const std::vector<std::string>& captions, const host:
   return fitted;
 }
 
-host::Element captionElement(const GraphCanvas& canvas, const char* array, int index, const FittedText& text,
-                             const std::string& whole) {
-  host::Element label = makeLabel(array, index, doubledAmpersand(text.caption), text.font);
+host::Element captionElement(const GraphCanvas& canvas, const FittedText& text, const std::string& whole) {
+  host::Element label = makeLabel(doubledAmpersand(text.caption), text.font);
   label.toolTip = whole;
   label.align = host::Align::centre;
   label.height = text.height;
@@ -67,12 +69,11 @@ bool captionShown(const AxisPlan& plan, int i, int every) {
 
 void addGridLine(GraphCanvas& canvas, bool upright, int i, double at, int style) {
   const PlotArea& area = canvas.area;
-  host::Element line = upright ? makeLine("verticalLine", i, at, area.Y1, at, area.Y2)
-                               : makeLine("horizontalLine", i, area.X1, at, area.X2, at);
+  host::Element line = upright ? makeLine(at, area.Y1, at, area.Y2) : makeLine(area.X1, at, area.X2, at);
   line.colour = softened(glo.runByGraphGridColour, canvas.look);
   line.borderStyle = style;
   line.borderWidth = canvas.px(1);
-  canvas.surface.add(Layer::grid, std::move(line));
+  canvas.surface.add(Layer::grid, upright ? kVerticalLines : kHorizontalLines, i, std::move(line));
 }
 
 // Grid lines of one axis at whole steps; the plot is cut in four when the exercise says so.
@@ -110,7 +111,7 @@ void addTitle(GraphCanvas& canvas, const char* array, const std::string& title, 
   if (text.caption != title)
     text = fitText(withSplitWord(title), canvas.axisTitleFont, width, height,
                    canvas.captionFont.size * kSmallest);
-  host::Element label = makeLabel(array, 0, doubledAmpersand(text.caption), text.font);
+  host::Element label = makeLabel(doubledAmpersand(text.caption), text.font);
   label.toolTip = title;
   label.width = std::max(text.width, kNarrowestTitle);
   label.height = text.height;
@@ -118,22 +119,10 @@ void addTitle(GraphCanvas& canvas, const char* array, const std::string& title, 
   label.top = upper ? top + height - text.height : top;
   label.align = upper ? host::Align::left : host::Align::centre;
   label.colour = readableColour(glo.runByGraphLabelColour, canvas.look);
-  canvas.surface.add(Layer::titles, std::move(label));
+  canvas.surface.add(Layer::titles, array, 0, std::move(label));
 }
 
-}  // namespace
-
-void layAxisLines(GraphCanvas& canvas) {
-  const PlotArea& area = canvas.area;
-  host::Element upright = makeLine("verticalLine", 0, area.X1, area.Y1, area.X1, area.Y2);
-  host::Element level = makeLine("horizontalLine", 0, area.X1, area.Y2, area.X2, area.Y2);
-  for (host::Element* axis : {&upright, &level}) {
-    axis->colour = readableColour(glo.runByGraphGridColour, canvas.look, kShapeContrast);
-    axis->borderWidth = canvas.px(2);
-    canvas.surface.add(Layer::grid, *axis);
-  }
-}
-
+// Gives the left edge of its first text.
 double layHorizontalAxis(GraphCanvas& canvas, const AxisPlan& plan, bool skew) {
   const PlotArea& area = canvas.area;
   const double stepWidth = std::floor((area.X2 - area.X1) / plan.divisions);
@@ -147,18 +136,20 @@ double layHorizontalAxis(GraphCanvas& canvas, const AxisPlan& plan, bool skew) {
     if (!skew && text.width > edge)  // the last one: what is right of its line is less than half a slot
       text = fitText(plan.captions[at], text.font, edge, bottomRows(canvas).captionsEnd - top,
                      text.font.size * 0.8);
-    host::Element label = captionElement(canvas, "xAxisLabel", i, text, plan.captions[at]);
+    host::Element label = captionElement(canvas, text, plan.captions[at]);
     label.width = fitted.width;
     label.top = top;
     const double begin = area.X1 + i * stepWidth;
     label.left = !skew ? begin - label.width / 2 : i == 0 ? area.X1 + kSkewInset : begin;
     label.visible = captionShown(plan, i, fitted.every);
-    canvas.surface.add(Layer::captions, std::move(label));
+    canvas.surface.add(Layer::captions, "xAxisLabel", i, std::move(label));
   }
   addGridLines(canvas, plan, true);
   return skew ? area.X1 : area.X1 - fitted.texts.front().width / 2;
 }
 
+// Keeps its first caption clear of the horizontal one that begins at `cornerLeft`; gives the height of its
+// top caption.
 double layVerticalAxis(GraphCanvas& canvas, const AxisPlan& plan, bool skew, double cornerLeft) {
   const PlotArea& area = canvas.area;
   const double stepHeight = std::floor((area.Y2 - area.Y1) / plan.divisions);
@@ -170,7 +161,7 @@ double layVerticalAxis(GraphCanvas& canvas, const AxisPlan& plan, bool skew, dou
   double topHeight = 0;
   for (int i = 0; i <= plan.divisions; ++i) {
     const auto at = static_cast<std::size_t>(i);
-    host::Element label = captionElement(canvas, "yAxisLabel", i, fitted.texts[at], plan.captions[at]);
+    host::Element label = captionElement(canvas, fitted.texts[at], plan.captions[at]);
     label.width = std::min(fitted.texts[at].width, room);
     label.left = area.X1 - label.width - canvas.keyWidth + kKeyOverlap;
     label.top = area.Y2 - i * stepHeight - (skew ? stepHeight / 2 : 0) - label.height / 2;
@@ -180,10 +171,29 @@ double layVerticalAxis(GraphCanvas& canvas, const AxisPlan& plan, bool skew, dou
     label.visible = captionShown(plan, i, every);
     if (label.visible)
       topHeight = label.height;
-    canvas.surface.add(Layer::captions, std::move(label));
+    canvas.surface.add(Layer::captions, "yAxisLabel", i, std::move(label));
   }
   addGridLines(canvas, plan, false);
   return topHeight;
+}
+
+}  // namespace
+
+void layAxisLines(GraphCanvas& canvas) {
+  const PlotArea& area = canvas.area;
+  host::Element upright = makeLine(area.X1, area.Y1, area.X1, area.Y2);
+  host::Element level = makeLine(area.X1, area.Y2, area.X2, area.Y2);
+  for (host::Element* axis : {&upright, &level}) {
+    axis->colour = readableColour(glo.runByGraphGridColour, canvas.look, kShapeContrast);
+    axis->borderWidth = canvas.px(2);
+  }
+  canvas.surface.add(Layer::grid, kVerticalLines, 0, std::move(upright));
+  canvas.surface.add(Layer::grid, kHorizontalLines, 0, std::move(level));
+}
+
+double AxisLabels(GraphCanvas& canvas, const AxisPlan& across, const AxisPlan& up, bool skew) {
+  const double cornerLeft = layHorizontalAxis(canvas, across, skew);
+  return layVerticalAxis(canvas, up, skew, cornerLeft);
 }
 
 void layAxisTitles(GraphCanvas& canvas, const std::string& vertical, const std::string& horizontal,

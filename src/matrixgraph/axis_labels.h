@@ -11,11 +11,8 @@ namespace qrn {
 // verticalLine(0) and horizontalLine(0).
 void layAxisLines(GraphCanvas& canvas);
 
-// Captions and grid lines. The horizontal axis gives the left edge of its first text, with which the vertical
-// one keeps its own first caption clear of it; the vertical axis gives the height of its top caption. All
-// twips.
-double layHorizontalAxis(GraphCanvas& canvas, const AxisPlan& plan, bool skew);
-double layVerticalAxis(GraphCanvas& canvas, const AxisPlan& plan, bool skew, double cornerLeft);
+// Captions and grid lines of both axes. Gives the height that the top caption takes, twips.
+double AxisLabels(GraphCanvas& canvas, const AxisPlan& across, const AxisPlan& up, bool skew);
 
 // criteria1Label above the vertical axis and criteria2Label below the horizontal one. `topCaption` is the
 // height that the top caption takes.

@@ -32,12 +32,12 @@ double keySize(double own, int keys) {
 }  // namespace
 
 void GraphCanvas::begin(double formWidth, double formHeight, int keys) {
-  surface.clear();
-  host::Surface& frame = surface.frame();
-  frame.width = formWidth;
-  frame.height = formHeight;
-  setGraphBackground(frame, glo.matrixBackgroundFlag ? glo.matrixBackgroundFile : "");
-  look = chooseLook(frame);
+  surface = {};
+  surface.width = formWidth;
+  surface.height = formHeight;
+  setGraphBackground(surface, glo.matrixBackgroundFlag ? glo.matrixBackgroundFile : "");
+  look = chooseLook(surface);
+  addPanel(surface, look);
   scale = graphScale(formWidth, formHeight);
   const FontRecord &plot = glo.itemPlotFont, &own = glo.graphLabelFont;
   labelFont = scaledFont(plot.name, keySize(plot.size, keys), plot.bold, plot.italic, scale);
@@ -50,25 +50,18 @@ void GraphCanvas::begin(double formWidth, double formHeight, int keys) {
   keyWidth = textWidth(std::string("W") + kPairMarks[3], labelFont);
   keyHeight = lineHeight(labelFont);
   area = placePlotArea(formWidth, formHeight, glo.OptionScatterScale == kNumberedScale);
-  if (look.panelOpacity > 0)
-    surface.add(Layer::panel, panelOf(frame, look));
 }
 
-host::Element makeLabel(const std::string& array, int index, const std::string& caption,
-                        const host::SurfaceFont& font) {
+host::Element makeLabel(const std::string& caption, const host::SurfaceFont& font) {
   host::Element label;
-  label.array = array;
-  label.index = index;
   label.caption = caption;
   label.font = font;
   return label;
 }
 
-host::Element makeLine(const std::string& array, int index, double x1, double y1, double x2, double y2) {
+host::Element makeLine(double x1, double y1, double x2, double y2) {
   host::Element line;
   line.kind = host::Element::Kind::line;
-  line.array = array;
-  line.index = index;
   line.x1 = x1;
   line.y1 = y1;
   line.x2 = x2;

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "charts/look/graph_look.h"
-#include "matrixgraph/layered_surface.h"
+#include "host/surface.h"
 #include "matrixgraph/plot_area.h"
 
 namespace qrn {
@@ -15,15 +15,15 @@ namespace qrn {
 inline constexpr const char* kPairMarks[] = {"", "\u00b9", "\u00b2", "\u00b3"};
 
 struct GraphCanvas {
-  LayeredSurface surface;
+  host::Surface surface;
   PlotArea area;
   GraphLook look;
   double scale = 1;  // of type and line widths, 1 at 1024x768
   host::SurfaceFont labelFont, captionFont, titleFont, axisTitleFont;
   double keyWidth = 0, keyHeight = 0;  // of the widest key that is expected, twips
 
-  double width() const { return surface.surface().width; }
-  double height() const { return surface.surface().height; }
+  double width() const { return surface.width; }
+  double height() const { return surface.height; }
   double px(double pixels) const { return pixels * kTwipsPerPixel * scale; }
 
   // Empties the surface for a form of that size and sets fonts, background, look and plot area. `keys`: how
@@ -31,8 +31,7 @@ struct GraphCanvas {
   void begin(double formWidth, double formHeight, int keys);
 };
 
-host::Element makeLabel(const std::string& array, int index, const std::string& caption,
-                        const host::SurfaceFont& font);
-host::Element makeLine(const std::string& array, int index, double x1, double y1, double x2, double y2);
+host::Element makeLabel(const std::string& caption, const host::SurfaceFont& font);
+host::Element makeLine(double x1, double y1, double x2, double y2);
 
 }  // namespace qrn

@@ -164,12 +164,17 @@ int xyVoteGraph::selectListRow(const std::string& itemKey) {
   return -1;
 }
 
+const PlottedItem* xyVoteGraph::plottedItem(int risk) const {
+  const auto item = std::find_if(model_.plotted.begin(), model_.plotted.end(),
+                                 [&](const PlottedItem& one) { return one.risk == risk; });
+  return item == model_.plotted.end() ? nullptr : &*item;
+}
+
 void xyVoteGraph::zoomTo(int risk, const std::string& itemKey) {
   selectedRiskIndex = risk;
   setTitle(zoomTitle(risk));
-  const auto item = std::find_if(plotted.begin(), plotted.end(),
-                                 [&](const PlottedItem& one) { return one.risk == risk && one.n[0] > 0; });
-  if (item == plotted.end())
+  const PlottedItem* item = plottedItem(risk);
+  if (item == nullptr || item->n[0] == 0)
     say("Item " + itemKey + "\r\n does not have enough data to graph");
   else
     ShowSingleItem(risk);
@@ -187,8 +192,8 @@ void xyVoteGraph::reportUnlisted(const std::string& itemKey) {
 }
 
 void xyVoteGraph::ShowSingleItem(int risk) {
-  zoomedRisk_ = risk;
-  applyVisibility();
+  view.zoomedItem = glo.risks[static_cast<std::size_t>(risk)].ID;
+  showView();
 }
 
 void xyVoteGraph::showAll() {
@@ -197,13 +202,17 @@ void xyVoteGraph::showAll() {
 }
 
 // Hide and show
+void xyVoteGraph::showView() {
+  model_.show(view);
+  host::host().forms->refresh(name);
+}
+
 void xyVoteGraph::menuHideShowAllPlots() {
   setTitle(exerciseTitle());
-  zoomedRisk_ = -1;
+  view.zoomedItem = host::kNoItem;
   for (std::size_t pair = 0; pair < kPairs; ++pair)
-    roundVisible[pair] = menuHideShowRoundN[pair].checked = menuHideShowRoundN[pair].enabled;
-  applyVisibility();
-  host::host().forms->refresh(name);
+    view.roundVisible[pair] = menuHideShowRoundN[pair].checked = menuHideShowRoundN[pair].enabled;
+  showView();
 }
 
 void xyVoteGraph::menuHideShowRound(int pair) {
@@ -212,36 +221,13 @@ void xyVoteGraph::menuHideShowRound(int pair) {
   const auto p = static_cast<std::size_t>(pair - 1);
   if (!menuHideShowRoundN[p].enabled)
     return;
-  roundVisible[p] = menuHideShowRoundN[p].checked = !menuHideShowRoundN[p].checked;
-  applyVisibility();
-  host::host().forms->refresh(name);
+  view.roundVisible[p] = menuHideShowRoundN[p].checked = !menuHideShowRoundN[p].checked;
+  showView();
 }
 
 void xyVoteGraph::menuPairLines() {
-  menuPairLinesEntry.checked = !menuPairLinesEntry.checked;
-  applyVisibility();
-  host::host().forms->refresh(name);
-}
-
-void xyVoteGraph::applyVisibility() {
-  for (int pair = 0; pair < kPairs; ++pair) applyVisibility(pair);
-}
-
-void xyVoteGraph::applyVisibility(int pair) {
-  const auto p = static_cast<std::size_t>(pair);
-  const PairArrays& arrays = pairArrays(pair);
-  const auto &labels = canvas_.surface.array(arrays.label), &shadows = canvas_.surface.array(arrays.shadow),
-             &lines = canvas_.surface.array(arrays.line), &blobs = canvas_.surface.array(arrays.blob);
-  for (const PlottedItem& item : plotted) {
-    if (item.n[p] == 0)
-      continue;
-    const auto n = static_cast<std::size_t>(item.n[p]);
-    const bool shown = roundVisible[p] && (zoomedRisk_ < 0 || item.risk == zoomedRisk_);
-    labels[n]->visible = shown;
-    shadows[n]->visible = shown && shadowsOn;
-    if (item.joined[p])
-      lines[n]->visible = blobs[n]->visible = shown && roundVisible[p - 1] && menuPairLinesEntry.checked;
-  }
+  view.pairLines = menuPairLinesEntry.checked = !menuPairLinesEntry.checked;
+  showView();
 }
 
 void xyVoteGraph::menuDiversity() {
@@ -258,9 +244,8 @@ void xyVoteGraph::PlotItemDistribution(const std::string& keyOrIndex) {
       itemKey = glo.risks[static_cast<std::size_t>(risk)].identifier;
   }
   const int risk = selectListRow(itemKey);
-  const auto item =
-      std::find_if(plotted.begin(), plotted.end(), [&](const PlottedItem& one) { return one.risk == risk; });
-  if (risk < 0 || item == plotted.end()) {
+  const PlottedItem* item = plottedItem(risk);
+  if (item == nullptr) {
     say("Nothing defined for this item");
     return;
   }

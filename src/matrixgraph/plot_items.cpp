@@ -51,25 +51,14 @@ std::int32_t keyColour(std::int32_t wanted, const GraphLook& look) {
 
 std::string tipOf(int risk, int vertical, int horizontal) {
   const RiskRecord& record = riskAt(risk);
-  const std::string label = itemLabel(risk);
   std::string notes;
   for (const int assessment : {vertical, horizontal})
     if (assessment >= kMultiPlotSlot)
       notes += record.plotText[slotOf(assessment)];
-  return notes.empty() ? label : notes + record.identifier;
+  return notes.empty() ? record.identifier + ": " + record.text : notes + record.identifier;
 }
 
 }  // namespace
-
-const PairArrays& pairArrays(int pair) {
-  static constexpr std::array<PairArrays, kPairs> kArrays{{
-      {"labelRisk", "labelRiskShadow", "", ""},
-      {"labelRiskRound2", "labelRiskRound2Shadow", "lineRound1ToRound2", "endOfLine1to2Blob"},
-      {"labelRiskRound3", "labelRiskRound3Shadow", "lineRound2ToRound3", "endOfLine2to3Blob"},
-      {"labelRiskRound4", "labelRiskRound4Shadow", "lineRound3ToRound4", "endOfLine3to4Blob"},
-  }};
-  return kArrays[static_cast<std::size_t>(pair)];
-}
 
 double itemFraction(int risk, int assessment, bool diversity, int multiPlotTop) {
   const RiskRecord& record = riskAt(risk);
@@ -93,6 +82,11 @@ std::string keyOfCaption(const std::string& caption) {
   return key;
 }
 
+void placeShadow(host::Element& shadow, const host::Element& label) {
+  shadow.left = label.left + kTwipsPerPixel;
+  shadow.top = label.top + kTwipsPerPixel;
+}
+
 ItemPlotter::ItemPlotter(GraphCanvas& canvas, const PlotRequest& request, bool diversity,
                          std::string& dataMessage)
     : canvas_(canvas),
@@ -100,7 +94,10 @@ ItemPlotter::ItemPlotter(GraphCanvas& canvas, const PlotRequest& request, bool d
       diversity_(diversity),
       dataMessage_(dataMessage),
       items_(static_cast<std::size_t>(std::max(0, glo.itemCount()))) {
-  for (std::size_t i = 0; i < items_.size(); ++i) items_[i].risk = static_cast<int>(i);
+  for (std::size_t i = 0; i < items_.size(); ++i) {
+    items_[i].risk = static_cast<int>(i);
+    items_[i].id = glo.risks[i].ID;
+  }
   for (int plot = 0; plot < 2; ++plot)
     if (std::count(request.begin(), request.end(), kMultiPlotSlot + plot) > 0)
       multiPlotTop_[static_cast<std::size_t>(plot)] = GetMultiPlotMaxScale(plot, true, true);
@@ -111,9 +108,23 @@ double ItemPlotter::fraction(int risk, int assessment) const {
   return itemFraction(risk, assessment, diversity_, multiPlotTop_[plot]);
 }
 
+ItemPlotter::PairLook ItemPlotter::lookOf(int pair) const {
+  const auto p = static_cast<std::size_t>(pair);
+  host::Surface& surface = canvas_.surface;
+  const std::int32_t own = pair > 0 ? glo.checkDrawLineColor[p - 1] : 0;
+  return {pair,
+          arrayOf(surface, Part::key, pair),
+          arrayOf(surface, Part::shadow, pair),
+          pair > 0 ? &arrayOf(surface, Part::line, pair) : nullptr,
+          pair > 0 ? &arrayOf(surface, Part::blob, pair) : nullptr,
+          keyColour(glo.blobColours[p], canvas_.look),
+          readableColour(own != 0 ? own : glo.blobColours[p], canvas_.look, kShapeContrast)};
+}
+
 void ItemPlotter::plotPair(int pair) {
   const std::size_t vertical = slotOf(verticalOf(request_, pair)),
                     horizontal = slotOf(horizontalOf(request_, pair));
+  const PairLook look = lookOf(pair);
   int n = 0;
   for (PlottedItem& item : items_) {
     const RiskRecord& record = riskAt(item.risk);
@@ -121,7 +132,7 @@ void ItemPlotter::plotPair(int pair) {
         !inCategoriesShown(item.risk))
       continue;
     if (hasData(item.risk, pair))
-      addItem(item, pair, ++n);
+      addItem(item, look, ++n);
   }
 }
 
@@ -143,58 +154,50 @@ bool ItemPlotter::hasData(int risk, int pair) {
   return complete;
 }
 
-void ItemPlotter::addItem(PlottedItem& item, int pair, int n) {
-  const auto p = static_cast<std::size_t>(pair);
-  const int vertical = verticalOf(request_, pair), horizontal = horizontalOf(request_, pair);
+void ItemPlotter::addItem(PlottedItem& item, const PairLook& look, int n) {
+  const auto p = static_cast<std::size_t>(look.pair);
+  const int vertical = verticalOf(request_, look.pair), horizontal = horizontalOf(request_, look.pair);
   const double across = fraction(item.risk, horizontal);
   const double up = fraction(item.risk, vertical);
   item.n[p] = n;
   item.centre[p] = pointOf(canvas_.area, across, up);
   item.onScale[p] = across != kOffScale && up != kOffScale;
 
-  const PairArrays& arrays = pairArrays(pair);
-  host::Element label = makeLabel(arrays.label, n, "", canvas_.labelFont);
-  label.toolTip = tipOf(item.risk, vertical, horizontal);  // gives the item its identifier when it has none
-  label.caption = riskAt(item.risk).identifier + kPairMarks[pair];
-  label.colour = keyColour(glo.blobColours[p], canvas_.look);
+  host::Element label = makeLabel(riskAt(item.risk).identifier + kPairMarks[look.pair], canvas_.labelFont);
+  label.item = item.id;
+  label.colour = look.key;
   const double width = std::max(canvas_.keyWidth, textWidth(label.caption, label.font));
   place(label, item.centre[p], width, canvas_.keyHeight);
   host::Element shadow = label;
-  shadow.array = arrays.shadow;
-  shadow.toolTip.clear();
-  shadow.left += kTwipsPerPixel;
-  shadow.top += kTwipsPerPixel;
+  placeShadow(shadow, label);
   shadow.colour = kComplement - label.colour;
-  canvas_.surface.add(Layer::shadows, std::move(shadow));
-  canvas_.surface.add(Layer::labels, std::move(label));
-  if (pair > 0)
-    joinToPairBefore(item, pair, width);
+  label.toolTip = tipOf(item.risk, vertical, horizontal);
+  look.shadows.add(n, std::move(shadow));
+  look.keys.add(n, std::move(label));
+  if (look.pair > 0)
+    joinToPairBefore(item, look, width);
 }
 
 // A line shows only between two places that are both on the plot.
-void ItemPlotter::joinToPairBefore(PlottedItem& item, int pair, double width) {
-  const auto p = static_cast<std::size_t>(pair);
+void ItemPlotter::joinToPairBefore(PlottedItem& item, const PairLook& look, double width) {
+  const auto p = static_cast<std::size_t>(look.pair);
   if (item.n[p - 1] == 0)
     return;
   item.joined[p] = item.onScale[p - 1] && item.onScale[p];
-  const PairArrays& arrays = pairArrays(pair);
   const PlotPoint from = item.centre[p - 1], to = item.centre[p];
-  const std::int32_t own = glo.checkDrawLineColor[p - 1];
-  host::Element line = makeLine(arrays.line, item.n[p], from.x, from.y, to.x, to.y);
-  line.colour = readableColour(own != 0 ? own : glo.blobColours[p], canvas_.look, kShapeContrast);
+  host::Element line = makeLine(from.x, from.y, to.x, to.y);
+  line.item = item.id;
+  line.colour = look.line;
   line.borderWidth = canvas_.px(2);
-  line.visible = item.joined[p];
   host::Element blob;
   blob.kind = host::Element::Kind::ellipse;
-  blob.array = arrays.blob;
-  blob.index = item.n[p];
+  blob.item = item.id;
   const double size = canvas_.px(8);
   place(blob, edgeTowards(to, from, width + size, canvas_.keyHeight), size, size);
-  blob.backColour = line.colour;
+  blob.backColour = look.line;
   blob.bordered = false;
-  blob.visible = item.joined[p];
-  canvas_.surface.add(Layer::lines, std::move(line));
-  canvas_.surface.add(Layer::shapes, std::move(blob));
+  look.lines->add(item.n[p], std::move(line));
+  look.blobs->add(item.n[p], std::move(blob));
 }
 
 }  // namespace qrn

@@ -7,25 +7,10 @@
 #include <vector>
 
 #include "matrixgraph/graph_canvas.h"
+#include "matrixgraph/graph_parts.h"
 #include "matrixgraph/plot_request.h"
 
 namespace qrn {
-
-// One item on the graph: its index in the arrays of each pair (0: not plotted in that pair) and its centres,
-// twips.
-struct PlottedItem {
-  int risk = -1;
-  std::array<int, kPairs> n{};
-  std::array<PlotPoint, kPairs> centre{};
-  std::array<bool, kPairs> onScale{};
-  std::array<bool, kPairs> joined{};  // a line runs here from the pair before
-};
-
-// Names of the control arrays of a pair (0 to 3); the lines of pair 0 have none.
-struct PairArrays {
-  const char *label, *shadow, *line, *blob;
-};
-const PairArrays& pairArrays(int pair);
 
 // Score of an item on a value of the plot request as a fraction of its scale. `multiPlotTop` is the top of
 // the scale where the value is a MultiPlot.
@@ -33,6 +18,9 @@ double itemFraction(int risk, int assessment, bool diversity, int multiPlotTop);
 
 // Superscripts taken off, so that a caption can be compared with an identifier.
 std::string keyOfCaption(const std::string& caption);
+
+// Puts a shadow a pixel right of and below its label.
+void placeShadow(host::Element& shadow, const host::Element& label);
 
 class ItemPlotter {
  public:
@@ -44,8 +32,16 @@ class ItemPlotter {
  private:
   double fraction(int risk, int assessment) const;
   bool hasData(int risk, int pair);
-  void addItem(PlottedItem& item, int pair, int n);
-  void joinToPairBefore(PlottedItem& item, int pair, double width);
+  // The arrays and colours of the pair being plotted.
+  struct PairLook {
+    int pair;
+    host::ElementArray &keys, &shadows;
+    host::ElementArray *lines, *blobs;  // null for pair 0
+    std::int32_t key, line;
+  };
+  PairLook lookOf(int pair) const;
+  void addItem(PlottedItem& item, const PairLook& look, int n);
+  void joinToPairBefore(PlottedItem& item, const PairLook& look, double width);
 
   GraphCanvas& canvas_;
   const PlotRequest request_;

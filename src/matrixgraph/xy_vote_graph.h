@@ -1,5 +1,5 @@
-// The matrix graph: every item at its average on one assessment across and on another upwards, in up to four
-// pairs.
+// The form of the matrix graph: every item at its average on one assessment across and on another upwards, in
+// up to four pairs.
 #pragma once
 
 #include <array>
@@ -10,10 +10,7 @@
 #include "host/forms.h"
 #include "host/surface.h"
 #include "host/wait.h"
-#include "matrixgraph/axis_plan.h"
-#include "matrixgraph/graph_canvas.h"
-#include "matrixgraph/plot_items.h"
-#include "matrixgraph/plot_request.h"
+#include "matrixgraph/matrix_model.h"
 
 namespace qrn {
 
@@ -29,12 +26,14 @@ struct xyVoteGraph : host::Form {
   void Form_KeyDown(int keyCode, int shift) override;
   void Form_KeyPress(int keyAscii) override;
   void Form_Resize() override;
+  void Form_MouseDown(int button, double x, double y) override;
+  void Form_MouseMove(double x, double y) override;
+  void Form_MouseUp(double x, double y) override;
+  void Form_DblClick(double x, double y) override;
 
   void tmr_load_Timer();
   void drawGraph(int pair1First, int pair1Second, int pair2First, int pair2Second, int pair3First,
                  int pair3Second, int pair4First, int pair4Second);
-  bool AxisLabels(const PlotRequest& request,
-                  bool skew);  // false: voting points are missing, the form is closing
 
   void menuHideShowAllPlots();
   void menuHideShowRound(int pair);  // 1 to 4
@@ -43,16 +42,20 @@ struct xyVoteGraph : host::Form {
   void ShowSingleItem(int risk);
   void PlotItemDistribution(const std::string& key);
   void gotoDistributionGraph(const PlotRequest& pairs);
+  // A label on the graph: its item and its list row are selected. A double click opens the item's form, where
+  // there is one, and builds the list anew.
+  void DblClickItem(const host::Element& label);
+  void RightClickItem(const host::Element& label);
+  void List1_Click(int row);
+  void List1_DblClick(int row);
+  void List1_RightClick(int row);
   void cmd_info_Click();
   void cmd_list_Click();
   void cmd_close_Click();
   void showRiskList();
 
-  const host::Surface& surface() const { return canvas_.surface.surface(); }
-  host::Element* element(const std::string& array, int index) { return canvas_.surface.find(array, index); }
-  int elementCount(const std::string& array) const {
-    return canvas_.surface.count(array);
-  }  // highest index + 1
+  const host::Surface& surface() const { return model_.canvas.surface; }
+  const MatrixModel& model() const { return model_; }
 
   // State
   std::string itemKeySuffix;  // "" or the digit of the keys asked for
@@ -61,46 +64,50 @@ struct xyVoteGraph : host::Form {
   bool showingMultiPlot = false, showingDiversity = false, graphFailed = false;
   bool keyHandled = false;
   bool graphFilterActive = false;
-  float xScaleMax = 0, yScaleMax = 0;  // tops of computed axes, 0 for scales of voting points
-  ScaleSizes scaleSizes{1, 1};         // of the first pair, 1 at least
-  std::array<bool, kPairs> roundVisible{};
+  GraphView view;  // what is seen of the items
   std::array<MenuEntry, kPairs> menuHideShowRoundN;
   MenuEntry menuPairLinesEntry{true, true};
   MenuEntry menuDemographicsOn{true, false}, menuDemographicsOff{true, true},
       menuDemographicsModify{true, false};
-  bool shadowsOn = true;
   bool cmd_info = false;  // the button beside the axes is shown
   bool buttonsVisible = false, listVisible = false;
   std::string graphTitle;  // as shown, after the ampersand rule
   std::vector<ListRow> List1;
   int ListIndex = -1;
-  std::vector<PlottedItem> plotted;  // in list order
-  int distributionRisk = -1;         // the last request to the distribution graph
+  int distributionRisk = -1;  // the last request to the distribution graph
   PlotRequest distributionPairs = kNoPairs;
   host::Timer tmr_load;
 
  private:
-  void fillPairs();
-  void computeMultiPlots(const PlotRequest& request);
-  std::vector<PlottedItem> plotPairs(const PlotRequest& request);
-  void layTitles(const PlotRequest& request);
   void failGraph();
-  void applyVisibility();
-  void applyVisibility(int pair);  // from 0
+  void plot(const PlotRequest& request);
+  void showView();
   void setTitle(const std::string& text);
   void showAll();
   void showLetter(const std::string& key);
   int selectListRow(const std::string& key);  // index into glo.risks, -1 when no row has the key
+  const PlottedItem* plottedItem(int risk) const;
   void zoomTo(int risk, const std::string& key);
   void reportUnlisted(const std::string& key);
   bool handlePlainKeys(int keyCode);
   bool handleShiftedKeys(int keyCode, int shift);
   void filterByDigit(int digit);
   void escapeOrSpace();
+  int riskOfRow(int row) const;  // -1 outside the list
+  void selectItem(int risk);
+  void openItem(int risk);
 
-  GraphCanvas canvas_;
-  double topCaptionHeight_ = 0;
-  int zoomedRisk_ = -1;  // the item shown alone, index into glo.risks
+  // A label under the pressed mouse, and where in it the press was.
+  struct Drag {
+    std::string array;
+    int index = 0;
+    double offsetX = 0, offsetY = 0, pressX = 0, pressY = 0;
+    bool moving = false;
+  };
+  void moveLabel(double left, double top);
+
+  MatrixModel model_;
+  Drag drag_;  // no array: none
 };
 
 // Makes the forms of this room and of the charts below it known to the form registry.

@@ -6,6 +6,7 @@
 #include <QSaveFile>
 #include <QSvgGenerator>
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <map>
 #include <optional>
@@ -74,6 +75,13 @@ void paintBackground(const host::Surface& surface, QPainter& painter, QSize targ
     return;
   }
   painter.fillRect(all, toColour(surface.background));
+}
+
+Qt::BrushStyle brushStyle(host::Fill fill) {
+  static constexpr std::array<Qt::BrushStyle, 8> styles{
+      Qt::SolidPattern, Qt::NoBrush,      Qt::HorPattern,   Qt::VerPattern,
+      Qt::BDiagPattern, Qt::FDiagPattern, Qt::CrossPattern, Qt::DiagCrossPattern};
+  return styles[static_cast<std::size_t>(fill)];
 }
 
 // Draws the elements in pixels of the surface's own scale, with the painter transformed to the target.
@@ -189,8 +197,8 @@ class ElementPainter {
     painter_.setRenderHint(QPainter::Antialiasing, round);
     QColor fill = toColour(e.backColour);
     fill.setAlphaF(static_cast<float>(e.opacity));
-    painter_.setBrush(e.filled ? QBrush(fill) : QBrush(Qt::NoBrush));
-    if (e.filled && e.gradient) {
+    painter_.setBrush(QBrush(fill, brushStyle(e.fill)));
+    if (e.fill == host::Fill::solid && e.gradient) {
       QLinearGradient run(box(e).topLeft(), box(e).bottomLeft());
       QColor end = toColour(e.backColourEnd);
       end.setAlphaF(static_cast<float>(e.opacity));
@@ -261,9 +269,10 @@ void renderSurface(const host::Surface& surface, QPainter& painter, QSize target
   painter.scale(scale, scale);
   painter.setRenderHint(QPainter::TextAntialiasing);
   ElementPainter elements(painter, scale);
-  for (const host::Element& element : surface.elements())
-    if (element.visible)
-      elements.paint(element);
+  for (const host::ElementArray& array : surface.arrays())
+    for (const host::Element& element : array)
+      if (element.visible)
+        elements.paint(element);
   painter.restore();
 }
 

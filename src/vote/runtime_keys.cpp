@@ -50,6 +50,13 @@ bool keyboardVotes() {
 
 }  // namespace
 
+// A click on the count acts as Space.
+void xyVoteRuntime::Form_MouseDown(int button, double x, double y) {
+  const host::Hit hit = host::hitTest(surface(), x, y);
+  if (button == host::mouse::left && hit && hit.array->name() == "uctl_votesCast")
+    uctl_votesCast_Click();
+}
+
 void xyVoteRuntime::Form_KeyDown(int keyCode, int shift) {
   if (keyCode == key::clear)
     keyCode = 'R';

@@ -42,6 +42,7 @@ struct xyVoteRuntime : VoteForm {
   void uctl_votesCast_Click() { Form_KeyDown(host::key::space, 0); }
 
   void Form_Load() override { LayOutAgain(); }
+  void Form_MouseDown(int button, double x, double y) override;
   void Form_KeyDown(int keyCode, int shift) override;
   bool Form_QueryUnload(bool byUser) override;
   void Form_Unload() override;

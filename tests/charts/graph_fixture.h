@@ -57,9 +57,10 @@ class GraphWorld : public ::testing::Test {
   static std::vector<const host::Element*> all(const host::Surface& surface, const std::string& array,
                                                bool visibleOnly = true) {
     std::vector<const host::Element*> found;
-    for (const host::Element& element : surface.elements())
-      if (element.array == array && (element.visible || !visibleOnly))
-        found.push_back(&element);
+    if (const host::ElementArray* elements = surface.find(array))
+      for (const host::Element& element : *elements)
+        if (element.visible || !visibleOnly)
+          found.push_back(&element);
     return found;
   }
 

@@ -101,36 +101,39 @@ void expectReadable(const VoteForm& form, std::size_t charactersExpected) {
   const host::TextMeasure& measure = *host::host().textMeasure;
   const GraphLook look = chooseLook(surface);
   const auto ratio = [](double a, double b) { return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05); };
-  std::vector<const Element*> texts;
+  std::vector<std::pair<std::string, const Element*>> texts;
   std::size_t characters = 0;
-  for (const Element& e : surface.elements()) {
-    if (!e.visible || e.array == "graphPanel" || e.array == "uctl_votesCast")
-      continue;
-    EXPECT_GE(e.left, -1) << e.array;
-    EXPECT_GE(e.top, -1) << e.array << e.index;
-    EXPECT_LE(e.left + e.width, surface.width + 1) << e.array << e.index;
-    EXPECT_LE(e.top + e.height, surface.height + 1) << e.array << e.index;
-    if (e.kind != Element::Kind::label)
-      continue;
-    EXPECT_LE(measure.TextWidth(e.caption, e.font.name, e.font.size, e.font.bold, e.font.italic), e.width + 1)
-        << e.array << ": " << e.caption;
-    const auto lines = static_cast<double>(std::count(e.caption.begin(), e.caption.end(), '\n') + 1);
-    EXPECT_LE(lines * measure.LineHeight(e.font.name, e.font.size), e.height + 1) << e.array;
-    const double luminance = contrastRatio(e.colour, 0) * 0.05 - 0.05;
-    EXPECT_GE(ratio(luminance, look.lightText ? look.lightest : look.darkest), 4.5)
-        << e.array << ": " << e.caption;
-    if (e.array == "lbl_Criteria")
-      characters += static_cast<std::size_t>(
-          std::count_if(e.caption.begin(), e.caption.end(), [](char c) { return c > ' '; }));
-    texts.push_back(&e);
-  }
+  for (const host::ElementArray& array : surface.arrays())
+    for (const Element& e : array) {
+      const std::string name = array.name() + std::to_string(e.index);
+      if (!e.visible || array.name() == "graphPanel" || array.name() == "uctl_votesCast")
+        continue;
+      EXPECT_GE(e.left, -1) << name;
+      EXPECT_GE(e.top, -1) << name;
+      EXPECT_LE(e.left + e.width, surface.width + 1) << name;
+      EXPECT_LE(e.top + e.height, surface.height + 1) << name;
+      if (e.kind != Element::Kind::label)
+        continue;
+      EXPECT_LE(measure.TextWidth(e.caption, e.font.name, e.font.size, e.font.bold, e.font.italic),
+                e.width + 1)
+          << name << ": " << e.caption;
+      const auto lines = static_cast<double>(std::count(e.caption.begin(), e.caption.end(), '\n') + 1);
+      EXPECT_LE(lines * measure.LineHeight(e.font.name, e.font.size), e.height + 1) << name;
+      const double luminance = contrastRatio(e.colour, 0) * 0.05 - 0.05;
+      EXPECT_GE(ratio(luminance, look.lightText ? look.lightest : look.darkest), 4.5)
+          << name << ": " << e.caption;
+      if (array.name() == "lbl_Criteria")
+        characters += static_cast<std::size_t>(
+            std::count_if(e.caption.begin(), e.caption.end(), [](char c) { return c > ' '; }));
+      texts.emplace_back(name, &e);
+    }
   EXPECT_EQ(characters, charactersExpected);
   for (std::size_t i = 0; i < texts.size(); ++i)
     for (std::size_t j = i + 1; j < texts.size(); ++j) {
-      const Element &a = *texts[i], &b = *texts[j];
+      const Element &a = *texts[i].second, &b = *texts[j].second;
       const bool apart = a.left + a.width <= b.left + 1 || b.left + b.width <= a.left + 1 ||
                          a.top + a.height <= b.top + 1 || b.top + b.height <= a.top + 1;
-      EXPECT_TRUE(apart) << a.array << a.index << " and " << b.array << b.index;
+      EXPECT_TRUE(apart) << texts[i].first << " and " << texts[j].first;
     }
 }
 
@@ -223,13 +226,13 @@ TEST_F(VoteScreen, followsTheStoredLayout) {
 TEST_F(VoteScreen, growsTheBarsInPlace) {
   show();
   const Element* bar = &element("bar", 1);
-  const std::size_t elements = form.surface().elements().size();
+  const std::size_t elements = form.surface().elementCount();
   glo.liveVotes = {"1", "2", "2", "-2", "9", "2", "-100"};
   form.UpdateBars();
   form.ShowBars(true);
   EXPECT_THAT(form.bars.counts, ElementsAre(1, 3));
   EXPECT_EQ(&element("bar", 1), bar);
-  EXPECT_EQ(form.surface().elements().size(), elements);
+  EXPECT_EQ(form.surface().elementCount(), elements);
   EXPECT_TRUE(bar->visible);
   EXPECT_NEAR(bar->width, 3 * element("bar", 0).width, 1);
   EXPECT_EQ(element("barMark", 1).caption, "(3)");

@@ -23,6 +23,12 @@ host::Surface surface(int widthPx, int heightPx, std::int32_t background = kWhit
   return made;
 }
 
+// In front of what is there already.
+void put(host::Surface& shown, Element element) {
+  host::ElementArray& parts = shown.array("parts", host::Layer::keys);
+  parts.add(parts.count(), std::move(element));
+}
+
 Element rectangle(int left, int top, int width, int height, std::int32_t fill) {
   Element element;
   element.kind = Element::Kind::rectangle;
@@ -62,16 +68,16 @@ class Render : public ::testing::Test {
 
 TEST_F(Render, ShapesStandWhereTheSurfaceSays) {
   host::Surface shown = surface(200, 100);
-  shown.add(rectangle(20, 10, 40, 30, kRed));
+  put(shown, rectangle(20, 10, 40, 30, kRed));
   Element round = rectangle(100, 10, 40, 40, kBlue);
   round.kind = Element::Kind::ellipse;
-  shown.add(round);
+  put(shown, round);
   Element hidden = rectangle(150, 60, 30, 30, kRed);
   hidden.visible = false;
-  shown.add(hidden);
+  put(shown, hidden);
   Element veil = rectangle(20, 60, 40, 30, kBlack);
   veil.opacity = 0.5;
-  shown.add(veil);
+  put(shown, veil);
   const QImage image = render::surfaceImage(shown, {200, 100});
   EXPECT_EQ(image.pixelColor(21, 11), QColor(200, 0, 0));
   EXPECT_EQ(image.pixelColor(58, 38), QColor(200, 0, 0));
@@ -85,8 +91,8 @@ TEST_F(Render, ShapesStandWhereTheSurfaceSays) {
 
 TEST_F(Render, LaterElementsLieInFront) {
   host::Surface shown = surface(50, 50);
-  shown.add(rectangle(0, 0, 50, 50, kRed));
-  shown.add(rectangle(10, 10, 30, 30, kBlue));
+  put(shown, rectangle(0, 0, 50, 50, kRed));
+  put(shown, rectangle(10, 10, 30, 30, kBlue));
   EXPECT_EQ(render::surfaceImage(shown, {50, 50}).pixelColor(25, 25), QColor(0, 0, 200));
 }
 
@@ -97,14 +103,14 @@ TEST_F(Render, LinesAreSolidOrDottedAndNeverThinnerThanAPixel) {
     line.kind = Element::Kind::line;
     line.x2 = 200 * 15;
     line.y1 = line.y2 = 100 * 15;
-    shown.add(line);
+    put(shown, line);
     const int y = width / 2;
     int dark = 0;
     const QImage image = render::surfaceImage(shown, {width, width});
     for (int x = 0; x < width; ++x)
       dark += qGray(image.pixel(x, y)) < 64 || qGray(image.pixel(x, y - 1)) < 64;
     EXPECT_EQ(dark, width) << width;
-    shown.elements().front().borderStyle = 3;
+    shown.find("parts", 0)->borderStyle = 3;
     const QImage dotted = render::surfaceImage(shown, {width, width});
     dark = 0;
     for (int x = 0; x < width; ++x)
@@ -122,7 +128,7 @@ TEST_F(Render, EqualLinesLookEqualWhereverTheyStand) {
     line.x2 = 200 * 15;
     line.y1 = line.y2 = (10.3 + 20.27 * i) * 15;
     line.borderWidth = 1.4 * 15;
-    shown.add(line);
+    put(shown, line);
   }
   const QImage image = render::surfaceImage(shown, {200, 200});
   int rows = 0;
@@ -140,7 +146,7 @@ TEST_F(Render, LabelsAlignInTheirWidth) {
     host::Surface shown = surface(300, 80);
     Element text = label(50, 20, 200, "Hi");
     text.align = one.align;
-    shown.add(text);
+    put(shown, text);
     const QRect ink = inkOf(render::surfaceImage(shown, {300, 80}));
     EXPECT_GE(ink.left(), one.left);
     EXPECT_LE(ink.right(), one.right);
@@ -153,14 +159,14 @@ TEST_F(Render, WrappedTextStaysInItsWidthAndDoubledAmpersandsAreOne) {
   host::Surface shown = surface(300, 300);
   Element text = label(20, 10, 120, "one two three four");
   text.wordWrap = true;
-  shown.add(text);
+  put(shown, text);
   const QRect ink = inkOf(render::surfaceImage(shown, {300, 300}));
   EXPECT_LE(ink.right(), 140);
   EXPECT_GT(ink.height(), 70) << "it takes several lines";
 
   const auto widthOf = [&](const std::string& caption) {
     host::Surface one = surface(300, 60);
-    one.add(label(10, 5, 200, caption));
+    put(one, label(10, 5, 200, caption));
     return inkOf(render::surfaceImage(one, {300, 60})).width();
   };
   EXPECT_EQ(widthOf("A && B"), widthOf("A & B"));
@@ -168,7 +174,7 @@ TEST_F(Render, WrappedTextStaysInItsWidthAndDoubledAmpersandsAreOne) {
 
 TEST_F(Render, AnotherSizeKeepsProportionsInTheMiddleAndTheGroundFillsAll) {
   host::Surface shown = surface(100, 100, kBlue);
-  shown.add(rectangle(0, 0, 100, 100, kRed));
+  put(shown, rectangle(0, 0, 100, 100, kRed));
   const QImage image = render::surfaceImage(shown, {400, 200});
   EXPECT_EQ(image.pixelColor(50, 100), QColor(0, 0, 200));
   EXPECT_EQ(image.pixelColor(102, 2), QColor(200, 0, 0));
@@ -181,7 +187,7 @@ TEST_F(Render, GroundsAreColoursGradientsOrPictures) {
   Element bar = rectangle(10, 10, 20, 80, kRed);
   bar.gradient = true;
   bar.backColourEnd = kBlue;
-  barred.add(bar);
+  put(barred, bar);
   const QImage bars = render::surfaceImage(barred, {100, 100});
   EXPECT_GT(bars.pixelColor(20, 12).red(), 180);
   EXPECT_GT(bars.pixelColor(20, 88).blue(), 180);
@@ -213,8 +219,8 @@ TEST_F(Render, SystemColoursArePlainOnes) {
 TEST_F(Render, TheEndingOfTheNameTellsTheFormat) {
   const QTemporaryDir folder;
   host::Surface shown = surface(200, 100);
-  shown.add(rectangle(20, 10, 40, 30, kRed));
-  shown.add(label(80, 10, 100, "Quay"));
+  put(shown, rectangle(20, 10, 40, 30, kRed));
+  put(shown, label(80, 10, 100, "Quay"));
   for (const char* name : {"a.png", "b.jpg", "c.JPEG"}) {
     const QString file = folder.filePath(name);
     render::saveSurface(shown, file.toStdString(), 400, 200);
@@ -245,7 +251,7 @@ TEST_F(Render, WidthsGrowEvenlyWithTheSize) {
 
 TEST_F(Render, TheLabelIsAsWideAsItWasMeasured) {
   host::Surface shown = surface(600, 100);
-  shown.add(label(10, 10, 500, "HHHHHHHHHHHH", 30));
+  put(shown, label(10, 10, 500, "HHHHHHHHHHHH", 30));
   const double measured = render::textWidth("HHHHHHHHHHHH", "Arial", 30, false, false) / 15;
   EXPECT_NEAR(inkOf(render::surfaceImage(shown, {600, 100})).width(), measured, 8);
   EXPECT_NEAR(inkOf(render::surfaceImage(shown, {1800, 300})).width(), 3 * measured, 24);

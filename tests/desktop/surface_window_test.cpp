@@ -1,5 +1,7 @@
 #include "desktop/surface_window.h"
 
+#include <cmath>
+
 #include "desktop/window_world.h"
 
 namespace {
@@ -16,6 +18,15 @@ struct GraphForm : host::Form {
   }
   void Form_KeyPress(int keyAscii) override { keys += "press " + std::to_string(keyAscii) + " "; }
   void Form_Resize() override { ++resizes; }
+  void Form_MouseDown(int button, double x, double y) override {
+    tell("down" + std::to_string(button), x, y);
+  }
+  void Form_MouseMove(double x, double y) override { tell("move", x, y); }
+  void Form_MouseUp(double x, double y) override { tell("up", x, y); }
+  void Form_DblClick(double x, double y) override { tell("double", x, y); }
+  void tell(const std::string& what, double x, double y) {
+    mouse.push_back(what + " " + std::to_string(std::lround(x)) + "," + std::to_string(std::lround(y)));
+  }
   bool Form_QueryUnload(bool byUser) override {
     askedByUser = byUser;
     return mayClose;
@@ -27,13 +38,16 @@ struct GraphForm : host::Form {
     return shown;
   }
 
+  void tellRow(const std::string& what, int row) { rows += what + std::to_string(row) + " "; }
+
   host::Surface shown;
   std::string keys;
+  std::vector<std::string> mouse;
   std::function<void(int)> onKey;
   double widthAtLoad = 0;
   int resizes = 0, surfacesAsked = 0;
   bool mayClose = true, askedByUser = false, listVisible = false;
-  int row = -1;
+  std::string rows;
 };
 
 class SurfaceWindow : public ::testing::Test {
@@ -42,16 +56,16 @@ class SurfaceWindow : public ::testing::Test {
     world.forms.define("graph", [] { return std::make_unique<GraphForm>(); });
     world.forms.attach(
         "graph", desktop::surfaceViewOf<GraphForm>(
-                     world.forms, stack, [this](GraphForm& form, desktop::SurfaceWindow::Source& source) {
-                       source.clicked = [this](const host::Element& element) {
-                         clicked.push_back(element.array + std::to_string(element.index));
-                       };
+                     world.forms, stack, [](GraphForm& form, desktop::SurfaceWindow::Source& source) {
                        source.list =
                            desktop::SideListSource{[&form] { return form.listVisible; },
                                                    [] {
                                                      return std::vector<std::string>{"A: one", "B: two"};
                                                    },
-                                                   [] { return 1; }, [&form](int row) { form.row = row; }};
+                                                   [] { return 1; },
+                                                   [&form](int row) { form.tellRow("chosen", row); },
+                                                   [&form](int row) { form.tellRow("opened", row); },
+                                                   [&form](int row) { form.tellRow("menu", row); }};
                      }));
   }
   GraphForm& form() { return world.forms.as<GraphForm>("graph"); }
@@ -59,7 +73,6 @@ class SurfaceWindow : public ::testing::Test {
 
   desktop::WindowStack stack;
   test::WindowWorld world;
-  std::vector<std::string> clicked;
 };
 
 TEST_F(SurfaceWindow, TellsTheFormItsSizeInTwipsBeforeItLoads) {
@@ -122,44 +135,46 @@ TEST_F(SurfaceWindow, PaintsAgainOnlyWhenSomethingHasChanged) {
   EXPECT_EQ(window().grab().toImage().pixelColor(5, 5), QColor(0, 0, 200));
 }
 
-TEST_F(SurfaceWindow, ClicksReachTheFrontElementThere) {
-  host::Element panel;
-  panel.kind = host::Element::Kind::rectangle;
-  panel.array = "panel";
-  panel.width = panel.height = 3000;
-  host::Element count = panel;
-  count.array = "count";
-  count.width = count.height = 1500;
-  world.forms.load("graph");
-  form().shown.add(panel);
-  form().shown.add(count);
+TEST_F(SurfaceWindow, HandsTheMouseOverInTwips) {
   world.forms.show("graph");
-  QTest::mouseClick(&window(), Qt::LeftButton, {}, QPoint(50, 50));
-  QTest::mouseClick(&window(), Qt::LeftButton, {}, QPoint(150, 150));
-  QTest::mouseClick(&window(), Qt::LeftButton, {}, QPoint(300, 300));
-  EXPECT_EQ(clicked, (std::vector<std::string>{"count0", "panel0"}));
+  const Qt::MouseButton left = Qt::LeftButton, right = Qt::RightButton;
+  QTest::mousePress(&window(), left, {}, QPoint(10, 20));
+  QTest::mouseMove(&window(), QPoint(30, 20));
+  QTest::mouseRelease(&window(), left, {}, QPoint(40, 50));
+  QTest::mouseMove(&window(), QPoint(60, 60));  // without a button the form is not told
+  QTest::mouseClick(&window(), right, {}, QPoint(1, 2));
+  QTest::mouseDClick(&window(), left, {}, QPoint(4, 4));
+  const std::vector<std::string> told{"down1 150,300", "move 450,300", "up 600,750", "down2 15,30"};
+  ASSERT_GE(form().mouse.size(), told.size());
+  EXPECT_TRUE(std::equal(told.begin(), told.end(), form().mouse.begin()));
+  EXPECT_EQ(std::count(form().mouse.begin(), form().mouse.end(), "double 60,60"), 1);
 }
 
 TEST_F(SurfaceWindow, TheListTakesItsShareAndTheGraphStaysWhole) {
   world.forms.load("graph");
-  host::Element all;
-  all.kind = host::Element::Kind::rectangle;
-  all.array = "all";
-  all.width = form().ScaleWidth;
-  all.height = form().ScaleHeight;
-  form().shown.add(all);
   form().listVisible = true;
   world.forms.show("graph");
   auto* list = window().findChild<QListWidget*>("List1");
   ASSERT_TRUE(list->isVisible());
   EXPECT_EQ(list->currentItem()->text(), "B: two");
   const QSize size = window().size();
-  QTest::mouseClick(&window(), Qt::LeftButton, {}, QPoint(list->x() - 5, size.height() / 2));
-  QTest::mouseClick(&window(), Qt::LeftButton, {}, QPoint(list->x() - 5, 5));
-  EXPECT_EQ(clicked, std::vector<std::string>{"all0"})
+  QTest::mouseClick(&window(), Qt::LeftButton, {}, QPoint(list->x(), size.height() / 2));
+  QTest::mouseClick(&window(), Qt::LeftButton, {}, QPoint(0, size.height() / 2));
+  const auto at = [&](double share) {
+    return " " + std::to_string(std::lround(share * form().ScaleWidth)) + "," +
+           std::to_string(std::lround(form().ScaleHeight / 2));
+  };
+  EXPECT_EQ(form().mouse,
+            (std::vector<std::string>{"down1" + at(1), "up" + at(1), "down1" + at(0), "up" + at(0)}))
       << "the graph ends beside the list, with its proportions";
-  QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(0)).center());
-  EXPECT_EQ(form().row, 0);
+  const auto click = [&](Qt::MouseButton button) {
+    QTest::mouseClick(list->viewport(), button, {}, list->visualItemRect(list->item(0)).center());
+  };
+  click(Qt::LeftButton);
+  click(Qt::RightButton);
+  QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(1)).center());
+  EXPECT_EQ(form().rows.substr(0, 13), "chosen0 menu0") << form().rows;
+  EXPECT_NE(form().rows.find("opened1"), std::string::npos) << form().rows;
   QTest::keyClick(&window(), Qt::Key_L);
   EXPECT_EQ(form().keys, "down 76/0 press 108 ") << "the keys stay the form's";
 }

@@ -38,7 +38,7 @@ class GraphKeys : public GraphWorld {
 TEST_F(GraphKeys, ALetterShowsItsItemAloneInAllPairs) {
   xyVoteGraph& form = draw(pairs_);
   ASSERT_EQ(shown(form), everything_);
-  const auto builtBefore = form.surface().elements().size();
+  const auto builtBefore = form.surface().elementCount();
   form.Form_KeyPress('a');
   EXPECT_EQ(shown(form), (Texts{"A", "A\u00b9"}));
   EXPECT_EQ(all(form.surface(), "lineRound1ToRound2").size(), 1U);
@@ -50,7 +50,7 @@ TEST_F(GraphKeys, ALetterShowsItsItemAloneInAllPairs) {
   form.Form_KeyDown('A', key::ctrlMask);
   EXPECT_EQ(shown(form), everything_);
   EXPECT_EQ(form.graphTitle, "Workshop");
-  EXPECT_EQ(form.surface().elements().size(), builtBefore);
+  EXPECT_EQ(form.surface().elementCount(), builtBefore);
 }
 
 TEST_F(GraphKeys, TheSuffixStaysUntilItIsTakenBack) {
@@ -170,7 +170,7 @@ TEST_F(GraphKeys, PairsAndTheirLinesHideWithoutADraw) {
   EXPECT_TRUE(all(form.surface(), "labelRiskRound2Shadow").empty());
   EXPECT_TRUE(all(form.surface(), "lineRound1ToRound2").empty());
   form.menuHideShowRound(3);  // no such pair on the graph
-  EXPECT_FALSE(form.roundVisible[2]);
+  EXPECT_FALSE(form.view.roundVisible[2]);
   form.menuHideShowAllPlots();
   EXPECT_EQ(shown(form), everything_);
   EXPECT_EQ(all(form.surface(), "lineRound1ToRound2").size(), 1U);

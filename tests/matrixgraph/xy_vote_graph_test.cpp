@@ -28,6 +28,10 @@ class MatrixGraph : public GraphWorld {
     drawMatrixGraph(pairs, width, height);
     return host::host().forms->as<xyVoteGraph>("xyVoteGraph");
   }
+  static int count(const xyVoteGraph& form, const char* array) {
+    const host::ElementArray* found = form.surface().find(array);
+    return found ? found->count() : 0;
+  }
   static double centreX(const host::Element& e) { return e.left + e.width / 2; }
   static double centreY(const host::Element& e) { return e.top + e.height / 2; }
 };
@@ -38,18 +42,18 @@ TEST_F(MatrixGraph, PlacesLabelsByTheFirstUpwardsAndTheSecondAcross) {
   vote(1, 1, "2;3;");
   vote(1, 2, "3;");
   xyVoteGraph& form = draw(kOnePair);
-  const host::Element* a = form.element("labelRisk", 1);
+  const host::Element* a = form.surface().find("labelRisk", 1);
   ASSERT_NE(a, nullptr);
   EXPECT_EQ(a->caption, "A");
   EXPECT_DOUBLE_EQ(centreX(*a), 14592);  // the far edge
   EXPECT_DOUBLE_EQ(centreY(*a), 9792);   // the axis
-  const host::Element* b = form.element("labelRisk", 2);
+  const host::Element* b = form.surface().find("labelRisk", 2);
   ASSERT_NE(b, nullptr);
   EXPECT_DOUBLE_EQ(centreX(*b), 8525);
   EXPECT_DOUBLE_EQ(centreY(*b), 6581);  // 9792 - 0.375 * 8563.2 = 6580.8
   EXPECT_TRUE(a->font.bold);
   // The shadow lies one pixel off and in the complement.
-  const host::Element* shadow = form.element("labelRiskShadow", 1);
+  const host::Element* shadow = form.surface().find("labelRiskShadow", 1);
   ASSERT_NE(shadow, nullptr);
   EXPECT_DOUBLE_EQ(shadow->left - a->left, 15);
   EXPECT_DOUBLE_EQ(shadow->top - a->top, 15);
@@ -61,15 +65,15 @@ TEST_F(MatrixGraph, SkewPlottingStandsInTheMiddleOfCells) {
   vote(0, 1, "1;");
   vote(0, 2, "5;");
   xyVoteGraph& form = draw(kOnePair);
-  EXPECT_DOUBLE_EQ(centreX(*form.element("labelRisk", 1)), 13379);
-  EXPECT_DOUBLE_EQ(centreY(*form.element("labelRisk", 1)), 8936);
+  EXPECT_DOUBLE_EQ(centreX(*form.surface().find("labelRisk", 1)), 13379);
+  EXPECT_DOUBLE_EQ(centreY(*form.surface().find("labelRisk", 1)), 8936);
   EXPECT_EQ(all(form.surface(), "xAxisLabel").size(), 5U);
-  EXPECT_EQ(form.elementCount("xAxisLabel"), 6);
-  EXPECT_FALSE(form.element("xAxisLabel", 5)->visible);
-  EXPECT_DOUBLE_EQ(form.element("xAxisLabel", 0)->left, 2457.6 + 125);
-  EXPECT_DOUBLE_EQ(form.element("xAxisLabel", 2)->left, 2457.6 + 2 * 2426);
+  EXPECT_EQ(count(form, "xAxisLabel"), 6);
+  EXPECT_FALSE(form.surface().find("xAxisLabel", 5)->visible);
+  EXPECT_DOUBLE_EQ(form.surface().find("xAxisLabel", 0)->left, 2457.6 + 125);
+  EXPECT_DOUBLE_EQ(form.surface().find("xAxisLabel", 2)->left, 2457.6 + 2 * 2426);
   // The lowest caption stands level with the middle of its cell.
-  EXPECT_DOUBLE_EQ(centreY(*form.element("yAxisLabel", 0)), 9792 - 1712 / 2.0);
+  EXPECT_DOUBLE_EQ(centreY(*form.surface().find("yAxisLabel", 0)), 9792 - 1712 / 2.0);
 }
 
 TEST_F(MatrixGraph, AScoreOutsideTheScaleIsOffThePlotWithoutALine) {
@@ -78,10 +82,10 @@ TEST_F(MatrixGraph, AScoreOutsideTheScaleIsOffThePlotWithoutALine) {
   vote(0, 3, "3;");
   vote(0, 4, "3;");
   xyVoteGraph& form = draw(kTwoPairs);
-  EXPECT_GT(form.element("labelRisk", 1)->top, form.ScaleHeight);
+  EXPECT_GT(form.surface().find("labelRisk", 1)->top, form.ScaleHeight);
   for (int toggles = 0; toggles < 3; ++toggles) {
-    EXPECT_FALSE(form.element("lineRound1ToRound2", 1)->visible);
-    EXPECT_FALSE(form.element("endOfLine1to2Blob", 1)->visible);
+    EXPECT_FALSE(form.surface().find("lineRound1ToRound2", 1)->visible);
+    EXPECT_FALSE(form.surface().find("endOfLine1to2Blob", 1)->visible);
     form.menuPairLines();
   }
 }
@@ -90,14 +94,14 @@ TEST_F(MatrixGraph, RegularAxisHasALineAndACaptionForEachPoint) {
   voteAll();
   xyVoteGraph& form = draw(kOnePair);
   EXPECT_EQ(captions(form.surface(), "xAxisLabel"), (Texts{"s1", "s2", "s3", "s4", "s5"}));
-  EXPECT_EQ(form.elementCount("verticalLine"), 5);
+  EXPECT_EQ(count(form, "verticalLine"), 5);
   // Steps are whole twips: 12134.4 / 4 is 3033.
-  EXPECT_DOUBLE_EQ(form.element("verticalLine", 3)->x1, 2457.6 + 3 * 3033);
-  EXPECT_DOUBLE_EQ(form.element("horizontalLine", 4)->y1, 9792 - 4 * 2140);
-  EXPECT_DOUBLE_EQ(form.element("xAxisLabel", 1)->width, 3033 - 250);
-  EXPECT_DOUBLE_EQ(centreX(*form.element("xAxisLabel", 1)), 2457.6 + 3033);
-  EXPECT_DOUBLE_EQ(form.element("xAxisLabel", 1)->top, 9892);
-  EXPECT_DOUBLE_EQ(centreY(*form.element("yAxisLabel", 4)), 9792 - 4 * 2140);
+  EXPECT_DOUBLE_EQ(form.surface().find("verticalLine", 3)->x1, 2457.6 + 3 * 3033);
+  EXPECT_DOUBLE_EQ(form.surface().find("horizontalLine", 4)->y1, 9792 - 4 * 2140);
+  EXPECT_DOUBLE_EQ(form.surface().find("xAxisLabel", 1)->width, 3033 - 250);
+  EXPECT_DOUBLE_EQ(centreX(*form.surface().find("xAxisLabel", 1)), 2457.6 + 3033);
+  EXPECT_DOUBLE_EQ(form.surface().find("xAxisLabel", 1)->top, 9892);
+  EXPECT_DOUBLE_EQ(centreY(*form.surface().find("yAxisLabel", 4)), 9792 - 4 * 2140);
 }
 
 TEST_F(MatrixGraph, QuartersCutThePlotInFourWhateverTheScale) {
@@ -106,13 +110,13 @@ TEST_F(MatrixGraph, QuartersCutThePlotInFourWhateverTheScale) {
   glo.XYGridLinesAsQuarters = true;
   xyVoteGraph& form = draw(kOnePair);
   for (const char* array : {"verticalLine", "horizontalLine"}) {
-    ASSERT_EQ(form.elementCount(array), 5) << array;
-    EXPECT_EQ(form.element(array, 1)->borderStyle, 3) << array;
-    EXPECT_EQ(form.element(array, 2)->borderStyle, 1) << array;
-    EXPECT_EQ(form.element(array, 3)->borderStyle, 3) << array;
+    ASSERT_EQ(count(form, array), 5) << array;
+    EXPECT_EQ(form.surface().find(array, 1)->borderStyle, 3) << array;
+    EXPECT_EQ(form.surface().find(array, 2)->borderStyle, 1) << array;
+    EXPECT_EQ(form.surface().find(array, 3)->borderStyle, 3) << array;
   }
-  EXPECT_EQ(form.elementCount("xAxisLabel"), 7);
-  EXPECT_EQ(form.elementCount("yAxisLabel"), 5);
+  EXPECT_EQ(count(form, "xAxisLabel"), 7);
+  EXPECT_EQ(count(form, "yAxisLabel"), 5);
 }
 
 TEST_F(MatrixGraph, PairsAreJoinedByLinesFromCentreToCentre) {
@@ -123,18 +127,18 @@ TEST_F(MatrixGraph, PairsAreJoinedByLinesFromCentreToCentre) {
   vote(1, 1, "2;");
   vote(1, 2, "2;");
   xyVoteGraph& form = draw(kTwoPairs);
-  const host::Element* line = form.element("lineRound1ToRound2", 1);
+  const host::Element* line = form.surface().find("lineRound1ToRound2", 1);
   ASSERT_NE(line, nullptr);
   EXPECT_DOUBLE_EQ(line->x1, 2458);
   EXPECT_DOUBLE_EQ(line->y1, 9792);
   EXPECT_DOUBLE_EQ(line->x2, 14592);
   EXPECT_DOUBLE_EQ(line->y2, 1229);
-  EXPECT_NE(form.element("endOfLine1to2Blob", 1), nullptr);
-  EXPECT_EQ(form.elementCount("lineRound1ToRound2"), 2);  // B has no second place
-  EXPECT_EQ(form.element("labelRiskRound2", 1)->caption, "A\u00b9");
+  EXPECT_NE(form.surface().find("endOfLine1to2Blob", 1), nullptr);
+  EXPECT_EQ(count(form, "lineRound1ToRound2"), 2);  // B has no second place
+  EXPECT_EQ(form.surface().find("labelRiskRound2", 1)->caption, "A\u00b9");
   EXPECT_EQ(captions(form.surface(), "criteria1Label"), Texts{"Name1/Name3"});
   EXPECT_EQ(captions(form.surface(), "criteria2Label"), Texts{"Name2/Name4"});
-  EXPECT_EQ(form.element("xAxisLabel", 0)->caption, "s1");
+  EXPECT_EQ(form.surface().find("xAxisLabel", 0)->caption, "s1");
 }
 
 TEST_F(MatrixGraph, TellsWhichDataIsMissingInTheOrderMet) {
@@ -148,7 +152,7 @@ TEST_F(MatrixGraph, TellsWhichDataIsMissingInTheOrderMet) {
             "Data not found for these items: \r\nitem 0, assessment 1\r\nitem 0, assessment 2\r\nitem 2, "
             "assessment 1");
   EXPECT_TRUE(form.cmd_info);
-  EXPECT_EQ(form.plotted.size(), 1U);
+  EXPECT_EQ(form.model().plotted.size(), 1U);
   world.expectMsgBox("item 2, assessment 1");
   form.cmd_info_Click();
 }
@@ -163,9 +167,9 @@ TEST_F(MatrixGraph, LeavesOutWhatIsNotVotingOrNotInACategoryShown) {
   xyVoteGraph& form = draw(kOnePair);
   ASSERT_EQ(form.List1.size(), 1U);
   EXPECT_EQ(form.List1[0].text, "B: item 1");
-  EXPECT_EQ(form.element("LabelCategory", 0)->toolTip, "Category: Plant & tools, ");
+  EXPECT_EQ(form.surface().find("LabelCategory", 0)->toolTip, "Category: Plant & tools, ");
   glo.categories[0].Selected = true;
-  EXPECT_EQ(draw(kOnePair).element("LabelCategory", 0)->toolTip, "Category: ALL  ");
+  EXPECT_EQ(draw(kOnePair).surface().find("LabelCategory", 0)->toolTip, "Category: ALL  ");
 }
 
 TEST_F(MatrixGraph, ClosesWithAMessageWhenAnAxisHasNoPoints) {
@@ -183,9 +187,9 @@ TEST_F(MatrixGraph, DiversityRunsBothAxesToAHundred) {
   form.menuDiversity();
   form.tmr_load_Timer();
   EXPECT_EQ(captions(form.surface(), "yAxisLabel"), (Texts{"0", "25", "50", "75", "100"}));
-  EXPECT_DOUBLE_EQ(centreX(*form.element("labelRisk", 1)), 2458);
+  EXPECT_DOUBLE_EQ(centreX(*form.surface().find("labelRisk", 1)), 2458);
   // A diversity of 0.9428 is 94.28 of 100: 9792 - 0.9428 * 8563.2.
-  EXPECT_DOUBLE_EQ(centreY(*form.element("labelRisk", 1)), 1719);
+  EXPECT_DOUBLE_EQ(centreY(*form.surface().find("labelRisk", 1)), 1719);
 }
 
 TEST_F(MatrixGraph, ChoosesThePairsThatCanBeDrawn) {
@@ -259,7 +263,7 @@ TEST_F(MatrixGraph, CaptionsKeepApartAndInside) {
         EXPECT_DOUBLE_EQ(one->top, 0.85 * form.ScaleHeight + 100);
         end = centreX(*one) + wide / 2;
         EXPECT_LE(end, form.ScaleWidth) << points << " points at " << width;
-        EXPECT_LE(one->top + one->height, form.element("criteria2Label", 0)->top + 1) << points;
+        EXPECT_LE(one->top + one->height, form.surface().find("criteria2Label", 0)->top + 1) << points;
       }
       double below = 1e9;
       for (const host::Element* one : all(form.surface(), "yAxisLabel")) {
@@ -267,14 +271,16 @@ TEST_F(MatrixGraph, CaptionsKeepApartAndInside) {
         below = one->top;
         EXPECT_GE(one->left, 0);
       }
-      const host::Element &across = *form.element("xAxisLabel", 0), &up = *form.element("yAxisLabel", 0);
+      const host::Element &across = *form.surface().find("xAxisLabel", 0),
+                          &up = *form.surface().find("yAxisLabel", 0);
       const double left = centreX(across) - textWidth(across.caption, across.font) / 2;
       EXPECT_TRUE(up.top + up.height <= across.top + 0.01 || up.left + up.width <= left)
           << points << " points at " << width;
-      EXPECT_LE(form.element("criteria1Label", 0)->top + form.element("criteria1Label", 0)->height,
-                below + 1);
+      EXPECT_LE(
+          form.surface().find("criteria1Label", 0)->top + form.surface().find("criteria1Label", 0)->height,
+          below + 1);
       for (const char* title : {"graphTitle", "criteria1Label", "criteria2Label"}) {
-        const host::Element& one = *form.element(title, 0);
+        const host::Element& one = *form.surface().find(title, 0);
         EXPECT_GE(one.left, 0) << title;
         EXPECT_LE(one.left + one.width, form.ScaleWidth) << title;
         EXPECT_LE(one.top + one.height, form.ScaleHeight) << title;
@@ -294,7 +300,7 @@ TEST_F(MatrixGraph, KeysAreLargeWhileThereIsRoom) {
     addItems(c.items);
     voteAll();
     glo.itemPlotFont.size = c.own;
-    EXPECT_DOUBLE_EQ(draw(kOnePair, c.width, c.height).element("labelRisk", 1)->font.size, c.points)
+    EXPECT_DOUBLE_EQ(draw(kOnePair, c.width, c.height).surface().find("labelRisk", 1)->font.size, c.points)
         << c.items << " items at " << c.width;
   }
 }

@@ -138,21 +138,17 @@ void setGraphBackground(host::Surface& surface, const std::string& file) {
   surface.gradient = surface.background != surface.backgroundEnd;
 }
 
-host::Element panelOf(const host::Surface& surface, const GraphLook& look) {
+void addPanel(host::Surface& surface, const GraphLook& look) {
+  if (look.panelOpacity <= 0)
+    return;
   host::Element panel;
   panel.kind = host::Element::Kind::rectangle;
-  panel.array = "graphPanel";
   panel.width = surface.width;
   panel.height = surface.height;
   panel.backColour = look.panelColour;
   panel.opacity = look.panelOpacity;
   panel.bordered = false;
-  return panel;
-}
-
-void addPanel(host::Surface& surface, const GraphLook& look) {
-  if (look.panelOpacity > 0)
-    surface.add(panelOf(surface, look));
+  surface.add(host::Layer::background, "graphPanel", 0, std::move(panel));
 }
 
 std::int32_t softened(std::int32_t colour, const GraphLook& look) {

@@ -45,8 +45,7 @@ std::int32_t textOn(std::int32_t colour);
 // own picture, or one colour: that of the slides, else the exercise's two colours.
 void setGraphBackground(host::Surface& surface, const std::string& file);
 
-// The panel of a look over the whole surface; addPanel adds nothing when the look needs none.
-host::Element panelOf(const host::Surface& surface, const GraphLook& look);
+// The panel of a look, "graphPanel", over the whole surface; nothing when the look needs none.
 void addPanel(host::Surface& surface, const GraphLook& look);
 
 double textWidth(const std::string& text, const host::SurfaceFont& font);

@@ -167,9 +167,8 @@ void VoteForm::setElement(const char* array, int index, const VoteLabel& label) 
 }
 
 void VoteForm::showElements(const std::string& array, bool on) {
-  for (host::Element& element : surface_.elements())
-    if (element.array == array)
-      element.visible = on;
+  if (host::ElementArray* elements = surface_.find(array))
+    for (host::Element& element : *elements) element.visible = on;
 }
 
 void DisplayVote(int item, int assessment, int round, VoteForm& form) {

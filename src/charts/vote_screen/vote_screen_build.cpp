@@ -10,6 +10,7 @@ namespace qrn {
 namespace {
 
 using host::Element;
+using host::Layer;
 
 // Type of the default layout, in points of a screen of 1024x768; type shrinks from here until all of it fits.
 constexpr double kItemSize = 34, kAssessmentSize = 24, kOptionSize = 28, kCountSize = 34, kStatsSize = 16,
@@ -47,10 +48,8 @@ void put(VoteLabel& label, const Place& place, const WholeText& text) {
   label.Font = text.font;
 }
 
-Element labelElement(const char* array, int index, const VoteLabel& label) {
+Element labelElement(const VoteLabel& label) {
   Element element;
-  element.array = array;
-  element.index = index;
   element.visible = label.Visible;
   element.left = label.Left;
   element.top = label.Top;
@@ -63,11 +62,9 @@ Element labelElement(const char* array, int index, const VoteLabel& label) {
   return element;
 }
 
-Element rectangleElement(const char* array, int index, const Place& place, std::int32_t fill) {
+Element rectangleElement(const Place& place, std::int32_t fill) {
   Element element;
   element.kind = Element::Kind::rectangle;
-  element.array = array;
-  element.index = index;
   element.left = place.Left;
   element.top = place.Top;
   element.width = place.Width;
@@ -132,12 +129,12 @@ void VoteScreenBuilder::build() {
   }
   placeQuestion();
   placeSmallLabels();
-  Element risk = labelElement("lbl_Risk", 0, form.lbl_Risk);
+  Element risk = labelElement(form.lbl_Risk);
   risk.caption = riskText.caption;
-  surface.add(std::move(risk));
-  Element assessment = labelElement("lbl_assessment", 0, form.lbl_assessment);
+  surface.add(Layer::titles, "lbl_Risk", 0, std::move(risk));
+  Element assessment = labelElement(form.lbl_assessment);
   assessment.caption = assessmentText.caption;
-  surface.add(std::move(assessment));
+  surface.add(Layer::titles, "lbl_assessment", 0, std::move(assessment));
   addOptions();
   addBars();
   addCount();
@@ -246,9 +243,9 @@ void VoteScreenBuilder::placeSmallLabels() {
 void VoteScreenBuilder::addOptions() {
   for (std::size_t i = 0; i < form.lbl_Criteria.size(); ++i) {
     form.lbl_Criteria[i].ForeColor = text(record.font3.colour);
-    Element element = labelElement("lbl_Criteria", static_cast<int>(i), form.lbl_Criteria[i]);
+    Element element = labelElement(form.lbl_Criteria[i]);
     element.caption = optionTexts[i].caption;
-    surface.add(std::move(element));
+    surface.add(Layer::captions, "lbl_Criteria", static_cast<int>(i), std::move(element));
   }
 }
 
@@ -283,25 +280,25 @@ void VoteScreenBuilder::addBarRow(std::size_t option, const Place& row) {
     for (const WholeText& other : optionTexts) smallest = std::min(smallest, other.height);
   const double thick = std::min(smallest * kBarHeight, kThickestBar * scale);
   const std::int32_t point = record.pointColours[std::min(option, record.pointColours.size() - 1)];
-  Element bar = rectangleElement("bar", index, {row.Left, row.Top + (row.Height - thick) / 2, 0, thick},
+  Element bar = rectangleElement({row.Left, row.Top + (row.Height - thick) / 2, 0, thick},
                                  readableColour(point, form.look_, kShapeContrast));
   bar.visible = false;
   bar.bordered = record.chartOutline;
   bar.colour = form.look_.lightText ? kWhite : kBlack;
-  surface.add(std::move(bar));
+  surface.add(Layer::bars, "bar", index, std::move(bar));
   VoteLabel mark;
   mark.Font = form.markFont_;
   mark.ForeColor = form.look_.lightText ? kWhite : kBlack;
   mark.Height = lineHeight(mark.Font);
   mark.Top = row.Top + (row.Height - mark.Height) / 2;
   mark.Width = textWidth("100% (00000)", mark.Font);
-  surface.add(labelElement("barMark", index, mark));
+  surface.add(Layer::captions, "barMark", index, labelElement(mark));
   if (form.places_.barsBesideOptions)
     return;
   mark.Caption = std::to_string(index + record.startFrom) + ".";
   mark.Left = form.places_.bars.Left;
   mark.Width = row.Left - mark.Left;
-  surface.add(labelElement("barNumber", index, mark));
+  surface.add(Layer::captions, "barNumber", index, labelElement(mark));
 }
 
 // White on black or black on white, whatever stands out from the background.
@@ -309,19 +306,19 @@ void VoteScreenBuilder::addCount() {
   VoteLabel& label = form.uctl_votesCast.label;
   const std::int32_t back = form.look_.lightText ? kWhite : kBlack;
   label.ForeColor = textOn(back);
-  Element box = rectangleElement("uctl_votesCast", 0, form.places_.count, back);
+  Element box = rectangleElement(form.places_.count, back);
   box.visible = label.Visible;
-  surface.add(std::move(box));
-  surface.add(labelElement("uctl_votesCast", 1, label));
+  surface.add(Layer::panel, "uctl_votesCast", 0, std::move(box));
+  surface.add(Layer::panel, "uctl_votesCast", 1, labelElement(label));
 }
 
 void VoteScreenBuilder::addKeypads() {
   const Place& place = form.places_.keypads;
   const host::SurfaceFont type = {"Arial", kSmallSize * scale, false, false, false};
-  Element panel = rectangleElement("uctl_kpadsNotVoted", 0, place, kWhite);
+  Element panel = rectangleElement(place, kWhite);
   panel.bordered = true;
   panel.visible = form.lbl_kpads.Visible;
-  surface.add(std::move(panel));
+  surface.add(Layer::panel, "uctl_kpadsNotVoted", 0, std::move(panel));
   const double title = lineHeight(type);
   const double inside = place.Width - 2 * kPadding;
   put(form.lbl_kpadsTitle, {place.Left + kPadding, place.Top + kPadding, inside, title},
@@ -331,16 +328,16 @@ void VoteScreenBuilder::addKeypads() {
   put(form.lbl_kpads, {place.Left + kPadding, place.Top + title + 2 * kPadding, inside, room},
       {"", type, room, 0});
   form.lbl_kpadsTitle.ForeColor = form.lbl_kpads.ForeColor = kBlack;
-  surface.add(labelElement("uctl_kpadsNotVoted", 1, form.lbl_kpadsTitle));
-  surface.add(labelElement("uctl_kpadsNotVoted", 2, form.lbl_kpads));
+  surface.add(Layer::panel, "uctl_kpadsNotVoted", 1, labelElement(form.lbl_kpadsTitle));
+  surface.add(Layer::panel, "uctl_kpadsNotVoted", 2, labelElement(form.lbl_kpads));
 }
 
 void VoteScreenBuilder::addStatusAndStats() {
-  Element status = labelElement("lbl_status", 0, form.lbl_status);
+  Element status = labelElement(form.lbl_status);
   status.opaque = true;
   status.backColour = kStatusBack;
-  surface.add(std::move(status));
-  Element stats = labelElement("lbl_averageScore", 0, form.lbl_averageScore);
+  surface.add(Layer::panel, "lbl_status", 0, std::move(status));
+  Element stats = labelElement(form.lbl_averageScore);
   if (record.font4Flag) {
     stats.opaque = true;
     stats.backColour = record.font4Colour;
@@ -349,7 +346,7 @@ void VoteScreenBuilder::addStatusAndStats() {
                        : textOn(record.font4Colour);
     form.lbl_averageScore.ForeColor = stats.colour;
   }
-  surface.add(std::move(stats));
+  surface.add(Layer::panel, "lbl_averageScore", 0, std::move(stats));
 }
 
 void VoteForm::LayOutAgain() {

@@ -1,0 +1,128 @@
+// The mouse on the matrix graph and on the list beside it: labels are selected, dragged and opened.
+#include <algorithm>
+#include <cmath>
+
+#include "core/glo.h"
+#include "host/host.h"
+#include "matrixgraph/plot_items.h"
+#include "matrixgraph/xy_vote_graph.h"
+
+namespace qrn {
+
+namespace {
+
+constexpr const char* kItemForm = "editBox_Form";
+constexpr double kDragBegins = 4 * kTwipsPerPixel;  // a shorter way is a click
+
+bool isKey(const host::ElementArray& array, const host::Element&) {
+  const GraphArray* row = graphArray(array.name());
+  return row != nullptr && row->part == Part::key;
+}
+
+int riskOf(const host::Element& label) {
+  for (int risk = 0; risk < glo.itemCount(); ++risk)
+    if (glo.risks[static_cast<std::size_t>(risk)].ID == label.item)
+      return risk;
+  return -1;
+}
+
+}  // namespace
+
+void xyVoteGraph::Form_MouseDown(int button, double x, double y) {
+  drag_ = {};
+  const host::Hit hit = host::hitTest(surface(), x, y, isKey);
+  if (!hit)
+    return;
+  if (button == host::mouse::right) {
+    RightClickItem(*hit.element);
+    return;
+  }
+  drag_ = {hit.array->name(), hit.element->index, x - hit.element->left, y - hit.element->top, x, y, false};
+  selectItem(riskOf(*hit.element));
+}
+
+void xyVoteGraph::Form_MouseMove(double x, double y) {
+  if (drag_.array.empty())
+    return;
+  drag_.moving = drag_.moving || std::hypot(x - drag_.pressX, y - drag_.pressY) >= kDragBegins;
+  if (drag_.moving)
+    moveLabel(x - drag_.offsetX, y - drag_.offsetY);
+}
+
+void xyVoteGraph::Form_MouseUp(double x, double y) {
+  Form_MouseMove(x, y);
+  drag_ = {};
+}
+
+// The shadow goes with its label; line, blob and centre stay where the score is.
+void xyVoteGraph::moveLabel(double left, double top) {
+  const GraphArray* row = graphArray(drag_.array);
+  host::Element* label = model_.canvas.surface.find(drag_.array, drag_.index);
+  host::Element* shadow = arrayOf(model_.canvas.surface, Part::shadow, row->pair).find(drag_.index);
+  if (label == nullptr || shadow == nullptr)
+    return;
+  label->left = left;
+  label->top = top;
+  placeShadow(*shadow, *label);
+  host::host().forms->refresh(name);
+}
+
+void xyVoteGraph::Form_DblClick(double x, double y) {
+  drag_ = {};
+  if (const host::Hit hit = host::hitTest(surface(), x, y, isKey))
+    DblClickItem(*hit.element);
+}
+
+void xyVoteGraph::DblClickItem(const host::Element& label) {
+  const int risk = riskOf(label);
+  selectItem(risk);
+  openItem(risk);
+}
+
+void xyVoteGraph::RightClickItem(const host::Element& label) {
+  selectItem(riskOf(label));
+}
+
+void xyVoteGraph::List1_Click(int row) {
+  selectItem(riskOfRow(row));
+}
+
+void xyVoteGraph::List1_DblClick(int row) {
+  const int risk = riskOfRow(row);
+  selectItem(risk);
+  openItem(risk);
+}
+
+void xyVoteGraph::List1_RightClick(int row) {
+  selectItem(riskOfRow(row));
+}
+
+int xyVoteGraph::riskOfRow(int row) const {
+  return row >= 0 && row < static_cast<int>(List1.size()) ? List1[static_cast<std::size_t>(row)].risk : -1;
+}
+
+// An item that has no row leaves the list as it is.
+void xyVoteGraph::selectItem(int risk) {
+  if (risk < 0)
+    return;
+  selectedRiskIndex = risk;
+  const auto row =
+      std::find_if(List1.begin(), List1.end(), [&](const ListRow& one) { return one.risk == risk; });
+  if (row != List1.end())
+    ListIndex = static_cast<int>(row - List1.begin());
+  host::host().forms->refresh(name);
+}
+
+void xyVoteGraph::openItem(int risk) {
+  if (risk < 0)
+    return;
+  host::FormRegistry& forms = *host::host().forms;
+  if (forms.isDefined(kItemForm))
+    forms.showModal(kItemForm);
+  if (forms.find(name) != this)
+    return;
+  showRiskList();
+  selectItem(risk);
+}
+
+}  // namespace qrn

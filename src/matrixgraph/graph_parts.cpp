@@ -1,0 +1,50 @@
+#include "matrixgraph/graph_parts.h"
+
+#include <algorithm>
+
+namespace qrn {
+
+namespace {
+
+bool standsInPair(const PlottedItem& item, int pair, const GraphView& view) {
+  const auto p = static_cast<std::size_t>(pair);
+  return item.n[p] != 0 && view.roundVisible[p] && !item.filtered[p] &&
+         (view.zoomedItem == host::kNoItem || view.zoomedItem == item.id);
+}
+
+}  // namespace
+
+const GraphArray* graphArray(const std::string& name) {
+  const auto found = std::find_if(kGraphArrays.begin(), kGraphArrays.end(),
+                                  [&](const GraphArray& array) { return name == array.name; });
+  return found == kGraphArrays.end() ? nullptr : &*found;
+}
+
+const GraphArray& graphArray(Part part, int pair) {
+  return *std::find_if(kGraphArrays.begin(), kGraphArrays.end(),
+                       [&](const GraphArray& array) { return array.part == part && array.pair == pair; });
+}
+
+host::ElementArray& arrayOf(host::Surface& surface, Part part, int pair) {
+  const GraphArray& array = graphArray(part, pair);
+  return surface.array(array.name, array.layer);
+}
+
+// A zoomed item shows its own label, whatever marker stands for it otherwise.
+bool isShown(const GraphArray& array, const PlottedItem& item, const GraphView& view) {
+  if (!standsInPair(item, array.pair, view))
+    return false;
+  const auto p = static_cast<std::size_t>(array.pair);
+  switch (array.part) {
+    case Part::key:
+      return item.group[p] == 0 || view.zoomedItem == item.id;
+    case Part::shadow:
+      return view.shadows && isShown(graphArray(Part::key, array.pair), item, view);
+    case Part::line:
+    case Part::blob:
+      return view.pairLines && item.joined[p] && standsInPair(item, array.pair - 1, view);
+  }
+  return false;
+}
+
+}  // namespace qrn

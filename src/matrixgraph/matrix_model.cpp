@@ -1,0 +1,144 @@
+#include "matrixgraph/matrix_model.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "analysis/multiplot.h"
+#include "charts/chart_display.h"
+#include "charts/graph_notes.h"
+#include "core/glo.h"
+#include "matrixgraph/axis_labels.h"
+#include "matrixgraph/plot_items.h"
+#include "store/scores/all_scores.h"
+
+namespace qrn {
+
+namespace {
+
+constexpr PlotRequest kDiversityAxes{10, 10, -1, -1, -1, -1, -1, -1};
+constexpr double kTitleShare = 0.8;  // of the width
+
+std::string titleOf(int assessment) {
+  return assessment >= kMultiPlotSlot ? multiPlotName(assessment - kMultiPlotSlot)
+                                      : glo.assessmentTitles[static_cast<std::size_t>(assessment - 1)];
+}
+
+std::string joinedTitles(const PlotRequest& request, bool vertical) {
+  std::string titles;
+  for (int pair = 0; pair < kPairs; ++pair)
+    if (pairUsed(request, pair))
+      titles += "/" + titleOf(vertical ? verticalOf(request, pair) : horizontalOf(request, pair));
+  return titles.empty() ? titles : titles.substr(1);
+}
+
+// Names of the selected categories; "" when no category is there to filter by.
+std::string categoryLine() {
+  if (upperBound(glo.categories) <= 1)
+    return "";
+  std::string names;
+  bool all = true;
+  for (int i = 0; i < upperBound(glo.categories); ++i) {
+    const CategoryRecord& category = glo.categories[static_cast<std::size_t>(i)];
+    all = all && category.Selected;
+    if (category.Selected)
+      names += category.CategoryName + ", ";
+  }
+  return all ? "Category: ALL  " : "Category: " + names;
+}
+
+// Keys that the pairs put on the plot if every item has votes.
+int expectedKeys(const PlotRequest& request) {
+  int pairs = 0, items = 0;
+  for (int pair = 0; pair < kPairs; ++pair) pairs += pairUsed(request, pair) ? 1 : 0;
+  for (int item = 0; item < glo.itemCount(); ++item)
+    items += glo.risks[static_cast<std::size_t>(item)].voting && inCategoriesShown(item) ? 1 : 0;
+  return pairs * items;
+}
+
+ScaleSizes sizesOf(const MatrixRequest& request) {
+  const ScaleSizes sizes =
+      request.skew ? selectBoundsSkew(request.pairs) : selectBoundsRegular(request.pairs);
+  return {std::max(sizes.first, 1), std::max(sizes.second, 1)};
+}
+
+void planAxes(MatrixModel& model, const MatrixRequest& request) {
+  const PlotRequest& axes = request.diversity ? kDiversityAxes : request.pairs;
+  model.across = planAxis(axisAssessment(axes, false), request.skew, request.diversity);
+  model.up = planAxis(axisAssessment(axes, true), request.skew, request.diversity);
+  for (const AxisPlan* plan : {&model.across, &model.up})
+    if (plan->divisions <= 0 && model.withoutPoints == 0)
+      model.withoutPoints = plan->assessment;
+  PlotArea& area = model.canvas.area;
+  if (request.skew && model.withoutPoints == 0) {
+    area.cellWidth = std::floor((area.X2 - area.X1) / model.across.divisions + 0.5);
+    area.cellHeight = std::floor((area.Y2 - area.Y1) / model.up.divisions + 0.5);
+  }
+}
+
+void plotPairs(MatrixModel& model, const MatrixRequest& request) {
+  ItemPlotter plotter(model.canvas, request.pairs, request.diversity, model.dataMessage);
+  for (int pair = 0; pair < kPairs; ++pair)
+    if (pairUsed(request.pairs, pair))
+      plotter.plotPair(pair);
+  model.plotted = plotter.takePlotted();
+}
+
+void layTitles(GraphCanvas& canvas, const MatrixRequest& request, double topCaption) {
+  layAxisTitles(canvas, joinedTitles(request.pairs, true), joinedTitles(request.pairs, false), topCaption);
+  host::Element title = makeLabel("", canvas.titleFont);
+  title.align = host::Align::centre;
+  title.colour = readableColour(glo.fontColour, canvas.look);
+  canvas.surface.add(host::Layer::titles, "graphTitle", 0, std::move(title));
+  addNotes(
+      makeNotes(canvas.surface, canvas.look, canvas.captionFont, textWidth(glo.listTitle, canvas.titleFont),
+                categoryLine(), canvas.px(16), request.graphFilter),
+      canvas.surface);
+}
+
+}  // namespace
+
+MatrixModel plotMatrix(const MatrixRequest& request) {
+  MatrixModel model;
+  model.dataMessage = kDataMessage;
+  GraphCanvas& canvas = model.canvas;
+  canvas.begin(request.width, request.height, expectedKeys(request.pairs));
+  model.scaleSizes = sizesOf(request);
+  layAxisLines(canvas);
+  planAxes(model, request);
+  if (model.withoutPoints != 0)
+    return model;
+  const double topCaption = AxisLabels(canvas, model.across, model.up, request.skew);
+  plotPairs(model, request);
+  layTitles(canvas, request, topCaption);
+  return model;
+}
+
+void MatrixModel::show(const GraphView& view) {
+  for (const GraphArray& array : kGraphArrays) {
+    host::ElementArray* elements = canvas.surface.find(array.name);
+    if (elements == nullptr)
+      continue;
+    for (const PlottedItem& item : plotted)
+      if (host::Element* element = elements->find(item.n[static_cast<std::size_t>(array.pair)]))
+        element->visible = isShown(array, item, view);
+  }
+}
+
+// Its font falls a point at a time until the text fits; it stands centred at the top.
+void MatrixModel::setTitle(const std::string& text) {
+  host::Element* title = canvas.surface.find("graphTitle", 0);
+  if (title == nullptr)
+    return;
+  const double room = kTitleShare * canvas.width();
+  title->font = canvas.titleFont;
+  while (title->font.size > canvas.captionFont.size && textWidth(text, title->font) > room)
+    title->font.size -= 1;
+  title->caption = cutToWidth(text, title->font, room);
+  title->toolTip = text;
+  title->width = textWidth(title->caption, title->font);
+  title->height = lineHeight(title->font);
+  title->left = (canvas.width() - title->width) / 2;
+  title->top = canvas.px(6);
+}
+
+}  // namespace qrn

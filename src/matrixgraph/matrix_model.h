@@ -1,0 +1,39 @@
+// The matrix graph as a function: what is asked for and the exercise in `glo` give surface, geometry and the
+// items on it.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "matrixgraph/axis_plan.h"
+#include "matrixgraph/graph_canvas.h"
+#include "matrixgraph/graph_parts.h"
+#include "matrixgraph/plot_request.h"
+
+namespace qrn {
+
+struct MatrixRequest {
+  PlotRequest pairs = kNoPairs;
+  double width = 0, height = 0;  // twips
+  bool skew = false;             // every scale point owns a cell
+  bool diversity = false;        // both axes run 0 to 100
+  bool graphFilter = false;      // the graph is narrowed by its own filter form
+};
+
+struct MatrixModel {
+  GraphCanvas canvas;  // surface, plot area, fonts
+  AxisPlan across, up;
+  ScaleSizes scaleSizes{1, 1};  // of the first pair, 1 at least
+  int withoutPoints = 0;  // an assessment without voting points; then the graph ends with its axis lines
+  std::vector<PlottedItem> plotted;  // items that stand in some pair, in list order
+  std::string dataMessage;           // kDataMessage and a line for each item without votes
+
+  // Shows what the view lets through; nothing is built.
+  void show(const GraphView& view);
+  void setTitle(const std::string& text);
+};
+
+// Scores and multi-plots must have been computed, and every item must have its identifier.
+MatrixModel plotMatrix(const MatrixRequest& request);
+
+}  // namespace qrn

@@ -1,0 +1,141 @@
+// Labels and list rows under the mouse, and what a view lets through.
+#include <algorithm>
+
+#include "charts/graph_fixture.h"
+#include "matrixgraph/xy_vote_graph.h"
+
+namespace qrn {
+namespace {
+
+namespace mouse = host::mouse;
+using test::GraphWorld;
+
+class GraphMouse : public GraphWorld {
+ protected:
+  GraphMouse() {
+    registerGraphForms();
+    addItems(4);
+    for (int a = 1; a <= 2; ++a) addScale(a, "Name" + std::to_string(a), 5);
+    for (int item = 0; item < 4; ++item)
+      for (int a : {1, 2}) vote(item, a, std::to_string(item + 1) + ";");
+    for (int item = 0; item < 4; ++item) {  // rows stand in another order than items, and no ID is an index
+      RiskRecord& risk = glo.risks[static_cast<std::size_t>(item)];
+      risk.ID = 40 - item;
+    }
+    drawMatrixGraph({1, 2, -1, -1, -1, -1, -1, -1}, 1024, 768);
+  }
+  xyVoteGraph& form() { return host::host().forms->as<xyVoteGraph>("xyVoteGraph"); }
+  const host::Element& key(int n) { return *form().surface().find("labelRisk", n); }
+  double x(int n) { return key(n).left + key(n).width / 2; }
+  double y(int n) { return key(n).top + key(n).height / 2; }
+  std::string selection() {
+    return std::to_string(form().selectedRiskIndex) + " row " + std::to_string(form().ListIndex);
+  }
+};
+
+TEST_F(GraphMouse, APressSelectsTheItemAndItsRow) {
+  EXPECT_EQ(key(3).item, 38);
+  std::rotate(form().List1.begin(), form().List1.begin() + 1, form().List1.end());  // rows B C D A
+  form().Form_MouseDown(mouse::left, x(2), y(2));
+  EXPECT_EQ(selection(), "1 row 0");
+  form().Form_MouseDown(mouse::right, x(1), y(1));
+  EXPECT_EQ(selection(), "0 row 3");
+  form().Form_MouseDown(mouse::left, 10, 10);  // where nothing stands
+  EXPECT_EQ(selection(), "0 row 3");
+  form().List1.pop_back();
+  form().Form_DblClick(x(3), y(3));
+  EXPECT_EQ(form().List1.size(), 4U) << "the list is built anew";
+  EXPECT_EQ(selection(), "2 row 2");
+  form().List1.pop_back();
+  form().Form_MouseDown(mouse::right, x(4), y(4));  // on the graph and not in the list
+  EXPECT_EQ(selection(), "3 row 2");
+  for (const int row : {0, -1, 9}) form().List1_Click(row);
+  EXPECT_EQ(selection(), "0 row 0");
+  form().List1_RightClick(1);
+  EXPECT_EQ(selection(), "1 row 1");
+  form().List1_DblClick(2);
+  EXPECT_EQ(selection(), "2 row 2");
+}
+
+TEST_F(GraphMouse, ADraggedLabelKeepsThePlaceOfThePress) {
+  const double left = key(2).left, top = key(2).top;
+  form().Form_MouseDown(mouse::left, left + 100, top + 50);
+  form().Form_MouseMove(left + 130, top + 50);  // two pixels: a click
+  EXPECT_EQ(key(2).left, left);
+  form().Form_MouseMove(5000, 4000);
+  form().Form_MouseUp(6000, 5000);
+  EXPECT_EQ(key(2).left, 5900);
+  EXPECT_EQ(key(2).top, 4950);
+  const host::Element& shadow = *form().surface().find("labelRiskShadow", 2);
+  EXPECT_EQ(shadow.left, 5915);
+  EXPECT_EQ(shadow.top, 4965);
+  form().Form_MouseMove(100, 100);  // dropped
+  form().Form_MouseDown(mouse::right, x(1), y(1));
+  form().Form_MouseMove(200, 200);
+  EXPECT_EQ(key(2).left, 5900);
+  EXPECT_GT(key(1).left, 1000);
+  form().tmr_load_Timer();
+  EXPECT_EQ(key(2).left, left) << "a draw puts it back";
+}
+
+TEST_F(GraphMouse, ADoubleClickOpensTheFormOfTheItem) {
+  struct ItemForm : host::Form {
+    using Form::Form;
+  };
+  world.forms.define("editBox_Form", [] { return std::make_unique<ItemForm>("editBox_Form"); });
+  world.at(0.1, [&] { world.forms.unload("editBox_Form"); });
+  form().Form_DblClick(x(3), y(3));
+  EXPECT_EQ(selection(), "2 row 2");
+  world.at(0.1, [&] {  // the run ends while the form is up
+    world.forms.unload("editBox_Form");
+    world.forms.unload("xyVoteGraph");
+  });
+  xyVoteGraph& gone = form();
+  gone.List1_DblClick(0);
+  EXPECT_FALSE(world.forms.isLoaded("xyVoteGraph"));
+}
+
+TEST(GraphView, OneRuleSaysWhatIsSeen) {
+  const PlottedItem item{.risk = 0, .id = 5, .n = {1, 1, 0, 0}, .joined = {false, true, false, false}};
+  GraphView all;
+  all.roundVisible.fill(true);
+  struct Case {
+    const char* name;
+    void (*change)(PlottedItem&, GraphView&);
+    bool key1, key2, shadow2, line;
+  };
+  const Case cases[] = {
+      {"all", [](PlottedItem&, GraphView&) {}, true, true, true, true},
+      {"first pair off", [](PlottedItem&, GraphView& v) { v.roundVisible[0] = false; }, false, true, true,
+       false},
+      {"second pair off", [](PlottedItem&, GraphView& v) { v.roundVisible[1] = false; }, true, false, false,
+       false},
+      {"lines off", [](PlottedItem&, GraphView& v) { v.pairLines = false; }, true, true, true, false},
+      {"not joined", [](PlottedItem& i, GraphView&) { i.joined[1] = false; }, true, true, true, false},
+      {"shadows off", [](PlottedItem&, GraphView& v) { v.shadows = false; }, true, true, false, true},
+      {"another zoomed", [](PlottedItem&, GraphView& v) { v.zoomedItem = 6; }, false, false, false, false},
+      {"zoomed", [](PlottedItem&, GraphView& v) { v.zoomedItem = 5; }, true, true, true, true},
+      {"filtered", [](PlottedItem& i, GraphView&) { i.filtered[1] = true; }, true, false, false, false},
+      {"in a group", [](PlottedItem& i, GraphView&) { i.group[1] = 2; }, true, false, false, true},
+      {"in a group and zoomed",
+       [](PlottedItem& i, GraphView& v) {
+         i.group[1] = 2;
+         v.zoomedItem = 5;
+       },
+       true, true, true, true},
+  };
+  for (const Case& c : cases) {
+    PlottedItem one = item;
+    GraphView view = all;
+    c.change(one, view);
+    EXPECT_EQ(isShown(graphArray(Part::key, 0), one, view), c.key1) << c.name;
+    EXPECT_EQ(isShown(graphArray(Part::key, 1), one, view), c.key2) << c.name;
+    EXPECT_EQ(isShown(graphArray(Part::shadow, 1), one, view), c.shadow2) << c.name;
+    EXPECT_EQ(isShown(graphArray(Part::line, 1), one, view), c.line) << c.name;
+    EXPECT_EQ(isShown(graphArray(Part::blob, 1), one, view), c.line) << c.name;
+    EXPECT_FALSE(isShown(graphArray(Part::key, 2), one, view)) << c.name;
+  }
+}
+
+}  // namespace
+}  // namespace qrn
