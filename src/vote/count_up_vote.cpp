@@ -157,8 +157,8 @@ bool showResult(VoteForm& form) {
   form.UpdateBars();
   form.ShowBars(showBars);
   const RiskRecord& risk = glo.risks[static_cast<std::size_t>(glo.currentItem)];
-  const bool scored = risk.hasScore(static_cast<std::size_t>(glo.currentAssessment - 1));
-  const bool showStats = !glo.displayOnly && scored && glo.CheckAverageScoreIndicator == 1;
+  const bool scored = !glo.displayOnly && risk.hasScore(static_cast<std::size_t>(glo.currentAssessment - 1));
+  const bool showStats = scored && glo.CheckAverageScoreIndicator == 1;
   form.ShowAverageScore(scored ? statisticsText(glo.currentItem, glo.currentAssessment) : "", showStats);
   return showBars || showStats;
 }

@@ -281,7 +281,11 @@ TEST_F(MultiPlotTest, PlotsThatFeedOnEachOtherComeToAnEnd) {
   item().average[0] = 2;
   item().average[1] = 3;
   item().average[9] = 50;
+  item().counted[0] = 1;
+  item().counted[9] = 50;
   GetMultiPlotValues(0);
+  EXPECT_FALSE(item().hasScore(10));
+  EXPECT_EQ(item().counted[9], 1);
   EXPECT_EQ(item().average[10], 3);
   EXPECT_EQ(item().average[9], 5);
   glo.assessments[0].scalePointCount = glo.assessments[1].scalePointCount = 4;

@@ -157,6 +157,17 @@ TEST_F(MatrixGraph, TellsWhichDataIsMissingInTheOrderMet) {
   form.cmd_info_Click();
 }
 
+// What a multi-plot lacks is not told, only what an assessment does.
+TEST_F(MatrixGraph, LeavesOutWhatHasNoVoteInAMultiPlot) {
+  glo.multiPlot[0].Assessments[2] = true;
+  vote(0, 2, "3;");
+  vote(1, 2, "3;");
+  vote(1, 3, "2;");
+  vote(2, 3, "2;");
+  EXPECT_EQ(captions(draw({10, 2, -1, -1, -1, -1, -1, -1}).surface(), "labelRisk"), Texts{"B"});
+  EXPECT_EQ(glo.dataMessage, "Data not found for these items: \r\nitem 2, assessment 2");
+}
+
 TEST_F(MatrixGraph, LeavesOutWhatIsNotVotingOrNotInACategoryShown) {
   voteAll();
   glo.risks[0].voting = false;

@@ -135,8 +135,8 @@ TEST_F(StatisticsTest, ScoresFromTheBytesAreThoseOfLoadVotesAndSetStats) {
     slide.stubborn.values["QRNPOSTALVOTES"] = round % 3 == 0 ? "2C1;P1;4;-;X;250;A\r\n5C1;0" : "";
     glo.postalRecords.forget();
     glo.CheckUseLivePostal = round % 4 % 3;
-    glo.opt_abstain = true;
-    glo.demographicQuestions = {{1, 1, "", "", "d,t,1;2;1;1;1;2;", 1, true, {{1, "A", true}}}};
+    glo.opt_abstain = round % 2 == 0;
+    glo.demographicQuestions = {{1, 1, "", "", "d,t,1;2;1;1;1;2;1;1;2;2;1;1;", 1, true, {{1, "A", true}}}};
     glo.demographicFilterOn = round % 5 == 0;
     for (RiskRecord& risk : glo.risks) risk.diversity[0] = 7;
     const std::vector<RiskRecord> before = glo.risks;
@@ -152,6 +152,7 @@ TEST_F(StatisticsTest, ScoresFromTheBytesAreThoseOfLoadVotesAndSetStats) {
       const bool live = LoadVotes(voteKey(i, 1)), postal = LoadPostalVotes(voteKey(i, 1));
       EXPECT_EQ(scores[at].live, live);
       EXPECT_EQ(scores[at].postal, postal);
+      EXPECT_EQ(direct[at].postalData[0], postal);
       if (!live && !postal) {
         EXPECT_EQ(direct[at].average[0], 0);
         EXPECT_FALSE(direct[at].hasScore(0));
@@ -185,11 +186,13 @@ TEST_F(StatisticsTest, AVeryWideVoteScoresTheSameEitherWay) {
 }
 
 TEST_F(StatisticsTest, RefreshingListsWhatIsMissingAndKeepsTheVotesInMemory) {
-  store("d,t,3;5;,7C1\r\n");
+  store("d,t,3;5;,7C1\r\nd,t,3;5;,7C2\r\n");
+  glo.risks[1].average[1] = 55;
+  glo.risks[1].counted[1] = 2;
   setVotes({"1", "2"});
   item().average[0] = 4;
   item().counted[0] = item().counted[1] = 2;
-  glo.risks[1].active[0] = false;
+  item().active[0] = true;
   glo.assessmentInfo[1].active = true;
   glo.assessments[1].voteType = 3;
   item().average[1] = 55;  // made elsewhere
@@ -197,8 +200,9 @@ TEST_F(StatisticsTest, RefreshingListsWhatIsMissingAndKeepsTheVotesInMemory) {
   EXPECT_EQ(item().average[0], 0);
   EXPECT_EQ(item().average[1], 55);
   EXPECT_TRUE(item().hasScore(1));
+  EXPECT_FALSE(glo.risks[1].hasScore(1));  // votes of a scale give no such average
   EXPECT_EQ(glo.risks[1].average[0], 4);
-  EXPECT_TRUE(glo.risks[1].active[0]);
+  EXPECT_TRUE(item().active[0] && glo.risks[1].active[0]);
   EXPECT_EQ(firstVotes(2), (std::vector<std::string>{"1", "2"}));
   refreshScores(1);
   EXPECT_EQ(glo.dataMessage, "Data not found for these items: \r\nitem 12, assessment 1");
@@ -208,11 +212,15 @@ TEST_F(StatisticsTest, ATableOfResults) {
   store("d,t,3;5;X;-;,12C1\r\nd,t,X;X;,7C1\r\nd,t,1;1;1;,7C4\r\n");
   glo.opt_abstain = true;
   glo.assessmentInfo[1].active = glo.assessmentInfo[2].active = true;
+  item().average[9] = 6;  // a multi-plot, made elsewhere
+  item().counted[9] = 2;
   const std::vector<ItemResult> table = results();
   ASSERT_EQ(table.size(), 2u);
   EXPECT_EQ(table[0].identifier, "A");
   EXPECT_EQ(table[0].sortKey, 12);
   EXPECT_EQ(table[0].average[0], 4);
+  EXPECT_EQ(table[0].average[9], 6);
+  EXPECT_EQ(table[0].standardDeviation[9], std::nullopt);
   EXPECT_EQ(table[0].participants[0], 2);
   EXPECT_EQ(table[0].abstains[0], 1);
   EXPECT_EQ(table[1].participants[0], 0);
@@ -225,6 +233,8 @@ TEST_F(StatisticsTest, ATableOfResults) {
   EXPECT_EQ(glo.dataMessage,
             "Data not found for these items: \r\nitem 7, assessment 1\r\nitem 12, assessment 2"
             "\r\nitem 7, assessment 2\r\nitem 12, assessment 3\r\nitem 7, assessment 3");
+  glo.opt_abstain = false;
+  EXPECT_EQ(results()[1].abstains[0], 0);
 }
 
 TEST_F(StatisticsTest, OneScorePerGroupOfTheDefaultQuestion) {

@@ -85,8 +85,11 @@ TEST_F(VoteStoreTest, AKeypadOutsideTheFilterReadsAsNotVoted) {
   glo.demographicQuestions = {{1, 1, "", "", "d,t,2;1;2;", 1, true, {{2, "B", true}}}};
   glo.demographicFilterOn = true;
   store("d,t,5;4;3;,12C1\r\n");
-  EXPECT_TRUE(LoadVotes("12C1"));
-  EXPECT_EQ(firstVotes(4), (Votes{"5", "-100", "3", "-100"}));
+  for (const int anyGroup : {0, 1}) {
+    glo.demographicLogicalOperator = anyGroup;
+    EXPECT_TRUE(LoadVotes("12C1"));
+    EXPECT_EQ(firstVotes(4), (Votes{"5", "-100", "3", "-100"}));
+  }
   EXPECT_EQ(glo.demographicFilterText, "B");
 }
 
@@ -162,6 +165,7 @@ TEST_F(VoteStoreTest, PostalVotesComeFromTheirOwnStore) {
   EXPECT_TRUE(LoadPostalVotes("12C1"));
   EXPECT_EQ(glo.postalVotes, (std::vector<int>{3, -100, -2, 10, 12, 0}));
   EXPECT_TRUE(LoadPostalVotes("7c1"));
+  EXPECT_EQ(glo.postalVotes, (std::vector<int>{2, 0}));
   LoadVotes("5C1");
   EXPECT_FALSE(LoadPostalVotes("5C1"));
   EXPECT_EQ(glo.postalVotes, (std::vector<int>{1, 0}));

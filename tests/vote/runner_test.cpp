@@ -295,12 +295,19 @@ TEST_F(Runner, countsThePostalVotesOfTheItemAtHand) {
   glo.oVoteSlide->tags().Add("QRNPOSTALVOTES", "10C1;P1;1;1;\r\n");
   glo.postalVotes = {5, 5, 5, 0};  // left from looking at another item
   std::vector<float> averages;
-  scripts.assign(2, [&] {
-    voteAndGoOn();
-    world.at(1.5, [&] { averages.push_back(glo.risks[averages.size()].average[0]); });
-  });
+  std::vector<bool> told;
+  world.expectMsgBox("No votes have been collected", host::Answer::yes);
+  for (const char* const votes : {"345", "345", ""})  // nobody votes on the third: no statistics
+    scripts.push_back([this, votes, &averages, &told] {
+      voteAndGoOn(votes);
+      world.at(1.5, [&] {
+        averages.push_back(glo.risks[averages.size()].average[0]);
+        told.push_back(runtime().lbl_averageScore.Visible);
+      });
+    });
   run();
-  EXPECT_THAT(averages, ElementsAre(2.8F, 4));
+  EXPECT_THAT(averages, ElementsAre(2.8F, 4, 0));
+  EXPECT_THAT(told, ElementsAre(true, true, false));
 }
 
 TEST_F(Runner, keepsTheVotesWhenTheLinkIsLost) {

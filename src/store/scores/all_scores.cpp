@@ -28,14 +28,12 @@ std::vector<int> allItems() {
 
 void storeScore(int risk, std::size_t a, const RecordScore& score) {
   RiskRecord& item = glo.risks[static_cast<std::size_t>(risk)];
-  const bool scalar = glo.assessments[a].voteType == 1, hasRecord = score.live || score.postal;
   item.active[a] = item.active[a] || score.live;
   item.postalData[a] = score.postal;
-  if (!scalar && !hasRecord)
-    return;  // an average of another kind is made elsewhere and stays
-  if (!scalar || !hasRecord) {
-    clearScore(item, a);
-    return;
+  if (glo.assessments[a].voteType != 1) {
+    if (score.live || score.postal)
+      clearScore(item, a);
+    return;  // without a record of this kind an average of another kind stays: it is made elsewhere
   }
   if (score.average != 0)
     glo.abstainCount = score.abstains;
