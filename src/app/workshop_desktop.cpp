@@ -135,11 +135,6 @@ WorkshopDesktop::WorkshopDesktop(Neighbours& neighbours) : neighbours_(neighbour
     auto* deck = dynamic_cast<deck::Deck*>(&presentation);
     return deck != nullptr ? deck->foreignSaveWarning() : std::nullopt;
   };
-  hooks.preparePictures = [](host::Presentation& presentation,
-                             const std::function<void(const std::string&)>& progress) {
-    if (auto* deck = dynamic_cast<deck::Deck*>(&presentation))
-      deck->prepare(progress);
-  };
   hooks.installFolder = neighbours_.installFolder();
   desktop_ = std::make_unique<desktop::Desktop>(std::move(hooks));
   host::host().presentationProgram = &desktop_->program();

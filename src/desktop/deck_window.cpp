@@ -133,6 +133,12 @@ void DeckWindow::slideChanged(int slide) {
     showCurrent();
 }
 
+void DeckWindow::pictureArrived(int slide) {
+  model_.pictureArrived(slide);
+  if (slide == SlideIndex())
+    picture_->setPicture(pictures_.picture(slide));
+}
+
 void DeckWindow::setBusy(bool busy) {
   if (busy && !busy_)
     focusBefore_ = focusWidget();

@@ -27,7 +27,8 @@ namespace qrn::desktop {
 namespace {
 
 constexpr int kServeMs = 15;          // while a slide picture is being made, wanted runs start at this pace
-constexpr int kPicturesWaitMs = 300;  // no picture is made this soon after a key or a click
+constexpr int kPicturesWaitMs = 150;  // no picture is made this soon after a key or a click
+constexpr int kPicturesLookMs = 25;   // whether the next thumbnail has come
 
 // Notes when the person last did something.
 class InputWatch : public QObject {
@@ -96,13 +97,13 @@ struct Desktop::Parts {
   int wantedRun = 0;  // slide, 0 for none
   std::optional<std::string> wantedDeck;
   bool running = false, leaving = false;
+  int saidLeft = 0;     // thumbnails to go
   bool making = false;  // a slide picture is being made; its deck must stay
   host::Timer tmrServe{kServeMs, [this] { serve(); }};
 };
 
 Desktop::Parts::Parts(DesktopHooks given)
     : hooks(std::move(given)),
-      pictures(hooks.preparePictures),
       window(pictures, hooks.exerciseFacts ? hooks.exerciseFacts : ExerciseFactsOf([](host::Slide& s) {
                return factsFromTags(s);
              }),
@@ -116,7 +117,7 @@ Desktop::Parts::Parts(DesktopHooks given)
                       [this]() -> QWidget* { return showRuns() ? show.get() : nullptr; },
                       [this](bool enabled) { window.setBusy(!enabled || running); }}) {
   pictures.arrived = [this](int slide) {
-    window.slideChanged(slide);
+    window.pictureArrived(slide);
     if (show)
       show->pictureArrived(slide);
   };
@@ -146,7 +147,8 @@ std::optional<std::int64_t> Desktop::Parts::idleMicroseconds() const {
     return 0;
   std::optional<std::int64_t> idle = host::untilNextTick();
   if (pictures.wanted() > 0) {
-    const std::int64_t quiet = 1000 * watch.quietIn(kPicturesWaitMs);
+    const std::int64_t quiet =
+        1000 * std::max<std::int64_t>(watch.quietIn(kPicturesWaitMs), pictures.waits() ? kPicturesLookMs : 0);
     idle = std::min(idle.value_or(quiet), quiet);
   }
   return idle;
@@ -163,7 +165,6 @@ void Desktop::Parts::serve() {
 }
 
 void Desktop::Parts::makePicture() {
-  sayPictures();
   making = true;
   tmrServe.setEnabled(true);
   pictures.step();
@@ -317,10 +318,12 @@ void Desktop::Parts::report(const std::string& what, const std::exception& error
 }
 
 void Desktop::Parts::sayPictures() {
-  if (pictures.wanted() > 0)
-    window.say(QString("Making slide pictures, %1 to go").arg(pictures.wanted()));
-  else if (making)
+  const int left = pictures.thumbnailsWanted();
+  if (left > 0 && left != saidLeft)
+    window.say(QString("Making slide pictures, %1 to go").arg(left));
+  else if (left == 0 && saidLeft > 0)
     window.say("");
+  saidLeft = left;
 }
 
 Desktop::Desktop(DesktopHooks hooks) {

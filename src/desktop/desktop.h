@@ -46,9 +46,6 @@ struct DesktopHooks {
   std::function<std::optional<ExerciseFacts>(host::Slide&)> exerciseFacts;
   // Said when votes or settings wait in the journal for the next save; left out, closing never asks.
   std::function<bool()> unsavedChanges;
-  // Makes the slides ready for Export(); tells a line before each long step. Left out, nothing is prepared.
-  std::function<void(host::Presentation&, const std::function<void(const std::string&)>& progress)>
-      preparePictures;
   // A notice to stand on the deck window while this deck is open; left out or nothing, there is none.
   std::function<std::optional<std::string>(host::Presentation&)> deckNotice;
   std::string installFolder;  // without separator at the end

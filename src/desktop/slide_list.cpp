@@ -147,6 +147,11 @@ void SlideListModel::slideChanged(int slide) {
   emit dataChanged(index(slide - 1), index(slide - 1));
 }
 
+void SlideListModel::pictureArrived(int slide) {
+  if (slide >= 1 && slide <= rowCount())
+    emit dataChanged(index(slide - 1), index(slide - 1), {Qt::DecorationRole});
+}
+
 const SlideRow& SlideListModel::row(int slide) const {
   std::optional<SlideRow>& kept = rows_.at(static_cast<std::size_t>(slide - 1));
   if (!kept) {

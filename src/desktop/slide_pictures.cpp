@@ -15,7 +15,8 @@ namespace qrn::desktop {
 
 namespace {
 
-constexpr int kLargeKept = 6;  // pictures of full size held in memory
+constexpr int kLargeKept = 6, kThumbnailsKept = 300;  // held in memory
+constexpr int kThumbnailsAtOnce = 20;
 constexpr int kSmallestWidth = 1280, kLargestWidth = 3840;
 
 QColor schemeColour(host::Presentation& deck, int entry, const QColor& otherwise) {
@@ -43,40 +44,51 @@ bool holdsExercise(host::Slide& slide) {
   return !slide.tags().Item("qrnMatrix").empty();
 }
 
-SlidePictures::SlidePictures(PreparePictures prepare) : prepare_(std::move(prepare)), large_(kLargeKept) {}
+SlidePictures::SlidePictures() : thumbnails_(kThumbnailsKept), large_(kLargeKept) {}
 
 void SlidePictures::setDeck(host::Presentation* deck) {
+  run_.reset();
   deck_ = deck;
-  prepared_ = failureSaid_ = false;
+  runWanted_ = waits_ = failureSaid_ = false;
   queue_.clear();
-  for (const int slide : made_) QFile::remove(fileOf(slide));
+  small_.clear();
+  for (const int slide : made_) QFile::remove(fileOf(slide, "slide"));
   made_.clear();
   failed_.clear();
+  thumbnailFiles_.clear();
   thumbnails_.clear();
   large_.clear();
 }
 
 QImage SlidePictures::thumbnail(int slide) {
-  const auto found = thumbnails_.find(slide);
-  if (!isMade(slide))
-    want(slide);
-  if (found != thumbnails_.end())
-    return found->second;
-  return thumbnails_[slide] = drawing(slide, sized(kThumbnailWidth));
+  lastAsked_ = slide;
+  if (const QImage* kept = thumbnails_.object(slide))
+    return *kept;
+  QImage image;
+  if (const auto made = thumbnailFiles_.find(slide);
+      made != thumbnailFiles_.end() && !image.load(made->second))
+    thumbnailFiles_.erase(made);
+  if (image.isNull()) {
+    if (failed_.count(slide) == 0)
+      small_.insert(slide);
+    image = drawing(slide, sized(kThumbnailWidth));
+  }
+  thumbnails_.insert(slide, new QImage(image));
+  return image;
 }
 
 QImage SlidePictures::picture(int slide) {
   if (const QImage* kept = large_.object(slide))
     return *kept;
   QImage image;
-  if (isMade(slide))
-    image.load(fileOf(slide));
-  if (image.isNull()) {
-    want(slide);
-    return drawing(slide, pictureSize());
+  if (isMade(slide) && image.load(fileOf(slide, "slide"))) {
+    large_.insert(slide, new QImage(image));
+    return image;
   }
-  large_.insert(slide, new QImage(image));
-  return image;
+  want(slide);
+  if (thumbnailFiles_.count(slide) != 0)
+    return thumbnail(slide).scaled(pictureSize(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+  return drawing(slide, pictureSize());
 }
 
 QSize SlidePictures::pictureSize() const {
@@ -86,61 +98,114 @@ QSize SlidePictures::pictureSize() const {
   return sized(std::min(width, kLargestWidth));
 }
 
-void SlidePictures::wantAll() {
-  if (!deck_)
-    return;
-  const std::set<int> already(queue_.begin(), queue_.end());
-  for (int slide = 1; slide <= deck_->SlideCount(); ++slide)
-    if (!isMade(slide) && failed_.count(slide) == 0 && already.count(slide) == 0)
-      queue_.push_back(slide);
-}
-
-bool SlidePictures::step() {
-  if (!deck_ || queue_.empty())
-    return false;
-  if (!prepared_) {
-    prepared_ = true;
-    if (prepare_)
-      prepare_(
-          *deck_, said ? said : [](const std::string&) {});
-  }
-  if (queue_.empty())
-    return false;
-  const int slide = queue_.front();
-  queue_.pop_front();
-  make(slide);
-  return true;
-}
-
-void SlidePictures::make(int slide) {
-  try {
-    const QSize size = pictureSize();
-    deck_->Slides(slide).Export(fileOf(slide).toStdString(), "PNG", size.width(), size.height());
-    const QImage image(fileOf(slide));
-    if (image.isNull())
-      throw HostError(Fault::badData, 0, "The picture of slide " + std::to_string(slide) + " cannot be read");
-    thumbnails_[slide] =
-        image.scaled(sized(kThumbnailWidth), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    made_.insert(slide);
-    if (arrived)
-      arrived(slide);
-  } catch (const HostError& error) {
-    failed_.insert(slide);
-    if (said && !failureSaid_)
-      said(std::string("Slides are shown as plain text: ") + error.what());
-    failureSaid_ = true;
-  }
-}
-
 void SlidePictures::want(int slide) {
-  if (failed_.count(slide) != 0)
+  if (isMade(slide) || failed_.count(slide) != 0)
     return;
   std::erase(queue_, slide);
   queue_.push_front(slide);
 }
 
-QString SlidePictures::fileOf(int slide) const {
-  return folder_.filePath(QString("slide-%1.png").arg(slide));
+void SlidePictures::wantAll() {
+  if (!deck_)
+    return;
+  for (int slide = 1; slide <= deck_->SlideCount(); ++slide)
+    if (thumbnailFiles_.count(slide) == 0 && failed_.count(slide) == 0)
+      small_.insert(slide);
+  runWanted_ = !run_;
+}
+
+bool SlidePictures::step() {
+  waits_ = false;
+  if (!deck_ || wanted() == 0)
+    return false;
+  const bool took = takeThumbnails();
+  if (!queue_.empty() && (!run_ || run_->canExport())) {
+    const int slide = queue_.front();
+    queue_.pop_front();
+    makePicture(slide);
+  } else if (!run_ && !small_.empty()) {
+    makeThumbnail(nextThumbnail());
+  } else {
+    waits_ = run_ && !took;
+  }
+  return true;
+}
+
+// Those that have become ready. False when there was none.
+bool SlidePictures::takeThumbnails() {
+  try {
+    if (std::exchange(runWanted_, false)) {
+      const QSize size = sized(kThumbnailWidth);
+      run_ = deck_->ExportAll(size.width(), size.height());
+    }
+    int took = 0;
+    while (run_ && took < kThumbnailsAtOnce) {
+      const std::optional<host::SlidePicture> next = run_->next();
+      if (run_->hasEnded())
+        run_.reset();
+      if (!next)
+        break;
+      ++took;
+      thumbnailArrived(next->slide, render::toQt(next->file));
+    }
+    return took > 0;
+  } catch (const HostError&) {
+    run_.reset();  // what is left is exported one by one, which tells what is wrong
+    return false;
+  }
+}
+
+// The first one at or behind what is looked at.
+int SlidePictures::nextThumbnail() const {
+  const auto next = small_.lower_bound(lastAsked_);
+  return next != small_.end() ? *next : *small_.begin();
+}
+
+void SlidePictures::makePicture(int slide) {
+  const QImage image = exported(slide, fileOf(slide, "slide"), pictureSize());
+  if (image.isNull())
+    return;
+  made_.insert(slide);
+  large_.insert(slide, new QImage(image));
+  if (arrived)
+    arrived(slide);
+}
+
+void SlidePictures::makeThumbnail(int slide) {
+  const QString file = fileOf(slide, "thumbnail");
+  if (!exported(slide, file, sized(kThumbnailWidth)).isNull())
+    thumbnailArrived(slide, file);
+}
+
+void SlidePictures::thumbnailArrived(int slide, const QString& file) {
+  small_.erase(slide);
+  thumbnailFiles_[slide] = file;
+  thumbnails_.remove(slide);
+  if (arrived)
+    arrived(slide);
+}
+
+// Null when it cannot be had.
+QImage SlidePictures::exported(int slide, const QString& file, QSize size) {
+  try {
+    deck_->Slides(slide).Export(file.toStdString(), "JPG", size.width(), size.height());
+    const QImage image(file);
+    if (image.isNull())
+      throw HostError(Fault::badData, 0, "The picture of slide " + std::to_string(slide) + " cannot be read");
+    return image;
+  } catch (const HostError& error) {
+    small_.erase(slide);
+    std::erase(queue_, slide);
+    failed_.insert(slide);
+    if (said && !failureSaid_)
+      said(std::string("Slides are shown as plain text: ") + error.what());
+    failureSaid_ = true;
+    return {};
+  }
+}
+
+QString SlidePictures::fileOf(int slide, const char* kind) const {
+  return folder_.filePath(QString("%1-%2.jpg").arg(kind).arg(slide));
 }
 
 QImage SlidePictures::drawing(int slide, QSize size) const {

@@ -1,6 +1,6 @@
-// Pictures of the slides of the open deck. Asking for one answers at once, with a plain drawing of the slide
-// while its picture has not been made; the pictures wanted are made one at a time by step(), where nobody
-// waits for them.
+// Pictures of the slides of the open deck, large ones and thumbnails. Asking for one answers at once, with
+// what there is: the picture, its thumbnail made large, or a plain drawing of the slide. What is wanted is
+// made by step(), where nobody waits for it.
 #pragma once
 
 #include <QCache>
@@ -9,53 +9,59 @@
 #include <deque>
 #include <functional>
 #include <map>
+#include <memory>
 #include <set>
 
 #include "host/presentation.h"
 
 namespace qrn::desktop {
 
-using ProgressLine = std::function<void(const std::string&)>;
-using PreparePictures = std::function<void(host::Presentation&, const ProgressLine&)>;
-
 // True for a slide that holds an exercise.
 bool holdsExercise(host::Slide& slide);
 
 class SlidePictures {
  public:
-  explicit SlidePictures(PreparePictures prepare = {});
+  SlidePictures();
 
-  void setDeck(host::Presentation* deck);  // null: none; forgets every picture
+  void setDeck(host::Presentation* deck);  // null: none; forgets every picture, ends what is on its way
   QImage thumbnail(int slide);             // kThumbnailWidth pixels wide
   QImage picture(int slide);               // pictureSize() large
   QSize pictureSize() const;               // that of the largest screen, in the slides' proportions
-  bool isMade(int slide) const { return made_.count(slide) != 0; }
-  void wantAll();  // behind what is asked for by thumbnail() and picture()
+  void want(int slide);                    // its picture, before all that was wanted until now
+  void wantAll();                          // all thumbnails, behind pictures
 
-  // Makes the next wanted picture. False when nothing is wanted any more.
+  // Goes on with what is wanted, one picture at most. False when nothing was wanted any more.
   bool step();
-  int wanted() const { return static_cast<int>(queue_.size()); }
+  int wanted() const { return static_cast<int>(queue_.size() + small_.size()); }
+  int thumbnailsWanted() const { return static_cast<int>(small_.size()); }
+  bool waits() const { return waits_; }  // another program has to go on before step() can
 
-  std::function<void(int slide)> arrived;        // a picture has taken the place of the drawing
-  std::function<void(const std::string&)> said;  // progress, and the first failure
+  std::function<void(int slide)> arrived;  // its picture or thumbnail has taken the place of a lesser one
+  std::function<void(const std::string&)> said;  // the first failure
 
   static constexpr int kThumbnailWidth = 320;
 
  private:
-  QString fileOf(int slide) const;
+  bool isMade(int slide) const { return made_.count(slide) != 0; }
+  QString fileOf(int slide, const char* kind) const;
   QImage drawing(int slide, QSize size) const;
   QSize sized(int width) const;
-  void want(int slide);
-  void make(int slide);
+  bool takeThumbnails();
+  int nextThumbnail() const;
+  void makePicture(int slide);
+  void makeThumbnail(int slide);
+  QImage exported(int slide, const QString& file, QSize size);
+  void thumbnailArrived(int slide, const QString& file);
 
-  PreparePictures prepare_;
   host::Presentation* deck_ = nullptr;
   QTemporaryDir folder_;
-  bool prepared_ = false, failureSaid_ = false;
-  std::deque<int> queue_;
-  std::set<int> made_, failed_;
-  std::map<int, QImage> thumbnails_;
-  QCache<int, QImage> large_;
+  std::unique_ptr<host::PictureRun> run_;  // all thumbnails on their way
+  bool runWanted_ = false, waits_ = false, failureSaid_ = false;
+  std::deque<int> queue_;                // pictures wanted
+  std::set<int> small_, made_, failed_;  // thumbnails wanted; pictures made; slides given up
+  int lastAsked_ = 1;                    // thumbnails near this one are looked at
+  std::map<int, QString> thumbnailFiles_;
+  QCache<int, QImage> thumbnails_, large_;
 };
 
 }  // namespace qrn::desktop

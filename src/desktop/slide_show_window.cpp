@@ -194,7 +194,7 @@ void SlideShowWindow::showSlide(int slide) {
   blank_ = QColor();
   shown_ = QPixmap();
   if (const int after = shownSlide(slide + 1, 1))
-    pictures_.thumbnail(after);  // asks for the next picture, behind the one of this slide
+    pictures_.want(after);
   pictures_.picture(slide);
   update();
 }

@@ -68,6 +68,22 @@ class Slide {
   virtual void Export(const std::string& file, std::string_view format, int width, int height) = 0;
 };
 
+struct SlidePicture {
+  int slide = 0;     // from 1
+  std::string file;  // JPEG; to be read at once, for it may go
+};
+
+// Pictures of all slides on their way, while everything else goes on. What is unfinished ends with the
+// object.
+class PictureRun {
+ public:
+  virtual ~PictureRun() = default;
+  // The next one, when one is ready: does a few milliseconds of work and returns. Throws HostError.
+  virtual std::optional<SlidePicture> next() = 0;
+  virtual bool canExport() const = 0;  // false as long as Export() would have to wait, or give a makeshift
+  virtual bool hasEnded() const = 0;   // nothing more comes; a slide may have been left out
+};
+
 class Presentation {
  public:
   virtual ~Presentation() = default;
@@ -79,8 +95,10 @@ class Presentation {
   virtual int SlideCount() const = 0;
   virtual Slide& Slides(int index) = 0;             // 1 .. SlideCount(), else HostError
   virtual Slide& AddTitleOnlySlide(int after) = 0;  // 0 puts it first
-  virtual double SlideWidth() const = 0;            // points
-  virtual double SlideHeight() const = 0;           // points
+  // Pictures of width x height pixels. Null when only Export() makes them.
+  virtual std::unique_ptr<PictureRun> ExportAll(int /*width*/, int /*height*/) { return nullptr; }
+  virtual double SlideWidth() const = 0;   // points
+  virtual double SlideHeight() const = 0;  // points
   virtual std::optional<MasterFont> MasterTitleFont() = 0;
   virtual std::optional<MasterFont> MasterBodyFont() = 0;
   // Colour of the scheme, red lowest; entries 1 background, 2 text, 3 second background, 4 second text,

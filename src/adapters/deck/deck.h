@@ -83,9 +83,6 @@ class Deck : public host::Presentation {
 
   // False when there is no LibreOffice or it failed: pictures then come from the fallback painter.
   virtual bool picturesByLibreOffice() = 0;
-  // Makes the slides ready for Export(); with LibreOffice this takes seconds. `progress` is told a line of
-  // text before each long step.
-  virtual void prepare(const std::function<void(const std::string&)>& progress) = 0;
 
   // A text for the user when another program has dropped the tags, or has the deck open and may do so.
   virtual std::optional<std::string> foreignSaveWarning() = 0;

@@ -137,6 +137,7 @@ void DeckFile::keep(const Change& change) {
 DeckSlide& DeckFile::insertSlide(const SlideEntry& entry, int after) {
   slides_.insert(slides_.begin() + after, std::make_unique<DeckSlide>(*this, entry, after + 1));
   for (std::size_t i = 0; i < slides_.size(); ++i) slides_[i]->setIndex(static_cast<int>(i) + 1);
+  drawn_.reset();
   return *slides_[static_cast<std::size_t>(after)];
 }
 
@@ -157,30 +158,42 @@ MasterLook& DeckFile::master() {
   return *master_;
 }
 
-PictureSource DeckFile::pictureSource() {
-  PictureSource source{parts_, presentation_, {}};
-  for (const auto& slide : slides_) {
-    slide->putShapeChanges(source.parts);
-    source.slides.push_back(slide->entry());
+std::shared_ptr<const PictureSource> DeckFile::pictureSource() {
+  if (!drawn_) {
+    Parts parts = parts_;
+    std::vector<SlideEntry> entries;
+    for (const auto& slide : slides_) {
+      slide->putShapeChanges(parts);
+      entries.push_back(slide->entry());
+    }
+    drawn_ = std::make_shared<PictureSource>(std::move(parts), presentation_, std::move(entries));
+    restyled_.clear();
   }
-  return source;
+  if (!restyled_.empty() && drawn_.use_count() > 1)
+    drawn_ = std::make_shared<PictureSource>(*drawn_);  // pictures on their way keep theirs
+  for (DeckSlide* slide : restyled_)
+    drawn_->change(static_cast<std::size_t>(slide->slideIndex() - 1), slide->page().changedText());
+  restyled_.clear();
+  return drawn_;
 }
 
-void DeckFile::prepare(const std::function<void(const std::string&)>& progress) {
-  pictures_.prepare(pictureSource(), progress);
+std::unique_ptr<host::PictureRun> DeckFile::ExportAll(int width, int height) {
+  return pictures_.makeAll(pictureSource(), width, height);
 }
 
 void DeckFile::exportSlide(DeckSlide& slide, PictureRequest request) {
   request.slide = static_cast<std::size_t>(slide.slideIndex() - 1);
   request.slideChanged = slide.page().changed();
-  pictures_.make(pictureSource(), request, [&] { return slide.drawing(); });
+  pictures_.make(*pictureSource(), request, [&] { return slide.drawing(); });
 }
 
 DeckSlide::DeckSlide(DeckFile& deck, const SlideEntry& entry, int index)
     : deck_(deck),
       entry_(entry),
       index_(index),
-      page_(entry.part, [&deck]() -> const Parts& { return deck.parts(); }),
+      page_(
+          entry.part, [&deck]() -> const Parts& { return deck.parts(); },
+          [this] { deck_.slideRestyled(*this); }),
       tags_(
           entry.id, [&deck, part = entry.part] { return readTags(deck.parts(), part); },
           [this](const Change& change) { keep(change); }) {}

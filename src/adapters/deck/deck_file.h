@@ -77,7 +77,7 @@ class DeckFile final : public Deck {
   std::optional<host::MasterFont> MasterBodyFont() override { return master().bodyFont(); }
   std::int32_t SchemeColour(int entry) override { return master().schemeColour(entry); }
   bool picturesByLibreOffice() override { return pictures_.byLibreOffice(); }
-  void prepare(const std::function<void(const std::string&)>& progress) override;
+  std::unique_ptr<host::PictureRun> ExportAll(int width, int height) override;
   std::optional<std::string> foreignSaveWarning() override;
   RestoreResult restoreFromBackup() override;
 
@@ -86,6 +86,7 @@ class DeckFile final : public Deck {
   const Parts& parts() const { return parts_; }
   void keep(const Change& change);
   MasterLook& master();
+  void slideRestyled(DeckSlide& slide) { restyled_.insert(&slide); }
   void exportSlide(DeckSlide& slide, PictureRequest request);
 
  private:
@@ -96,7 +97,7 @@ class DeckFile final : public Deck {
   void requireWritable() const;
   DeckSlide* slideById(std::uint32_t id);
   std::vector<SlideMark> marks();
-  PictureSource pictureSource();
+  std::shared_ptr<const PictureSource> pictureSource();
   // deck_journal.cpp
   using SlidesById = std::map<std::uint32_t, DeckSlide*>;  // by the journal's numbers
   using Left = std::map<std::string, int>;                 // why changes were not applied, and how many
@@ -141,6 +142,8 @@ class DeckFile final : public Deck {
   Journal journal_;
   std::set<std::uint32_t> marked_;  // slides that this journal tells of
   Pictures pictures_;
+  std::shared_ptr<PictureSource> drawn_;  // the slides as they are to be drawn, but for those in restyled_
+  std::set<DeckSlide*> restyled_;
   std::optional<bool> tagsDropped_;  // from the deck on the disk, by another program
   std::string warning_;              // what opening or a failing disk has to tell
   bool toldOfFailure_ = false;

@@ -133,6 +133,7 @@ void DeckFile::takeOver(std::shared_ptr<Package> package) {
   package_ = std::move(package);
   parts_ = Parts(package_);
   master_.reset();
+  drawn_.reset();
   journal_.startAt(package_->fingerprint());
   marked_.clear();
   tags_->setSaved();

@@ -32,7 +32,7 @@ bool climbsOut(std::string_view name) {
 
 }  // namespace
 
-bool Package::NoCase::operator()(std::string_view a, std::string_view b) const {
+bool PartNameLess::operator()(std::string_view a, std::string_view b) const {
   const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
   return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(),
                                       [&](char x, char y) { return lower(x) < lower(y); });
@@ -162,21 +162,13 @@ void Package::movedTo(const std::string& file) {
   file_ = file;
 }
 
-std::map<std::string, std::string>::const_iterator Parts::find(const std::string& part) const {
-  const auto exact = changed_.find(part);
-  if (exact != changed_.end() || changed_.empty())
-    return exact;
-  return std::find_if(changed_.begin(), changed_.end(),
-                      [name = lowerCase(part)](const auto& one) { return lowerCase(one.first) == name; });
-}
-
 std::string Parts::read(const std::string& part) const {
-  const auto changed = find(part);
+  const auto changed = changed_.find(part);
   return changed != changed_.end() ? changed->second : package_->read(part);
 }
 
 void Parts::put(const std::string& part, std::string text) {
-  const auto changed = find(part);
+  const auto changed = changed_.find(part);
   changed_[changed != changed_.end() ? changed->first : package_->ownName(part)] = std::move(text);
 }
 

@@ -14,6 +14,12 @@
 
 namespace qrn::deck {
 
+// Part names are told apart without regard to case.
+struct PartNameLess {
+  bool operator()(std::string_view a, std::string_view b) const;
+};
+using PartTexts = std::map<std::string, std::string, PartNameLess>;
+
 struct Entry {
   std::string name;
   std::uint32_t crc = 0;
@@ -40,9 +46,6 @@ class Package {
   void movedTo(const std::string& file);  // after a rename
 
  private:
-  struct NoCase {
-    bool operator()(std::string_view a, std::string_view b) const;
-  };
   struct Discard {
     void operator()(zip_t* zip) const { zip_discard(zip); }
   };
@@ -54,7 +57,7 @@ class Package {
   File input_;
   std::unique_ptr<zip_t, Discard> zip_;
   std::vector<Entry> entries_;
-  std::map<std::string, std::uint64_t, NoCase> index_;
+  std::map<std::string, std::uint64_t, PartNameLess> index_;
   std::int64_t changedAt_ = 0;
 };
 
@@ -64,17 +67,16 @@ class Parts {
   explicit Parts(std::shared_ptr<const Package> package) : package_(std::move(package)) {}
   const Package& package() const { return *package_; }
   const std::string& file() const { return package_->file(); }
-  bool has(const std::string& part) const { return find(part) != changed_.end() || package_->has(part); }
+  bool has(const std::string& part) const { return changed_.count(part) != 0 || package_->has(part); }
   std::string read(const std::string& part) const;
   void put(const std::string& part, std::string text);
-  const std::map<std::string, std::string>& changed() const { return changed_; }
+  const PartTexts& changed() const { return changed_; }
   // First free name `<stem>N.xml`, N from 1.
   std::string freeName(const std::string& stem) const;
 
  private:
-  std::map<std::string, std::string>::const_iterator find(const std::string& part) const;
   std::shared_ptr<const Package> package_;
-  std::map<std::string, std::string> changed_;
+  PartTexts changed_;
 };
 
 // Writes the package with its changes to the open file `out`: every other entry keeps its place and its

@@ -1,8 +1,7 @@
 // What a picture of a slide depends on, as a name.
 #include <array>
-#include <set>
 
-#include "adapters/deck/pictures.h"
+#include "adapters/deck/picture_source.h"
 #include "adapters/deck/relationships.h"
 #include "adapters/deck/tags_part.h"
 #include "adapters/deck/text.h"
@@ -34,7 +33,7 @@ void addRelationships(Digest& digest, const Parts& parts, const std::string& par
 
 // The presentation without its tags, its list of slides and its sections.
 std::string presentationLook(const PictureSource& source) {
-  const Xml xml(withoutTags(source.parts, source.presentation), source.parts.file());
+  const Xml xml(withoutTags(source.parts(), source.presentation()), source.parts().file());
   Splices splices;
   for (const char* name : {"sldIdLst", "extLst"})
     if (const pugi::xml_node node = childOf(xml.root(), Space::presentation, name)) {
@@ -46,47 +45,69 @@ std::string presentationLook(const PictureSource& source) {
 
 std::string commonVersion(const PictureSource& source) {
   Digest digest;
-  std::set<std::string> changed;
-  for (const auto& [part, text] : source.parts.changed()) {
-    changed.insert(part);
-    if (isLeftOut(part, source.presentation))
+  for (const auto& [part, text] : source.parts().changed()) {
+    if (isLeftOut(part, source.presentation()))
       continue;
     digest.add(part);
     digest.add(text);
   }
-  for (const Entry& entry : source.parts.package().entries()) {
-    if (isLeftOut(entry.name, source.presentation) || changed.count(entry.name) != 0)
+  for (const Entry& entry : source.parts().package().entries()) {
+    if (isLeftOut(entry.name, source.presentation()) || source.parts().changed().count(entry.name) != 0)
       continue;
     digest.add(entry.name);
     digest.add(entry.crc);
     digest.add(entry.size);
   }
   digest.add(presentationLook(source));
-  addRelationships(digest, source.parts, source.presentation);
+  addRelationships(digest, source.parts(), source.presentation());
   return digest.text();
 }
 
 std::string versionOf(const PictureSource& source, const std::string& common, std::size_t slide) {
-  const std::string& part = source.slides[slide].part;
+  const std::string& part = source.slides()[slide].part;
   Digest digest;
   digest.add(common);
   digest.add(slide);  // slide numbers are drawn
-  digest.add(withoutTags(source.parts, part));
-  addRelationships(digest, source.parts, part);
+  digest.add(withoutTags(source.parts(), part));
+  addRelationships(digest, source.parts(), part);
   return digest.text();
 }
 
 }  // namespace
 
-std::string slideVersion(const PictureSource& source, std::size_t slide) {
-  return versionOf(source, commonVersion(source), slide);
+PictureSource::PictureSource(Parts parts, std::string presentation, std::vector<SlideEntry> slides)
+    : parts_(std::move(parts)),
+      presentation_(std::move(presentation)),
+      slides_(std::move(slides)),
+      versions_(slides_.size()) {}
+
+void PictureSource::change(std::size_t slide, std::string text) {
+  parts_.put(slides_[slide].part, std::move(text));
+  versions_[slide].clear();
+  deck_.clear();
 }
 
-std::string deckVersion(const PictureSource& source) {
-  const std::string common = commonVersion(source);
+PictureSource PictureSource::only(std::size_t slide) const {
+  PictureSource one(parts_, presentation_, {slides_[slide]});
+  one.parts_.put(presentation_, presentationOfOneSlide(parts_, presentation_, slides_[slide].id));
+  return one;
+}
+
+const std::string& PictureSource::slideVersion(std::size_t slide) const {
+  if (common_.empty())
+    common_ = commonVersion(*this);
+  std::string& version = versions_[slide];
+  if (version.empty())
+    version = versionOf(*this, common_, slide);
+  return version;
+}
+
+const std::string& PictureSource::deckVersion() const {
+  if (!deck_.empty())
+    return deck_;
   Digest digest;
-  for (std::size_t i = 0; i < source.slides.size(); ++i) digest.add(versionOf(source, common, i));
-  return digest.text();
+  for (std::size_t slide = 0; slide < slides_.size(); ++slide) digest.add(slideVersion(slide));
+  return deck_ = digest.text();
 }
 
 }  // namespace qrn::deck

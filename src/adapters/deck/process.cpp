@@ -41,25 +41,6 @@ pid_t start(const std::vector<std::string>& command) {
   return child;
 }
 
-// True when `child` has ended within the limit; it is still to be collected.
-bool waitForEnd(pid_t child, double limitSeconds) {
-  const host::Host& world = host::host();
-  if (world.loop != nullptr && world.clock != nullptr) {
-    const auto ended = [child] {
-      siginfo_t info{};
-      return ::waitid(P_PID, static_cast<id_t>(child), &info, WEXITED | WNOHANG | WNOWAIT) == 0 &&
-             info.si_pid == child;
-    };
-    return host::waitUntil(ended, limitSeconds);
-  }
-  // Without a message loop (a run without windows) nothing else has to go on.
-  const File handle(static_cast<int>(::syscall(SYS_pidfd_open, child, 0)));
-  if (!handle.isOpen())
-    return false;
-  pollfd ready{handle.fd(), POLLIN, 0};
-  return ::poll(&ready, 1, static_cast<int>(limitSeconds * 1000)) == 1;
-}
-
 }  // namespace
 
 std::string findProgram(const std::string& name) {
@@ -73,16 +54,49 @@ std::string findProgram(const std::string& name) {
   return "";
 }
 
-std::optional<int> runProgram(const std::vector<std::string>& command, double limitSeconds) {
-  const pid_t child = start(command);
+Program::Program(const std::vector<std::string>& command) : child_(start(command)) {}
+
+Program& Program::operator=(Program&& other) noexcept {
+  if (this != &other) {
+    end();
+    child_ = std::exchange(other.child_, -1);
+  }
+  return *this;
+}
+
+bool Program::hasEnded() const {
+  siginfo_t info{};
+  return child_ < 0 || (::waitid(P_PID, static_cast<id_t>(child_), &info, WEXITED | WNOHANG | WNOWAIT) == 0 &&
+                        info.si_pid == child_);
+}
+
+bool Program::waitForEnd(double limitSeconds) const {
+  const host::Host& world = host::host();
+  if (world.loop != nullptr && world.clock != nullptr)
+    return host::waitUntil([this] { return hasEnded(); }, limitSeconds);
+  // Without a message loop (a run without windows) nothing else has to go on.
+  const File handle(child_ < 0 ? -1 : static_cast<int>(::syscall(SYS_pidfd_open, child_, 0)));
+  if (!handle.isOpen())
+    return hasEnded();
+  pollfd ready{handle.fd(), POLLIN, 0};
+  return ::poll(&ready, 1, static_cast<int>(limitSeconds * 1000)) == 1;
+}
+
+std::optional<int> Program::end() {
+  const pid_t child = std::exchange(child_, -1);
   if (child < 0)
     return std::nullopt;
-  const bool inTime = waitForEnd(child, limitSeconds);
-  ::kill(-child, SIGKILL);  // whatever it left behind in its group
+  ::kill(-child, SIGKILL);  // with whatever it left behind in its group
   int status = 0;
   while (::waitpid(child, &status, 0) < 0 && errno == EINTR) {
   }
-  return inTime && WIFEXITED(status) ? std::optional<int>(WEXITSTATUS(status)) : std::nullopt;
+  return WIFEXITED(status) ? std::optional<int>(WEXITSTATUS(status)) : std::nullopt;
+}
+
+std::optional<int> runProgram(const std::vector<std::string>& command, double limitSeconds) {
+  Program program(command);
+  program.waitForEnd(limitSeconds);
+  return program.end();
 }
 
 }  // namespace qrn::deck

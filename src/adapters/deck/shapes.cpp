@@ -110,7 +110,8 @@ host::PlaceholderType placeholderOf(pugi::xml_node shape) {
   return name == "body" ? host::PlaceholderType::body : host::PlaceholderType::other;
 }
 
-ShapePage::ShapePage(std::string part, Source parts) : part_(std::move(part)), parts_(std::move(parts)) {}
+ShapePage::ShapePage(std::string part, Source parts, std::function<void()> restyled)
+    : part_(std::move(part)), parts_(std::move(parts)), restyled_(std::move(restyled)) {}
 
 ShapePage::~ShapePage() = default;
 
@@ -215,8 +216,20 @@ void DeckShape::SetText(std::string_view text) {
   if (!HasTextFrame())
     throw HostError(Fault::program, 5, "The shape " + Name() + " holds no text");
   std::string joined = joinedByCr(text);
-  if (joined != Text())
-    text_ = std::move(joined);
+  if (joined == Text())
+    return;
+  text_ = std::move(joined);
+  page_.restyled();
+}
+
+void DeckShape::SetVisible(bool visible) {
+  visible_ = visible;
+  page_.restyled();
+}
+
+void DeckShape::Delete() {
+  deleted_ = true;
+  page_.restyled();
 }
 
 bool DeckShape::visibleInPart() const {

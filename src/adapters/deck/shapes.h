@@ -19,7 +19,9 @@ class DeckShape;
 class ShapePage {
  public:
   using Source = std::function<const Parts&()>;
-  ShapePage(std::string part, Source parts);
+  // `restyled` is called when a shape may look different from now on.
+  ShapePage(
+      std::string part, Source parts, std::function<void()> restyled = [] {});
   ~ShapePage();
   const std::string& part() const { return part_; }
   std::vector<host::Shape*> shapes();
@@ -28,13 +30,15 @@ class ShapePage {
   const Xml& xml();
   bool changed() const;
   std::string changedText();  // of the part, with the changes in it
-  void setSaved();            // the part on the disk has them now; shapes stay the same objects
+  void restyled() { restyled_(); }
+  void setSaved();  // the part on the disk has them now; shapes stay the same objects
 
  private:
   void load();
   std::vector<pugi::xml_node> shapeNodes();
   std::string part_;
   Source parts_;
+  std::function<void()> restyled_;
   std::unique_ptr<Xml> xml_;
   std::vector<std::unique_ptr<DeckShape>> shapes_;
 };
@@ -47,8 +51,8 @@ class DeckShape : public host::Shape {
   std::string Text() const override;
   void SetText(std::string_view text) override;
   bool Visible() const override;
-  void SetVisible(bool visible) override { visible_ = visible; }
-  void Delete() override { deleted_ = true; }
+  void SetVisible(bool visible) override;
+  void Delete() override;
   host::PlaceholderType Placeholder() const override;
 
   bool deleted() const { return deleted_; }

@@ -1,6 +1,7 @@
 // Pictures of slides, by LibreOffice when it is installed and by the fallback painter when not.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <signal.h>
 #include <unistd.h>
 
 #include <chrono>
@@ -88,6 +89,94 @@ TEST(DeckPictures, AProgramThatDoesNotEndIsEnded) {
   EXPECT_FALSE(deck::runProgram({"/nowhere/program"}, 10));
 }
 
+// Stand-ins for the programs: `soffice` and `pdftoppm` are scripts that keep a log. LibreOffice waits for
+// the file `convert`; a painter of several pages waits for `draw` when it has begun the second.
+class StubPrograms {
+ public:
+  explicit StubPrograms(const TempFolder& folder) : folder_(folder), before_(std::getenv("PATH")) {
+    const std::string wait = "() { while [ ! -e " + folder.path() + "/$1 ]; do sleep 0.01; done; }\n";
+    script("soffice", "wait_for" + wait +
+                          "echo convert >> log; wait_for convert\n"
+                          "while [ $1 != --outdir ]; do shift; done; echo pdf > $2/deck.pdf\n");
+    script("pdftoppm", "wait_for" + wait +
+                           "for stem; do :; done; echo $$ > painter; echo $2-$4 >> log\n"
+                           "if [ $2 = $4 ]; then echo single $2 > $stem.jpg; exit; fi\n"
+                           "for page in $(seq $2 $4); do echo page $page > $stem-$(printf %02d $page).jpg\n"
+                           "if [ $page = 2 ]; then wait_for draw; fi; done\n");
+    ::setenv("PATH", (folder.file("bin:") + before_).c_str(), 1);
+  }
+  ~StubPrograms() { ::setenv("PATH", before_.c_str(), 1); }
+  void allow(const std::string& what) const { writeFile(folder_.file(what), ""); }
+  std::string log() const { return readFile(folder_.file("log")); }
+
+ private:
+  void script(const std::string& name, const std::string& text) const {
+    std::filesystem::create_directories(folder_.file("bin"));
+    writeFile(folder_.file("bin/" + name), "#!/bin/sh\ncd " + folder_.path() + "\n" + text);
+    std::filesystem::permissions(folder_.file("bin/" + name), std::filesystem::perms::owner_all);
+  }
+  const TempFolder& folder_;
+  std::string before_;
+};
+
+// Slides in the order of their pictures, until there are `count` or, in ten seconds, no more come.
+std::vector<int> numbersOf(host::PictureRun& run, std::size_t count, std::string* texts = nullptr) {
+  std::vector<int> all;
+  for (int i = 0; i < 10000 && all.size() < count && !run.hasEnded(); ++i)
+    if (const auto picture = run.next()) {
+      all.push_back(picture->slide);
+      if (texts != nullptr)
+        *texts += readFile(picture->file);
+    } else {
+      ::usleep(1000);
+    }
+  return all;
+}
+
+TEST(DeckPictures, OfAllSlidesComeAsTheyAreDrawnAndAreKept) {
+  const TempFolder folder;
+  const StubPrograms programs(folder);
+  Painter painter;
+  const auto deck = Deck::open(folder.deck({12, false, false, false, false}), optionsWith(&painter, folder));
+  auto run = deck->ExportAll(320, 180);
+  ASSERT_TRUE(run);
+  for (int i = 0; i < 50; ++i) EXPECT_FALSE(run->next());
+  EXPECT_FALSE(run->canExport());
+  deck->Slides(1).Export(folder.file("out.jpg"), "JPG", 640, 360);
+  EXPECT_EQ(painter.painted.size(), 1U) << "nobody waits for LibreOffice";
+  programs.allow("convert");
+  std::string texts;
+  EXPECT_EQ(numbersOf(*run, 1, &texts), std::vector<int>{1});
+  EXPECT_TRUE(run->canExport());
+  for (int i = 0; i < 50; ++i) EXPECT_FALSE(run->next()) << "the second page is not yet whole";
+  deck->Slides(3).Export(folder.file("out.jpg"), "JPG", 640, 360);
+  EXPECT_EQ(readFile(folder.file("out.jpg")), "single 3\n");
+  programs.allow("draw");
+  EXPECT_EQ(numbersOf(*run, 99, &texts), (std::vector<int>{2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}));
+  EXPECT_THAT(texts, HasSubstr("page 1\npage 2\npage 3\n"));
+  EXPECT_TRUE(run->hasEnded());
+
+  deck->Slides(5).Shapes()[0]->SetText("Another title");
+  EXPECT_EQ(numbersOf(*deck->ExportAll(320, 180), 99),
+            (std::vector<int>{1, 2, 3, 4, 6, 7, 8, 9, 10, 11, 12, 5}));
+  EXPECT_EQ(programs.log(), "convert\n1-12\n3-3\nconvert\n5-5\n");
+  deck->AddTitleOnlySlide(12);
+  EXPECT_EQ(numbersOf(*deck->ExportAll(320, 180), 99).size(), 13U);
+}
+
+TEST(DeckPictures, OnTheirWayEndWithTheRun) {
+  const TempFolder folder;
+  const StubPrograms programs(folder);
+  programs.allow("convert");
+  const auto deck = Deck::open(folder.deck(), optionsWith(nullptr, folder));
+  auto run = deck->ExportAll(320, 180);
+  ASSERT_EQ(numbersOf(*run, 1).size(), 1U);
+  const pid_t painter = std::stoi(readFile(folder.file("painter")));
+  EXPECT_EQ(::kill(painter, 0), 0);
+  run.reset();
+  EXPECT_NE(::kill(painter, 0), 0);
+}
+
 class RealTime : public host::Loop, public host::Clock {
  public:
   RealTime() : before_(host::host()) {
@@ -125,16 +214,19 @@ TEST(DeckPictures, ACacheThatCannotBeWrittenLeavesItToThePainter) {
   EXPECT_FALSE(deck->picturesByLibreOffice());
 }
 
+deck::PictureSource sourceOf(const std::string& file) {
+  const deck::Parts parts(std::make_shared<deck::Package>(file));
+  return {parts, "ppt/presentation.xml", deck::slidesOf(parts, "ppt/presentation.xml")};
+}
+
 // What a slide looks like has a name; only what is drawn changes it.
 TEST(DeckPictures, VotesDoNotChangeTheVersion) {
   const TempFolder folder;
   const std::string file = folder.deck();
   const auto versions = [&] {
-    const deck::Parts parts(std::make_shared<deck::Package>(file));
-    const deck::PictureSource source{parts, "ppt/presentation.xml",
-                                     deck::slidesOf(parts, "ppt/presentation.xml")};
+    const deck::PictureSource source = sourceOf(file);
     std::vector<std::string> all;
-    for (std::size_t i = 0; i < source.slides.size(); ++i) all.push_back(deck::slideVersion(source, i));
+    for (std::size_t i = 0; i < source.slides().size(); ++i) all.push_back(source.slideVersion(i));
     return all;
   };
   const std::vector<std::string> before = versions();
@@ -161,10 +253,9 @@ TEST(DeckPictures, LibreOfficeDrawsTheWrittenDeck) {
   const auto deck = Deck::open(folder.file("talk.pptx"), optionsWith(nullptr, folder));
   for (int i = 1; i <= 3; ++i) deck->Slides(i).tags().Add("QRNVOTES", "1;2;\r\n");
   deck->Save();
-  std::vector<std::string> told;
-  deck->prepare([&](const std::string& line) { told.push_back(line); });
-  EXPECT_EQ(told.size(), 1U);
-  ASSERT_TRUE(deck->picturesByLibreOffice());
+  const auto run = deck->ExportAll(320, 180);
+  ASSERT_TRUE(run);
+  EXPECT_EQ(numbersOf(*run, 3), (std::vector<int>{1, 2, 3}));
   for (int i = 1; i <= 3; ++i)
     deck->Slides(i).Export(folder.file("s" + std::to_string(i) + ".png"), "PNG", 640, 360);
   deck->Slides(2).Export(folder.file("s2.jpg"), "JPG", 640, 360);
@@ -190,11 +281,8 @@ TEST(DeckPictures, ThatWereMadeOnceAreTakenFromTheCache) {
   const NoPrograms none;
   const TempFolder folder;
   const std::string file = folder.deck();
-  const deck::Parts parts(std::make_shared<deck::Package>(file));
-  const deck::PictureSource source{parts, "ppt/presentation.xml",
-                                   deck::slidesOf(parts, "ppt/presentation.xml")};
   std::filesystem::create_directories(folder.file("cache/pictures"));
-  writeFile(folder.file("cache/pictures/") + deck::slideVersion(source, 0) + "-640x360.png", "a picture");
+  writeFile(folder.file("cache/pictures/") + sourceOf(file).slideVersion(0) + "-640x360.png", "a picture");
   const auto deck = Deck::open(file, optionsWith(nullptr, folder));
   deck->Slides(1).Export(folder.file("out.png"), "PNG", 640, 360);
   EXPECT_EQ(readFile(folder.file("out.png")), "a picture");
