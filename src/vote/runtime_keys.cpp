@@ -232,18 +232,20 @@ void xyVoteRuntime::askHowToLeave() {
     showGraphMeanwhile();
   if (result == VoteOutcome::jump)
     jump_ = chosen == xyVoteQuitOptions::goTo ? Jump::target : Jump::back;
-  if (result != VoteOutcome::none && takesKeys())
+  if (result != VoteOutcome::none)
     leave(result);
 }
 
-// An open vote is abandoned; a result is saved already, so from there only the walk goes elsewhere.
+// An open vote is abandoned. One that has closed meanwhile is kept, like a result: only the walk goes
+// elsewhere.
 void xyVoteRuntime::leave(VoteOutcome how) {
   const bool open = state == VoteState::open;
   if (how == VoteOutcome::again && !open) {
     endResult(how);
     return;
   }
-  glo.voteAbandoned = 1;
+  if (open && (glo.voteComplete != 1 || how == VoteOutcome::again))
+    glo.voteAbandoned = 1;
   glo.restartVote = how == VoteOutcome::again;
   if (how == VoteOutcome::leaveAll) {
     if (open)

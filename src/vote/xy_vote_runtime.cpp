@@ -231,6 +231,8 @@ void xyVoteRuntime::doVote(int step) {
       break;
     deleteOutcome();
   }
+  if (outcome() == VoteOutcome::leaveThis)
+    glo.voteAbandoned = 1;  // and the walk with it
   ShowAverageScore("", false);
   state = VoteState::done;
 }

@@ -337,6 +337,14 @@ TEST_F(CommsTest, TheRoomIsWhoIsThereLessWhomTheFacilitatorLeftOut) {
   }
 }
 
+TEST_F(CommsTest, AListThatTheDeckHoldsIsNotWrittenAgain) {
+  setActiveTag("1,3");
+  ReadActiveKeypads();
+  world.presentation.tagStore.failAtWrite = 1;
+  decode("BASETYPE=PHONES\r\nPRESENT=1,3");
+  EXPECT_EQ(world.presentation.tagStore.failAtWrite, 1);
+}
+
 TEST_F(CommsTest, LeavesNoListOfARehearsalBehind) {
   setActiveTag("7");
   decode("BASETYPE=REHEARSAL\r\nPRESENT=1,2,3\r\nOFFSET=0,0,1,3,False");

@@ -271,6 +271,63 @@ TEST_F(Runner, escOnAResultAsksHowToGoOn) {
   }
 }
 
+TEST_F(Runner, aGraphOverAResultLeavesItsVotesAlone) {
+  struct Loads : host::Form {
+    Loads() : Form("xyVoteGraph") {}
+    void Form_Load() override { glo.liveVotes.assign(5, "1"); }
+  };
+  world.forms.define("xyVoteGraph", [] { return std::make_unique<Loads>(); });
+  glo.singleVoteRun = true;
+  glo.jumpAssessment = 1;
+  scripts = {[this] {
+    world.at(0.2, [this] { press(1, "3"); });
+    keyAt(1, key::space);
+    keyAt(1.5, key::escape);
+    chooseAt(1.7, xyVoteQuitOptions::goToGraph);
+    world.at(2, [] { host::host().forms->hide("xyVoteGraph"); });
+    world.at(2.2, [] { EXPECT_EQ(glo.liveVotes[0] + glo.liveVotes[1], "3-100"); });
+    keyAt(2.4, key::space);
+  }};
+  run();
+  EXPECT_THAT(savedKeys(), ElementsAre("10C1"));
+}
+
+TEST_F(Runner, keepsAVoteThatClosedWhileItWasToBeLeft) {
+  glo.keypadsNotVotedClose = 1;
+  for (const auto option : {xyVoteQuitOptions::quitThisVote, xyVoteQuitOptions::quitAllVotes}) {
+    world.presentation.slide(1).tagStore.Delete("QRNVOTES");
+    glo.voteRecords.forget();
+    opens = 0;
+    scripts = {[&] {
+      keyAt(0.2, key::escape);
+      world.at(0.4, [&] { press(1, "3"), press(2, "4"), press(3, "5"); });
+      chooseAt(0.8, option);
+    }};
+    run();
+    EXPECT_THAT(saved(), ElementsAre("3;4;5;-; 10C1"));
+  }
+}
+
+TEST_F(Runner, anOutcomeIsWhatItWasWrittenAsOrWhatATextMeans) {
+  for (const auto how :
+       {VoteOutcome::held, VoteOutcome::again, VoteOutcome::leaveThis, VoteOutcome::leaveAll,
+        VoteOutcome::jump, VoteOutcome::seriesExit, VoteOutcome::seriesLast, VoteOutcome::seriesJump}) {
+    writeOutcome(how);
+    EXPECT_EQ(qrn::outcome(), how);
+  }
+  for (const auto& [text, how] : {std::pair{"vote finished", VoteOutcome::held},
+                                  {"\"REVOTE\"", VoteOutcome::again},
+                                  {"quit all", VoteOutcome::leaveAll},
+                                  {"exit", VoteOutcome::seriesExit},
+                                  {"jump last", VoteOutcome::seriesLast},
+                                  {"of another program", VoteOutcome::held}}) {
+    deleteOutcome();
+    EXPECT_EQ(qrn::outcome(), VoteOutcome::none);
+    world.presentation.tags().Add("qrnVoteTerminated", text);
+    EXPECT_EQ(qrn::outcome(), how) << text;
+  }
+}
+
 TEST_F(Runner, tellsWhatTheKeysActOn) {
   std::vector<VoteState> seen;
   const auto look = [&] { seen.push_back(runtime().state); };
@@ -333,6 +390,7 @@ TEST_F(Runner, keepsTheVotesWhenTheLinkIsLost) {
 
 TEST_F(Runner, opensTheVoteOnceALateControllerIsReady) {
   world.link.ready = false;
+  world.at(5, [] { EXPECT_FALSE(host::host().forms->unload("xyVoteRuntime", true)) << "and asks nothing"; });
   world.at(15, [this] { world.link.ready = true; });
   run();
   EXPECT_EQ(saved().size(), 6U);
