@@ -205,6 +205,7 @@ TEST_F(RoomTest, BasesTellTheKeypadsThatAreThere) {
   EXPECT_THAT(told[1][told[1].size() - 2], HasSubstr("keypad=11\n"));
   room->fromProgram("BaseInfo");
   EXPECT_THAT(atProgram.back(), HasSubstr("OFFSET=0,0,1,11,False\r\n"));
+  EXPECT_THAT(atProgram.back(), HasSubstr("BASETYPE=REHEARSAL\r\n"));
   room->fromProgram("GetNames");
   EXPECT_THAT(atProgram.back(), HasSubstr("1,Keypad 1,1\r\n2,Ann,2\r\n"));
 }
@@ -228,6 +229,19 @@ TEST_F(RoomTest, TheProgramLearnsWhoJoins) {
   const std::size_t before = atProgram.size();
   room->phoneText(3, "join " + std::string(31, '0') + "2 0");  // the first phone again: nothing new
   EXPECT_EQ(atProgram.size(), before);
+
+  RoomOptions full;
+  full.highest = 1;
+  furnish(full);
+  arrive("program");
+  for (PhoneId phone = 4; phone <= 5; ++phone) {
+    room->phoneText(phone, "join - 0");
+    EXPECT_THAT(atProgram.back(), HasSubstr("JOINED=1\r\n"))
+        << "the number of one long gone is somebody else";
+    atProgram.clear();
+    room->phoneGone(phone);
+    ms += Roster::reclaimAfterMs;
+  }
 }
 
 TEST_F(RoomTest, PhonesKnownFromAnEarlierControllerAreThereOnceTheyJoin) {

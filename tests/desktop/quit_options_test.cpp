@@ -51,7 +51,7 @@ TEST_F(QuitOptions, KeysChooseAndEscAlwaysContinues) {
 
 TEST_F(QuitOptions, TabReachesTheTargetsOfGoTo) {
   const auto& form =
-      answer({Qt::Key_Tab, Qt::Key_End, Qt::Key_Up, Qt::Key_Tab, Qt::Key_PageDown, Qt::Key_Return});
+      answer({Qt::Key_Tab, Qt::Key_PageDown, Qt::Key_Up, Qt::Key_Tab, Qt::Key_End, Qt::Key_Return});
   EXPECT_EQ(form.chosen, xyVoteQuitOptions::goTo);
   EXPECT_EQ(form.List1Index, 1);
   EXPECT_EQ(form.List2Index, 1);

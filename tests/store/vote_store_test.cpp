@@ -96,7 +96,7 @@ TEST_F(VoteStoreTest, AKeypadOutsideTheFilterReadsAsNotVoted) {
 TEST_F(VoteStoreTest, AFullDiskAsksAndTriesAgain) {
   setVotes({"1"});
   slide.stubborn.refusals = 1;
-  world.expectMsgBox("The disk is full", Answer::yes);
+  world.expectEnter("The disk is full");
   EXPECT_TRUE(SaveCVotes());
   EXPECT_EQ(saved.size(), 1u);
   EXPECT_EQ(glo.voteRecords.text(), stored());
