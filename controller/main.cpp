@@ -31,10 +31,10 @@ void describe(CLI::App& app, Arguments& a) {
          "--prefer-port", a.preferredPort,
          "Without --port: the port to take when it is free, else any (" + std::to_string(usualPort) + ")")
       ->check(CLI::Range(0, 65535));
-  app.add_option("--bind", a.bind,
-                 "Address to listen on. Without it every address of this machine, or this "
-                 "machine alone when all keypads are rehearsal keypads");
-  app.add_option("--address", server.address, "Host name or address to show to the phones");
+  app.add_option("--bind", a.bind, "Address to listen on. Without it every address of this machine");
+  app.add_option("--address", server.address,
+                 "Host name or address to show to the phones. Without it the likeliest of this machine's")
+      ->envname("QUORIN_ADDRESS");
   app.add_option("--rehearse", server.room.rehearse, "This many keypads vote by themselves")
       ->check(CLI::Range(0, 9999));
   app.add_option("--seed", server.room.seed, "Of the rehearsal keypads: the same seed, the same votes");
@@ -92,8 +92,8 @@ void complete(Arguments& a) {
   completeRoom(a, server.room);
   server.port = a.port >= 0 ? a.port : a.preferredPort;
   server.portOrAny = a.port < 0;
-  const bool phones = server.room.highest >= server.room.lowest + server.room.rehearse;
-  server.bind = !a.bind.empty() ? a.bind : phones ? "0.0.0.0" : "127.0.0.1";
+  if (!a.bind.empty())
+    server.bind = a.bind;
   server.grace = std::chrono::seconds(a.grace);
   const char* given = std::getenv(link::tokenVariable);
   server.token = given != nullptr && link::isToken(given) ? given : link::randomToken();
@@ -123,8 +123,7 @@ int run(int argc, char** argv) {
     complete(arguments);
     raiseDescriptorLimit();
     Server server(arguments.server);
-    server.log("listening on port " + std::to_string(server.options().port) +
-               (server.room().takesPhones() ? "; phones join at " + server.address() + "/join" : ""));
+    server.logPlace();
     server.run();
   } catch (const std::exception& error) {
     std::cerr << "quorin-controller: " << error.what() << "\n";

@@ -121,6 +121,10 @@ std::string fullFrame() {
   return "full";
 }
 
+std::string rehearsalFrame(long keypads) {
+  return FrameText("rehearsal").line("keypads", keypads).take();
+}
+
 std::string voteFrame(long vote, const VoteSettings& settings) {
   FrameText frame("vote");
   frame.line("vote", vote).line("kind", kindWord(kindOf(settings)));

@@ -31,6 +31,7 @@ enum class Result { none, counted, late };
 // `run` differs from controller to controller: vote numbers begin again with each.
 std::string welcomeFrame(long keypad, const std::string& token, const std::string& run);
 std::string fullFrame();
+std::string rehearsalFrame(long keypads);  // this room has no phones; so many keypads vote by themselves
 std::string voteFrame(long vote, const VoteSettings& settings);
 // What this keypad has pressed in the open vote: `counted` false while it is under way.
 std::string yoursFrame(long vote, const std::string& press, bool counted, bool programLinked);

@@ -153,6 +153,10 @@ bool Room::phoneText(PhoneId phone, std::string_view text) {
 }
 
 bool Room::join(PhoneId phone, const PhoneFrame& frame) {
+  if (!takesPhones()) {
+    send(phone, rehearsalFrame(options_.rehearse));
+    return true;
+  }
   const std::string token = frame.token.empty() ? ports_.newToken() : frame.token;
   const auto joined = roster_.join(token, frame.keypad, ports_.now());
   if (!joined) {
@@ -166,6 +170,7 @@ bool Room::join(PhoneId phone, const PhoneFrame& frame) {
   }
   keypadOf_[phone] = keypad;
   phonesOf_.emplace(keypad, phone);
+  ports_.phonesChanged();
   send(phone, welcomeFrame(keypad, token, run_));
   tellStanding(phone, keypad);
   if (linked_ && told_.count(keypad) == 0)  // without a link the program learns of it when it asks
@@ -203,6 +208,7 @@ void Room::phoneGone(PhoneId phone) {
   const auto [first, last] = phonesOf_.equal_range(it->second);
   phonesOf_.erase(std::find_if(first, last, [&](const auto& each) { return each.second == phone; }));
   keypadOf_.erase(it);
+  ports_.phonesChanged();
 }
 
 void Room::rehearse() {

@@ -39,6 +39,7 @@ struct RoomPorts {
   std::function<void(PhoneId, const SharedText&)> toPhone;
   std::function<void(const std::string&)> log;
   std::function<void(long keypad, const std::string& token)> keypadGiven;
+  std::function<void()> phonesChanged;  // another number of phones has joined
   std::function<std::string()> newToken;
   std::function<Moment()> now;
 };
@@ -53,6 +54,7 @@ class Room {
   void programGone();
   bool programLinked() const { return linked_; }
   void fromProgram(std::string_view text);
+  void tellProgram(std::string text) { reply(std::move(text)); }  // nothing while no program is linked
   std::optional<std::string> nextForProgram() { return outbox_.next(); }
   std::size_t waitingForProgram() const { return outbox_.waiting(); }
 
@@ -66,6 +68,7 @@ class Room {
   void rehearse();
 
   Roster& roster() { return roster_; }
+  long rehearsing() const { return options_.rehearse; }
   bool takesPhones() const { return options_.highest >= options_.lowest + options_.rehearse; }
 
  private:

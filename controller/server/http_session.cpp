@@ -107,12 +107,12 @@ void HttpSession::answer(const Request& request) {
   if (request.method() != http::verb::get && request.method() != http::verb::head)
     return send(request, http::status::method_not_allowed, "text/plain", "Only GET.\n");
   if (path == "/join")
-    return send(request, http::status::ok, findAsset("/join")->type,
-                joinPage(server_.address(), server_.others()));
+    return send(request, http::status::ok, findAsset("/join")->type, joinPage(server_.roomState()));
   if (path == "/join.svg")
-    return send(request, http::status::ok, "image/svg+xml", qrSvg(server_.address() + "/"));
-  if (path == "/count")
-    return send(request, http::status::ok, "text/plain", std::to_string(server_.room().phoneCount()));
+    return send(request, http::status::ok, "image/svg+xml",
+                qrSvg("http://" + server_.roomState().address + "/"));
+  if (path == "/room")
+    return send(request, http::status::ok, "text/plain; charset=utf-8", link::roomText(server_.roomState()));
   if (const Asset* asset = findAsset(path))
     return send(request, http::status::ok, asset->type, std::string(asset->body));
   send(request, http::status::not_found, "text/plain", "There is no such page.\n");

@@ -4,6 +4,8 @@
 
 #include <memory>
 
+#include "adapters/link/wire/wire.h"
+
 namespace qrn::controller {
 
 namespace {
@@ -37,13 +39,9 @@ std::string escapeHtml(std::string_view text) {
   return result;
 }
 
-std::string joinPage(const std::string& address, const std::vector<std::string>& others) {
-  std::string list;
-  for (const std::string& other : others) list += (list.empty() ? "Or: " : ", ") + escapeHtml(other);
-  const Asset* page = findAsset("/join");
-  std::string text(page->body);
-  text = replaced(std::move(text), "%OTHERS%", list);
-  return replaced(std::move(text), "%ADDRESS%", escapeHtml(address));
+// The page brings itself up to date from the same lines as long as it stands.
+std::string joinPage(const host::RoomState& room) {
+  return replaced(std::string(findAsset("/join")->body), "%ROOM%", escapeHtml(link::roomText(room)));
 }
 
 std::string qrSvg(const std::string& text) {

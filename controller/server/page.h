@@ -3,7 +3,8 @@
 
 #include <string>
 #include <string_view>
-#include <vector>
+
+#include "host/controller.h"
 
 namespace qrn::controller {
 
@@ -16,8 +17,9 @@ struct Asset {
 const Asset* findAsset(std::string_view path);
 
 std::string escapeHtml(std::string_view text);
-// The page to project: the address in large type, its QR code, other addresses of this machine in small.
-std::string joinPage(const std::string& address, const std::vector<std::string>& others);
+// The page to project: the address in large type, its QR code, the number of phones joined. Without an
+// address for phones, and in a rehearsal, it says so and shows no code.
+std::string joinPage(const host::RoomState& room);
 // A QR code as an SVG picture, dark on white with the quiet zone around it; "" when the text is too long.
 std::string qrSvg(const std::string& text);
 

@@ -35,6 +35,7 @@ void ProgramSession::accepted() {
   server_.setProgram(shared_from_this(), instance_);
   writing_ = server_.room().programArrived(instance_);
   open_ = busy_ = true;
+  server_.tellRoom(true);  // goes out behind the hello
   stream_.text(true);
   stream_.async_write(asio::buffer(writing_),
                       [self = shared_from_this()](beast::error_code error, std::size_t) {
@@ -51,7 +52,10 @@ void ProgramSession::read() {
       return self->close();
     const std::string text = beast::buffers_to_string(self->buffer_.data());
     self->buffer_.consume(self->buffer_.size());
-    self->server_.room().fromProgram(text);
+    if (link::startsWith(text, link::addressWord))
+      self->server_.chooseAddress(text.substr(link::addressWord.size()));
+    else
+      self->server_.room().fromProgram(text);
     self->server_.armRehearsal();
     if (self->server_.room().waitingForProgram() > maxWaitingFrames) {
       self->server_.log("the program does not read; the link is closed");

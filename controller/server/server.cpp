@@ -11,7 +11,7 @@
 #include <fstream>
 #include <iterator>
 
-#include "controller/server/addresses.h"
+#include "controller/server/network_cards.h"
 #include "controller/server/sessions.h"
 
 namespace qrn::controller {
@@ -71,6 +71,7 @@ RoomPorts Server::ports() {
   };
   ports.log = [this](const std::string& line) { log(line); };
   ports.keypadGiven = [this](long keypad, const std::string& token) { keepState(keypad, token); };
+  ports.phonesChanged = [this] { tellRoomSoon(); };
   ports.newToken = [] { return link::randomToken(); };
   ports.now = now;
   return ports;
@@ -104,6 +105,7 @@ void Server::run() {
   });
   if (options_.endWithLink)
     armGrace();
+  watchNetwork();
   accept();
   io_.run();
 }
@@ -199,7 +201,7 @@ void Server::announce() const {
   announcement.process = getpid();
   announcement.rehearse = static_cast<int>(options_.room.rehearse);
   announcement.seed = options_.room.seed;
-  announcement.join = address() + "/join";
+  announcement.join = roomState().page;
   const std::string text = link::announcementText(announcement);
   if (options_.announce == "-") {
     std::fputs(text.c_str(), stdout);
@@ -236,26 +238,68 @@ void Server::keepState(long keypad, const std::string& token) const {
     close(file);
 }
 
-std::string Server::address() const {
-  std::string host = options_.address;
-  if (host.empty() && options_.bind == "0.0.0.0") {
-    const auto found = lanAddresses();
-    host = found.empty() ? "127.0.0.1" : found.front();
-  } else if (host.empty()) {
-    host = options_.bind;
-  }
-  return "http://" + host + ":" + std::to_string(options_.port);
+host::RoomState Server::roomState() const {
+  const std::string port = ":" + std::to_string(options_.port);
+  host::RoomState state;
+  state.candidates = joinAddresses(options_.bind, options_.address, networkCards());
+  const std::string host = joinHost(state.candidates, chosenAddress_);
+  state.address = host.empty() ? "" : host + port;
+  state.page = "http://" + (options_.bind == everyAddress ? "127.0.0.1" : options_.bind) + port + "/join";
+  state.phones = static_cast<long>(room_.phoneCount());
+  state.rehearse = room_.rehearsing();
+  state.takesPhones = room_.takesPhones();
+  return state;
 }
 
-std::vector<std::string> Server::others() const {
-  std::vector<std::string> urls;
-  if (options_.bind == "0.0.0.0")
-    for (const std::string& host : lanAddresses()) {
-      const std::string url = "http://" + host + ":" + std::to_string(options_.port);
-      if (url != address())
-        urls.push_back(url);
-    }
-  return urls;
+void Server::chooseAddress(const std::string& host) {
+  chosenAddress_ = host;
+  tellRoom(true);
+}
+
+void Server::tellRoom(bool anyhow) {
+  const std::string text = link::roomText(roomState());
+  if (!anyhow && text == roomTold_)
+    return;
+  roomTold_ = text;
+  room_.tellProgram(text);
+}
+
+// Phones come by the hundred, and a network that changes does so in several steps.
+void Server::tellRoomSoon() {
+  if (tellingSoon_)
+    return;
+  tellingSoon_ = true;
+  tellTimer_.expires_after(std::chrono::milliseconds(200));
+  tellTimer_.async_wait([this](boost::system::error_code error) {
+    tellingSoon_ = false;
+    if (!error)
+      tellRoom(false);
+  });
+}
+
+void Server::watchNetwork() {
+  if (!networkWatch_.is_open()) {
+    const int watch = networkWatch();
+    if (watch < 0)
+      return;
+    networkWatch_.assign(watch);
+  }
+  networkWatch_.async_read_some(asio::buffer(networkNews_),
+                                [this](boost::system::error_code error, std::size_t) {
+                                  // Too much news at once is news as well.
+                                  if (error && error != asio::error::no_buffer_space)
+                                    return;
+                                  tellRoomSoon();
+                                  watchNetwork();
+                                });
+}
+
+void Server::logPlace() const {
+  const host::RoomState state = roomState();
+  log("listening on port " + std::to_string(options_.port) +
+      (!state.takesPhones      ? ""
+       : state.address.empty() ? "; phones cannot reach this machine"
+                               : "; phones join at http://" + state.address));
 }
 
 void Server::log(const std::string& line) const {

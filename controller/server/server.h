@@ -1,6 +1,7 @@
 // The server around the room: one port, one thread, pages and sockets.
 #pragma once
 
+#include <array>
 #include <chrono>
 #include <cstddef>
 #include <map>
@@ -41,8 +42,13 @@ class Server {
   const ServerOptions& options() const { return options_; }
   void log(const std::string& line) const;
 
-  std::string address() const;              // "http://192.168.1.5:7878", for the phones
-  std::vector<std::string> others() const;  // further addresses
+  // With the addresses as they are now.
+  host::RoomState roomState() const;
+  // Another of the candidates, for as long as there is such an address; "": the likeliest.
+  void chooseAddress(const std::string& host);
+  // Tells the program when something has changed since the last time, or at any rate.
+  void tellRoom(bool anyhow);
+  void logPlace() const;
 
   void clientGone() { --clients_; }
   PhoneId addPhone(const std::shared_ptr<PhoneSession>& phone);
@@ -64,6 +70,8 @@ class Server {
   void loadState();
   void keepState(long keypad, const std::string& token) const;
   void armGrace();
+  void tellRoomSoon();
+  void watchNetwork();
   void stop();
 
   ServerOptions options_;
@@ -74,11 +82,15 @@ class Server {
   std::map<PhoneId, std::weak_ptr<PhoneSession>> phones_;
   std::weak_ptr<ProgramSession> program_;
   std::string programInstance_;
+  std::string chosenAddress_, roomTold_;
+  bool tellingSoon_ = false;
+  std::array<char, 4096> networkNews_{};
   // Last, so that the connections, which live in its handlers, go while the rest is still there.
   asio::io_context io_;
   tcp::acceptor acceptor_{io_};
   asio::signal_set signals_{io_};
-  asio::steady_timer acceptPause_{io_}, rehearsalTimer_{io_}, graceTimer_{io_};
+  asio::steady_timer acceptPause_{io_}, rehearsalTimer_{io_}, graceTimer_{io_}, tellTimer_{io_};
+  asio::posix::stream_descriptor networkWatch_{io_};
 };
 
 Moment now();

@@ -68,6 +68,11 @@
         show("All keypads are in use", "Please tell the facilitator. This phone tries again by itself.", "!", "bad");
         setTimeout(() => socket.close(), 10000);
         break;
+      case "rehearsal":
+        connection(true);
+        show("This is a rehearsal", message.keypads + " keypads vote by themselves, so phones cannot join yet. This phone tries again by itself.", "…", "");
+        setTimeout(() => socket.close(), 10000);
+        break;
       case "vote": open(message); break;
       case "yours": yours(message); break;
       case "wait": wait(message); break;

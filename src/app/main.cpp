@@ -4,6 +4,7 @@
 #include <QRandomGenerator>
 #include <algorithm>
 #include <iostream>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -31,22 +32,29 @@ int runSubcommand(int& argc, char** argv, const std::vector<std::string>& words)
   return qrn::cli::runSubcommand(words, neighbours.cliHooks());
 }
 
-// Takes "--rehearse N" out of the words; 0 without it, -1 when N is no number of keypads.
-int takeRehearsal(std::vector<std::string>& words) {
-  const auto found = std::find(words.begin(), words.end(), "--rehearse");
+// Takes "OPTION VALUE" out of the words: the value, "" where it is left out, nothing without the option.
+std::optional<std::string> takeOption(std::vector<std::string>& words, const char* option) {
+  const auto found = std::find(words.begin(), words.end(), option);
   if (found == words.end())
-    return 0;
-  if (found + 1 == words.end())
-    return -1;
-  const int keypads = QString::fromStdString(*(found + 1)).toInt();
-  words.erase(found, found + 2);
+    return std::nullopt;
+  const bool valued = found + 1 != words.end();
+  const std::string value = valued ? *(found + 1) : "";
+  words.erase(found, found + (valued ? 2 : 1));
+  return value;
+}
+
+// Number of rehearsal keypads; -1 when the value is none.
+int keypadsOf(const std::string& value) {
+  const int keypads = QString::fromStdString(value).toInt();
   return keypads >= 1 && keypads <= 10000 ? keypads : -1;
 }
 
-int runDesktop(int& argc, char** argv, const std::vector<std::string>& words, int rehearsal) {
+int runDesktop(int& argc, char** argv, const std::vector<std::string>& words, int rehearsal,
+               const std::string& address) {
   const QApplication application(argc, argv);
   Neighbours neighbours(Neighbours::Kind::desktop);
   neighbours.rehearse(rehearsal, QRandomGenerator::global()->generate());
+  neighbours.setAddress(address);
   qrn::app::WorkshopDesktop desktop(neighbours);
   if (!words.empty() && words[0] == "--deck")
     return desktop.runFields(words[1], words[2]);
@@ -54,8 +62,8 @@ int runDesktop(int& argc, char** argv, const std::vector<std::string>& words, in
 }
 
 int usage() {
-  std::cerr << "usage: quorin-matrix [--rehearse N] [DECK]\n"
-               "       quorin-matrix [--rehearse N] --deck DECK FIELDS\n"
+  std::cerr << "usage: quorin-matrix [--rehearse N] [--address HOST] [DECK]\n"
+               "       quorin-matrix [--rehearse N] [--address HOST] --deck DECK FIELDS\n"
                "       quorin-matrix info|mtx|tags|vote|results|graph ... (--help tells more)\n";
   return qrn::cli::kWrongUsage;
 }
@@ -72,11 +80,13 @@ int main(int argc, char** argv) {
   try {
     if (qrn::cli::isSubcommand(words) || (words.size() == 1 && isHelp(words[0])))
       return runSubcommand(argc, argv, words);
-    const int rehearsal = takeRehearsal(words);
+    const auto rehearsed = takeOption(words, "--rehearse"), address = takeOption(words, "--address");
+    const int rehearsal = rehearsed ? keypadsOf(*rehearsed) : 0;
     const bool fields = words.size() == 3 && words[0] == "--deck";
-    if (rehearsal < 0 || (!fields && (words.size() > 1 || (!words.empty() && words[0].rfind('-', 0) == 0))))
+    if (rehearsal < 0 || (address && address->empty()) ||
+        (!fields && (words.size() > 1 || (!words.empty() && words[0].rfind('-', 0) == 0))))
       return usage();
-    return runDesktop(argc, argv, words, rehearsal);
+    return runDesktop(argc, argv, words, rehearsal, address.value_or(""));
   } catch (const std::exception& error) {
     std::cerr << "quorin-matrix: " << error.what() << "\n";
     return qrn::cli::kFailed;

@@ -21,6 +21,7 @@
 #include "host/errors.h"
 #include "host/forms.h"
 #include "host/host.h"
+#include "host/wait.h"
 #include "render/render.h"
 
 namespace qrn::app {
@@ -62,6 +63,7 @@ struct Neighbours::Parts {
   host::FormRegistry forms;
   std::function<QWidget*()> dialogParent;
   std::function<void(const std::string&)> troubleNotice;
+  std::function<void(const host::RoomState&)> tellRoom;
   std::unique_ptr<qt::QtDialogs> dialogs;
   std::unique_ptr<link::WebSocketLink> link;
   link::LinkOptions linkOptions;
@@ -172,18 +174,34 @@ void Neighbours::rehearse(int keypads, unsigned seed) {
   parts_->linkOptions.seed = seed;
 }
 
-std::string Neighbours::joinAddress(std::string& why) {
+void Neighbours::setAddress(const std::string& host) const {
+  parts_->linkOptions.address = host;
+}
+
+host::RoomState Neighbours::room() {
   if (!parts_->link) {
     parts_->link = std::make_unique<link::WebSocketLink>(parts_->linkOptions);
+    parts_->link->roomChanged = [this] {
+      if (parts_->tellRoom)
+        parts_->tellRoom(parts_->link->room());
+    };
     host::host().controller = parts_->link.get();
   }
-  if (!parts_->link->linked() && !parts_->link->makeLink(false) && !parts_->link->makeLink(true)) {
-    why = parts_->link->lastError();
-    return "";
-  }
-  // The link tells the page to project; phones join one level up.
-  const std::string page = parts_->link->joinAddress();
-  return page.substr(0, page.rfind('/') + 1);
+  link::WebSocketLink& link = *parts_->link;
+  if (!link.linked() && !link.makeLink(false) && !link.makeLink(true))
+    throw HostError(Fault::world, 0, link.lastError());
+  constexpr double kFirstWord = 1;  // seconds; it comes right behind the hello
+  host::waitUntil([&] { return !link.room().page.empty() || !link.linked(); }, kFirstWord);
+  return link.room();
+}
+
+void Neighbours::chooseAddress(const std::string& host) {
+  if (parts_->link)
+    parts_->link->chooseAddress(host);
+}
+
+void Neighbours::onRoomChanged(std::function<void(const host::RoomState&)> tell) {
+  parts_->tellRoom = std::move(tell);
 }
 
 cli::CliHooks Neighbours::cliHooks() {
@@ -201,7 +219,7 @@ cli::CliHooks Neighbours::cliHooks() {
     // It announces itself in this run's own folder, so that it neither takes nor disturbs the controller that
     // serves the room. Nobody watches, and nobody comes back to it when the run is killed.
     options.announceFolder = parts_->environment.Environ("temp") + "/controller";
-    options.extraArguments = {"--hurry", "--grace", "5"};
+    options.extraArguments = {"--hurry", "--grace", "5", "--bind", "127.0.0.1"};
     auto made = std::make_unique<link::WebSocketLink>(options);
     parts_->pumped = made.get();
     return made;

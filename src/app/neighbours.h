@@ -6,6 +6,7 @@
 #include <string>
 
 #include "cli/cli.h"
+#include "host/controller.h"
 
 class QWidget;
 
@@ -29,13 +30,16 @@ class Neighbours {
   // For the desktop: offers what can be done about a deck that is in use, has a journal of another state, or
   // has lost its exercises and votes to another program.
   std::unique_ptr<host::Presentation> openDeckWithQuestions(const std::string& file);
-  // The controller of the desktop, joined or started when needed. "" when there is none; `why` tells the
-  // reason.
-  std::string joinAddress(std::string& why);
+  // The controller of the desktop, joined or started when needed; throws HostError when there is none.
+  host::RoomState room();
+  void chooseAddress(const std::string& host);
+  void onRoomChanged(std::function<void(const host::RoomState&)> tell);
   // Rehearsal keypads for the controller that the desktop starts; 0 for phones.
   void rehearse(int keypads, unsigned seed);
   // Where a deck's trouble with its disk is told while the work goes on.
   void setTroubleNotice(std::function<void(const std::string&)> notice);
+  // The address at which phones join; "" to find it out.
+  void setAddress(const std::string& host) const;
   void setDialogParent(std::function<QWidget*()> parent);
   // Folder of the program, without separator at the end.
   std::string installFolder() const;

@@ -120,13 +120,8 @@ void fillEntryHooks() {
 WorkshopDesktop::WorkshopDesktop(Neighbours& neighbours) : neighbours_(neighbours) {
   desktop::DesktopHooks hooks;
   hooks.runExercise = [this](int slide) { runExercise(slide); };
-  hooks.joinAddress = [this] {
-    std::string why;
-    const std::string address = neighbours_.joinAddress(why);
-    if (address.empty())
-      throw HostError(Fault::world, 0, why);
-    return address;
-  };
+  hooks.room = [this] { return neighbours_.room(); };
+  hooks.chooseAddress = [this](const std::string& host) { neighbours_.chooseAddress(host); };
   hooks.openDeck = [this](const std::string& file) { return neighbours_.openDeckWithQuestions(file); };
   hooks.exerciseFacts = [this](host::Slide& slide) -> std::optional<desktop::ExerciseFacts> {
     return running_ ? std::nullopt : exerciseFacts(slide);
@@ -141,6 +136,7 @@ WorkshopDesktop::WorkshopDesktop(Neighbours& neighbours) : neighbours_(neighbour
   host::host().windows = &desktop_->windows();
   neighbours_.setDialogParent([this] { return desktop_->dialogParent(); });
   neighbours_.setTroubleNotice([this](const std::string& text) { desktop_->sayTrouble(text); });
+  neighbours_.onRoomChanged([this](const host::RoomState& room) { desktop_->roomChanged(room); });
   registerForms();
   desktop_->attachWindows(*host::host().forms);
   fillEntryHooks();
@@ -149,6 +145,7 @@ WorkshopDesktop::WorkshopDesktop(Neighbours& neighbours) : neighbours_(neighbour
 WorkshopDesktop::~WorkshopDesktop() {
   neighbours_.setDialogParent({});
   neighbours_.setTroubleNotice({});
+  neighbours_.onRoomChanged({});
   host::host().presentationProgram = nullptr;
   host::host().windows = nullptr;
 }
@@ -186,8 +183,11 @@ void WorkshopDesktop::runCommandLine(const std::string& fields) {
     return;
   running_ = true;
   const std::unique_ptr<bool, void (*)(bool*)> done(&running_, [](bool* running) { *running = false; });
-  std::string why;
-  neighbours_.joinAddress(why);  // without a controller the vote itself offers the keyboard
+  try {
+    neighbours_.room();
+  } catch (const HostError&) {
+    // without a controller the vote itself offers the keyboard
+  }
   glo = Glo{};
   Main(fields);
   if (!glo.closing)

@@ -1,9 +1,11 @@
 #include "desktop/desktop.h"
 
 #include <QApplication>
+#include <QDesktopServices>
 #include <QElapsedTimer>
 #include <QKeyEvent>
 #include <QScreen>
+#include <QUrl>
 #include <algorithm>
 
 #include "desktop/deck_window.h"
@@ -301,12 +303,17 @@ bool Desktop::Parts::mayCloseDeck() {
 
 void Desktop::Parts::showKeypads() {
   if (!keypads)
-    keypads = new KeypadsWindow(&window);
+    keypads = new KeypadsWindow(&window, {hooks.chooseAddress, [](const QString& address) {
+                                            QDesktopServices::openUrl(QUrl(address));
+                                          }});
   try {
-    keypads->showAddress(hooks.joinAddress ? render::toQt(hooks.joinAddress()) : QString());
+    keypads->showRoom(hooks.room());
   } catch (const std::exception& error) {
-    report("The controller cannot be reached. ", error);
+    keypads->showNoController(render::toQt(error.what()));
   }
+  keypads->show();
+  keypads->raise();
+  keypads->activateWindow();
 }
 
 void Desktop::Parts::report(const std::string& what, const std::exception& error) {
@@ -349,6 +356,11 @@ bool Desktop::openDeck(const std::string& file) {
 
 void Desktop::sayTrouble(const std::string& text) {
   parts_->window.notice().say(NoticeBar::Kind::error, render::toQt(text));
+}
+
+void Desktop::roomChanged(const host::RoomState& room) {
+  if (parts_->keypads)
+    parts_->keypads->showRoom(room);
 }
 
 void Desktop::startShow(int slide) {

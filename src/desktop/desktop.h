@@ -14,6 +14,7 @@
 #include <optional>
 #include <string>
 
+#include "host/controller.h"
 #include "host/presentation.h"
 
 class QWidget;
@@ -36,9 +37,10 @@ struct DesktopHooks {
   // Runs the exercise of the slide (from 1) to its end. Called from the top of the message loop, or from the
   // slide show when it reaches the slide; program().SlideShowWindowsCount() tells the two apart.
   std::function<void(int slide)> runExercise;
-  // Where phones join, such as "http://192.168.1.20:8080/"; starts the controller when needed. "" without
-  // one.
-  std::function<std::string()> joinAddress;
+  // Where phones join and how many have; starts the controller when needed. Throws HostError when there is
+  // none.
+  std::function<host::RoomState()> room;
+  std::function<void(const std::string& host)> chooseAddress;  // of the candidates, for phones to join at
   // Throws HostError with a text for the person: the file is gone, broken, locked by another program.
   std::function<std::unique_ptr<host::Presentation>(const std::string& file)> openDeck;
   // Asked for slides that hold an exercise; nothing when it cannot tell now. Left out, the slide's tags are
@@ -66,7 +68,8 @@ class Desktop {
   // Opens the deck in place of the one at hand. False, with the reason on the deck window, when it cannot.
   bool openDeck(const std::string& file);
   void sayTrouble(const std::string& text);  // over the deck window, until the next notice
-  void startShow(int slide);                 // 0: the first slide that is not hidden
+  void roomChanged(const host::RoomState& room);
+  void startShow(int slide);  // 0: the first slide that is not hidden
   // Shows the deck window, opens `deckFile` unless it is "", and returns when the person has left.
   int exec(const std::string& deckFile = "");
   void turn();  // one turn of that loop, for tests: delivers events, starts the run that is wanted

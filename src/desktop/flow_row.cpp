@@ -53,7 +53,7 @@ int FlowRow::arrange(const QRect& place, bool move) const {
         continue;
       const QSize size = items_[at]->sizeHint();
       if (move)
-        items_[at]->setGeometry(QRect(QPoint(left, top), size));
+        items_[at]->setGeometry(QRect(QPoint(left, top + (height - size.height()) / 2), size));
       left += size.width() + gap_;
     }
     top += height + (at < items_.size() ? gap_ : 0);

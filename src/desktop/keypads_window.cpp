@@ -1,129 +1,133 @@
 #include "desktop/keypads_window.h"
 
 #include <QClipboard>
-#include <QDesktopServices>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
-#include <QPushButton>
-#include <QUrl>
+#include <QLabel>
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "desktop/qr_code.h"
+#include "desktop/flow_row.h"
 #include "desktop/style.h"
+#include "render/fonts.h"
 
 namespace qrn::desktop {
 
 namespace {
 
-QLabel* centred(QWidget* parent) {
-  auto* label = new QLabel(parent);
-  label->setAlignment(Qt::AlignCenter);
-  label->setTextFormat(Qt::PlainText);
-  return label;
+QString captionOf(const host::JoinAddress& address) {
+  QString caption = render::toQt(address.host);
+  if (!address.card.empty())
+    caption += " (" + render::toQt(address.card) + ")";
+  return address.likely ? caption : caption + ", out of most phones' reach";
 }
 
-void setType(QLabel& label, int pixels, bool bold) {
-  QFont font("Arial");
-  font.setPixelSize(pixels);
-  font.setBold(bold);
-  label.setFont(font);
+bool isAt(const host::RoomState& room, const host::JoinAddress& address) {
+  return room.address.substr(0, room.address.rfind(':')) == address.host;
 }
 
 }  // namespace
 
-KeypadsWindow::KeypadsWindow(QWidget* parent)
+KeypadsWindow::KeypadsWindow(QWidget* parent, Calls calls)
     : QDialog(parent),
-      heading_(centred(this)),
-      code_(centred(this)),
-      text_(centred(this)),
-      hint_(centred(this)),
-      buttons_(new QWidget(this)) {
+      calls_(std::move(calls)),
+      board_(new JoinBoard(this)),
+      bar_(new QWidget(this)),
+      chooserBar_(new QWidget(bar_)),
+      chooser_(new QComboBox(chooserBar_)) {
   setObjectName("keypads");
   setWindowTitle("Keypads");
-  setStyleSheet("#keypads { background: #ffffff; }");
-  auto* row = new QHBoxLayout(buttons_);
-  row->setContentsMargins(0, 0, 0, 0);
-  const auto button = [&](const QString& caption, const QString& tip, auto action) {
-    auto* made = new QPushButton(caption, buttons_);
-    made->setToolTip(tip);
-    made->setAutoDefault(false);
-    connect(made, &QPushButton::clicked, this, action);
-    row->addWidget(made);
-  };
-  row->addStretch();
-  button("&Full screen", "Show the code to the room (F11)", [this] { toggleFullScreen(); });
-  button("&Copy address", "Ctrl+C", [this] { QGuiApplication::clipboard()->setText(address_); });
-  button("Open in &browser", "Try a phone's page on this machine",
-         [this] { QDesktopServices::openUrl(QUrl(address_)); });
-  button("Close", "Esc", [this] { close(); });
-  row->addStretch();
   auto* layout = new QVBoxLayout(this);
-  layout->setContentsMargins(32, 32, 32, 24);
-  layout->setSpacing(16);
-  layout->addStretch(1);
-  layout->addWidget(heading_);
-  layout->addWidget(code_);
-  layout->addWidget(text_);
-  layout->addWidget(hint_);
-  layout->addStretch(1);
-  layout->addWidget(buttons_);
-  setMinimumSize(640, 560);
-  resize(760, 720);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(0);
+  layout->addWidget(board_, 1);
+  layout->addWidget(bar_);
+  makeButtons();
+  setMinimumSize(480, 320);
+  resize(960, 640);
 }
 
-void KeypadsWindow::showAddress(const QString& address) {
-  address_ = address;
-  const bool known = !address.isEmpty();
-  heading_->setText(known ? "Join with your phone" : "No controller is running");
-  text_->setText(address);
-  code_->setVisible(known);
-  text_->setVisible(known);
-  hint_->setText(
-      known
-          ? "Point the camera at the code, or type the address into a browser."
-          : "Phones and keypads cannot vote until the controller runs.\nThe keyboard can stand in for them.");
-  for (auto* button : buttons_->findChildren<QPushButton*>())
-    button->setEnabled(known || button->text() == "Close");
-  fit();
-  show();
-  raise();
-  activateWindow();
+void KeypadsWindow::makeButtons() {
+  auto* line = new FlowRow(look::grid, Qt::AlignHCenter);
+  auto* chooserRow = new QHBoxLayout(chooserBar_);
+  chooserRow->setContentsMargins(0, 0, look::grid, 0);
+  auto* label = new QLabel("&Address", chooserBar_);
+  label->setBuddy(chooser_);
+  chooser_->setPlaceholderText("Choose one");
+  chooser_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+  chooserRow->addWidget(label);
+  chooserRow->addWidget(chooser_);
+  connect(chooser_, &QComboBox::activated, this,
+          [this](int row) { calls_.choose(room_.candidates.at(static_cast<std::size_t>(row)).host); });
+  line->addWidget(chooserBar_);
+  const auto button = [&](const QString& caption, const QString& tip, auto action) {
+    auto* made = new QPushButton(caption, bar_);
+    made->setToolTip(tip);
+    connect(made, &QPushButton::clicked, this, action);
+    line->addWidget(made);
+    return made;
+  };
+  full_ = button("&Full screen", "Show the code to the room (F11)", [this] { toggleFullScreen(); });
+  copy_ = button("&Copy address", "Ctrl+C", [this] { copyAddress(); });
+  browser_ = button("Open in &browser", "The same page in this machine's browser, to project it from there",
+                    [this] { calls_.openPage(render::toQt(room_.page)); });
+  button("Close", "Esc", [this] { close(); });
+  full_->setDefault(true);
+  full_->setFocus();
+  auto* inset = new QVBoxLayout(bar_);
+  inset->setContentsMargins(2 * look::grid, look::grid, 2 * look::grid, look::grid);
+  inset->addLayout(line);
+}
+
+void KeypadsWindow::showRoom(const host::RoomState& room) {
+  room_ = room;
+  board_->setText(joinText(room));
+  fillChooser();
+  copy_->setEnabled(!room.address.empty() && room.takesPhones);
+  browser_->setEnabled(!room.page.empty());
+}
+
+void KeypadsWindow::showNoController(const QString& why) {
+  showRoom({});
+  board_->setText(noControllerText(why));
+}
+
+// A choice is offered where there is one: among several, or of one that is not taken by itself.
+void KeypadsWindow::fillChooser() {
+  chooser_->clear();
+  int current = -1;
+  for (const host::JoinAddress& each : room_.candidates) {
+    if (isAt(room_, each))
+      current = chooser_->count();
+    chooser_->addItem(captionOf(each));
+  }
+  chooser_->setCurrentIndex(current);
+  chooserBar_->setVisible(room_.takesPhones &&
+                          (chooser_->count() > 1 || (chooser_->count() == 1 && current < 0)));
+}
+
+void KeypadsWindow::copyAddress() const {
+  if (copy_->isEnabled())
+    QGuiApplication::clipboard()->setText("http://" + render::toQt(room_.address) + "/");
 }
 
 void KeypadsWindow::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_F11)
     toggleFullScreen();
   else if (event->matches(QKeySequence::Copy))
-    QGuiApplication::clipboard()->setText(address_);
+    copyAddress();
   else if (event->key() == Qt::Key_Escape && isFullScreen())
     toggleFullScreen();
   else
     QDialog::keyPressEvent(event);
 }
 
-void KeypadsWindow::resizeEvent(QResizeEvent* event) {
-  QDialog::resizeEvent(event);
-  fit();
-}
-
-void KeypadsWindow::fit() {
-  const int height = std::max(1, this->height());
-  setType(*heading_, std::clamp(height / 16, 24, 96), true);
-  setType(*hint_, std::clamp(height / 36, 16, 48), false);
-  int pixels = std::clamp(height / 14, 22, 140);
-  for (setType(*text_, pixels, true);
-       pixels > 18 && text_->fontMetrics().horizontalAdvance(address_) > width() - 80;)
-    setType(*text_, --pixels, true);
-  const QImage code = qrCode(address_, std::min(width() - 80, height * 58 / 100));
-  code_->setPixmap(QPixmap::fromImage(code));
-  code_->setMinimumSize(1, 1);
-}
-
 void KeypadsWindow::toggleFullScreen() {
-  isFullScreen() ? showNormal() : showFullScreen();
-  buttons_->setVisible(!isFullScreen());
+  const bool full = !isFullScreen();
+  bar_->setVisible(!full);
+  full ? showFullScreen() : showNormal();
+  full ? setFocus() : full_->setFocus();
 }
 
 }  // namespace qrn::desktop

@@ -1,27 +1,41 @@
-// Where phones join: the address in large type with its QR code, to be shown to the room.
+// Where phones join, to be shown to the room, and how many have.
 #pragma once
 
+#include <QComboBox>
 #include <QDialog>
-#include <QLabel>
+#include <QPushButton>
+#include <functional>
+#include <string>
+
+#include "desktop/join_board.h"
 
 namespace qrn::desktop {
 
 class KeypadsWindow : public QDialog {
  public:
-  explicit KeypadsWindow(QWidget* parent);
-  void showAddress(const QString& address);  // "": says that there is no controller
+  struct Calls {
+    std::function<void(const std::string& host)> choose;   // where phones shall join
+    std::function<void(const QString& address)> openPage;  // in a browser
+  };
+  KeypadsWindow(QWidget* parent, Calls calls);
+  void showRoom(const host::RoomState& room);
+  void showNoController(const QString& why);
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
-  void resizeEvent(QResizeEvent* event) override;
 
  private:
-  void fit();
+  void makeButtons();
+  void fillChooser();
+  void copyAddress() const;
   void toggleFullScreen();
 
-  QString address_;
-  QLabel *heading_, *code_, *text_, *hint_;
-  QWidget* buttons_;
+  Calls calls_;
+  host::RoomState room_;
+  JoinBoard* board_;
+  QWidget *bar_, *chooserBar_;
+  QComboBox* chooser_;
+  QPushButton *full_ = nullptr, *copy_ = nullptr, *browser_ = nullptr;
 };
 
 }  // namespace qrn::desktop

@@ -18,6 +18,7 @@ class RoomTest : public ::testing::Test {
     ports.toPhone = [this](PhoneId phone, const SharedText& text) { told[phone].push_back(*text); };
     ports.log = [this](const std::string& line) { logged.push_back(line); };
     ports.keypadGiven = [](long, const std::string&) {};
+    ports.phonesChanged = [this] { ++changes; };
     ports.newToken = [this] {
       std::string token = std::to_string(++tokens);
       return std::string(32 - token.size(), '0') + token;
@@ -57,6 +58,7 @@ class RoomTest : public ::testing::Test {
   std::string hello;
   std::vector<std::string> atProgram, logged;
   std::map<PhoneId, std::vector<std::string>> told;
+  int changes = 0;  // in the number of phones
   std::int64_t ms = 1'000'000;
   int tokens = 0;
 };
@@ -269,6 +271,18 @@ TEST_F(RoomTest, PhonesBeyondTheRangeAreToldThatItIsFull) {
   furnish(options);
   for (PhoneId phone = 1; phone <= 3; ++phone) room->phoneText(phone, "join - 0");
   EXPECT_EQ(last(3), "full");
+  EXPECT_EQ(changes, 2);
+  room->phoneGone(2);
+  EXPECT_EQ(changes, 3);
+}
+
+TEST_F(RoomTest, APhoneInARehearsalIsToldSo) {
+  RoomOptions options;
+  options.highest = options.rehearse = 20;
+  furnish(options);
+  EXPECT_TRUE(room->phoneText(1, "join - 0"));
+  EXPECT_EQ(last(1), "rehearsal\nkeypads=20");
+  EXPECT_EQ(changes, 0);
 }
 
 }  // namespace

@@ -47,6 +47,7 @@ class ServerTest : public LinkTest {
  protected:
   void SetUp() override {
     options.controllerPath = QUORIN_CONTROLLER;
+    options.address = "vote.local";
     program = std::make_unique<link::WebSocketLink>(options);
     listen(*program);
     ASSERT_TRUE(program->makeLink(true)) << program->lastError();
@@ -111,7 +112,7 @@ TEST_F(ServerTest, PagesCarryNothingForeign) {
     EXPECT_EQ(response.body().find("https://"), std::string::npos) << path;
     EXPECT_EQ(response["Content-Security-Policy"].substr(0, 18), "default-src 'none'") << path;
   }
-  EXPECT_NE(get("/join").body().find(":" + std::to_string(announced.port)), std::string::npos);
+  EXPECT_NE(get("/join").body().find("127.0.0.1:" + std::to_string(announced.port)), std::string::npos);
   EXPECT_EQ(get("/join").body().find('%'), std::string::npos) << "a mark was left in the page";
   EXPECT_EQ(get("/../etc/passwd").result_int(), 404U);
 }
@@ -143,6 +144,37 @@ TEST_F(ServerTest, APhoneVotesChangesItsMindAndComesBackAfterTheControllerWasRep
   Phone back(link::announcedIn(folder)->port);
   back.say("join " + token + " 0");
   EXPECT_EQ(back.hear("you").find("you\nkeypad=1\n"), 0U);
+}
+
+TEST_F(ServerTest, TheProgramHearsHowManyPhonesAreInAndSaysWhereTheyJoin) {
+  int told = 0;
+  program->roomChanged = [&] { ++told; };
+  const auto hear = [&](const std::function<bool(const host::RoomState&)>& wanted) {
+    return pump(*program, [&] { return wanted(program->room()); });
+  };
+  const std::string port = ":" + std::to_string(announced.port);
+  ASSERT_TRUE(hear([](const host::RoomState& room) { return !room.page.empty(); })) << "told at once";
+  EXPECT_EQ(program->room().address, "vote.local" + port);
+  EXPECT_EQ(program->room().page, "http://127.0.0.1" + port + "/join");
+  {
+    Phone phone(announced.port);
+    phone.say("join - 0");
+    EXPECT_TRUE(hear([](const host::RoomState& room) { return room.phones == 1; }));
+  }
+  EXPECT_TRUE(hear([](const host::RoomState& room) { return room.phones == 0; }));
+  EXPECT_GE(told, 3);
+  EXPECT_TRUE(received.empty()) << "no business of the program's";
+
+  const host::JoinAddress other = program->room().candidates.back();
+  program->chooseAddress(other.host);
+  const auto chosen = [&](const host::RoomState& room) { return room.address == other.host + port; };
+  EXPECT_TRUE(hear(chosen));
+  EXPECT_NE(get("/room").body().find("address=" + other.host + port + "\n"), std::string::npos);
+  kill(static_cast<pid_t>(program->controllerProcess()), SIGKILL);
+  ASSERT_TRUE(pump(*program, [&] { return losses == 1; }));
+  ASSERT_TRUE(program->makeLink(true)) << program->lastError();
+  EXPECT_TRUE(hear([&](const host::RoomState& room) { return room.address.find(other.host) == 0; }))
+      << "the choice holds for the next controller too";
 }
 
 TEST_F(ServerTest, HostileFramesCostTheirSenderTheSocketAndNobodyElse) {

@@ -205,6 +205,18 @@ TEST(Wire, AnAnnouncementComesBackAsItWasAndADamagedOneNotAtAll) {
     EXPECT_FALSE(link::readAnnouncement(bad)) << bad;
 }
 
+TEST(Wire, TheRoomComesBackAsItWas) {
+  host::RoomState room;
+  room.address = "192.168.1.20:7878";
+  room.page = "http://127.0.0.1:7878/join";
+  room.candidates = {{"vote.local", "", true}, {"10.8.0.3", "wg0", false}};
+  room.phones = 3;
+  room.rehearse = 20;
+  room.takesPhones = false;
+  EXPECT_EQ(link::readRoom(link::roomText(room)), room);
+  EXPECT_EQ(link::readRoom("Room=\nlikely=\nnonsense\nphones=x\n"), host::RoomState{});
+}
+
 TEST(Wire, WhatIsNotUtf8IsMarked) {
   EXPECT_EQ(link::validUtf8("Fjäll € 😀"), "Fjäll € 😀");
   EXPECT_EQ(link::validUtf8("a\xE4z\xC0\x80\xED\xA0\x80"),

@@ -44,6 +44,8 @@ class WebSocketLink::Impl {
   bool takeLoss();  // true once for each link that had been made and was lost
 
   LinkOptions options;
+  host::RoomState room;
+  std::string chosenAddress;
   std::shared_ptr<Connection> connection;
   Announcement controller;
   std::string error;
@@ -159,6 +161,8 @@ std::vector<std::string> WebSocketLink::Impl::arguments() const {
   if (options.rehearse > 0)
     words.insert(words.end(),
                  {"--rehearse", std::to_string(options.rehearse), "--seed", std::to_string(options.seed)});
+  if (!options.address.empty())
+    words.insert(words.end(), {"--address", options.address});
   if (controller.port > 0)
     words.insert(words.end(), {"--prefer-port", std::to_string(controller.port)});
   words.insert(words.end(), options.extraArguments.begin(), options.extraArguments.end());
@@ -178,6 +182,8 @@ bool WebSocketLink::Impl::connect(const Announcement& to, Clock::time_point dead
       lossDue_ = false;
       error.clear();
       greeted(next->take().value_or(""));
+      if (!chosenAddress.empty())
+        next->send(std::string(addressWord) + chosenAddress);
       return true;
     }
     if (!next->lost())
@@ -239,6 +245,12 @@ void WebSocketLink::Impl::handOver(WebSocketLink& link) {
 }
 
 void WebSocketLink::Impl::deliver(WebSocketLink& link, const std::string& text) {
+  if (startsWith(text, roomWord)) {
+    room = readRoom(std::string_view(text).substr(roomWord.size()));
+    if (link.roomChanged)
+      link.roomChanged();
+    return;
+  }
   if (isVoteOpened(text) || (isPressBlock(text) && !takesPresses()))
     return;
   if (link.FromQrnCtrl)
@@ -313,8 +325,14 @@ std::string WebSocketLink::lastError() const {
   return impl_->error;
 }
 
-std::string WebSocketLink::joinAddress() const {
-  return impl_->controller.join;
+host::RoomState WebSocketLink::room() const {
+  return impl_->room;
+}
+
+void WebSocketLink::chooseAddress(const std::string& host) {
+  impl_->chosenAddress = host;
+  if (linked())
+    impl_->connection->send(std::string(addressWord) + validUtf8(host));
 }
 
 long WebSocketLink::controllerProcess() const {

@@ -25,6 +25,7 @@ struct LinkOptions {
   int rehearse = 0;            // keypads that vote by themselves; 0: phones
   std::uint64_t seed = 1;      // of the rehearsal keypads
   std::string announceFolder;  // "": the user's runtime folder
+  std::string address;         // host name or address at which phones join; "" to find it out
   std::vector<std::string> extraArguments;
   std::chrono::milliseconds startTimeout{5000};    // longest wait for a controller that is being started
   std::chrono::milliseconds connectTimeout{2000};  // longest wait for one that is running
@@ -49,14 +50,15 @@ class WebSocketLink : public host::ControllerLink {
   bool linked() const override;
   bool controllerReady() override;
   void sendToController(std::string_view text) override;
+  host::RoomState room() const override;
+  void chooseAddress(const std::string& host) override;  // holds for later controllers of this link too
 
   // Hands over what has arrived, in order, then reports a lost link once. Main thread only; may be entered
   // again from inside the calls it makes.
   void drain();
 
   std::string lastError() const override;  // why there is no link, for the log; "" when nothing went wrong
-  std::string joinAddress() const;  // where the page to project is, "http://192.168.1.5:7878/join"; "" before
-  long controllerProcess() const;   // process id of the controller; 0 before
+  long controllerProcess() const;          // process id of the controller; 0 before
 
  private:
   class Impl;

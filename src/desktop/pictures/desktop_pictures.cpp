@@ -109,14 +109,33 @@ void takeSlideShow(Album& album) {
 }
 
 void takeKeypads(Album& album) {
-  for (const QSize size : {QSize(760, 720), kSizes[0], kSizes[1]}) {
-    desktop::KeypadsWindow window(nullptr);
-    window.showAddress("http://192.168.1.20:8080/join");
-    window.resize(size);
-    album.take(window, "keypads");
-  }
-  desktop::KeypadsWindow none(nullptr);
-  none.showAddress("");
+  host::RoomState open;
+  open.address = "192.168.100.120:7878";
+  open.page = "http://127.0.0.1:7878/join";
+  open.candidates = {{"192.168.100.120", "wlp2s0", true}};
+  open.phones = 57;
+  host::RoomState choice = open, unreachable = open, rehearsal = open;
+  choice.candidates.push_back({"10.8.0.3", "wg0", false});
+  choice.rehearse = 20;
+  unreachable.address = "";
+  unreachable.candidates = {{"10.8.0.3", "wg0", false}};
+  rehearsal.takesPhones = false;
+  rehearsal.rehearse = 20;
+  const std::pair<const char*, const host::RoomState&> rooms[] = {{"keypads", open},
+                                                                  {"keypads-choice", choice},
+                                                                  {"keypads-unreachable", unreachable},
+                                                                  {"keypads-rehearsal", rehearsal}};
+  for (const QSize size : {QSize(512, 384), kSizes[0], kSizes[1]})
+    for (const auto& [name, room] : rooms) {
+      desktop::KeypadsWindow window(nullptr, {});
+      window.showRoom(room);
+      window.show();
+      window.resize(size);
+      album.take(window, name);
+    }
+  desktop::KeypadsWindow none(nullptr, {});
+  none.showNoController("The controller did not start in time.");
+  none.show();
   album.take(none, "keypads-no-controller");
 }
 

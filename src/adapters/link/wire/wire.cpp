@@ -24,6 +24,18 @@ std::size_t sequenceLength(std::string_view text) {
   return overlong || outside ? 0 : length;
 }
 
+// Calls `tell` with key and value of each line KEY=VALUE.
+template <class Tell>
+void forEachLine(std::string_view text, const Tell& tell) {
+  while (!text.empty()) {
+    const std::string_view line = text.substr(0, text.find('\n'));
+    text.remove_prefix(std::min(text.size(), line.size() + 1));
+    const std::size_t equals = line.find('=');
+    if (equals != std::string_view::npos)
+      tell(line.substr(0, equals), line.substr(equals + 1));
+  }
+}
+
 void take(Announcement& announcement, std::string_view key, std::string_view value) {
   const std::int64_t number = wholeNumber(value).value_or(0);
   if (key == "port" && number <= 65535)
@@ -50,16 +62,42 @@ std::string announcementText(const Announcement& a) {
 
 std::optional<Announcement> readAnnouncement(std::string_view text) {
   Announcement announcement;
-  while (!text.empty()) {
-    const std::string_view line = text.substr(0, text.find('\n'));
-    text.remove_prefix(std::min(text.size(), line.size() + 1));
-    const std::size_t equals = line.find('=');
-    if (equals != std::string_view::npos)
-      take(announcement, line.substr(0, equals), line.substr(equals + 1));
-  }
+  forEachLine(text, [&](std::string_view key, std::string_view value) { take(announcement, key, value); });
   if (announcement.port < 1 || announcement.token.empty())
     return std::nullopt;
   return announcement;
+}
+
+std::string roomText(const host::RoomState& room) {
+  std::string text = std::string(roomWord) + "\naddress=" + room.address + "\npage=" + room.page +
+                     "\nphones=" + std::to_string(room.phones) +
+                     "\nrehearse=" + std::to_string(room.rehearse) +
+                     "\ntakesPhones=" + (room.takesPhones ? "1" : "0") + "\n";
+  for (const host::JoinAddress& each : room.candidates)
+    text += std::string(each.likely ? "likely=" : "unlikely=") + each.host + " " + each.card + "\n";
+  return text;
+}
+
+host::RoomState readRoom(std::string_view text) {
+  host::RoomState room;
+  forEachLine(text, [&](std::string_view key, std::string_view value) {
+    const long number = static_cast<long>(wholeNumber(value).value_or(0));
+    if (key == "address")
+      room.address = value;
+    else if (key == "page")
+      room.page = value;
+    else if (key == "phones")
+      room.phones = number;
+    else if (key == "rehearse")
+      room.rehearse = number;
+    else if (key == "takesPhones")
+      room.takesPhones = number != 0;
+    else if (const std::size_t blank = value.find(' ');
+             blank != std::string_view::npos && (key == "likely" || key == "unlikely"))
+      room.candidates.push_back(
+          {std::string(value.substr(0, blank)), std::string(value.substr(blank + 1)), key == "likely"});
+  });
+  return room;
 }
 
 std::string announceFile(const std::string& folder) {

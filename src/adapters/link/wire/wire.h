@@ -8,6 +8,8 @@
 #include <string>
 #include <string_view>
 
+#include "host/controller.h"
+
 namespace qrn::link {
 
 inline constexpr const char* programPath = "/program";
@@ -17,12 +19,15 @@ inline constexpr const char* tokenVariable =
 inline constexpr std::size_t maxMessage = std::size_t{1} << 20;  // bytes of one frame, either way
 
 // Frames of the link's own. The controller's first frame is the hello; "VoteOpened=" answers "StartVote" and
-// carries the number that the presses of that vote bear in their brackets. "Received=" comes from the
-// program's side and says how many frames since the hello have been dealt with.
+// carries the number that the presses of that vote bear in their brackets; "Room=" holds the state of the
+// room. From the program's side "Received=" says how many frames since the hello have been dealt with, and
+// "Address=" where phones shall join.
 inline constexpr std::string_view helloWord =
     "Hello=quorin-controller,1,";  // then the open vote's number or 0
 inline constexpr std::string_view openedWord = "VoteOpened=";
+inline constexpr std::string_view roomWord = "Room=";
 inline constexpr std::string_view receivedWord = "Received=";
+inline constexpr std::string_view addressWord = "Address=";
 
 struct Announcement {
   int port = 0;
@@ -37,6 +42,10 @@ struct Announcement {
 std::string announcementText(const Announcement& announcement);
 std::optional<Announcement> readAnnouncement(std::string_view text);
 std::string announceFile(const std::string& folder);
+
+// A frame "Room=" and what it holds: lines KEY=VALUE behind the word.
+std::string roomText(const host::RoomState& room);
+host::RoomState readRoom(std::string_view text);
 
 // The whole number that `text` is, or nothing: no blanks, no sign, at most 18 digits.
 std::optional<std::int64_t> wholeNumber(std::string_view text);
