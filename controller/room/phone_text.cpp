@@ -131,7 +131,9 @@ std::string voteFrame(long vote, const VoteSettings& settings) {
   frame.line("from", lowestVote(settings)).line("to", highestVote(settings));
   frame.line("abstain", mayAbstain(settings) ? 1 : 0);
   frame.line("limit", settings.limits).line("points", settings.points).line("total", settings.allocation);
-  frame.line("question", settings.preVoteText).line("after", settings.postVotedText);
+  frame.line("scale", settings.scale)
+      .line("question", settings.preVoteText)
+      .line("after", settings.postVotedText);
   addOptions(frame, settings);
   return frame.take();
 }

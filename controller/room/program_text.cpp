@@ -86,6 +86,7 @@ bool applySetting(std::string_view text, VoteSettings& settings) {
       {"allocation", &VoteSettings::allocation}, {"points", &VoteSettings::points},
       {"options", &VoteSettings::options},       {"startfrom", &VoteSettings::startFrom}};
   static const std::map<std::string, std::string VoteSettings::*> texts{
+      {"scale", &VoteSettings::scale},
       {"prevotetext", &VoteSettings::preVoteText},
       {"votetext", &VoteSettings::voteText},
       {"postvotedtext", &VoteSettings::postVotedText}};

@@ -17,6 +17,7 @@ enum class VoteKind { scale, rank, tag, order, allocate };
 
 struct VoteSettings {
   long voteType = 9;
+  std::string scale;  // its name; "" when it is not shown
   std::string preVoteText;
   std::string voteText;
   std::string postVotedText;

@@ -4,6 +4,8 @@
   const $ = (id) => document.getElementById(id);
   const firstPause = 500, longestPause = 5000;
   let socket = null, pause = firstPause, vote = null, press = "", standing = "none", mine = null, run = "";
+  let last = null;            // the vote that was open last
+  let typed = "", typing = 0;  // digits of a value, and the timer that ends them
 
   // ---- What the phone remembers -------------------------------------------------------------------------
   const remember = (key, value) => {
@@ -57,7 +59,7 @@
   const hear = (message) => {
     switch (message.word) {
       case "you":
-        if (message.run !== run) { run = message.run; vote = null; }  // vote numbers begin again in a new controller
+        if (message.run !== run) { run = message.run; vote = last = null; }  // vote numbers begin again in a new controller
         remember("quorin-token", message.token);
         remember("quorin-keypad", message.keypad);
         $("number").textContent = message.keypad;
@@ -83,13 +85,30 @@
     }
   };
 
+  // ---- What the last vote was about, for after its close ---------------------------------------------------
+  const captionOf = (about, value) => {
+    const line = about.lists.option.find((option) => option.startsWith(value + " "));
+    return line ? line.slice(value.length + 1).trim() : "";
+  };
+  const longest = 6;  // lines of a list
+  const meaning = (about, text) => {
+    if (!about || !text || text === "X") return "";
+    if (about.kind === "scale") return captionOf(about, text);
+    const parts = text.split("|").map(Number), items = about.lists.item;
+    const lines = about.kind === "rank" || about.kind === "order" ? parts.map((item, i) => (i + 1) + ". " + items[item - 1])
+                : parts.map((part, i) => (about.kind === "tag" ? "" : part + "  ") + items[i]).filter((line, i) => parts[i] > 0);
+    return lines.slice(0, longest).join("\n") + (lines.length > longest ? "\n…" : "");
+  };
+
   // ---- Between votes ------------------------------------------------------------------------------------
-  const show = (title, detail, sign, tone) => {
+  const show = (title, detail, sign, tone, own = "") => {
     vote = null;
+    typed = "";
     $("vote").hidden = true;
     $("message").hidden = false;
     $("screen").dataset.tone = tone;
     $("title").textContent = title;
+    $("own").textContent = own;
     $("detail").textContent = detail;
     $("sign").textContent = sign;
     $("actions").replaceChildren();
@@ -98,9 +117,10 @@
   const wait = (message) => {
     const next = "Please wait for the next vote.";
     const short = message.press.length < 3 ? spoken(message.press, true) : "✓";
-    if (message.result === "counted") show("Your vote counts", next, short, "good");
+    const own = message.press === "X" ? "Abstain" : meaning(last, message.press);
+    if (message.result === "counted") show("Your vote counts", next, short, "good", own);
     else if (message.result === "late" && message.press)
-      show("Your first vote counts", "The change came after the vote had closed.\n" + next, short, "good");
+      show("Your first vote counts", "The change came after the vote had closed.\n" + next, short, "good", own);
     else if (message.result === "late") show("The vote had closed", "Your press came too late to count.\n" + next, "!", "bad");
     else if (message.why === "keyboard") show("Keypads are resting", "The facilitator is voting from the keyboard.", "…", "");
     else if (message.why === "interrupted") show("The vote was interrupted", "It will be asked again. " + next, "!", "bad");
@@ -111,10 +131,11 @@
   // ---- A vote -------------------------------------------------------------------------------------------
   const open = (message) => {
     const fresh = !vote || vote.vote !== message.vote;
-    vote = message;
+    vote = last = message;
     if (fresh) { press = ""; standing = "none"; mine = null; }
     $("message").hidden = true;
     $("vote").hidden = false;
+    $("scale").textContent = (vote.scale || "").trim();
     $("question").textContent = vote.question.trim() || "Please vote";
     $("hint").textContent = hint();
     const before = standing;
@@ -149,7 +170,10 @@
     const made = make("button", className);
     made.type = "button";
     made.dataset.value = value;
-    if (className === "option") made.append(make("b", "", value), make("span", "", caption));
+    if (className === "option") {
+      made.dir = "auto";
+      made.append(make("b", "", value), make("span", "", caption));
+    }
     else made.textContent = caption;
     if (className === "option" && value) made.append(make("i", "", "✓"));
     if (className === "option" && !caption) made.setAttribute("aria-label", "Vote " + value);
@@ -167,7 +191,9 @@
     else if (vote.kind === "allocate") buildPoints(list, actions);
     else buildChoice(list, actions);
     if (vote.abstain === "1") actions.append(button("plain", "X", "Abstain", cast));
-    $("screen").classList.toggle("dense", list.dataset.look === "list" && list.children.length > 6);
+    const screen = $("screen");
+    screen.classList.remove("dense");
+    screen.classList.toggle("dense", list.dataset.look === "list" && screen.scrollHeight > screen.clientHeight);
   };
   const buildScale = (list) => {
     const options = vote.lists.option.map((line) => {
@@ -192,7 +218,7 @@
     list.append(shown);
     for (const digit of ["1", "2", "3", "4", "5", "6", "7", "8", "9"])
       list.append(button("option", digit, "", () => { mine.digits = (mine.digits + digit).slice(0, vote.to.length); update(); }));
-    list.append(button("plain", "", "Clear", () => { mine.digits = ""; update(); }));
+    list.append(button("plain clear", "", "Clear", () => { mine.digits = ""; update(); }));
     list.append(button("option", "0", "", () => { mine.digits = (mine.digits + "0").slice(0, vote.to.length); update(); }));
     const send = sender(() => String(Number(mine.digits)));
     actions.append(send);
@@ -233,6 +259,7 @@
       const less = button("", "", "−", change(-1)), more = button("", "", "+", change(1));
       less.setAttribute("aria-label", "One point less: " + item);
       more.setAttribute("aria-label", "One point more: " + item);
+      row.dir = "auto";
       row.append(make("span", "", item), less, shown, more);
       return { row, less, more, shown };
     });
@@ -284,6 +311,40 @@
     else if (standing === "kept") status("Your vote is kept", "It counts as soon as the facilitator is back.", "");
     else if (standing === "sending") status("Sending …", simple ? "Your vote: " + spoken(press) + "." : "", "");
   };
+
+  // ---- Digit keys -----------------------------------------------------------------------------------------
+  // The buttons of a vote by what their key is: a value, or the place of an item in its list.
+  const keyed = () => {
+    const buttons = [...document.querySelectorAll("#options .option")];
+    return new Map(buttons.map((each, i) => [each.dataset.value || String(i + 1), each]));
+  };
+  const endTyping = () => {
+    clearTimeout(typing);
+    const button = keyed().get(typed);
+    typed = "";
+    if (vote && button && !button.disabled) button.click();
+  };
+  // A digit acts at once unless it may be the first of a longer value; 0 stands for 10 where there is no 0.
+  const type = (digit) => {
+    const values = [...keyed().keys()];
+    const begins = (text) => values.filter((value) => value.startsWith(text));
+    clearTimeout(typing);
+    typed += digit;
+    if (!begins(typed).length) typed = digit;
+    if (typed === "0" && !values.includes("0")) typed = "10";
+    if (begins(typed).length < 2) endTyping();
+    else typing = setTimeout(endTyping, 700);
+  };
+  document.addEventListener("keydown", (event) => {
+    if (!vote || event.ctrlKey || event.altKey || event.metaKey) return;
+    if (/^[0-9]$/.test(event.key)) type(event.key);
+    else if (event.key === "Backspace") for (const clear of document.querySelectorAll("#options .clear")) clear.click();
+    else if (event.key === "Enter" && document.activeElement.tagName !== "BUTTON")
+      for (const send of document.querySelectorAll("#actions .send:enabled")) send.click();
+    else return;
+    event.preventDefault();
+  });
+
   const refused = (reason) => {
     if (!vote) return;
     standing = "none";

@@ -94,6 +94,7 @@ struct Session {
   std::int32_t voteType = 0, limits = 0, points = 0, allocation = 0;
   std::int32_t defaultVoteType = 9;
   std::string preVoteText, voteText, postVotedText;
+  std::string voteTitle;  // name of the scale as the vote screen shows it; "" when it does not
   int options = 0, startFrom = 0;
   std::int32_t voteTextOptionCount = 0;
   int votesCast = 0;

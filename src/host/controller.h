@@ -41,6 +41,8 @@ class ControllerLink {
   // Called from inside DoEvents() on the main thread, one call per text block, in the order of arrival.
   std::function<void(const std::string& data)> FromQrnCtrl;
   virtual RoomState room() const { return {}; }
+  // Name of the scale of the votes that are started from now on, for phones to show above the item; "": none.
+  virtual void describeVote(const std::string& /*scale*/) {}
   // Phones shall join at this one of the candidates; "": at the likeliest.
   virtual void chooseAddress(const std::string& /*host*/) {}
   // Called likewise when the state of the room has changed.

@@ -59,9 +59,11 @@ TEST_F(VoteScreen, tellsTheControllerWhatIsVoted) {
   glo.assessments[0].startFrom = 0;
   glo.risks[0].text = "Fire\r\nin the attic";
   glo.CheckShowListItemIdentifier = true;
+  glo.assessmentTitles[0] = "How\r\nlikely?";
   options({"low", "a|b", "high"});
   show();
   EXPECT_EQ(glo.preVoteText, "A: Fire in the attic");
+  EXPECT_EQ(glo.voteTitle, "How likely?");
   EXPECT_EQ(glo.voteText, "|0.  low|1.  a/b|2.  high");
   EXPECT_EQ(form.lbl_Criteria[1].Caption, "1.  a|b");
   EXPECT_EQ(glo.startFrom, 0);
@@ -252,6 +254,7 @@ TEST_F(VoteScreen, hidesTextsThatAreSwitchedOff) {
   show();
   EXPECT_FALSE(element("lbl_assessment", 0).visible);
   EXPECT_FALSE(element("lbl_Criteria", 0).visible);
+  EXPECT_EQ(glo.voteTitle, "") << "not on phones either";
   EXPECT_EQ(glo.voteText, "|1.  low|2.  high");
 }
 

@@ -154,11 +154,12 @@ TEST(PhoneText, OnlyTheTwoFramesAreRead) {
 }
 
 TEST(PhoneText, TextsCannotBreakOutOfTheirLine) {
-  const VoteSettings s =
-      settingsFrom({"options=1", "preVoteText=a\r\nb\rc\\n\nvote=99", "voteText=|x\nkind=rank"});
-  EXPECT_EQ(voteFrame(3, s),
-            "vote\nvote=3\nkind=scale\nfrom=1\nto=1\nabstain=0\nlimit=0\npoints=0\ntotal=0\n"
-            "question=a\\nb\\nc\\\\n\\nvote=99\nafter=\noption=1 x\\nkind=rank");
+  const VoteSettings s = settingsFrom(
+      {"options=1", "Scale=How\nbad?", "preVoteText=a\r\nb\rc\\n\nvote=99", "voteText=|x\nkind=rank"});
+  EXPECT_EQ(
+      voteFrame(3, s),
+      "vote\nvote=3\nkind=scale\nfrom=1\nto=1\nabstain=0\nlimit=0\npoints=0\ntotal=0\nscale=How\\nbad?\n"
+      "question=a\\nb\\nc\\\\n\\nvote=99\nafter=\noption=1 x\\nkind=rank");
 }
 
 TEST(Outbox, AnUnsentPressGivesWayToTheNextOfItsKeypad) {

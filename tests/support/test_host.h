@@ -119,12 +119,13 @@ class ScriptedLink : public host::ControllerLink {
     if (onSend)
       onSend(sent.back());
   }
+  void describeVote(const std::string& scale) override { described = scale; }
   void says(const std::string& data) {
     if (FromQrnCtrl)
       FromQrnCtrl(data);
   }
   bool canShare = true, canStart = true, linkUp = false, ready = true;
-  std::string made;
+  std::string made, described;
   std::vector<std::string> sent;
   std::function<void(const std::string&)> onSend;
 };

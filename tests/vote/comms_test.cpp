@@ -64,6 +64,7 @@ TEST_F(CommsTest, StaysWhenTheUserClosesIt) {
 TEST_F(CommsTest, SendsAVoteInTheProtocolsOrder) {
   glo.voteType = 14;
   glo.preVoteText = "Before";
+  glo.voteTitle = "Likelihood";
   glo.voteText = "Low|Middle|High";
   glo.limits = 2;
   glo.allocation = 25;
@@ -74,6 +75,7 @@ TEST_F(CommsTest, SendsAVoteInTheProtocolsOrder) {
   EXPECT_THAT(world.link.sent, ElementsAre("voteType=14", "preVoteText=Before", "voteText=Low|Middle|High",
                                            "postVotedText=Vote Submitted", "limits=2", "allocation=25",
                                            "points=5", "options=9", "StartFrom=1", "Clear", "StartVote"));
+  EXPECT_EQ(world.link.described, "Likelihood");
   EXPECT_EQ(glo.voteTextOptionCount, 2);
   EXPECT_EQ(link().voteStartedAt, 9 * 3600);
 }

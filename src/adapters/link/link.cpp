@@ -45,7 +45,7 @@ class WebSocketLink::Impl {
 
   LinkOptions options;
   host::RoomState room;
-  std::string chosenAddress;
+  std::string chosenAddress, scale;
   std::shared_ptr<Connection> connection;
   Announcement controller;
   std::string error;
@@ -311,7 +311,10 @@ bool WebSocketLink::controllerReady() {
 void WebSocketLink::sendToController(std::string_view text) {
   if (!linked())
     return;
-  if (impl_->goesOut(text))
+  const bool goes = impl_->goesOut(text);
+  if (goes && text == "StartVote")
+    impl_->connection->send(std::string(scaleWord) + validUtf8(impl_->scale));
+  if (goes)
     impl_->connection->send(validUtf8(text));
 }
 
@@ -323,6 +326,10 @@ void WebSocketLink::drain() {
 
 std::string WebSocketLink::lastError() const {
   return impl_->error;
+}
+
+void WebSocketLink::describeVote(const std::string& scale) {
+  impl_->scale = scale;
 }
 
 host::RoomState WebSocketLink::room() const {

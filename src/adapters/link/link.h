@@ -51,6 +51,7 @@ class WebSocketLink : public host::ControllerLink {
   bool controllerReady() override;
   void sendToController(std::string_view text) override;
   host::RoomState room() const override;
+  void describeVote(const std::string& scale) override;
   void chooseAddress(const std::string& host) override;  // holds for later controllers of this link too
 
   // Hands over what has arrived, in order, then reports a lost link once. Main thread only; may be entered

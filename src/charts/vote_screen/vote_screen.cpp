@@ -41,6 +41,8 @@ std::string wireText(const std::string& caption) {
 
 void setVoteTexts(const VoteForm& form) {
   glo.preVoteText = replaceAll(form.lbl_Risk.Caption, "\n", " ");
+  glo.voteTitle =
+      form.lbl_assessment.Visible ? replaceAll(form.lbl_assessment.Caption, "\n", " ") : std::string();
   glo.voteText.clear();
   for (const VoteLabel& label : form.lbl_Criteria) glo.voteText += "|" + wireText(label.Caption);
   if (form.lbl_Criteria.empty())

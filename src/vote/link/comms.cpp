@@ -204,6 +204,8 @@ bool comms::StartVote(bool reconnect, bool silent) {
     glo.voteType = 9;
   if (glo.postVotedText.empty())
     glo.postVotedText = "Vote Submitted";
+  if (host::host().controller != nullptr)
+    host::host().controller->describeVote(glo.voteTitle);
   const std::string commands[] = {"voteType=" + std::to_string(glo.voteType),
                                   "preVoteText=" + glo.preVoteText,
                                   "voteText=" + glo.voteText,

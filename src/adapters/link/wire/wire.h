@@ -20,14 +20,16 @@ inline constexpr std::size_t maxMessage = std::size_t{1} << 20;  // bytes of one
 
 // Frames of the link's own. The controller's first frame is the hello; "VoteOpened=" answers "StartVote" and
 // carries the number that the presses of that vote bear in their brackets; "Room=" holds the state of the
-// room. From the program's side "Received=" says how many frames since the hello have been dealt with, and
-// "Address=" where phones shall join.
+// room. From the program's side "Received=" says how many frames since the hello have been dealt with,
+// "Address=" where phones shall join, and "Scale=" on which scale the vote is that the next "StartVote"
+// opens.
 inline constexpr std::string_view helloWord =
     "Hello=quorin-controller,1,";  // then the open vote's number or 0
 inline constexpr std::string_view openedWord = "VoteOpened=";
 inline constexpr std::string_view roomWord = "Room=";
 inline constexpr std::string_view receivedWord = "Received=";
 inline constexpr std::string_view addressWord = "Address=";
+inline constexpr std::string_view scaleWord = "Scale=";
 
 struct Announcement {
   int port = 0;
