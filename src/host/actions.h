@@ -1,0 +1,68 @@
+// What a form can do, told once: menus, pop-ups, buttons, the key handler, the help on F1 and scripted keys
+// all read this table.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace qrn::host {
+
+inline constexpr int kAnyShift = -1;
+
+// A key as forms test it, see host::key. `shift` is a mask, or kAnyShift: whatever else is held down.
+struct KeyStroke {
+  int code = 0;
+  int shift = 0;
+  bool matches(int keyCode, int held) const {
+    return code == keyCode && (shift == kAnyShift || shift == held);
+  }
+};
+
+// "Ctrl+L", "F3", "Space"; kAnyShift adds nothing.
+std::string keyName(const KeyStroke& stroke);
+
+struct Action {
+  std::string name;     // as other rooms call it, "menuPairLines"
+  std::string caption;  // plain words; they stand in menus and in the help
+  std::vector<KeyStroke> keys{};
+  std::vector<std::string> menus{};  // where it stands beside the keys, "menuHideShowRound"
+  std::function<void()> perform{};
+  std::function<bool()> enabled{};  // left out: always
+  std::function<bool()> checked{};  // left out: it bears no mark
+  bool separated = false;           // a line above it in menus
+};
+
+// A row of a menu as it is shown.
+struct MenuRow {
+  std::string name, caption, keys;
+  bool enabled = true, checkable = false, checked = false, separated = false;
+};
+
+// A row of the help: what the keys do.
+struct KeyHelp {
+  std::string keys, caption;
+};
+
+class ActionTable {
+ public:
+  ActionTable() = default;
+  explicit ActionTable(std::vector<Action> actions) : actions_(std::move(actions)) {}
+
+  const std::vector<Action>& all() const { return actions_; }
+  const Action* find(std::string_view name) const;
+  // The first row that has the key and is enabled now; null when there is none.
+  const Action* forKey(int keyCode, int shift) const;
+  // False when nothing was done: no such row, or it is not enabled now.
+  bool performKey(int keyCode, int shift) const;
+  bool perform(std::string_view name) const;
+
+  std::vector<MenuRow> menu(std::string_view name) const;
+  std::vector<KeyHelp> help() const;  // of every row with keys, enabled or not
+
+ private:
+  std::vector<Action> actions_;
+};
+
+}  // namespace qrn::host
