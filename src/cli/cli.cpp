@@ -6,6 +6,7 @@
 #include <map>
 
 #include "cli/commands.h"
+#include "core/options.h"
 #include "host/errors.h"
 
 namespace qrn::cli {
@@ -57,6 +58,7 @@ class Parser {
     try {
       if (!parsed(words))
         return kWrongUsage;
+      ReadGlobalSettingsFromINIFile();
       if (action_)
         action_();
       if (!std::cout.flush())

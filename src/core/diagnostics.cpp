@@ -50,7 +50,7 @@ std::string stamp(const host::DateTime& date, double seconds) {
 void appendToLog(const char* name, const host::DateTime& date, const std::string& line) {
   const std::string file = name + formatted("%04d_%02d_%02d.log", date.year, date.month, date.day);
   try {
-    host::host().files->append(joinPath(host::host().environment->Environ("temp"), file), line + kLineEnd);
+    host::host().files->append(joinPath(host::host().environment->logFolder(), file), line + kLineEnd);
   } catch (const std::exception&) {
     // A log that cannot be written must not stop a workshop.
   }

@@ -49,10 +49,10 @@ bool trapErrors(const std::string& module, const std::string& procedure, Body&& 
   }
 }
 
-// Debug log "qrn_debug_YYYY_MM_DD.log" under temp, one line a call; silent unless the option
+// Debug log "qrn_debug_YYYY_MM_DD.log" in the log folder, one line a call; silent unless the option
 // "LOGEVENTS TO FILE" is on. `first` and `second` stand in brackets before the message.
 void writeDebugLog(std::string_view first, std::string_view second, std::string_view message);
-// Vote data log "qrn_vote_data_debug_YYYY_MM_DD.log" under temp, under the same option: TAG|text.
+// Vote data log "qrn_vote_data_debug_YYYY_MM_DD.log" beside it, under the same option: TAG|text.
 void writeVoteDataLog(std::string_view tag, std::string_view text);
 
 // Seconds since midnight at the first reading, from then on moved by the steady counter.

@@ -49,6 +49,8 @@ class Environment {
  public:
   virtual ~Environment() = default;
   virtual std::string Environ(std::string_view name) const = 0;  // "" when not set
+  // Where the logs of a day stand, whichever run writes them.
+  virtual std::string logFolder() const { return Environ("temp"); }
 };
 
 // Measures text for layout, in twips (15 to a pixel at 96 dots an inch). `size` is in points.

@@ -1,8 +1,10 @@
 // The road of a vote through the built programs: deck, controller, saved records, results, graphs.
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <map>
 #include <nlohmann/json.hpp>
 #include <set>
@@ -48,8 +50,29 @@ double meanOf(const std::string& record) {
   return count > 0 ? sum / count : 0;
 }
 
+// An installation that logs what it does.
 class Road : public ::testing::Test {
  protected:
+  Road() {
+    std::filesystem::create_directory(folder.file("quorin"));
+    writeFile(folder.file("quorin/qrn.ini"), "[DEBUG]\nLOGEVENTS TO FILE=1\n");
+    ::setenv("XDG_CONFIG_HOME", folder.file("").c_str(), 1);
+    ::setenv("TMPDIR", folder.file("").c_str(), 1);
+  }
+  ~Road() override {
+    ::unsetenv("XDG_CONFIG_HOME");
+    ::unsetenv("TMPDIR");
+  }
+  // The vote data logs of all runs: one file a day, two around midnight.
+  std::string voteDataLog() const {
+    std::string text;
+    for (const auto& file :
+         std::filesystem::directory_iterator(folder.file("quorin-" + std::to_string(::getuid()))))
+      if (file.path().filename().string().rfind("qrn_vote_data_debug_", 0) == 0)
+        text += readFile(file.path());
+    return text;
+  }
+
   TempFolder folder;
 };
 
@@ -176,6 +199,10 @@ TEST_F(Road, EveryVoteThatWasToldAsSavedSurvivesAKill) {
       EXPECT_NE(std::find(stored.begin(), stored.end(), record), stored.end()) << "lost: " << record;
     EXPECT_EQ(matrix({"info", deck}).code, 0);
   }
+  const std::string log = voteDataLog();
+  for (const std::string& record : told)
+    EXPECT_NE(log.find("MATRIX VOTES SAVED TO SLIDE|" + record), std::string::npos)
+        << "not logged: " << record;
   EXPECT_TRUE(killedInMidRun) << "no vote was saved before a kill: the times are too short for this machine";
   // The rest is voted in the end, whatever the order was in between, and nothing twice.
   EXPECT_EQ(matrix(voteWords(deck, 8)).code, 0);

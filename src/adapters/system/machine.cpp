@@ -32,7 +32,7 @@ bool isOurFolder(const std::string& folder) {
 }
 
 // This user's folder for temporary files; a name that somebody else has taken gives way to a new one.
-std::string userTemporaryFolder() {
+std::string makeUserFolder() {
   std::error_code error;
   const std::filesystem::path all = std::filesystem::temp_directory_path(error);
   std::string folder = (all / ("quorin-" + std::to_string(::getuid()))).string();
@@ -40,6 +40,11 @@ std::string userTemporaryFolder() {
     folder += "-XXXXXX";
     ::mkdtemp(folder.data());
   }
+  return folder;
+}
+
+const std::string& userTemporaryFolder() {
+  static const std::string folder = makeUserFolder();
   return folder;
 }
 
@@ -69,7 +74,7 @@ void clearAfterKilledRuns(const std::string& userFolder) {
 class RunFolder {
  public:
   RunFolder() {
-    const std::string folder = userTemporaryFolder();
+    const std::string& folder = userTemporaryFolder();
     clearAfterKilledRuns(folder);
     path_ = folder + "/" + std::to_string(::getpid());
     clearRunFolder(path_);  // of a killed run that had the same number
@@ -125,6 +130,10 @@ std::string MachineEnvironment::Environ(std::string_view name) const {
   if (key == "ALLUSERSPROFILE")
     return "/etc/xdg";
   return "";
+}
+
+std::string MachineEnvironment::logFolder() const {
+  return userTemporaryFolder();
 }
 
 bool processRuns(const std::string& name) {

@@ -26,11 +26,12 @@ class MachineRandom : public host::Random {
   std::mt19937_64 engine_;
 };
 
-// "temp" is a folder of this run alone; "APPDATA" is the user's configuration folder and "ALLUSERSPROFILE" the
+// "temp" is a folder of this run alone, inside the user's own that holds the logs; "APPDATA" is the user's configuration folder and "ALLUSERSPROFILE" the
 // machine's where they are not set.
 class MachineEnvironment : public host::Environment {
  public:
   std::string Environ(std::string_view name) const override;
+  std::string logFolder() const override;
 };
 
 // Whether a program of that name runs on this machine; case does not matter.

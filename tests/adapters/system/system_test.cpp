@@ -214,6 +214,7 @@ TEST_F(SystemTest, ClassicFoldersHavePlacesHere) {
   EXPECT_THAT(environment.Environ("temp"), HasSubstr(folder + "/quorin-"));
   EXPECT_EQ(environment.Environ("TEMP"), environment.Environ("temp"));
   EXPECT_TRUE(files.folderExists(environment.Environ("temp")));
+  EXPECT_EQ(environment.logFolder() + "/", user);
   EXPECT_TRUE(files.fileExists(user + "99999999/Err.log"));
   EXPECT_FALSE(files.folderExists(user + "99999999/controller"));
   EXPECT_FALSE(files.folderExists(user + "999999999"));
