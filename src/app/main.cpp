@@ -26,7 +26,6 @@ void withoutRemarks(QtMsgType type, const QMessageLogContext&, const QString& me
 
 int runSubcommand(int& argc, char** argv, const std::vector<std::string>& words) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
-  qInstallMessageHandler(withoutRemarks);
   const QGuiApplication application(argc, argv);
   Neighbours neighbours(Neighbours::Kind::windowless);
   return qrn::cli::runSubcommand(words, neighbours.cliHooks());
@@ -77,6 +76,7 @@ bool isHelp(const std::string& word) {
 int main(int argc, char** argv) {
   qrn::system::secureStandardStreams();
   std::vector<std::string> words(argv + 1, argv + argc);
+  qInstallMessageHandler(withoutRemarks);
   try {
     if (qrn::cli::isSubcommand(words) || (words.size() == 1 && isHelp(words[0])))
       return runSubcommand(argc, argv, words);

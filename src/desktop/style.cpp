@@ -7,6 +7,8 @@
 #include <QStyleFactory>
 #include <utility>
 
+#include "render/fonts.h"
+
 namespace qrn::desktop {
 
 namespace {
@@ -94,6 +96,7 @@ QString sheet() {
 void applyStyle(QApplication& application) {
   application.setStyle(new PlainStyle);
   application.setPalette(calmPalette());
+  render::addFallbacks("Arial");  // all windows are set in it
   QFont font("Arial");
   font.setPixelSize(look::bodyType);
   application.setFont(font);

@@ -1,8 +1,11 @@
 #include "render/fonts.h"
 
 #include <QFontDatabase>
+#include <QFontInfo>
+#include <QLocale>
 #include <QStringList>
 #include <map>
+#include <set>
 #include <tuple>
 
 namespace qrn::render {
@@ -13,6 +16,33 @@ namespace {
 bool hasEqualInWidth(const QString& name) {
   static const QStringList known{"arial", "helvetica", "times new roman", "times", "courier new", "courier"};
   return known.contains(name.toLower());
+}
+
+// The forms of Chinese characters differ between countries; without a hint the simplified ones are taken.
+QString chineseForms() {
+  const QLocale locale = QLocale::system();
+  switch (locale.language()) {
+    case QLocale::Japanese:
+      return "Noto Sans CJK JP";
+    case QLocale::Korean:
+      return "Noto Sans CJK KR";
+    default:
+      return locale.script() == QLocale::TraditionalChineseScript ? "Noto Sans CJK TC" : "Noto Sans CJK SC";
+  }
+}
+
+// Emoji first: other families draw some of them as outlines, and take composed ones apart.
+const QStringList& fallbackFamilies() {
+  static const QStringList installed = [] {
+    QStringList families{"Noto Color Emoji", chineseForms()};
+    for (const char* script :
+         {"Thai", "Devanagari", "Arabic", "Hebrew", "Bengali", "Gujarati", "Gurmukhi", "Kannada", "Malayalam",
+          "Sinhala", "Tamil", "Telugu", "Khmer", "Lao", "Myanmar", "Ethiopic", "Georgian", "Armenian"})
+      families << QString("Noto Sans %1").arg(script);
+    families.removeIf([](const QString& family) { return !QFontDatabase::hasFamily(family); });
+    return families;
+  }();
+  return installed;
 }
 
 double perMetricsPixel(double size) {
@@ -42,7 +72,17 @@ std::string fromQt(const QString& text) {
   return text.toStdString();
 }
 
+// By substitution, which keeps the font's own name: a picture in SVG names the face that the exercise names.
+void addFallbacks(const QString& name) {
+  static std::set<QString> known;
+  if (!known.insert(name).second)
+    return;
+  const QString drawn = QFontInfo(QFont(name)).family();  // what stands in where the face itself is missing
+  QFont::insertSubstitutions(name, QStringList(drawn) + fallbackFamilies());
+}
+
 QFont deviceFont(const host::SurfaceFont& font, int dotsPerInch) {
+  addFallbacks(toQt(font.name));
   QFont result(toQt(font.name));
   const double pixels = font.size * kTwipsPerPoint / kTwipsPerPixel;
   result.setPointSizeF(std::max(0.1, pixels * 72.0 / dotsPerInch));
@@ -61,6 +101,7 @@ const QFontMetricsF& faceMetrics(const std::string& name, bool bold, bool italic
   const auto found = known.find(face);
   if (found != known.end())
     return found->second;
+  addFallbacks(toQt(name));
   QFont font(toQt(name));
   font.setPixelSize(kMetricsPixels);
   font.setBold(bold);

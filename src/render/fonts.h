@@ -17,6 +17,10 @@ inline constexpr double kTwipsPerPixel = 15, kTwipsPerPoint = 20;
 QString toQt(std::string_view utf8);
 std::string fromQt(const QString& text);
 
+// Gives a font the families that draw what it cannot: other scripts and emoji. Those of this file have them;
+// any other place that draws with a font calls it once for the name.
+void addFallbacks(const QString& name);
+
 // The font for a device of that many dots per inch, its size in logical pixels equal to size * 20 / 15.
 QFont deviceFont(const host::SurfaceFont& font, int dotsPerInch);
 

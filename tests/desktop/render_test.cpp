@@ -1,7 +1,11 @@
 #include "render/render.h"
 
 #include <QFile>
+#include <QFontDatabase>
+#include <QGlyphRun>
+#include <QRawFont>
 #include <QTemporaryDir>
+#include <QTextLayout>
 
 #include "desktop/window_world.h"
 #include "host/errors.h"
@@ -255,6 +259,42 @@ TEST_F(Render, TheLabelIsAsWideAsItWasMeasured) {
   const double measured = render::textWidth("HHHHHHHHHHHH", "Arial", 30, false, false) / 15;
   EXPECT_NEAR(inkOf(render::surfaceImage(shown, {600, 100})).width(), measured, 8);
   EXPECT_NEAR(inkOf(render::surfaceImage(shown, {1800, 300})).width(), 3 * measured, 24);
+}
+
+// Two characters of a script are two shapes, neither of them that of a character without a glyph, and the
+// face that we chose draws them.
+TEST_F(Render, EveryScriptIsDrawn) {
+  const auto picture = [](const std::string& text) {
+    host::Surface shown = surface(100, 60);
+    shown.add(label(10, 10, 80, text, 30));
+    return render::surfaceImage(shown, {100, 60});
+  };
+  const auto faceOf = [](const std::string& text) {
+    QTextLayout layout(render::toQt(text), render::deviceFont({"Arial", 30, false, false, false}, 96));
+    layout.beginLayout();
+    layout.createLine();
+    layout.endLayout();
+    return layout.glyphRuns().first().rawFont().familyName().toLower().left(13).toStdString();
+  };
+  const QImage box = picture("\U0010FF00"), nothing = picture("");
+  struct Script {
+    const char *face, *first, *second;
+  };
+  QStringList absent;
+  for (const Script& script : {Script{"Noto Sans CJK SC", "骨", "直"}, Script{"Noto Sans Thai", "ก", "ภ"},
+                               Script{"Noto Sans Devanagari", "क", "ह"}, Script{"Noto Sans Arabic", "ع", "س"},
+                               Script{"Noto Sans Hebrew", "ע", "ב"}, Script{"Noto Color Emoji", "⚓", "😀"}}) {
+    if (!QFontDatabase::hasFamily(script.face)) {
+      absent << script.face;
+      continue;
+    }
+    const QImage first = picture(script.first), second = picture(script.second);
+    EXPECT_TRUE(first != second && first != box && second != box && first != nothing) << script.face;
+    // The last letters of the Chinese face name the country's forms, which follow the machine's language.
+    EXPECT_EQ(faceOf(script.first), QString(script.face).toLower().left(13).toStdString());
+  }
+  if (!absent.isEmpty())
+    GTEST_SKIP() << "not installed: " << absent.join(", ").toStdString();
 }
 
 }  // namespace

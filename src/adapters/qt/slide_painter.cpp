@@ -19,6 +19,7 @@ constexpr double kShrink = 0.92;
 constexpr int kWrapped = Qt::TextWordWrap | Qt::AlignLeft | Qt::AlignTop;
 
 QFont face(double pixels, bool bold) {
+  render::addFallbacks("Arial");
   QFont font("Arial");
   font.setPixelSize(std::max(1, static_cast<int>(pixels)));
   font.setBold(bold);
