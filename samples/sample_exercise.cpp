@@ -105,6 +105,6 @@ int main() {
   glo.exerciseName = "Harbour bridge renewal";
   addAssessments();
   addItems();
-  std::cout << qrn::writeExerciseText(glo);
+  std::cout << qrn::writeExercise(glo);
   return 0;
 }

@@ -47,7 +47,7 @@ int main() {
   glo.matrixPath = "/tmp/t/quorin/";
   qrn::initXYVote();
   qrn::test::fillExercise(glo, kItems);
-  world.files.files["/plain.txt"] = qrn::writeExerciseText(glo);
+  world.files.files["/plain.txt"] = qrn::writeExercise(glo);
   const std::size_t bytes = world.files.files["/plain.txt"].size();
 
   std::size_t values = 0;

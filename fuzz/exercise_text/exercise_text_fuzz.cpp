@@ -1,10 +1,8 @@
-// Any bytes as an exercise text: the load ends, and what it leaves is an exercise that can be stored.
+// Any bytes as an exercise text: the reading ends, and what it gives is an exercise that can be written.
 #include <cstdint>
 #include <cstdlib>
 
-#include "core/model.h"
 #include "store/exercise_text.h"
-#include "store/quiet_dialogs.h"
 #include "support/test_host.h"
 
 namespace {
@@ -14,29 +12,31 @@ void require(bool condition) {
     std::abort();
 }
 
-void requireSpareElements() {
-  using qrn::glo;
-  require(!glo.risks.empty() && glo.categories.size() >= 2);
-  require(glo.risks.back() == qrn::RiskRecord{});
+void requireSpareElements(const qrn::Exercise& x) {
+  require(!x.risks.empty() && x.categories.size() >= 2);
+  require(x.risks.back() == qrn::RiskRecord{});
   std::size_t allocated = 0;
-  for (const auto& category : glo.categories) {
+  for (const auto& category : x.categories) {
     require(!category.CategoryItems.empty());
     allocated += category.CategoryItems.size() - 1;
   }
-  require(glo.itemCount() == 0 || allocated > 0);
-  for (const auto& labels : glo.scaleLabels) require(!labels.empty() && labels.back().empty());
+  require(x.itemCount() == 0 || allocated > 0);
+  for (const auto& labels : x.scaleLabels) require(!labels.empty() && labels.back().empty());
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static qrn::test::TestHost world;
-  static qrn::test::QuietDialogs quiet;
-  world.files.files.clear();
-  qrn::initXYVote();
-  if (qrn::readExerciseText(std::string(reinterpret_cast<const char*>(data), size))) {
-    requireSpareElements();
-    require(!qrn::writeExerciseText(qrn::glo).empty());
-  }
+  static const qrn::Exercise base = [] {
+    qrn::Exercise x;
+    x.categories.resize(2);
+    for (auto& labels : x.scaleLabels) labels.resize(1);
+    return x;
+  }();
+  const qrn::ExerciseReading reading =
+      qrn::readExercise(std::string(reinterpret_cast<const char*>(data), size), base);
+  requireSpareElements(reading.exercise);
+  require(!qrn::writeExercise(reading.exercise).empty());
   return 0;
 }

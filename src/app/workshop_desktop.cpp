@@ -75,7 +75,7 @@ std::optional<desktop::ExerciseFacts> exerciseFacts(host::Slide& slide) {
   const Aside aside;
   glo.oVoteSlide = &slide;
   initXYVote();
-  readExerciseText(slide.tags().Item("qrnMatrix"));
+  static_cast<Exercise&>(glo) = readExercise(slide.tags().Item("qrnMatrix"), glo).exercise;
   readVoteRecords();
   desktop::ExerciseFacts facts;
   facts.name = glo.listTitle;

@@ -7,6 +7,7 @@
 #include "cli/commands.h"
 #include "cli/geometry.h"
 #include "cli/workshop.h"
+#include "core/common.h"
 #include "core/glo.h"
 #include "host/errors.h"
 #include "host/forms.h"
@@ -17,6 +18,8 @@
 namespace qrn::cli {
 
 namespace {
+
+constexpr double kTwipsPerPixel = 15;
 
 PlotRequest plotRequest(const std::vector<int>& pairs) {
   if (pairs.size() % 2 != 0 || pairs.size() > 8)
@@ -62,6 +65,7 @@ bool showsScores(const host::Surface& surface) {
 void runGraph(const GraphArguments& arguments, const CliHooks& hooks) {
   checkEnding(arguments.out);
   const PlotRequest request = plotRequest(arguments.pairs);
+  setScreenDimensions(arguments.widthPx * kTwipsPerPixel, arguments.heightPx * kTwipsPerPixel);
   Workshop workshop(arguments, Access::read, hooks);
   workshop.loadExercise(arguments.slide);
   checkMultiPlots(arguments);

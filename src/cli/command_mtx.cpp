@@ -34,7 +34,7 @@ std::string someOf(const std::set<std::string>& names) {
 void runMtxExport(const MtxArguments& arguments, const CliHooks& hooks) {
   Workshop workshop(arguments, Access::read, hooks);
   workshop.loadExercise(arguments.slide);
-  host::host().files->write(arguments.file, writeExerciseText(glo));
+  host::host().files->write(arguments.file, writeExercise(glo));
 }
 
 void runMtxImport(const MtxArguments& arguments, const CliHooks& hooks) {
@@ -43,14 +43,14 @@ void runMtxImport(const MtxArguments& arguments, const CliHooks& hooks) {
   const std::string text = host::host().files->read(arguments.file);
   if (!looksLikeExerciseText(text))
     throw HostError(Fault::badData, 0, arguments.file + " is not an exercise text; nothing was changed");
-  readExerciseText(text);
-  const ExerciseTextReport& report = lastExerciseTextReport();
-  if (!report.complete || report.damagedValues > 0)
+  const ExerciseReading reading = readExercise(text, glo);
+  takeExercise(reading);
+  if (!reading.complete || reading.damagedValues > 0)
     std::cerr << "quorin-matrix: " << arguments.file
-              << (report.complete ? " is damaged: " : " is cut short: ") << glo.itemCount()
-              << " items could be read, " << report.damagedValues << " values could not\n";
-  if (!report.missingFonts.empty())
-    std::cerr << "quorin-matrix: not installed, Arial stands in: " << someOf(report.missingFonts) << "\n";
+              << (reading.complete ? " is damaged: " : " is cut short: ") << glo.itemCount()
+              << " items could be read, " << reading.damagedValues << " values could not\n";
+  if (!reading.missingFonts.empty())
+    std::cerr << "quorin-matrix: not installed, Arial stands in: " << someOf(reading.missingFonts) << "\n";
   if (!saveXY())
     throw HostError(Fault::world, 0, "The exercise could not be stored in " + arguments.deck);
   workshop.presentation().Save();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/glo.h"
 #include "host/forms.h"
 #include "host/host.h"
 #include "host/presentation.h"
@@ -12,8 +13,6 @@ namespace qrn {
 std::function<bool(const std::string& exeName)> processRuns;
 
 namespace {
-
-ScreenDimensions g_screen;
 
 bool isLineEnd(std::string_view separator) {
   return separator == "\r\n" || separator == "\r" || separator == "\n";
@@ -150,12 +149,12 @@ bool Check4App(const std::string& exeName) {
 }
 
 ScreenDimensions GetScreenDimensions() {
-  return g_screen;
+  return glo.screen;
 }
 
 void setScreenDimensions(double width, double height) {
   if (width > 0 && height > 0)
-    g_screen = {width, height};
+    glo.screen = {width, height};
 }
 
 }  // namespace qrn

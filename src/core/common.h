@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "core/records.h"
+
 namespace qrn {
 
 // Tag text ----------------------------------------------------------------------------------------
@@ -94,11 +96,7 @@ bool Check4Form(const std::string& name1, const std::string& name2 = "", const s
 bool Check4App(const std::string& exeName);
 extern std::function<bool(const std::string& exeName)> processRuns;
 
-// Inside of the screen that the voting screens fill, in twips. 15360 x 11520 (1024x768 pixels) until the
-// desktop says otherwise. Layout values in files are fractions of it.
-struct ScreenDimensions {
-  double width = 15360, height = 11520;
-};
+// Inside of the screen that the voting screens fill, in twips, as the run knows it.
 ScreenDimensions GetScreenDimensions();
 void setScreenDimensions(double width, double height);  // values of 0 or less are ignored
 

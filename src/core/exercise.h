@@ -53,6 +53,7 @@ struct Exercise {
   std::array<AssessmentInfoRecord, kAssessments> assessmentInfo{};
   std::array<FontRecord, 9> scaleFonts{};    // of the scale text in the wizard; not stored
   std::array<int, 3> defaultAlign{2, 2, 2};  // title, item, scale
+  ScreenDimensions layoutScreen;             // what the lengths of the layouts are meant for; not stored
   bool templateFlag = false;
   bool opt_abstain = false;
   MainVoteRecord MainVoteSettings;

@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "core/common.h"
 #include "core/glo.h"
 #include "host/presentation.h"
 #include "host/surface.h"
@@ -110,6 +111,7 @@ std::array<std::int32_t, kPointColours> defaultPointColours() {
 
 void initXYVote() {
   static_cast<Exercise&>(glo) = Exercise{};
+  glo.layoutScreen = GetScreenDimensions();
   setDefaultBarColours();
   setAssessmentDefaults();
   setDefaultLookUpLists();

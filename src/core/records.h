@@ -36,6 +36,12 @@ struct LayoutRect {
   bool operator==(const LayoutRect&) const = default;
 };
 
+// Inside of a screen that voting screens fill, in twips: 1024x768 pixels where nothing else is known.
+struct ScreenDimensions {
+  double width = 15360, height = 11520;
+  bool operator==(const ScreenDimensions&) const = default;
+};
+
 struct RoundRecord {
   std::string label;
   float average = 0;
@@ -68,10 +74,25 @@ class RoundTable {
   std::vector<Row> rows_;
 };
 
-// One item ("risk"). `ID` is its identity, 0-based; `sortKey` is set once and names its vote records.
-struct RiskRecord {
+// What a file keeps of an item ("risk"). `ID` is its identity, 0-based; `sortKey` is set once and names its
+// vote records.
+struct KeptItem {
   std::string text;
   int ID = 0;
+  std::array<float, kSlots> benchmark{};
+  std::array<bool, kSlots> active{};
+  int sortKey = 0;
+  bool voting = false;
+  std::string notes;
+  std::vector<std::string> owners{""};  // with the spare element at the top: one empty string when none
+  std::vector<std::string> rootCauses{""};
+  std::string text3, text4, text5, shortText;
+  bool newItem = false;
+  bool operator==(const KeptItem&) const = default;
+};
+
+// What voting and computing make of it.
+struct ItemScores {
   std::int32_t sifterScore = 0;
   std::array<float, kSlots> average{};
   std::array<int, kSlots> counted{};  // votes that each average is made of; whoever sets one sets the other
@@ -81,22 +102,20 @@ struct RiskRecord {
   std::array<float, kSlots> diversity{};
   float cumulative = 0;
   float weightedCumulative = 0;
-  std::array<float, kSlots> benchmark{};
-  std::array<bool, kSlots> active{};
   std::array<bool, kSlots> voted{};
   std::array<bool, kSlots> postalData{};
-  int sortKey = 0;
-  bool voting = false;
-  std::string notes;
-  std::vector<std::string> owners{""};  // with the spare element at the top: one empty string when none
-  std::vector<std::string> rootCauses{""};
-  std::string text3, text4, text5, shortText;
-  bool newItem = false;
   std::string identifier;
-  bool operator==(const RiskRecord&) const = default;
 
   // Whether anybody's vote counted in `slot` (0 to 10). Where nobody's did, the average is 0 and no score.
   bool hasScore(std::size_t slot) const { return counted[slot] > 0; }
+  bool operator==(const ItemScores&) const = default;
+};
+
+// One item. Two are equal when what is kept of them is: scores do not make an exercise another one.
+struct RiskRecord : KeptItem, ItemScores {
+  bool operator==(const RiskRecord& other) const {
+    return static_cast<const KeptItem&>(*this) == static_cast<const KeptItem&>(other);
+  }
 };
 
 struct AssessmentRecord {

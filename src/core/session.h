@@ -48,6 +48,7 @@ struct Session {
   std::string appTitle = "Matrix";
   std::int64_t PowerPoint_hWnd = 0, PowerPointSlideShow_hWnd = 0;
   host::WindowRect PowerPoint_RECT, PowerPointSlideShow_RECT;  // pixels; empty without such a window
+  ScreenDimensions screen;                                     // what the forms fill
   std::vector<std::int64_t> disabledWindows;
   int currentSlide = 0, currentSlideID = 0;
   bool closing = false;

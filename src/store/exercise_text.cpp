@@ -8,13 +8,13 @@
 #include "core/common.h"
 #include "core/diagnostics.h"
 #include "core/item_label.h"
+#include "core/layout.h"
 #include "host/dialogs.h"
 #include "host/forms.h"
 #include "host/host.h"
 #include "host/presentation.h"
 #include "host/system.h"
 #include "store/exercise_text_lines.h"
-#include "store/exercise_text_load_state.h"
 #include "store/named_settings.h"
 
 namespace qrn {
@@ -23,18 +23,13 @@ std::function<void()> endProgramHook;
 
 namespace mtx {
 
-LoadState& loadState() {
-  static LoadState state;
-  return state;
-}
-
-std::string installedFont(const std::string& name, bool silent) {
+std::string installedFont(ExerciseReader& a, const std::string& name, bool silent) {
   constexpr const char* kFallback = "Arial";
-  const host::Host& world = host::host();
-  if (name == kFallback || world.textMeasure == nullptr || world.textMeasure->fontInstalled(name))
+  const host::TextMeasure* measure = host::host().textMeasure;
+  if (name == kFallback || measure == nullptr || measure->fontInstalled(name))
     return name;
-  if (!silent && loadState().missingFonts.insert(name).second)
-    world.dialogs->Info("Font " + name + " is not installed\r\nDefaulting to Arial");
+  if (!silent)
+    a.missingFonts.insert(name);
   return kFallback;
 }
 
@@ -46,31 +41,11 @@ constexpr const char* kModule = "exercise_text";
 constexpr const char* kTag = "qrnMatrix";
 constexpr const char* kDamagedTag = "qrnMatrixDamaged";
 
-ExerciseTextReport report;
-
 host::Tags* voteSlideTags() {
   return glo.oVoteSlide != nullptr ? &glo.oVoteSlide->tags() : nullptr;
 }
 
 // Reading -----------------------------------------------------------------------------------------
-
-// Both halves of the text; what the text does not hold any more stays as it was.
-void readLines(std::string_view text) {
-  mtx::TextReader reader(text);
-  report = {};
-  try {
-    mtx::bodyLines(reader, static_cast<Exercise&>(glo));
-    mtx::readNamedSettings(reader, glo);
-  } catch (const mtx::InputPastEnd& error) {
-    report.complete = false;
-    reportError(error, kModule, "LoadXY");
-  }
-  report.damagedValues = reader.damaged();
-  report.missingFonts = mtx::loadState().missingFonts;
-  if (reader.damaged() > 0)
-    reportError(HostError(Fault::badData, 13, std::to_string(reader.damaged()) + " values could not be read"),
-                kModule, "LoadXY");
-}
 
 void applySifterDefaults(SifterSorterRecord& sifter) {
   const auto atZero = [](int& value, int standard) { value = value == 0 ? standard : value; };
@@ -79,6 +54,38 @@ void applySifterDefaults(SifterSorterRecord& sifter) {
   atZero(sifter.allocateMaxPointsPerItem, 5);
   atZero(sifter.allocateMaxPointsTotal, 25);
   atZero(sifter.orderCreateListFromTopXItems, 8);
+}
+
+// The size of the scale fonts takes the zoom in once; the zoom is then spent.
+void spendScaleZoom(Exercise& x) {
+  const auto zoom = static_cast<std::size_t>(x.textZoom[2]);
+  if (zoom < kZoomFactors.size())
+    for (FontRecord& font : x.scaleFonts) font.size *= static_cast<double>(kZoomFactors[zoom]);
+  x.textZoom[2] = 0;
+}
+
+void finish(const mtx::ExerciseReader& reader, Exercise& x) {
+  if (x.matrixBackgroundFile.empty())
+    x.matrixBackgroundFlag = false;
+  if (x.runByAverageBarCount != x.itemCount())
+    x.barCountAuto = false;
+  if (x.runByAverageBarCount == 0)
+    x.barCountAuto = true;
+  if (reader.resetCategories || !reader.categoriesRead)
+    mtx::resetCategories(x);
+  mtx::repairCategories(x);
+  applySifterDefaults(x.SifterSorterSettings);
+  mtx::eachItem(x, [](RiskRecord& risk) { risk.identifier = itemIdentifier(risk.ID); });
+  spendScaleZoom(x);
+}
+
+void logDamage(const ExerciseReading& reading) {
+  if (!reading.complete)
+    reportError(mtx::InputPastEnd(), kModule, "LoadXY");
+  if (reading.damagedValues > 0)
+    reportError(
+        HostError(Fault::badData, 13, std::to_string(reading.damagedValues) + " values could not be read"),
+        kModule, "LoadXY");
 }
 
 void checkWorkshop() {
@@ -91,32 +98,11 @@ void checkWorkshop() {
       host::kTitle);
 }
 
-// The size of the scale fonts takes the zoom in once; the zoom is then spent.
-void spendScaleZoom() {
-  const auto zoom = static_cast<std::size_t>(glo.textZoom[2]);
-  if (zoom < kZoomFactors.size())
-    for (FontRecord& font : glo.scaleFonts) font.size *= static_cast<double>(kZoomFactors[zoom]);
-  glo.textZoom[2] = 0;
-}
-
-void afterReading() {
-  const mtx::LoadState& state = mtx::loadState();
-  if (glo.matrixBackgroundFile.empty())
-    glo.matrixBackgroundFlag = false;
-  if (glo.runByAverageBarCount != glo.itemCount())
-    glo.barCountAuto = false;
-  if (glo.runByAverageBarCount == 0)
-    glo.barCountAuto = true;
-  if (state.resetCategories || !state.categoriesRead)
-    mtx::resetCategories(glo);
-  mtx::repairCategories(glo);
-  applySifterDefaults(glo.SifterSorterSettings);
-  for (int i = 0; i < glo.itemCount(); ++i) {
-    RiskRecord& risk = glo.risks[static_cast<std::size_t>(i)];
-    risk.identifier = itemIdentifier(risk.ID);
-  }
-  checkWorkshop();
-  spendScaleZoom();
+// What the text does not say stands as in the run, on the screen of now.
+ExerciseReading readForRun(const std::string& text) {
+  Exercise base = glo;
+  fitLayout(base, GetScreenDimensions());
+  return readExercise(text, std::move(base), glo.cmdFile == "WIZARD" ? ReadFor::wizard : ReadFor::run);
 }
 
 // Text of the slide's tag by way of a file, as every exercise text goes. Without room for the file it goes
@@ -144,13 +130,13 @@ void tellNoExercise() {
 }
 
 // What could not be read must not go with the next save, so that keeps the text as it was beside the new one.
-void tellDamage() {
-  glo.exerciseDamaged = !report.complete || report.damagedValues > 0;
+void tellDamage(const ExerciseReading& reading) {
+  glo.exerciseDamaged = !reading.complete || reading.damagedValues > 0;
   if (!glo.exerciseDamaged)
     return;
   host::host().dialogs->MsgBox(
-      "The exercise on this slide is damaged or cut short: " + std::to_string(glo.itemCount()) +
-          " items could be read, " + std::to_string(report.damagedValues) +
+      "The exercise on this slide is damaged or cut short: " + std::to_string(reading.exercise.itemCount()) +
+          " items could be read, " + std::to_string(reading.damagedValues) +
           " values could not.\r\nThe next save keeps its text as it was on the slide, in the tag " +
           kDamagedTag + ".",
       host::kTitle, host::Buttons::ok, host::Icon::exclamation);
@@ -158,9 +144,22 @@ void tellDamage() {
 
 // Writing -----------------------------------------------------------------------------------------
 
+// In the exercise itself, double quotes become single ones where the format cannot hold them, and the bar
+// count follows the list.
+std::string writeInPlace(Exercise& x) {
+  constexpr std::size_t kFrame = 40000, kPerItem = 512;
+  if (x.barCountAuto)
+    x.runByAverageBarCount = x.itemCount();
+  mtx::TextWriter writer;
+  writer.reserve(kFrame + kPerItem * x.risks.size());
+  mtx::bodyLines(writer, x);
+  mtx::writeNamedSettings(writer, x);
+  return writer.release();
+}
+
 std::string textToStore() {
   keepDemographicChoices();
-  return writeExerciseText(glo);
+  return writeInPlace(glo);
 }
 
 // The text on its way to the slide: written to a file and read back from it.
@@ -182,6 +181,40 @@ std::string throughFile(const std::string& text) {
 
 }  // namespace
 
+ExerciseReading readExercise(const std::string& text, Exercise base, ReadFor purpose) {
+  ExerciseReading reading{std::move(base), !trimBlanks(text).empty(), 0, {}, {}};
+  if (!reading.complete)
+    return reading;
+  const std::string utf8 = toUtf8(text);
+  mtx::ExerciseReader reader(utf8, purpose == ReadFor::wizard);
+  try {
+    mtx::bodyLines(reader, reading.exercise);
+    mtx::readNamedSettings(reader, reading.exercise);
+  } catch (const mtx::InputPastEnd&) {
+    reading.complete = false;
+  }
+  finish(reader, reading.exercise);
+  reading.damagedValues = reader.damaged();
+  reading.missingFonts = std::move(reader.missingFonts);
+  reading.messages = std::move(reader.messages);
+  return reading;
+}
+
+std::string writeExercise(Exercise exercise) {
+  return writeInPlace(exercise);
+}
+
+void takeExercise(const ExerciseReading& reading) {
+  host::Dialogs& dialogs = *host::host().dialogs;
+  for (const std::string& name : reading.missingFonts)
+    dialogs.Info("Font " + name + " is not installed\r\nDefaulting to Arial");
+  for (const std::string& message : reading.messages)
+    dialogs.MsgBox(message, host::kTitle, host::Buttons::ok, host::Icon::information);
+  logDamage(reading);
+  static_cast<Exercise&>(glo) = reading.exercise;
+  checkWorkshop();
+}
+
 bool LoadXY(const std::string& path) {
   std::string text, temporaryFile;
   if (path.empty()) {
@@ -198,11 +231,12 @@ bool LoadXY(const std::string& path) {
       [&] {
         if (!path.empty())
           text = host::host().files->read(path);
-        readExerciseText(text);
+        const ExerciseReading reading = readForRun(text);
+        takeExercise(reading);
+        if (path.empty())
+          tellDamage(reading);
       },
       true);
-  if (path.empty())
-    tellDamage();
   if (!temporaryFile.empty())
     trapErrors(kModule, "LoadXY", [&] { host::host().files->Kill(temporaryFile); });
   return true;
@@ -239,32 +273,6 @@ void noteExerciseAtRest() {
 
 bool exerciseChanged() {
   return glo.exerciseAtRest != textToStore();
-}
-
-std::string writeExerciseText(Glo& exercise) {
-  constexpr std::size_t kFrame = 40000, kPerItem = 512;
-  if (exercise.barCountAuto)
-    exercise.runByAverageBarCount = exercise.itemCount();
-  mtx::TextWriter writer;
-  writer.reserve(kFrame + kPerItem * exercise.risks.size());
-  mtx::bodyLines(writer, static_cast<Exercise&>(exercise));
-  mtx::writeNamedSettings(writer, exercise);
-  return writer.release();
-}
-
-bool readExerciseText(const std::string& text) {
-  if (trimBlanks(text).empty())
-    return false;
-  mtx::loadState() = mtx::LoadState{};
-  mtx::loadState().wizard = glo.cmdFile == "WIZARD";
-  const std::string utf8 = toUtf8(text);
-  readLines(utf8);
-  afterReading();
-  return true;
-}
-
-const ExerciseTextReport& lastExerciseTextReport() {
-  return report;
 }
 
 bool looksLikeExerciseText(const std::string& text) {

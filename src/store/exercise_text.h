@@ -9,14 +9,35 @@
 #include <functional>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "core/glo.h"
 
 namespace qrn {
 
+// The exercise as a value ------------------------------------------------------------------------
+
+// What a text has given, and what is to be told about it.
+struct ExerciseReading {
+  Exercise exercise;
+  bool complete = true;                // false: the text was cut short, or there was none
+  int damagedValues = 0;               // values that made no sense and left their members as they stood
+  std::set<std::string> missingFonts;  // names that became "Arial"
+  std::vector<std::string> messages;   // about its categories
+};
+enum class ReadFor { run, wizard };
+
+// Reads a text, with all that follows (categories repaired, identifiers made). What the text does not hold
+// stands as in `base`, whose layoutScreen the lengths are meant for. Damaged text gives what it can.
+ExerciseReading readExercise(const std::string& text, Exercise base, ReadFor purpose = ReadFor::run);
+
+std::string writeExercise(Exercise exercise);
+
+// The doors of the run ----------------------------------------------------------------------------
+
 // Loads an exercise into `glo`: from the file, or with an empty path from the tag qrnMatrix of the vote
-// slide. Damaged text loads what it can. False only for an empty tag, after "Could not find Matrix vote on
-// slide."; in mode "DISPLAY" that also unloads all forms and ends the program.
+// slide. False only for an empty tag, after "Could not find Matrix vote on slide."; in mode "DISPLAY" that
+// also unloads all forms and ends the program.
 bool LoadXY(const std::string& path);
 
 // Stores `glo` in the tag qrnMatrix of the vote slide, or with a path in that file. Double quotes in texts
@@ -28,19 +49,8 @@ bool saveXY(const std::string& path = "");
 void noteExerciseAtRest();
 bool exerciseChanged();
 
-// Under them: the text of an exercise, and the text into `glo` with all that follows a load (categories
-// repaired, identifiers rebuilt, warnings given). False when there is no text at all; `glo` is then as it
-// was.
-std::string writeExerciseText(Glo& exercise);
-bool readExerciseText(const std::string& text);
-
-// How the last text read had come: to its end or cut short, and how many of its values made no sense.
-struct ExerciseTextReport {
-  bool complete = true;
-  int damagedValues = 0;
-  std::set<std::string> missingFonts;  // names that became "Arial"
-};
-const ExerciseTextReport& lastExerciseTextReport();
+// Makes what was read the exercise at hand: `glo` takes it, and what there is to tell is told and logged.
+void takeExercise(const ExerciseReading& reading);
 
 // Whether a text begins as an exercise text does: an empty text, eight numbers, the number of items.
 bool looksLikeExerciseText(const std::string& text);

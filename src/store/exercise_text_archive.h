@@ -106,7 +106,7 @@ class TextWriter {
   }
   template <class Walk>
   void untilEnd(Walk walk) {
-    walk(*this);
+    walk();
   }
   void list(std::vector<std::string>& texts);
   template <class Element, class Walk>
@@ -229,7 +229,7 @@ class TextReader {
   void untilEnd(Walk walk) {
     const int before = damaged_;
     try {
-      walk(*this);
+      walk();
     } catch (const InputPastEnd&) {
       damaged_ = before;
     }

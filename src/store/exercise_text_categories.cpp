@@ -3,18 +3,8 @@
 #include <algorithm>
 #include <unordered_set>
 
-#include "host/dialogs.h"
-#include "host/host.h"
-#include "store/exercise_text_load_state.h"
-
 namespace qrn::mtx {
 namespace {
-
-void tell(const std::string& text, bool& told) {
-  if (!told)
-    host::host().dialogs->MsgBox(text, host::kTitle, host::Buttons::ok, host::Icon::information);
-  told = true;
-}
 
 // The line of a name; the number of fields on it. Commas before the last quote are taken out, so that a name
 // that holds some stays one field.
@@ -75,24 +65,23 @@ std::size_t readCategoryLines(TextReader& a, Exercise& x) {
 
 }  // namespace
 
-void readCategories(TextReader& a, Exercise& x) {
+void readCategories(ExerciseReader& a, Exercise& x) {
   constexpr const char* kFailed =
       "The categories are corrupt, load failed\r\nYou need to check all preferences and category settings";
   constexpr const char* kCorrupt =
       "Your categories are corrupt, please right click your list and modify categories";
-  LoadState& state = loadState();
   const int damagedBefore = a.damaged();
-  state.categoriesRead = true;
+  a.categoriesRead = true;
   try {
     const std::size_t fields = readCategoryLines(a, x);
     if (a.damaged() != damagedBefore)
-      tell(kFailed, state.failureTold);
-    if (fields == 1 && !state.wizard) {
-      state.resetCategories = true;
-      tell(kCorrupt, state.corruptTold);
+      a.messages.emplace_back(kFailed);
+    if (fields == 1 && !a.wizard) {
+      a.resetCategories = true;
+      a.messages.emplace_back(kCorrupt);
     }
   } catch (const InputPastEnd&) {
-    tell(kFailed, state.failureTold);
+    a.messages.emplace_back(kFailed);
     throw;
   }
 }

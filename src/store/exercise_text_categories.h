@@ -2,13 +2,13 @@
 #pragma once
 
 #include "core/exercise.h"
-#include "store/exercise_text_archive.h"
+#include "store/exercise_text_reader.h"
 
 namespace qrn::mtx {
 
 // Reads in this format and in the older one, where a name stands alone on its line and each entry has three
 // values.
-void readCategories(TextReader& a, Exercise& x);
+void readCategories(ExerciseReader& a, Exercise& x);
 
 template <class Archive>
 void categoryLines(Archive& a, Exercise& x) {

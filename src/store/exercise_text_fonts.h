@@ -4,12 +4,12 @@
 #include <string>
 
 #include "core/records.h"
-#include "store/exercise_text_archive.h"
+#include "store/exercise_text_reader.h"
 
 namespace qrn::mtx {
 
-// The name of an installed font: `name`, or "Arial" after a word to the person unless `silent`.
-std::string installedFont(const std::string& name, bool silent);
+// The name of an installed font: `name`, or "Arial", with a note unless `silent`.
+std::string installedFont(ExerciseReader& a, const std::string& name, bool silent);
 
 // Walks over the values of a font. When reading, an empty name leaves the record as it was, and no other
 // value of the line is applied; false then.
@@ -21,11 +21,10 @@ bool fontLine(Archive& a, FontRecord& font, Walk walk, bool silent = false) {
     walk(read);
     if (read.name.empty())
       return false;
-    read.name = installedFont(read.name, silent);
+    read.name = installedFont(a, read.name, silent);
     font = read;
   } else {
-    (void)a;
-    (void)silent;
+    (void)a, (void)silent;
     walk(font);
   }
   return true;

@@ -26,35 +26,36 @@ void pictureLines(Archive& a, Exercise& x) {
   }
 }
 
-inline Fraction across(float& value) {
-  return Fraction(value, GetScreenDimensions().width);
-}
-inline Fraction down(float& value) {
-  return Fraction(value, GetScreenDimensions().height);
-}
-
+// Places on the screen that an exercise is laid out for.
 template <class Archive>
-void labelPlace(Archive& a, LayoutRect& place) {
-  a.values(across(place.left), down(place.top), across(place.width));
-}
+class Places {
+ public:
+  Places(Archive& a, const ScreenDimensions& screen) : a_(a), screen_(screen) {}
+  void label(LayoutRect& place) { a_.values(across(place.left), down(place.top), across(place.width)); }
+  void box(LayoutRect& place) {
+    a_.values(down(place.height), across(place.left), down(place.top), across(place.width));
+  }
+  void corner(LayoutRect& place) { a_.values(across(place.left), down(place.top)); }
 
-template <class Archive>
-void boxPlace(Archive& a, LayoutRect& box) {
-  a.values(down(box.height), across(box.left), down(box.top), across(box.width));
-}
+ private:
+  Fraction across(float& value) const { return Fraction(value, screen_.width); }
+  Fraction down(float& value) const { return Fraction(value, screen_.height); }
+
+  Archive& a_;
+  const ScreenDimensions& screen_;
+};
 
 // One line that readers take whole and split at every comma.
 template <class Line>
 void layoutLine(Line& a, Exercise& x, AssessmentRecord& s) {
   a.values(B(s.showTitleText), B(s.showScaleText), InLine(s.imageFile), I(s.voteType), I(s.graphType),
            B(s.chartOutline), B(s.chartAxis));
-  labelPlace(a, s.lbl_Risk);
-  labelPlace(a, s.lbl_Assessment);
-  boxPlace(a, s.img_chart);
-  a.values(across(s.Img_VC.left), down(s.Img_VC.top));
-  boxPlace(a, s.lbl_PCAPrompt);
-  boxPlace(a, s.lbl_PCAItem0);
-  boxPlace(a, s.lbl_PCAItem1);
+  Places places(a, x.layoutScreen);
+  places.label(s.lbl_Risk);
+  places.label(s.lbl_Assessment);
+  places.box(s.img_chart);
+  places.corner(s.Img_VC);
+  for (LayoutRect* box : {&s.lbl_PCAPrompt, &s.lbl_PCAItem0, &s.lbl_PCAItem1}) places.box(*box);
   for (int& step : s.pcaScale) a.values(I(step));
   a.values(I(s.pcaScaleRow));
   a.values(InLine(s.pcaQuestion));
@@ -84,7 +85,7 @@ void assessmentLook(Archive& a, Exercise& x, AssessmentRecord& s) {
   for (std::size_t point = 0; point < 10; ++point) a.line(L(s.pointColours[point]));
   a.wholeLine([&](auto& line) { layoutLine(line, x, s); });
   for (std::size_t c = 0; c < 10; ++c) {
-    labelPlace(a, s.lbl_Criteria[c]);
+    Places(a, x.layoutScreen).label(s.lbl_Criteria[c]);
     a.endLine();
   }
 }
@@ -93,13 +94,13 @@ void assessmentLook(Archive& a, Exercise& x, AssessmentRecord& s) {
 // of older versions stop before the abstain flag or anywhere behind it.
 template <class Archive>
 void lastLines(Archive& a, Exercise& x) {
-  a.untilEnd([&](Archive& lines) {
-    lines.line(B(x.opt_abstain));
+  a.untilEnd([&] {
+    a.line(B(x.opt_abstain));
     for (std::size_t i = 0; i + 1 < x.assessments.size(); ++i) {
       if constexpr (Archive::reading)
-        if (lines.nextIsQuoted())
+        if (a.nextIsQuoted())
           return;
-      assessmentLook(lines, x, x.assessments[i]);
+      assessmentLook(a, x, x.assessments[i]);
     }
   });
 }

@@ -97,7 +97,7 @@ void runLines(Archive& a, Exercise& x) {
     a.line(L(overlay.colour), T(face), B(overlay.bold), B(overlay.italic), I(overlay.size));
     if constexpr (Archive::reading)
       if (!face.empty())
-        overlay.font = installedFont(face, false);
+        overlay.font = installedFont(a, face, false);
   }
 }
 

@@ -223,6 +223,10 @@ TEST_F(VoteScreen, followsTheStoredLayout) {
   EXPECT_GE(element("lbl_assessment", 0).top, 500 + element("lbl_Risk", 0).height);  // under the item
   EXPECT_GE(element("bar", 0).left, 9000);
   EXPECT_LE(element("uctl_votesCast", 0).left + element("uctl_votesCast", 0).width, form.ScaleWidth);
+  size(2048, 1536);  // twice the screen that the layout was made for
+  form.LayOutAgain();
+  EXPECT_EQ(element("lbl_Risk", 0).left, 2000);
+  EXPECT_EQ(element("lbl_Criteria", 1).top, 12000);
 }
 
 TEST_F(VoteScreen, growsTheBarsInPlace) {

@@ -51,6 +51,7 @@ class EntryTest : public ::testing::Test {
     glo.oPresentation = &world.presentation;
     initXYVote();
     glo.listTitle = "Risks";
+    glo.assessments[0].lbl_Risk = {1536, 0, 7680, 5760};
     glo.risks.assign(static_cast<std::size_t>(items) + 1, RiskRecord{});
     for (int i = 0; i < items; ++i) {
       RiskRecord& risk = glo.risks[static_cast<std::size_t>(i)];
@@ -59,7 +60,7 @@ class EntryTest : public ::testing::Test {
       risk.sortKey = i + 1;
       risk.voting = true;
     }
-    return writeExerciseText(glo);
+    return writeExercise(glo);
   }
   test::MemoryTags& slideTags() { return world.presentation.slide(2).tagStore; }
   test::MemoryTags& tags() { return world.presentation.tagStore; }

@@ -100,6 +100,9 @@ TEST_F(EntryTest, GoesOnAfterAFolderThatCannotBeMade) {
   Main("QRNMATRIX,SETUP");
   EXPECT_FALSE(glo.closing);
   EXPECT_EQ(glo.listTitle, "Risks");
+  EXPECT_EQ(glo.assessments[0].lbl_Risk.left, glo.PowerPointSlideShow_RECT.width() * 15 / 2)
+      << "half of the show";
+  EXPECT_EQ(glo.assessments[0].lbl_Risk.top, glo.PowerPointSlideShow_RECT.height() * 15 / 2);
   EXPECT_THAT(files.files["/appdata/quorin/Err.log"], HasSubstr("/tmp/t/quorin"));
   files.files.clear();
   files.number = 70;
@@ -120,6 +123,9 @@ TEST_F(EntryTest, SetsFoldersSlideAndActivity) {
   EXPECT_EQ(world.program.show.index, 2);
   EXPECT_EQ(tags().Item("qrnActivity"), "Matrix Active");
   EXPECT_EQ(glo.listTitle, "Risks");
+  EXPECT_EQ(glo.assessments[0].lbl_Risk.left, glo.PowerPointSlideShow_RECT.width() * 15 / 2)
+      << "half of the show";
+  EXPECT_EQ(glo.assessments[0].lbl_Risk.top, glo.PowerPointSlideShow_RECT.height() * 15 / 2);
   EXPECT_THAT(world.forms.loadedNames(), ElementsAre("comms", "blankForm"));
 }
 
@@ -339,6 +345,9 @@ TEST_F(EntryTest, TheDefaultTemplateBringsSettingsOnly) {
   world.files.files[folder + "default.txt"] = "\"" + folder + "my.mtt\"\r\n";
   Main("QRNMATRIX,SETUP");
   EXPECT_EQ(glo.listTitle, "Risks");
+  EXPECT_EQ(glo.assessments[0].lbl_Risk.left, glo.PowerPointSlideShow_RECT.width() * 15 / 2)
+      << "half of the show";
+  EXPECT_EQ(glo.assessments[0].lbl_Risk.top, glo.PowerPointSlideShow_RECT.height() * 15 / 2);
   EXPECT_EQ(glo.itemCount(), 0);
   EXPECT_FALSE(glo.exerciseLoaded);
   world.files.files.erase(folder + "my.mtt");

@@ -23,17 +23,18 @@ class ExerciseTest : public ::testing::Test {
   std::string fullText(int items) {
     begin();
     fillExercise(glo, items);
-    return writeExerciseText(glo);
+    return writeExercise(glo);
   }
-  // The exercise that `text` gives in a fresh run.
-  Exercise loaded(const std::string& text) {
+  // The exercise that `text` gives in a fresh run; what came with it is in `reading`.
+  const Exercise& loaded(const std::string& text, ReadFor purpose = ReadFor::run) {
     begin();
-    readExerciseText(text);
-    return glo;
+    reading = readExercise(text, glo, purpose);
+    return reading.exercise;
   }
   MemoryTags& tags() { return world.presentation.slide(1).tagStore; }
 
   TestHost world;
+  ExerciseReading reading;
 };
 
 inline std::vector<std::string> linesOf(const std::string& text) {

@@ -28,15 +28,8 @@ std::string firstDifference(const std::string& left, const std::string& right) {
 TEST_F(ExerciseText, everyStoredMemberComesBack) {
   const std::string text = fullText(12);
   const Exercise expected = test::afterReload(glo);
-  Exercise read = loaded(text);
-  EXPECT_TRUE(read.risks == expected.risks);
-  EXPECT_TRUE(read.categories == expected.categories);
-  EXPECT_TRUE(read.assessments == expected.assessments);
-  EXPECT_TRUE(read.assessmentInfo == expected.assessmentInfo);
-  static_cast<Exercise&>(glo) = expected;
-  const std::string again = writeExerciseText(glo);
-  static_cast<Exercise&>(glo) = read;
-  EXPECT_EQ(firstDifference(writeExerciseText(glo), again), "");
+  const Exercise& read = loaded(text);
+  EXPECT_EQ(firstDifference(writeExercise(read), writeExercise(expected)), "");
   EXPECT_TRUE(read == expected);
 }
 
@@ -51,8 +44,7 @@ TEST_F(ExerciseText, layoutComesBackExactlyOnAnyScreen) {
       labels[i] = {static_cast<float>(width), 0, 1937.3F * static_cast<float>(i),
                    10777.25F / static_cast<float>(i + 1)};
     const auto before = labels;
-    EXPECT_TRUE(loaded(writeExerciseText(glo)).assessments[0].lbl_Criteria == before)
-        << width << "x" << height;
+    EXPECT_TRUE(loaded(writeExercise(glo)).assessments[0].lbl_Criteria == before) << width << "x" << height;
   }
   setScreenDimensions(15360, 11520);
 }
@@ -268,11 +260,10 @@ TEST_F(ExerciseText, isWrittenLineByLine) {
   for (const Lines& part :
        {untilOverlays(), untilCategories(), untilBenchmarks(), untilLooks(), looks(), named()})
     add(expected, part);
-  const Lines written = linesOf(writeExerciseText(glo));
+  const Lines written = linesOf(writeExercise(glo));
+  EXPECT_EQ(glo.risks[0].text, "Fire\"s risk") << "writing leaves the exercise alone";
   ASSERT_EQ(written.size(), expected.size());
   for (std::size_t i = 0; i < written.size(); ++i) ASSERT_EQ(written[i], expected[i]) << "line " << i + 1;
-  EXPECT_EQ(glo.risks[0].text, "Fire's risk");
-  EXPECT_EQ(glo.exerciseName, "Risks 'A'");
 }
 
 // Which texts lose their double quotes at writing, in the exercise too. The others stand as they are.
@@ -328,7 +319,7 @@ TEST_F(ExerciseText, quotesBecomeSingleWhereTheFormatSaysSo) {
                                        &glo.listFont.name};
   for (const auto* texts : {&changed, &kept})
     for (std::string* text : *texts) *text = "a\"b\"";
-  writeExerciseText(glo);
+  saveXY();
   for (std::size_t i = 0; i < changed.size(); ++i) EXPECT_EQ(*changed[i], "a'b'") << i;
   for (std::size_t i = 0; i < kept.size(); ++i) EXPECT_EQ(*kept[i], "a\"b\"") << i;
 }
@@ -338,13 +329,55 @@ TEST_F(ExerciseText, quotesBecomeSingleWhereTheFormatSaysSo) {
 TEST_F(ExerciseText, savesToTheSlideAndLoadsFromIt) {
   makeSmallExercise();
   ASSERT_TRUE(saveXY());
-  EXPECT_EQ(tags().Item("qrnMatrix"), writeExerciseText(glo));
+  EXPECT_EQ(tags().Item("qrnMatrix"), writeExercise(glo));
   EXPECT_TRUE(world.files.files.empty());
   begin();
   EXPECT_TRUE(LoadXY(""));
   EXPECT_EQ(glo.risks[1].text, "Flood");
   EXPECT_EQ(glo.risks[0].identifier, "A");
   EXPECT_TRUE(world.files.files.empty());
+}
+
+// The lengths of a layout follow the screen of the load; the fractions in the text are not touched by it.
+TEST_F(ExerciseText, aLayoutFitsTheScreenOfTheLoadAndKeepsItsFractions) {
+  makeSmallExercise();
+  const std::string text = writeExercise(loaded(writeExercise(glo)));
+  tags().Add("qrnMatrix", text);
+  for (const auto& [width, height] : {std::pair{28800.0, 16200.0}, {15360.0, 8640.0}}) {
+    setScreenDimensions(width, height);
+    ASSERT_TRUE(LoadXY(""));
+    const LayoutRect& label = glo.assessments[0].lbl_Risk;
+    EXPECT_DOUBLE_EQ(label.left / width, 0.5);
+    EXPECT_DOUBLE_EQ(label.width / width, 0.125);
+    EXPECT_DOUBLE_EQ(label.top / height, 0.25);
+    setScreenDimensions(20490, 11520);
+    saveXY();
+    EXPECT_EQ(firstDifference(tags().Item("qrnMatrix"), text), "") << width;
+  }
+}
+
+TEST_F(ExerciseText, aLoadTellsAndLogsWhatTheReadingFound) {
+  makeSmallExercise();
+  glo.assessments[0].titleFont.name = "Missing Font";
+  glo.categories[0].CategoryItems = {-1};
+  glo.workshopNumber = 2;
+  const std::string text = replaceAll(writeExercise(glo), "\"unallocated\",#TRUE#,#TRUE#", "\"unallocated\"");
+  tags().Add("qrnMatrix", replaceAll(text, "\r\n9,9\r\n", "\r\n9,?\r\n"));
+  world.expectMsgBox("Your categories are corrupt");
+  world.expectMsgBox("Warning:  Data has been cleared after Next Workshop was used,\r\nplease check active");
+  world.expectMsgBox("damaged or cut short: 2 items could be read, 1 values could not");
+  ASSERT_TRUE(LoadXY(""));
+  EXPECT_THAT(world.dialogs.infos,
+              ::testing::ElementsAre("Font Missing Font is not installed\r\nDefaulting to Arial"));
+  EXPECT_EQ(glo.workshopNumber, 0);
+  EXPECT_THAT(world.files.files["/appdata/quorin/Err.log"],
+              HasSubstr("Description: 1 values could not be read\r\nModule: exercise_text\r\n"
+                        "Procedure: LoadXY\r\nLine: 0\r\nMessage Supressed: True\r\n"));
+  tags().Add("qrnMatrix", text);
+  tags().Add("QRNVOTES", "01/02/2026,10:00:00,1;2;,1C1\r\n");
+  world.expectMsgBox("Your categories are corrupt");
+  ASSERT_TRUE(LoadXY(""));
+  EXPECT_EQ(glo.workshopNumber, 2) << "no warning while the votes are there";
 }
 
 TEST_F(ExerciseText, savesAndLoadsAFileWithoutTouchingTheSlide) {
@@ -367,7 +400,7 @@ TEST_F(ExerciseText, aFileThatCannotBeReadIsReportedAndChangesNothing) {
 // The disk that fails at each write in turn never costs the exercise.
 TEST_F(ExerciseText, aFullDiskLosesNothing) {
   makeSmallExercise();
-  const std::string text = writeExerciseText(glo);
+  const std::string text = writeExercise(glo);
   for (int nth = 1; nth <= 3; ++nth) {
     begin();
     makeSmallExercise();
@@ -401,7 +434,7 @@ TEST_F(ExerciseText, anEmptyTagSaysSoAndEndsADisplayRun) {
 
 TEST_F(ExerciseText, aDamagedTagIsToldAndKeptBesideTheNextSave) {
   makeSmallExercise();
-  const std::string whole = writeExerciseText(glo), cut = whole.substr(0, whole.size() / 2);
+  const std::string whole = writeExercise(glo), cut = whole.substr(0, whole.size() / 2);
   tags().Add("qrnMatrix", cut);
   begin();
   world.expectMsgBox("damaged or cut short: 2 items could be read");
@@ -415,7 +448,7 @@ TEST_F(ExerciseText, aDamagedTagIsToldAndKeptBesideTheNextSave) {
 
 TEST_F(ExerciseText, aTagWithLoneLineFeedsLoads) {
   makeSmallExercise();
-  std::string text = replaceAll(writeExerciseText(glo), "\r\n", "\n");
+  std::string text = replaceAll(writeExercise(glo), "\r\n", "\n");
   tags().Add("qrnMatrix", replaceAll(text, "Flood", "Flood\nplain"));
   begin();
   EXPECT_TRUE(LoadXY(""));

@@ -4,6 +4,7 @@
 #include "charts/vote_screen/vote_screen.h"
 #include "charts/vote_screen/whole_text.h"
 #include "core/glo.h"
+#include "core/layout.h"
 
 namespace qrn {
 
@@ -81,7 +82,8 @@ struct VoteScreenBuilder {
   explicit VoteScreenBuilder(VoteForm& target)
       : form(target),
         surface(target.surface_),
-        record(glo.assessments[static_cast<std::size_t>(std::max(1, target.displayedAssessment) - 1)]),
+        record(fitted(glo.assessments[static_cast<std::size_t>(std::max(1, target.displayedAssessment) - 1)],
+                      glo.layoutScreen, {target.ScaleWidth, target.ScaleHeight})),
         scale(graphScale(target.ScaleWidth, target.ScaleHeight)) {}
 
   void build();
@@ -110,7 +112,7 @@ struct VoteScreenBuilder {
 
   VoteForm& form;
   host::Surface& surface;
-  const AssessmentRecord& record;
+  const AssessmentRecord record;
   double scale;
   ScreenNeeds needs;
   WholeText riskText, assessmentText;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/common.h"
 #include "core/diagnostics.h"
 #include "core/glo.h"
 #include "core/options.h"
@@ -35,6 +36,14 @@ void GetPowerPointWindowRECTs() {
   };
   glo.PowerPoint_RECT = rectangle(glo.PowerPoint_hWnd);
   glo.PowerPointSlideShow_RECT = rectangle(glo.PowerPointSlideShow_hWnd);
+}
+
+// What the forms will fill: the show, else the edit window.
+void takeScreenDimensions() {
+  constexpr double kTwipsPerPixel = 15;
+  const host::WindowRect& show = glo.PowerPointSlideShow_RECT;
+  const host::WindowRect& place = show.empty() ? glo.PowerPoint_RECT : show;
+  setScreenDimensions(place.width() * kTwipsPerPixel, place.height() * kTwipsPerPixel);
 }
 
 std::string sides(const host::WindowRect& place) {
@@ -76,6 +85,7 @@ void RecordPPTHandles() {
   if (glo.PowerPointSlideShow_hWnd > 0 && glo.oPresentation)
     glo.PowerPointSlideShow_RECT = AdjustSlideShowRECTforScreenRatio(
         glo.PowerPointSlideShow_RECT, glo.oPresentation->SlideWidth(), glo.oPresentation->SlideHeight());
+  takeScreenDimensions();
 }
 
 host::WindowRect AdjustSlideShowRECTforScreenRatio(const host::WindowRect& show, double slideWidth,
