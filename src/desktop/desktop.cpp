@@ -291,7 +291,7 @@ void Desktop::Parts::leave() {
 }
 
 bool Desktop::Parts::mayCloseDeck() {
-  if (!deck || deck->ReadOnly() || !hooks.unsavedChanges || !hooks.unsavedChanges())
+  if (!deck || deck->ReadOnly() || deck->Saved())
     return true;
   const host::Answer answer =
       host::host().dialogs->MsgBox("Save the votes and settings into the deck?", host::kTitle,

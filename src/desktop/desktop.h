@@ -46,8 +46,6 @@ struct DesktopHooks {
   // Asked for slides that hold an exercise; nothing when it cannot tell now. Left out, the slide's tags are
   // asked and only votes are counted.
   std::function<std::optional<ExerciseFacts>(host::Slide&)> exerciseFacts;
-  // Said when votes or settings wait in the journal for the next save; left out, closing never asks.
-  std::function<bool()> unsavedChanges;
   // A notice to stand on the deck window while this deck is open; left out or nothing, there is none.
   std::function<std::optional<std::string>(host::Presentation&)> deckNotice;
   std::string installFolder;  // without separator at the end

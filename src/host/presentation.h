@@ -90,6 +90,9 @@ class Presentation {
   virtual std::string path() const = 0;      // folder, without separator at the end
   virtual std::string FullName() const = 0;  // file with folder
   virtual bool ReadOnly() const = 0;
+  virtual bool Saved() const {
+    return true;
+  }  // false: what is stored waits beside the file for the next save
   virtual void Save() = 0;
   virtual Tags& tags() = 0;
   virtual int SlideCount() const = 0;

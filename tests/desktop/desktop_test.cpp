@@ -166,4 +166,17 @@ TEST_F(Desktop, ADeckThatCannotBeOpenedLeavesTheOneAtHand) {
   EXPECT_EQ(program().ActivePresentation(), before);
 }
 
+TEST_F(Desktop, AsksBeforeItLeavesADeckWhoseFileLacksVotes) {
+  for (const auto& [answer, leaves, saves] :
+       {std::tuple{host::Answer::cancel, false, 0}, {host::Answer::yes, true, 1}}) {
+    ASSERT_TRUE(desk.openDeck("talk.pptx"));
+    auto& deck = dynamic_cast<test::MemoryPresentation&>(*program().ActivePresentation());
+    deck.saved = false;
+    world.expectMsgBox("Save the votes and settings into the deck?", answer);
+    desk.quit();
+    EXPECT_EQ(program().ActiveWindowView() == nullptr, leaves);
+    EXPECT_EQ(deck.saves, saves);
+  }
+}
+
 }  // namespace

@@ -103,7 +103,11 @@ class MemoryPresentation : public host::Presentation {
   std::string path() const override { return folder; }
   std::string FullName() const override { return folder + "/deck.pptx"; }
   bool ReadOnly() const override { return false; }
-  void Save() override { ++saves; }
+  bool Saved() const override { return saved; }
+  void Save() override {
+    ++saves;
+    saved = true;
+  }
   host::Tags& tags() override { return tagStore; }
   int SlideCount() const override { return static_cast<int>(slides.size()); }
   host::Slide& Slides(int index) override { return slide(index); }
@@ -132,6 +136,7 @@ class MemoryPresentation : public host::Presentation {
   std::optional<host::MasterFont> titleFont, bodyFont;
   std::map<int, std::int32_t> scheme;
   int saves = 0;
+  bool saved = true;
 };
 
 class MemoryView : public host::View {

@@ -56,6 +56,21 @@ void workshop(Deck& deck, const std::function<void()>& stored) {
   }
 }
 
+TEST(DeckJournal, SaysWhetherTheFileHoldsAllThatIsStored) {
+  const TempFolder folder;
+  const std::string file = folder.deck();
+  {
+    const auto deck = Deck::open(file);
+    EXPECT_TRUE(deck->Saved());
+    deck->tags().Add("A", "b");
+    EXPECT_FALSE(deck->Saved());
+  }
+  const auto deck = Deck::open(file);
+  EXPECT_FALSE(deck->Saved());
+  deck->Save();
+  EXPECT_TRUE(deck->Saved());
+}
+
 TEST(DeckJournal, CutOffAtAnyByteKeepsWhatWasWholeBefore) {
   const TempFolder folder;
   const std::string file = folder.deck({3, false, false, false, true}), journal = file + ".journal";
