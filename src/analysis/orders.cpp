@@ -11,6 +11,7 @@
 #include "analysis/progress_line.h"
 #include "core/common.h"
 #include "core/diagnostics.h"
+#include "core/edit.h"
 #include "core/glo.h"
 #include "core/options.h"
 #include "host/dialogs.h"
@@ -142,10 +143,12 @@ void multiPlotOrder(int plot, bool decreasing) {
 
 void MenuReorderList(int assessment, bool increasing, bool noRefresh) {
   glo.dataMessage = kDataMessage;
+  Edit edit("List order");
   if (assessment == 0)
     reorderListBySifterSorter(!increasing);
   else
     reorderList(assessment, !increasing);
+  edit.commit();
   if (noRefresh)
     return;
   rebuildList();

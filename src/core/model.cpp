@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "core/common.h"
+#include "core/edit.h"
 #include "core/glo.h"
 #include "host/presentation.h"
 #include "host/surface.h"
@@ -111,6 +112,7 @@ std::array<std::int32_t, kPointColours> defaultPointColours() {
 
 void initXYVote() {
   static_cast<Exercise&>(glo) = Exercise{};
+  exerciseHistory().begin();
   glo.layoutScreen = GetScreenDimensions();
   setDefaultBarColours();
   setAssessmentDefaults();

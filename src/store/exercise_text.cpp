@@ -7,6 +7,7 @@
 #include "analysis/filter/filters.h"
 #include "core/common.h"
 #include "core/diagnostics.h"
+#include "core/edit.h"
 #include "core/item_label.h"
 #include "core/layout.h"
 #include "host/dialogs.h"
@@ -133,7 +134,7 @@ void tellNoExercise() {
 void tellDamage(const ExerciseReading& reading) {
   glo.exerciseDamaged = !reading.complete || reading.damagedValues > 0;
   if (!glo.exerciseDamaged)
-    return;
+    return exerciseHistory().stored();
   host::host().dialogs->MsgBox(
       "The exercise on this slide is damaged or cut short: " + std::to_string(reading.exercise.itemCount()) +
           " items could be read, " + std::to_string(reading.damagedValues) +
@@ -212,6 +213,7 @@ void takeExercise(const ExerciseReading& reading) {
     dialogs.MsgBox(message, host::kTitle, host::Buttons::ok, host::Icon::information);
   logDamage(reading);
   static_cast<Exercise&>(glo) = reading.exercise;
+  exerciseHistory().begin(false);
   checkWorkshop();
 }
 
@@ -263,6 +265,7 @@ bool saveXY(const std::string& path) {
           tags->Add(kDamagedTag, tags->Item(kTag));
         tags->Add(kTag, stored);
         glo.exerciseAtRest = text;
+        exerciseHistory().stored();
       },
       true);
 }

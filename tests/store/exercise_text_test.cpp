@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 
 #include "core/common.h"
+#include "core/edit.h"
 #include "store/exercise_fixture.h"
 
 namespace qrn {
@@ -335,6 +336,13 @@ TEST_F(ExerciseText, savesToTheSlideAndLoadsFromIt) {
   EXPECT_TRUE(LoadXY(""));
   EXPECT_EQ(glo.risks[1].text, "Flood");
   EXPECT_EQ(glo.risks[0].identifier, "A");
+  EXPECT_FALSE(exerciseHistory().modified());
+  Edit edit("Title");
+  glo.listTitle = "Other";
+  edit.commit();
+  EXPECT_TRUE(exerciseHistory().modified());
+  saveXY();
+  EXPECT_FALSE(exerciseHistory().modified());
   EXPECT_TRUE(world.files.files.empty());
 }
 
@@ -386,6 +394,7 @@ TEST_F(ExerciseText, savesAndLoadsAFileWithoutTouchingTheSlide) {
   EXPECT_EQ(tags().Item("qrnMatrix"), "");
   begin();
   EXPECT_TRUE(LoadXY("/work/one.mtt"));
+  EXPECT_TRUE(exerciseHistory().modified()) << "the slide does not hold it";
   EXPECT_EQ(glo.itemCount(), 2);
   EXPECT_TRUE(world.files.fileExists("/work/one.mtt"));
 }

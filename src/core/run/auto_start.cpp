@@ -4,6 +4,7 @@
 
 #include "core/common.h"
 #include "core/diagnostics.h"
+#include "core/edit.h"
 #include "core/glo.h"
 #include "core/run/end_program.h"
 #include "core/run/entry.h"
@@ -32,6 +33,7 @@ void deleteVotes() {
   glo.oVoteSlide->tags().Delete("QRNVOTES");
   glo.voteRecords.assign("");
   forgetLeftoverVotes();
+  Edit edit("Delete votes");
   for (RiskRecord& risk : glo.risks) risk.newItem = true;
   resetLogState();
   if (glo.workshopNumber > 0) {
@@ -42,6 +44,7 @@ void deleteVotes() {
         host::kTitle, host::Buttons::ok, host::Icon::exclamation);
     glo.workshopNumber = 0;
   }
+  edit.commit();
 }
 
 void clearAndRestart() {
