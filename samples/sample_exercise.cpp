@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
+#include "adapters/system/machine.h"
 #include "core/glo.h"
 #include "core/model.h"
-#include "adapters/system/machine.h"
 #include "host/host.h"
 #include "store/exercise_text.h"
 

@@ -266,7 +266,7 @@ TEST_F(Render, TheLabelIsAsWideAsItWasMeasured) {
 TEST_F(Render, EveryScriptIsDrawn) {
   const auto picture = [](const std::string& text) {
     host::Surface shown = surface(100, 60);
-    shown.add(label(10, 10, 80, text, 30));
+    put(shown, label(10, 10, 80, text, 30));
     return render::surfaceImage(shown, {100, 60});
   };
   const auto faceOf = [](const std::string& text) {

@@ -41,7 +41,7 @@ class Resume : public VoteFixture {
       risk.newItem = true;
     }
     glo.assessmentInfo[1].active = false;
-    slideTags().Add("qrnMatrix", writeExerciseText(glo));
+    slideTags().Add("qrnMatrix", writeExercise(glo));
   }
   ~Resume() override { entryHooks() = EntryHooks{}; }
 
@@ -102,7 +102,7 @@ TEST_F(Resume, asksAboutNewItemsWhenSomeCameSince) {
   late.sortKey = 1000;
   late.newItem = true;
   glo.risks.insert(glo.risks.end() - 1, late);
-  slideTags().Add("qrnMatrix", writeExerciseText(glo));
+  slideTags().Add("qrnMatrix", writeExercise(glo));
   bool shown = false;
   world.at(1, [&] {
     shown = host::host().forms->isVisible("newItemsForm");

@@ -26,8 +26,8 @@ class MachineRandom : public host::Random {
   std::mt19937_64 engine_;
 };
 
-// "temp" is a folder of this run alone, inside the user's own that holds the logs; "APPDATA" is the user's configuration folder and "ALLUSERSPROFILE" the
-// machine's where they are not set.
+// "temp" is a folder of this run alone, inside the user's own that holds the logs; "APPDATA" is the user's
+// configuration folder and "ALLUSERSPROFILE" the machine's where they are not set.
 class MachineEnvironment : public host::Environment {
  public:
   std::string Environ(std::string_view name) const override;
