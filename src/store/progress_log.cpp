@@ -1,6 +1,8 @@
 #include "store/progress_log.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <cstddef>
 #include <string_view>
 #include <utility>
@@ -20,6 +22,7 @@ namespace {
 
 constexpr const char* kTag = "qrnMatrixLog";
 constexpr const char* kLineEnd = "\r\n";
+constexpr std::size_t kHeadRoom = 512, kItemRoom = 32;  // bytes of the text, about
 constexpr std::string_view kRiskList = "risk list";
 constexpr std::string_view kFinished = "process finished";
 constexpr std::string_view kRecords = "records";  // that the log knows of
@@ -46,10 +49,12 @@ std::string word(bool flag) {
 }
 
 // "sortKey,new,voted": the voted marks are one digit per assessment.
-std::string itemLine(const RiskRecord& item) {
-  std::string line = std::to_string(item.sortKey) + "," + word(item.newItem) + ",";
-  for (std::size_t a = 0; a < kAssessments; ++a) line += item.voted[a] ? '1' : '0';
-  return line;
+void appendItemLine(std::string& text, const RiskRecord& item) {
+  std::array<char, 16> digits{};
+  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), item.sortKey).ptr;
+  text.append(digits.data(), end).append(item.newItem ? ",True," : ",False,");
+  for (std::size_t a = 0; a < kAssessments; ++a) text += item.voted[a] ? '1' : '0';
+  text += kLineEnd;
 }
 
 bool isWord(std::string_view text, std::string_view wanted) {
@@ -143,6 +148,7 @@ void readLogText(const std::string& text) {
 
 std::string logText(Place place, bool processFinished) {
   std::string text;
+  text.reserve(kHeadRoom + static_cast<std::size_t>(glo.itemCount()) * kItemRoom);
   const auto line = [&](std::string_view name, const std::string& value) {
     text.append(name).append(" = ").append(value).append(kLineEnd);
   };
@@ -158,8 +164,7 @@ std::string logText(Place place, bool processFinished) {
   line(kFinished, word(processFinished));
   line(kRecords, std::to_string(glo.voteRecords.recordCount()));
   text.append(kRiskList).append(kLineEnd);
-  for (int i = 0; i < glo.itemCount(); ++i)
-    text += itemLine(glo.risks[static_cast<std::size_t>(i)]) + kLineEnd;
+  for (int i = 0; i < glo.itemCount(); ++i) appendItemLine(text, glo.risks[static_cast<std::size_t>(i)]);
   return text;
 }
 

@@ -197,22 +197,26 @@ void DeckFile::storeInNewJournal(const Change& change, const HostError& failure)
 void DeckFile::writeJournalAnew(const Change* next) {
   std::vector<Change> changes;
   std::list<std::vector<Tag>> kept;  // what the changes point into
-  std::list<std::string> titles;
+  std::list<std::string> texts;
   const auto tell = [&](std::uint32_t id, const std::string& part, const TagStore& store) {
     const Parts onDisk(package_);
     const std::vector<Tag>& before =
         kept.emplace_back(onDisk.has(part) ? readTags(onDisk, part) : std::vector<Tag>());
     const std::vector<Tag>& now = kept.emplace_back(store.all());
-    const auto in = [](const std::vector<Tag>& tags, const Tag& tag, bool byValue) {
-      return std::any_of(tags.begin(), tags.end(),
-                         [&](const Tag& one) { return byValue ? one == tag : one.name == tag.name; });
+    const auto valueIn = [](const std::vector<Tag>& tags, const std::string& name) {
+      const auto found =
+          std::find_if(tags.begin(), tags.end(), [&](const Tag& tag) { return tag.name == name; });
+      return found == tags.end() ? nullptr : &found->value;
     };
     for (const Tag& tag : before)
-      if (!in(now, tag, false))
+      if (valueIn(now, tag.name) == nullptr)
         changes.push_back({Change::Kind::remove, id, tag.name, "", 0});
-    for (const Tag& tag : now)
-      if (!in(before, tag, true))
-        changes.push_back({Change::Kind::add, id, tag.name, tag.value, 0});
+    for (const Tag& tag : now) {
+      const std::string* old = valueIn(before, tag.name);
+      if (old == nullptr || *old != tag.value)
+        changes.push_back(changeOf(id, tag.name, old == nullptr ? std::string_view() : *old, tag.value,
+                                   texts.emplace_back()));
+    }
   };
   for (const auto& slide : slides_)
     if (!package_->has(slide->entry().part))
@@ -225,7 +229,7 @@ void DeckFile::writeJournalAnew(const Change* next) {
     const std::uint32_t id = slide->entry().id;
     if (!slide->tagStore().changed() && (next == nullptr || next->slide != id))
       continue;
-    changes.push_back({Change::Kind::slide, id, "", titles.emplace_back(slide->mark().title),
+    changes.push_back({Change::Kind::slide, id, "", texts.emplace_back(slide->mark().title),
                        static_cast<std::uint64_t>(slide->slideIndex())});
     marked.insert(id);
     tell(id, slide->entry().part, slide->tagStore());

@@ -3,9 +3,10 @@
 #include <fcntl.h>
 #include <sys/file.h>
 #include <unistd.h>
-#include <zlib.h>
 
 #include <algorithm>
+
+#include "adapters/deck/bytes.h"
 
 namespace qrn::deck {
 
@@ -16,25 +17,6 @@ constexpr std::size_t kStateLength = 32, kHeadLength = 8 + kStateLength + 4, kRe
                       kPayloadHead = 15;
 constexpr std::size_t kLongestName = 0xFFFF;
 
-template <class T>
-void put(std::string& out, T number) {
-  for (std::size_t i = 0; i < sizeof(T); ++i)
-    out.push_back(static_cast<char>(static_cast<std::uint64_t>(number) >> (8 * i) & 0xFF));
-}
-
-template <class T>
-T get(std::string_view bytes, std::size_t at) {
-  std::uint64_t number = 0;
-  for (std::size_t i = 0; i < sizeof(T); ++i)
-    number |= std::uint64_t{static_cast<unsigned char>(bytes[at + i])} << (8 * i);
-  return static_cast<T>(number);
-}
-
-std::uint32_t checksum(std::string_view bytes, std::uint32_t start = 0) {
-  return static_cast<std::uint32_t>(
-      ::crc32_z(start, reinterpret_cast<const Bytef*>(bytes.data()), bytes.size()));
-}
-
 std::uint32_t recordChecksum(std::uint64_t place, std::string_view payload) {
   std::string front;
   put(front, place);
@@ -43,7 +25,7 @@ std::uint32_t recordChecksum(std::uint64_t place, std::string_view payload) {
 }
 
 bool isKind(char kind) {
-  return std::string_view("A+DTNS").find(kind) != std::string_view::npos;
+  return std::string_view("A+~DTNS").find(kind) != std::string_view::npos;
 }
 
 bool nameFits(std::string_view payload) {

@@ -7,6 +7,7 @@
 // Numbers are little-endian. Kinds:
 //   'A' add        value replaces the tag
 //   '+' append     value goes behind the first `number` bytes of the tag
+//   '~' splice     the tag, now `number` bytes long, is changed as value tells (see splice.h)
 //   'D' delete
 //   'T' slide      before the first change to a slide: its title as value, its place as number
 //   'N' new slide  a title-only slide with this id was put behind slide `number`
@@ -37,6 +38,7 @@ struct Change {
   enum class Kind : char {
     add = 'A',
     append = '+',
+    splice = '~',
     remove = 'D',
     slide = 'T',
     newSlide = 'N',

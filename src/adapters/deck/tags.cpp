@@ -1,7 +1,9 @@
 #include "adapters/deck/tags.h"
 
 #include <algorithm>
+#include <optional>
 
+#include "adapters/deck/splice.h"
 #include "adapters/deck/text.h"
 #include "core/letter_case.h"
 
@@ -20,7 +22,18 @@ std::string nameFor(std::string_view key) {
   return name;
 }
 
+constexpr const char* kOtherValue = "a text is not what was changed";
+
 }  // namespace
+
+Change changeOf(std::uint32_t slide, std::string_view name, std::string_view before, std::string_view after,
+                std::string& room) {
+  std::optional<std::string> splice = spliceOf(before, after, after.size());
+  if (!splice)
+    return {Change::Kind::add, slide, name, after, 0};
+  room = std::move(*splice);
+  return {Change::Kind::splice, slide, name, room, before.size()};
+}
 
 const std::vector<Tag>& TagStore::all() const {
   if (loaded_)
@@ -58,7 +71,9 @@ void TagStore::Add(std::string_view key, std::string_view value) {
   const Tag* old = find(name);
   if (old != nullptr && old->value == clean)
     return;
-  keep_({Change::Kind::add, slide_, name, clean, 0});
+  const std::string_view before = old == nullptr ? std::string_view() : old->value;
+  std::string room;
+  keep_(changeOf(slide_, name, before, clean, room));
   set(name, clean);
 }
 
@@ -94,9 +109,11 @@ std::string_view TagStore::replay(const Change& change) {
     return "what it changes is damaged";
   if (!isTagName(change.name))
     return "the name of a text is not one";
+  const std::string name(change.name);
+  if (change.kind == Change::Kind::splice)
+    return replaySplice(name, change);
   if (!isStorable(change.value))
     return "a text holds what a deck cannot hold";
-  const std::string name(change.name);
   if (change.kind == Change::Kind::append)
     return replayAppend(name, change);
   if (change.kind == Change::Kind::add)
@@ -114,8 +131,19 @@ std::string_view TagStore::replayAppend(const std::string& name, const Change& c
   if (there)
     return "";
   if (value.size() != change.number)
-    return "a text is not what it was to be added to";
+    return kOtherValue;
   set(name, std::string(value).append(change.value));
+  return "";
+}
+
+std::string_view TagStore::replaySplice(const std::string& name, const Change& change) {
+  const Tag* tag = find(name);
+  if (tag == nullptr || tag->value.size() != change.number)
+    return kOtherValue;
+  const std::optional<std::string> value = spliced(tag->value, change.value);
+  if (!value)
+    return kOtherValue;
+  set(name, *value);
   return "";
 }
 

@@ -12,6 +12,11 @@
 
 namespace qrn::deck {
 
+// What makes `after` of the tag's value `before`: a splice when it is shorter than the value. `room` is to
+// live as long as the change.
+Change changeOf(std::uint32_t slide, std::string_view name, std::string_view before, std::string_view after,
+                std::string& room);
+
 class TagStore : public host::Tags {
  public:
   using Load = std::function<std::vector<Tag>()>;
@@ -38,6 +43,7 @@ class TagStore : public host::Tags {
   void set(const std::string& name, std::string_view value);
   void erase(const std::string& name);
   std::string_view replayAppend(const std::string& name, const Change& change);
+  std::string_view replaySplice(const std::string& name, const Change& change);
   std::uint32_t slide_;
   Load load_;
   Keep keep_;

@@ -29,12 +29,12 @@ std::string tagsOf(Deck& deck) {
 const std::vector<std::function<void(Deck&)>>& workshop() {
   static const std::vector<std::function<void(Deck&)>> steps = {
       [](Deck& deck) { deck.Slides(1).tags().Append("QRNVOTES", "1C0;1;2;\r\n"); },
-      [](Deck& deck) { deck.tags().Add("QRNACTIVITY", "x"); },
+      [](Deck& deck) { deck.tags().Add("QRNACTIVITY", std::string(60, 'x')); },
       [](Deck& deck) { deck.AddTitleOnlySlide(1); },
       [](Deck& deck) { deck.Slides(2).tags().Add("NEW", "n"); },
       [](Deck& deck) { deck.Save(); },
       [](Deck& deck) { deck.Slides(1).tags().Append("QRNVOTES", "2C0;1;2;\r\n"); },
-      [](Deck& deck) { deck.tags().Delete("QRNACTIVITY"); },
+      [](Deck& deck) { deck.tags().Add("QRNACTIVITY", std::string(60, 'x') + "y"); },
       [](Deck& deck) { deck.Slides(3).tags().Add("LAST", "l"); }};
   return steps;
 }

@@ -13,6 +13,7 @@
 #include "adapters/deck/deck_fixture.h"
 #include "adapters/deck/journal.h"
 #include "adapters/deck/package.h"
+#include "adapters/deck/splice.h"
 
 namespace qrn::test {
 namespace {
@@ -39,6 +40,8 @@ std::string stateOf(const std::string& file, OtherJournal other = OtherJournal::
   return stateOf(*Deck::open(file, options));
 }
 
+const std::string kLong(100, 'l');
+
 // A few changes of every kind; tells of each when it is stored.
 void workshop(Deck& deck, const std::function<void()>& stored) {
   host::Tags& votes = deck.Slides(1).tags();
@@ -46,7 +49,8 @@ void workshop(Deck& deck, const std::function<void()>& stored) {
                                                     [&] { deck.tags().Add("qrnActivity", "x<\"&\xC3\xA4"); },
                                                     [&] { votes.Append("QRNVOTES", "2C0;X;-;\r\n"); },
                                                     [&] { deck.AddTitleOnlySlide(1).tags().Add("NEW", "n"); },
-                                                    [&] { votes.Add("QRNMATRIX", "long text"); },
+                                                    [&] { votes.Add("QRNMATRIX", kLong); },
+                                                    [&] { votes.Add("QRNMATRIX", "x" + kLong + "y"); },
                                                     [&] { votes.Delete("QRNMATRIX"); },
                                                     [&] { votes.Append("QRNVOTES", "3"); },
                                                     [&] { deck.Slides(3).tags().Add("EMPTY", ""); }};
@@ -197,6 +201,7 @@ TEST(DeckJournal, ARecordThatCannotBeIsLeftAndToldAndTheDeckOpensAgain) {
   using deck::Change;
   using Kind = deck::Change::Kind;
   const std::string longName = std::string("A\0\0\0\0\0\0\0\0\0\0\0\0\xFF\xFF", 15) + "N";
+  const std::string spliceOfA = deck::spliceOf("a", "b", 100).value();
   const std::string bad[] = {deck::journalPayload({Kind::newSlide, 300, "", "", 1}),
                              deck::journalPayload({Kind::newSlide, 0, "", "", 1}),
                              deck::journalPayload({Kind::newSlide, 0x80000000U, "", "", 1}),
@@ -207,6 +212,9 @@ TEST(DeckJournal, ARecordThatCannotBeIsLeftAndToldAndTheDeckOpensAgain) {
                              deck::journalPayload({Kind::append, 300, "A", "b", 2}),
                              deck::journalPayload({Kind::append, 300, "A", "b", 0}),
                              deck::journalPayload({Kind::append, 300, "B", "b", 1}),
+                             deck::journalPayload({Kind::splice, 300, "A", spliceOfA, 2}),
+                             deck::journalPayload({Kind::splice, 300, "B", spliceOfA, 1}),
+                             deck::journalPayload({Kind::splice, 300, "A", "none", 1}),
                              deck::journalPayload({Kind::add, 300, "b", "b", 0}),
                              deck::journalPayload({Kind::add, 300, "", "b", 0}),
                              deck::journalPayload({Kind::remove, 300, std::string_view("A\0", 2), "", 0}),
