@@ -193,7 +193,7 @@
     if (vote.abstain === "1") actions.append(button("plain", "X", "Abstain", cast));
     const screen = $("screen");
     screen.classList.remove("dense");
-    screen.classList.toggle("dense", list.dataset.look === "list" && screen.scrollHeight > screen.clientHeight);
+    screen.classList.toggle("dense", screen.scrollHeight > screen.clientHeight);
   };
   const buildScale = (list) => {
     const options = vote.lists.option.map((line) => {

@@ -114,6 +114,10 @@ void Neighbours::setDialogParent(std::function<QWidget*()> parent) {
   parts_->dialogParent = std::move(parent);
 }
 
+void Neighbours::setStatusLine(std::function<void(const std::string&)> say) const {
+  parts_->dialogs->setStatusLine(std::move(say));
+}
+
 std::string Neighbours::installFolder() const {
   return QCoreApplication::applicationDirPath().toStdString();
 }

@@ -40,6 +40,8 @@ class Neighbours {
   void setTroubleNotice(std::function<void(const std::string&)> notice);
   // The address at which phones join; "" to find it out.
   void setAddress(const std::string& host) const;
+  // Who is told what a step that takes time is at; "" when it is over.
+  void setStatusLine(std::function<void(const std::string&)> say) const;
   void setDialogParent(std::function<QWidget*()> parent);
   // Folder of the program, without separator at the end.
   std::string installFolder() const;

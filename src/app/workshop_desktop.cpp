@@ -8,6 +8,7 @@
 #include "adapters/deck/deck.h"
 #include "app/neighbours.h"
 #include "core/common.h"
+#include "core/diagnostics.h"
 #include "core/glo.h"
 #include "core/model.h"
 #include "core/run/end_program.h"
@@ -136,6 +137,11 @@ WorkshopDesktop::WorkshopDesktop(Neighbours& neighbours) : neighbours_(neighbour
   host::host().windows = &desktop_->windows();
   neighbours_.setDialogParent([this] { return desktop_->dialogParent(); });
   neighbours_.setTroubleNotice([this](const std::string& text) { desktop_->sayTrouble(text); });
+  neighbours_.setStatusLine([this](const std::string& line) {
+    desktop_->sayProgress(line);
+    if (!line.empty())
+      writeDebugLog("infoForm", "", line);
+  });
   neighbours_.onRoomChanged([this](const host::RoomState& room) { desktop_->roomChanged(room); });
   registerForms();
   desktop_->attachWindows(*host::host().forms);
@@ -145,6 +151,7 @@ WorkshopDesktop::WorkshopDesktop(Neighbours& neighbours) : neighbours_(neighbour
 WorkshopDesktop::~WorkshopDesktop() {
   neighbours_.setDialogParent({});
   neighbours_.setTroubleNotice({});
+  neighbours_.setStatusLine({});
   neighbours_.onRoomChanged({});
   host::host().presentationProgram = nullptr;
   host::host().windows = nullptr;

@@ -154,6 +154,14 @@ void DeckWindow::say(const QString& line) {
   line_->setText(line);
 }
 
+void DeckWindow::sayProgress(const QString& line) {
+  if (line.isEmpty() && line_->text() != progress_)
+    return;
+  progress_ = line;
+  say(line);
+  line_->repaint();
+}
+
 int DeckWindow::SlideIndex() const {
   return list_->currentIndex().isValid() ? list_->currentIndex().row() + 1 : 0;
 }

@@ -53,6 +53,9 @@ class DeckWindow : public QMainWindow, public host::View {
   void pictureArrived(int slide);
   void setBusy(bool busy);        // an exercise runs: nothing can be started
   void say(const QString& line);  // the line at the foot
+  // The same for a step that takes time: seen at once, though the step lets no event through. "" takes away
+  // what was said of the last one.
+  void sayProgress(const QString& line);
   NoticeBar& notice() { return *notice_; }
 
   int SlideIndex() const override;
@@ -82,6 +85,7 @@ class DeckWindow : public QMainWindow, public host::View {
   Calls calls_;
   host::Presentation* deck_ = nullptr;
   bool busy_ = false;
+  QString progress_;
   QPointer<QWidget> focusBefore_;  // the run
   QList<QAction*> deckActions_;
   QStackedWidget* pages_;

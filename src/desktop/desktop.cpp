@@ -358,6 +358,10 @@ void Desktop::sayTrouble(const std::string& text) {
   parts_->window.notice().say(NoticeBar::Kind::error, render::toQt(text));
 }
 
+void Desktop::sayProgress(const std::string& line) {
+  parts_->window.sayProgress(render::toQt(line).simplified());
+}
+
 void Desktop::roomChanged(const host::RoomState& room) {
   if (parts_->keypads)
     parts_->keypads->showRoom(room);

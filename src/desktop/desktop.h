@@ -67,7 +67,8 @@ class Desktop {
   bool openDeck(const std::string& file);
   void sayTrouble(const std::string& text);  // over the deck window, until the next notice
   void roomChanged(const host::RoomState& room);
-  void startShow(int slide);  // 0: the first slide that is not hidden
+  void sayProgress(const std::string& line);  // on the deck window's line; "": the step is over
+  void startShow(int slide);                  // 0: the first slide that is not hidden
   // Shows the deck window, opens `deckFile` unless it is "", and returns when the person has left.
   int exec(const std::string& deckFile = "");
   void turn();  // one turn of that loop, for tests: delivers events, starts the run that is wanted

@@ -43,7 +43,7 @@ class Dialogs {
   virtual std::optional<std::string> InputBox(const std::string& prompt, const std::string& title,
                                               const std::string& preset = "") = 0;
   virtual std::optional<std::string> FileDialog(const FileQuestion& question) = 0;
-  // The small status window `infoForm`: shows one line for at least 0.1 second. "" takes it away.
+  // Tells the facilitator what a step that takes time is at; the room sees no word of it. "": it is over.
   virtual void Info(const std::string& line) = 0;
 };
 

@@ -121,6 +121,17 @@ TEST_F(DeckWindow, OffersTheRunOfAnExerciseOnlyWhereThereIsOneAndOneButtonStands
   EXPECT_TRUE(primary().startsWith("&Open a deck"));
 }
 
+TEST_F(DeckWindow, ProgressLeavesWhatWasSaidSince) {
+  window.sayProgress("Writing Log File");
+  EXPECT_EQ(textOf("Writing"), "Writing Log File");
+  window.say("Saved");
+  window.sayProgress("");
+  EXPECT_EQ(textOf("Saved"), "Saved");
+  window.sayProgress("Matrix Loading");
+  window.sayProgress("");
+  EXPECT_EQ(textOf("Matrix"), "");
+}
+
 TEST_F(DeckWindow, NoTwoThingsShareAMnemonic) {
   for (host::Presentation* deck :
        {static_cast<host::Presentation*>(&world.presentation), static_cast<host::Presentation*>(nullptr)}) {

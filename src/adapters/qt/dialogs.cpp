@@ -7,8 +7,8 @@
 #include <QKeyEvent>
 #include <QPointer>
 
-#include "adapters/qt/info_window.h"
 #include "adapters/qt/question_box.h"
+#include "adapters/qt/wait_line.h"
 #include "host/wait.h"
 
 namespace qrn::qt {
@@ -113,14 +113,11 @@ std::optional<std::string> QtDialogs::FileDialog(const host::FileQuestion& quest
 }
 
 void QtDialogs::Info(const std::string& line) {
-  if (line.empty()) {
-    if (info_)
-      info_->hide();
-    return;
-  }
-  if (!info_)
-    info_ = std::make_unique<InfoWindow>();
-  info_->showLine(text(line), parent());
+  if (say_)
+    say_(line);
+  if (!waitLine_)
+    waitLine_ = std::make_unique<WaitLine>();
+  line.empty() ? waitLine_->end() : waitLine_->begin(parent());
 }
 
 }  // namespace qrn::qt

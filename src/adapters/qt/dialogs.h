@@ -11,7 +11,7 @@ class QWidget;
 
 namespace qrn::qt {
 
-class InfoWindow;
+class WaitLine;
 
 class QtDialogs : public host::Dialogs {
  public:
@@ -24,11 +24,14 @@ class QtDialogs : public host::Dialogs {
                                       const std::string& preset) override;
   std::optional<std::string> FileDialog(const host::FileQuestion& question) override;
   void Info(const std::string& line) override;
+  // Who is told the lines of Info: the facilitator, not the room.
+  void setStatusLine(std::function<void(const std::string& line)> say) { say_ = std::move(say); }
 
  private:
   QWidget* parent() const;
   std::function<QWidget*()> parent_;
-  std::unique_ptr<InfoWindow> info_;
+  std::function<void(const std::string&)> say_;
+  std::unique_ptr<WaitLine> waitLine_;
 };
 
 }  // namespace qrn::qt

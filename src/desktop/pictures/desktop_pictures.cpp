@@ -4,7 +4,6 @@
 #include <QPushButton>
 
 #include "adapters/qt/dialogs.h"
-#include "adapters/qt/info_window.h"
 #include "desktop/deck_window.h"
 #include "desktop/keypads_window.h"
 #include "desktop/pictures/made_up_deck.h"
@@ -160,9 +159,6 @@ void takeDialogs(Album& album) {
   askAndTake(album, "question-file", [](host::Dialogs& dialogs) {
     dialogs.FileDialog({false, "/usr/share", "", "Presentations (*.pptx)|*.pptx", "Open a deck"});
   });
-  qt::InfoWindow info;
-  info.showLine("Matrix Loading", nullptr);
-  album.take(info, "infoForm");
 }
 
 }  // namespace qrn::pictures

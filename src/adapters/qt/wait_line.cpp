@@ -1,0 +1,41 @@
+#include "adapters/qt/wait_line.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <algorithm>
+
+namespace qrn::qt {
+
+WaitLine::WaitLine()
+    : QWidget(nullptr, Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowTransparentForInput),
+      tmrPatience_(kPatienceMs, [this] { appear(); }) {
+  setObjectName("waitLine");
+  setAttribute(Qt::WA_ShowWithoutActivating);
+  setFocusPolicy(Qt::NoFocus);
+  setAutoFillBackground(true);
+  setPalette(QColor(0x5a, 0xa9, 0xff));
+}
+
+void WaitLine::begin(QWidget* over) {
+  over_ = over;
+  if (!isVisible())
+    tmrPatience_.setEnabled(true);
+}
+
+void WaitLine::end() {
+  tmrPatience_.setEnabled(false);
+  hide();
+}
+
+void WaitLine::appear() {
+  tmrPatience_.setEnabled(false);
+  const QRect place = over_ ? QRect(over_->mapToGlobal(QPoint(0, 0)), over_->size())
+                            : QGuiApplication::primaryScreen()->geometry();
+  const int thickness = std::max(3, place.height() / 200);
+  setGeometry(place.left(), place.bottom() + 1 - thickness, place.width(), thickness);
+  show();
+  raise();
+  repaint();  // the step may not let another event through
+}
+
+}  // namespace qrn::qt
