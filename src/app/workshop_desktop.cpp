@@ -129,7 +129,10 @@ WorkshopDesktop::WorkshopDesktop(Neighbours& neighbours) : neighbours_(neighbour
   };
   hooks.deckNotice = [](host::Presentation& presentation) {
     auto* deck = dynamic_cast<deck::Deck*>(&presentation);
-    return deck != nullptr ? deck->foreignSaveWarning() : std::nullopt;
+    std::string notice = presentation.WhyNoVotes();
+    if (const auto warning = deck != nullptr ? deck->foreignSaveWarning() : std::nullopt)
+      notice += (notice.empty() ? "" : "\n") + *warning;
+    return notice.empty() ? std::nullopt : std::optional<std::string>(notice);
   };
   hooks.installFolder = neighbours_.installFolder();
   desktop_ = std::make_unique<desktop::Desktop>(std::move(hooks));

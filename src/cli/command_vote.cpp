@@ -126,6 +126,8 @@ void checkOutcome(const std::string& deck, int saved) {
 
 void runVote(const VoteArguments& arguments, const CliHooks& hooks) {
   Workshop workshop(arguments, Access::write, hooks);
+  if (const std::string why = workshop.presentation().WhyNoVotes(); !why.empty())
+    throw HostError(Fault::world, 70, "The vote was not started. " + why);
   workshop.loadExercise(arguments.slide);
   if (arguments.by.size() != 0)
     glo.runByOption = arguments.by == "assessment" ? 1 : 0;

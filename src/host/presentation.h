@@ -93,6 +93,8 @@ class Presentation {
   virtual bool Saved() const {
     return true;
   }  // false: what is stored waits beside the file for the next save
+  // Why votes could not be stored, "" when they can. To be asked before the room votes.
+  virtual std::string WhyNoVotes() const { return ""; }
   virtual void Save() = 0;
   virtual Tags& tags() = 0;
   virtual int SlideCount() const = 0;

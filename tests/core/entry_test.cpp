@@ -314,6 +314,25 @@ TEST_F(EntryTest, ShowsTheVoteUntilTheExerciseIsFinishedAndTheGraphsAfterwards) 
   }
 }
 
+TEST_F(EntryTest, WhereVotesCannotBeStoredTheRoomIsNotAskedToVote) {
+  world.presentation.whyNoVotes = "The folder is read-only.";
+  for (const bool unfinished : {false, true}) {
+    loaded.clear();
+    slideTags().values.clear();
+    storeExercise(unfinished ? kVote : "");
+    if (unfinished)
+      storeLog(false);
+    world.expectMsgBox("The vote was not started. The folder is read-only.", host::Answer::ok);
+    closeFormAt(1, "xyVoteAverageGraph");
+    closeFormAt(2, "xyVoteGraph");
+    Main("QRNMATRIX,DISPLAY");
+    EXPECT_EQ(votes, 0);
+    EXPECT_EQ(loaded.size(), 2U) << "the graphs show what there is";
+    EXPECT_TRUE(world.dialogs.expected.empty());
+    releaseObjects();
+  }
+}
+
 TEST_F(EntryTest, GraphsGoWhenTheShowMovesOn) {
   storeExercise(kVote);
   storeLog(true);

@@ -49,7 +49,7 @@ void outputToNobody() {
 }
 
 void smallFilesOnly() {
-  const rlimit limit{5000, 5000};
+  const rlimit limit{2000, 2000};
   ::setrlimit(RLIMIT_FSIZE, &limit);
 }
 
@@ -68,9 +68,30 @@ TEST(Output, ThatCannotBeWrittenIsToldAndCostsNoVote) {
   }
 }
 
-TEST(Output, AFileThatMayNotGrowIsToldLikeAFullDisk) {
+void asNobody() {
+  constexpr unsigned kNobody = 65534;
+  if (::geteuid() == 0 && (::setgid(kNobody) != 0 || ::setuid(kNobody) != 0))
+    ::_exit(126);
+}
+
+TEST(Output, AReadOnlyFolderIsToldBeforeTheRoomVotes) {
   const TempFolder folder;
   const std::string deck = folder.sampleDeck();
+  std::filesystem::permissions(deck, std::filesystem::perms(0666));
+  std::filesystem::permissions(folder.file(""), std::filesystem::perms(0555));
+  const Outcome vote = matrix(voteWords(deck), asNobody);
+  std::filesystem::permissions(folder.file(""), std::filesystem::perms(0755));
+  if (vote.code == 127)
+    GTEST_SKIP() << "another user may not run the program here";
+  EXPECT_EQ(vote.code, 1);
+  EXPECT_EQ(vote.out, "");
+  EXPECT_NE(vote.err.find("The vote was not started. Nothing can be stored in"), std::string::npos)
+      << vote.err;
+}
+
+TEST(Output, AFileThatMayNotGrowIsToldLikeAFullDisk) {
+  const TempFolder folder;
+  const std::string deck = shortDeck(folder);
   const Outcome vote = matrix(voteWords(deck), smallFilesOnly);
   EXPECT_EQ(vote.code, 1) << "-1: killed";
   EXPECT_NE(vote.err.find("disk is full"), std::string::npos) << vote.err;

@@ -108,6 +108,7 @@ class MemoryPresentation : public host::Presentation {
     ++saves;
     saved = true;
   }
+  std::string WhyNoVotes() const override { return whyNoVotes; }
   host::Tags& tags() override { return tagStore; }
   int SlideCount() const override { return static_cast<int>(slides.size()); }
   host::Slide& Slides(int index) override { return slide(index); }
@@ -130,7 +131,7 @@ class MemoryPresentation : public host::Presentation {
     return it == scheme.end() ? -1 : it->second;
   }
 
-  std::string folder = "/work";
+  std::string folder = "/work", whyNoVotes;
   MemoryTags tagStore;
   std::vector<std::unique_ptr<MemorySlide>> slides;
   std::optional<host::MasterFont> titleFont, bodyFont;

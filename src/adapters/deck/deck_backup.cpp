@@ -81,6 +81,8 @@ bool DeckFile::tagsDropped() {
 std::optional<std::string> DeckFile::foreignSaveWarning() {
   std::string text = warning_;
   const auto say = [&text](const std::string& more) { text += (text.empty() ? "" : "\n") + more; };
+  if (ReadOnly() && WhyNoVotes().empty())
+    say(fullName_ + " is read-only: what is stored stays in " + journal_.path() + " until it can be saved.");
   if (!tags_->damage().empty())
     say("What is stored of the whole deck cannot be read: " + tags_->damage());
   if (tagsDropped())

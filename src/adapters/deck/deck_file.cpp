@@ -101,6 +101,15 @@ bool DeckFile::ReadOnly() const {
   return options_.readOnly || ::access(file_.c_str(), W_OK) != 0;
 }
 
+std::string DeckFile::WhyNoVotes() const {
+  if (options_.readOnly)
+    return fullName_ + " was opened read-only; nothing can be stored in it.";
+  if (!folderWritable(file_))
+    return "Nothing can be stored in " + folderOf(file_) +
+           ", which is read-only. Copy the deck to another folder and open it there.";
+  return "";
+}
+
 host::Slide& DeckFile::Slides(int index) {
   if (index < 1 || index > SlideCount())
     throw HostError(Fault::program, 9, "There is no slide " + std::to_string(index) + " in " + fullName_);
@@ -121,7 +130,7 @@ std::vector<SlideMark> DeckFile::marks() {
 
 void DeckFile::requireWritable() const {
   if (options_.readOnly)
-    throw HostError(Fault::world, 70, fullName_ + " was opened read-only; nothing can be stored in it.");
+    throw HostError(Fault::world, 70, WhyNoVotes());
 }
 
 void DeckFile::keep(const Change& change) {

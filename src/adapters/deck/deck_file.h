@@ -67,6 +67,7 @@ class DeckFile final : public Deck {
   std::string FullName() const override { return fullName_; }
   bool ReadOnly() const override;
   bool Saved() const override { return !journal_.started(); }
+  std::string WhyNoVotes() const override;
   void Save() override;
   host::Tags& tags() override { return *tags_; }
   int SlideCount() const override { return static_cast<int>(slides_.size()); }

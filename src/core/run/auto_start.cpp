@@ -58,6 +58,16 @@ void clearAndRestart() {
     resetLogState();
 }
 
+// Told before the room has voted, not after.
+bool votesCanBeStored() {
+  const std::string why = glo.oPresentation->WhyNoVotes();
+  if (why.empty())
+    return true;
+  host::host().dialogs->MsgBox("The vote was not started. " + why, host::kTitle, host::Buttons::ok,
+                               host::Icon::exclamation);
+  return false;
+}
+
 // The form that asks about items that came after the process was stopped; "" when there is none.
 std::string newItemsForm() {
   const host::FormRegistry& forms = *host::host().forms;
@@ -90,6 +100,10 @@ bool AutoStart() {
   if (glo.itemCount() == 0)
     return false;
   const bool noVotes = glo.voteRecords.recordCount() == 0;
+  if ((noVotes || glo.resumePending || glo.cmdMode != "DISPLAY") && !votesCanBeStored()) {
+    glo.resumePending = false;  // what there is can be shown
+    return false;
+  }
   if (noVotes) {
     resetLogState();
   } else if (glo.resumePending) {

@@ -33,7 +33,8 @@ bool convertExerciseFile();
 void LoadDefaultTemplate();
 
 // Runs the vote by itself when the exercise of the slide is not finished; true when it has done so. A process
-// that was stopped is asked about first, which may change glo.cmdMode and glo.cmdSlide.
+// that was stopped is asked about first, which may change glo.cmdMode and glo.cmdSlide. Where votes cannot be
+// stored that is told, and no vote runs.
 bool AutoStart();
 // Asks how to go on with a process that was stopped: continue; clear and restart; leave the votes
 // (glo.cmdSlide "VotesNotCleared"); go to the editor (glo.cmdMode "SETUP").
