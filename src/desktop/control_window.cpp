@@ -178,6 +178,8 @@ QWidget* ControlWindow::widgetFor(host::Control& control) {
       break;
   }
   widget->setToolTip(render::toQt(control.help));
+  if (first_ == nullptr)
+    first_ = widget->focusProxy() != nullptr ? widget->focusProxy() : widget;
   syncs_.push_back([widget, &control] { widget->setEnabled(host::isEnabled(control)); });
   return widget;
 }
@@ -228,6 +230,7 @@ QWidget* ControlWindow::comboBox(host::Control& control) {
   for (const std::string& choice : control.choices) box->addItem(render::toQt(choice));
   layout->addWidget(new QLabel(render::toQt(control.caption), whole));
   layout->addWidget(box, 1);
+  whole->setFocusProxy(box);
   connect(box, &QComboBox::activated, this,
           [this, &control](int place) { took(control, std::to_string(place)); });
   syncs_.push_back([box, &control] { box->setCurrentIndex(std::atoi(host::valueOf(control).c_str())); });
@@ -244,6 +247,7 @@ QWidget* ControlWindow::lineEdit(host::Control& control) {
   layout->addWidget(edit, control.kind == host::Control::Kind::number ? 0 : 2);
   if (control.kind == host::Control::Kind::number)
     edit->setFixedWidth(5 * px(look::Size::label));
+  whole->setFocusProxy(edit);
   connect(edit, &QLineEdit::textEdited, this,
           [this, &control](const QString& text) { took(control, render::fromQt(text)); });
   syncs_.push_back([edit, &control] {
@@ -261,6 +265,7 @@ QWidget* ControlWindow::panelBox(host::Control& control) {
     layout->addWidget(new QLabel(render::toQt(control.caption), whole));
   auto* view = new PanelView(*control.panel, render::toQt(control.name), whole);
   layout->addWidget(view, 1);
+  whole->setFocusProxy(view);
   const int rows = std::clamp(static_cast<int>(control.panel->rows().size()), 4, 9);
   view->setMinimumHeight(rows * std::max(1, view->sizeHintForRow(0)) + 12);
   syncs_.push_back([view] { view->sync(); });
@@ -288,6 +293,11 @@ void ControlWindow::sync() {
   const std::string& why = refused_.empty() ? form_.problem : refused_;
   problem_->setText(render::toQt(why));
   problem_->setVisible(!why.empty());
+}
+
+void ControlWindow::focusFirst() {
+  if (first_ != nullptr)
+    first_->setFocus();
 }
 
 void ControlWindow::standOver() {
@@ -346,6 +356,7 @@ class ControlView : public host::FormView {
     window_.setWindowModality(modal ? Qt::ApplicationModal : Qt::NonModal);
     window_.show();
     stack_.raise(&window_);
+    window_.focusFirst();
   }
   void hide() override {
     window_.hide();

@@ -21,7 +21,8 @@ namespace qrn::desktop {
 class ControlWindow : public QWidget {
  public:
   ControlWindow(host::ControlForm& form, WindowStack& stack);
-  void sync();       // shows what the form holds
+  void sync();  // shows what the form holds
+  void focusFirst();
   void standOver();  // takes the place and the dimmed picture of the window in front
 
  protected:
@@ -49,6 +50,7 @@ class ControlWindow : public QWidget {
   QPixmap behind_;
   QWidget* card_;
   QLabel* problem_;
+  QWidget* first_ = nullptr;                  // where the keyboard begins
   std::vector<std::function<void()>> syncs_;  // one per control with something to show
   std::string refused_;                       // why the last value was not taken
 };

@@ -3,7 +3,7 @@
 #include "charts/chart_display.h"
 #include "charts/xy_vote_average_graph.h"
 #include "core/windows/blank_form.h"
-#include "desktop/quit_options_window.h"
+#include "desktop/control_window.h"
 #include "desktop/surface_window.h"
 #include "host/host.h"
 #include "matrixgraph/xy_vote_graph.h"
@@ -63,9 +63,7 @@ void attachFormWindows(host::FormRegistry& forms, WindowStack& stack) {
   forms.attach("xyVoteRuntime", surfaceViewOf<xyVoteRuntime>(forms, stack, addToVote));
   forms.attach("xyVoteAverageGraph", surfaceViewOf<xyVoteAverageGraph>(forms, stack, addToAverageGraph));
   forms.attach("xyVoteGraph", surfaceViewOf<xyVoteGraph>(forms, stack, addToMatrixGraph));
-  forms.attach("xyVoteQuitOptions", [&stack](host::Form& form) {
-    return std::make_unique<QuitOptionsView>(dynamic_cast<xyVoteQuitOptions&>(form), stack);
-  });
+  forms.attach("xyVoteQuitOptions", controlView(stack));
 }
 
 }  // namespace qrn::desktop

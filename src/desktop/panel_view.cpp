@@ -188,9 +188,13 @@ void PanelView::resizeEvent(QResizeEvent* event) {
   setWidths();
 }
 
-// What the panel does may end the form, and this view with it.
+// A held arrow goes on through the rows, though it is no key to anybody else. What the panel does may end the
+// form, and this view with it.
 void PanelView::keyPressEvent(QKeyEvent* event) {
-  const KeyStroke stroke = classicKey(*event);
+  const bool moves = event->key() == Qt::Key_Up || event->key() == Qt::Key_Down ||
+                     event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown;
+  const QKeyEvent once(event->type(), event->key(), event->modifiers(), event->text());
+  const KeyStroke stroke = classicKey(moves ? once : *event);
   const int page = viewport()->height() / std::max(1, sizeHintForRow(0));
   const QPointer<PanelView> self(this);
   const bool taken = panel_.keyDown(stroke.keyCode, stroke.shift, std::max(1, page - 1));

@@ -24,8 +24,8 @@ struct KeyStroke {
 std::string keyName(const KeyStroke& stroke);
 
 struct Action {
-  std::string name;     // as other rooms call it, "menuPairLines"
-  std::string caption;  // plain words; they stand in menus and in the help
+  std::string name{};     // as other rooms call it, "menuPairLines"
+  std::string caption{};  // plain words; they stand in menus and in the help
   std::vector<KeyStroke> keys{};
   std::vector<std::string> menus{};  // where it stands beside the keys, "menuHideShowRound"
   std::function<void()> perform{};

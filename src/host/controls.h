@@ -34,8 +34,8 @@ struct Control {
     button  // `pressed`
   };
   Kind kind = Kind::note;
-  std::string name;  // "chk_avgradient"
-  std::string caption;
+  std::string name{};  // "chk_avgradient"
+  std::string caption{};
   Access value{};
   std::vector<std::string> choices{};
   double low = 0, high = 0;

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "core/glo.h"
 #include "core/item_label.h"
 #include "host/errors.h"
@@ -8,7 +10,31 @@
 
 namespace qrn {
 
-xyVoteQuitOptions::xyVoteQuitOptions() : Form("xyVoteQuitOptions") {}
+namespace {
+
+host::PanelRow rowOf(const std::string& text, int id) {
+  host::PanelRow row;
+  row.cells = {text};
+  row.id = id;
+  return row;
+}
+
+// What a panel's row at hand stands for; -1: none is.
+int targetOf(const host::Panel& panel) {
+  return panel.current() < 0 ? -1 : panel.rows()[static_cast<std::size_t>(panel.current())].id;
+}
+
+}  // namespace
+
+xyVoteQuitOptions::xyVoteQuitOptions() : ControlForm("xyVoteQuitOptions") {
+  using Kind = host::Control::Kind;
+  title = "What next?";
+  dismissCaption = captions()[continueVoting];
+  controls = {
+      {.kind = Kind::list, .name = "options", .panel = &options},
+      {.kind = Kind::list, .name = "List1", .caption = "Item list", .panel = &List1, .besideLast = true},
+      {.kind = Kind::list, .name = "List2", .caption = "Assessments", .panel = &List2, .besideLast = true}};
+}
 
 const std::array<const char*, 7>& xyVoteQuitOptions::captions() {
   static const std::array<const char*, 7> texts{"Go to...",        "Go back one", "Restart this vote",
@@ -18,22 +44,35 @@ const std::array<const char*, 7>& xyVoteQuitOptions::captions() {
 }
 
 void xyVoteQuitOptions::Form_Load() {
-  for (int i = 0; i < glo.itemCount(); ++i) {
-    RiskRecord& risk = glo.risks[static_cast<std::size_t>(i)];
-    if (!risk.voting)
-      continue;
-    if (i == glo.currentItem)
-      List1Index = static_cast<int>(List1.size());
-    List1.push_back(GetItemLabel(risk));
-    itemTargets.push_back(i);
+  std::vector<host::PanelRow> rows;
+  for (const char* caption : captions()) {
+    const int place = static_cast<int>(rows.size());
+    rows.push_back(rowOf(std::to_string(place + 1) + "   " + caption, place));
   }
-  for (const int assessment : assessmentOrder()) {
-    if (assessment == glo.currentAssessment)
-      List2Index = static_cast<int>(List2.size());
-    List2.push_back("A" + std::to_string(assessment) + ": " +
-                    glo.assessmentTitles[static_cast<std::size_t>(assessment - 1)]);
-    assessmentTargets.push_back(assessment);
+  options.setRows(std::move(rows));
+  options.select(continueVoting);
+  options.selectionChanged = [this](int row) { chosen = static_cast<Option>(row); };
+  options.activated = [this](int row) { choose(static_cast<Option>(row)); };
+  fillTargets();
+  for (host::Panel* panel : {&List1, &List2}) {
+    panel->selectionChanged = [this](int) { options.select(goTo); };
+    panel->activated = [this](int) { choose(goTo); };
   }
+}
+
+void xyVoteQuitOptions::fillTargets() {
+  std::vector<host::PanelRow> items, assessments;
+  for (int i = 0; i < glo.itemCount(); ++i)
+    if (RiskRecord& risk = glo.risks[static_cast<std::size_t>(i)]; risk.voting)
+      items.push_back(rowOf(GetItemLabel(risk), i));
+  for (const int assessment : assessmentOrder())
+    assessments.push_back(rowOf("A" + std::to_string(assessment) + ": " +
+                                    glo.assessmentTitles[static_cast<std::size_t>(assessment - 1)],
+                                assessment));
+  List1.setRows(std::move(items));
+  List2.setRows(std::move(assessments));
+  List1.select(std::max(0, List1.rowOfId(glo.currentItem)));
+  List2.select(std::max(0, List2.rowOfId(glo.currentAssessment)));
 }
 
 VoteOutcome xyVoteQuitOptions::outcomeOf(Option option) {
@@ -54,32 +93,34 @@ VoteOutcome xyVoteQuitOptions::outcomeOf(Option option) {
   return VoteOutcome::none;
 }
 
-void xyVoteQuitOptions::Form_KeyDown(int keyCode, int) {
+void xyVoteQuitOptions::Form_KeyDown(int keyCode, int shift) {
   const int last = static_cast<int>(captions().size()) - 1;
-  if (keyCode == host::key::escape)
-    choose(continueVoting);
-  else if (keyCode == host::key::enter || keyCode == host::key::space)
-    choose(chosen);
-  else if (keyCode == host::key::up && chosen > 0)
-    chosen = static_cast<Option>(chosen - 1);
-  else if (keyCode == host::key::down && chosen < last)
-    chosen = static_cast<Option>(chosen + 1);
-  else if (keyCode >= '1' && keyCode <= '1' + last)
+  if (keyCode >= '1' && keyCode <= '1' + last)
     choose(static_cast<Option>(keyCode - '1'));
+  else if (!options.keyDown(keyCode, shift))
+    ControlForm::Form_KeyDown(keyCode == host::key::space ? host::key::enter : keyCode, shift);
 }
 
 void xyVoteQuitOptions::choose(Option option) {
-  chosen = option;
-  UserResult = outcomeOf(option);
-  if (option == goTo) {
-    const std::size_t item = static_cast<std::size_t>(List1Index),
-                      assessment = static_cast<std::size_t>(List2Index);
-    if (item >= itemTargets.size() || assessment >= assessmentTargets.size())
-      return;
-    glo.jumpItem = itemTargets[item];
-    glo.jumpAssessment = assessmentTargets[assessment];
+  options.select(option);
+  accept();
+}
+
+std::string xyVoteQuitOptions::take() {
+  const int item = targetOf(List1), assessment = targetOf(List2);
+  if (chosen == goTo && (item < 0 || assessment < 0))
+    return "There is no item to go to.";
+  if (chosen == goTo) {
+    glo.jumpItem = item;
+    glo.jumpAssessment = assessment;
   }
-  host::host().forms->hide(name);
+  UserResult = outcomeOf(chosen);
+  return "";
+}
+
+void xyVoteQuitOptions::dismissed() {
+  chosen = continueVoting;
+  UserResult = VoteOutcome::none;
 }
 
 void registerVoteForms() {

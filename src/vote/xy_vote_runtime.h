@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "charts/vote_screen/vote_screen.h"
+#include "host/controls.h"
 #include "vote/keypads_not_voted.h"
 #include "vote/link/vote_outcome.h"
 
@@ -88,22 +89,29 @@ struct xyVoteRuntime : VoteForm {
 };
 
 // The dialog of the Esc key.
-struct xyVoteQuitOptions : host::Form {
+struct xyVoteQuitOptions : host::ControlForm {
   enum Option { goTo, goBackOne, restartThisVote, continueVoting, goToGraph, quitAllVotes, quitThisVote };
   xyVoteQuitOptions();
 
   void Form_Load() override;
   void Form_KeyDown(int keyCode, int shift) override;
-  void choose(Option option);  // sets UserResult and closes
+  void choose(Option option);  // sets UserResult and closes, unless there is nowhere to go to
   static VoteOutcome outcomeOf(Option option);
   // Captions of the options, in the order of `Option`.
   static const std::array<const char*, 7>& captions();
 
-  std::vector<std::string> List1, List2;            // "Item list", "Assessments": targets of "Go to..."
-  std::vector<int> itemTargets, assessmentTargets;  // index into risks; assessment 1 to 9, line by line
-  int List1Index = 0, List2Index = 0;
+  host::Panel options;  // by Option
+  host::Panel List1,
+      List2;  // "Item list", "Assessments", the targets of "Go to...": index into risks, 1 to 9
   Option chosen = continueVoting;
   VoteOutcome UserResult = VoteOutcome::none;  // none: go on voting
+
+ protected:
+  std::string take() override;
+  void dismissed() override;
+
+ private:
+  void fillTargets();
 };
 
 // Defines "xyVoteRuntime" and "xyVoteQuitOptions" in the registry of the host.

@@ -1,5 +1,3 @@
-#include <QListWidget>
-
 #include "core/glo.h"
 #include "core/model.h"
 #include "desktop/form_windows.h"
@@ -29,7 +27,7 @@ class QuitOptions : public ::testing::Test {
   xyVoteQuitOptions& answer(const std::vector<Qt::Key>& keys) {
     world.forms.unload("xyVoteQuitOptions");
     world.at(0.05, [this, keys] {
-      for (const Qt::Key key : keys) QTest::keyClick(stack.front(), key);
+      for (const Qt::Key key : keys) QTest::keyClick(stack.front()->focusWidget(), key);
     });
     world.forms.showModal("xyVoteQuitOptions");
     return world.forms.as<xyVoteQuitOptions>("xyVoteQuitOptions");
@@ -53,8 +51,8 @@ TEST_F(QuitOptions, TabReachesTheTargetsOfGoTo) {
   const auto& form =
       answer({Qt::Key_Tab, Qt::Key_PageDown, Qt::Key_Up, Qt::Key_Tab, Qt::Key_End, Qt::Key_Return});
   EXPECT_EQ(form.chosen, xyVoteQuitOptions::goTo);
-  EXPECT_EQ(form.List1Index, 1);
-  EXPECT_EQ(form.List2Index, 1);
+  EXPECT_EQ(glo.jumpItem, 1);
+  EXPECT_EQ(glo.jumpAssessment, 2);
 }
 
 TEST_F(QuitOptions, StandsOverTheVoteAndGoesBeforeIt) {

@@ -67,7 +67,7 @@ class VoteFixture : public ::testing::Test {
     world.at(seconds, [option, item] {
       ASSERT_TRUE(host::host().forms->isVisible("xyVoteQuitOptions"));
       auto& dialog = host::host().forms->as<xyVoteQuitOptions>("xyVoteQuitOptions");
-      dialog.List1Index = item;
+      dialog.List1.select(item);
       dialog.choose(option);
     });
   }

@@ -79,11 +79,9 @@ void FormPictures::takeVote() {
 }
 
 void FormPictures::takeQuitOptions() {
-  auto& form = forms().as<xyVoteQuitOptions>("xyVoteQuitOptions");
   forms().show("xyVoteQuitOptions");
   if (QWidget* window = stack_.front())
     album_.take(*window, QString("xyVoteQuitOptions-%1").arg(crowd_.name));
-  form.chosen = xyVoteQuitOptions::goTo;
 }
 
 void FormPictures::takeAverageGraph() {
