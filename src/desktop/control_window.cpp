@@ -29,7 +29,9 @@ namespace {
 
 constexpr double kDim = 0.72;       // how much of what is behind the ground takes away
 constexpr double kCardLift = 0.06;  // the card stands out of the ground by this much of the text's colour
-constexpr double kWidest = 0.72, kTallest = 0.86;  // of the screen
+constexpr double kWidest = 0.8, kTallest = 0.9, kWidestList = 0.36;  // of the screen
+constexpr int kMostRows = 5;                                         // that a list asks room for
+constexpr int kFrame = 8, kScrollBar = 18;                           // pixels
 
 QString hex(std::int32_t colour) {
   return render::toColour(colour).name();
@@ -115,14 +117,20 @@ void ControlWindow::build() {
   title->setStyleSheet(QString("font-size: %1px;").arg(px(Size::word)));
   title->setWordWrap(true);
   layout->addWidget(title);
+  using Place = host::Control::Place;
   QHBoxLayout* row = nullptr;
+  QVBoxLayout* cell = nullptr;
   for (host::Control& control : form_.controls) {
-    if (!control.besideLast || row == nullptr) {
+    if (control.place == Place::row || row == nullptr) {
       row = new QHBoxLayout;
       row->setSpacing(2 * gap);
       layout->addLayout(row, control.kind == host::Control::Kind::list ? 1 : 0);
     }
-    row->addWidget(widgetFor(control), 1);
+    if (control.place != Place::under || cell == nullptr) {
+      cell = new QVBoxLayout;
+      row->addLayout(cell, 1);
+    }
+    cell->addWidget(widgetFor(control));
   }
   layout->addWidget(problem_);
   auto* foot = new QHBoxLayout;
@@ -266,8 +274,13 @@ QWidget* ControlWindow::panelBox(host::Control& control) {
   auto* view = new PanelView(*control.panel, render::toQt(control.name), whole);
   layout->addWidget(view, 1);
   whole->setFocusProxy(view);
-  const int rows = std::clamp(static_cast<int>(control.panel->rows().size()), 4, 9);
-  view->setMinimumHeight(rows * std::max(1, view->sizeHintForRow(0)) + 12);
+  sizes_.push_back([this, view, &control] {
+    const int rows = std::clamp(static_cast<int>(control.panel->rows().size()), 3, kMostRows);
+    const int most = static_cast<int>(stack_.placeForForms().width() * kWidestList);
+    view->ensurePolished();
+    view->setMinimumSize(std::min(most, view->textWidth() + 2 * kFrame + kScrollBar),
+                         rows * std::max(1, view->rowHeight()) + 2 * kFrame);
+  });
   syncs_.push_back([view] { view->sync(); });
   return whole;
 }
@@ -307,6 +320,7 @@ void ControlWindow::standOver() {
   setGeometry(place);
   const QSize most(static_cast<int>(place.width() * kWidest), static_cast<int>(place.height() * kTallest));
   card_->ensurePolished();
+  for (const auto& one : sizes_) one();
   card_->setMaximumSize(most);
   const QSize size = card_->layout()->sizeHint().expandedTo(QSize(most.width() / 2, 0)).boundedTo(most);
   card_->setGeometry(

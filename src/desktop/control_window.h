@@ -52,6 +52,7 @@ class ControlWindow : public QWidget {
   QLabel* problem_;
   QWidget* first_ = nullptr;                  // where the keyboard begins
   std::vector<std::function<void()>> syncs_;  // one per control with something to show
+  std::vector<std::function<void()>> sizes_;  // of what takes more room the more it holds
   std::string refused_;                       // why the last value was not taken
 };
 

@@ -36,6 +36,8 @@ class PanelView : public QTreeView {
  public:
   PanelView(host::Panel& panel, const QString& name, QWidget* parent);
   void sync();  // shows what the panel holds
+  int rowHeight() const { return sizeHintForRow(0); }
+  int textWidth() const { return sizeHintForColumn(0); }  // pixels of the widest row
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;

@@ -43,7 +43,10 @@ struct Control {
   std::function<void()> pressed{};
   std::function<bool()> enabled{};  // left out: always
   std::string help{};               // one sentence for who does not know it
-  bool besideLast = false;          // stands at the right of the control before it
+  // Where it stands towards the control before it: `under` it within the same place of the row, or `beside`
+  // it.
+  enum class Place { row, beside, under };
+  Place place = Place::row;
 };
 
 bool isEnabled(const Control& control);

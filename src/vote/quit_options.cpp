@@ -28,12 +28,17 @@ int targetOf(const host::Panel& panel) {
 
 xyVoteQuitOptions::xyVoteQuitOptions() : ControlForm("xyVoteQuitOptions") {
   using Kind = host::Control::Kind;
+  using Where = host::Control::Place;
   title = "What next?";
   dismissCaption = captions()[continueVoting];
   controls = {
       {.kind = Kind::list, .name = "options", .panel = &options},
-      {.kind = Kind::list, .name = "List1", .caption = "Item list", .panel = &List1, .besideLast = true},
-      {.kind = Kind::list, .name = "List2", .caption = "Assessments", .panel = &List2, .besideLast = true}};
+      {.kind = Kind::list, .name = "List1", .caption = "Item list", .panel = &List1, .place = Where::beside},
+      {.kind = Kind::list,
+       .name = "List2",
+       .caption = "Assessments",
+       .panel = &List2,
+       .place = Where::under}};
 }
 
 const std::array<const char*, 7>& xyVoteQuitOptions::captions() {
