@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cstring>
 
 #include "core/common.h"
 
@@ -43,14 +42,29 @@ std::uint64_t packHead(std::string_view text, std::size_t& at) {
   return (key << 4) | kLetterC;
 }
 
+// The line at `offset` with its line end.
+std::string_view wholeLine(std::string_view text, std::size_t offset) {
+  const std::size_t end = text.find('\n', offset);
+  return text.substr(offset, end == std::string_view::npos ? end : end + 1 - offset);
+}
+
+bool endsInCrLf(std::string_view line) {
+  if (!line.empty() && line.back() == '\n') {
+    if (line.size() < 2 || line[line.size() - 2] != '\r')
+      return false;
+    line.remove_suffix(2);
+  }
+  return line.find('\r') == std::string_view::npos && line.find("^|^") == std::string_view::npos;
+}
+
 bool lineEndsAreCrLf(std::string_view text) {
-  for (std::size_t at = text.find('\n'); at != std::string_view::npos; at = text.find('\n', at + 1))
-    if (at == 0 || text[at - 1] != '\r')
+  for (std::size_t at = 0; at < text.size();) {
+    const std::string_view line = wholeLine(text, at);
+    if (!endsInCrLf(line))
       return false;
-  for (std::size_t at = text.find('\r'); at != std::string_view::npos; at = text.find('\r', at + 1))
-    if (at + 1 == text.size() || text[at + 1] != '\n')
-      return false;
-  return text.find("^|^") == std::string_view::npos;
+    at += line.size();
+  }
+  return true;
 }
 
 bool containsText(std::string_view line, std::string_view wanted) {
@@ -80,12 +94,17 @@ void VoteRecordText::forget() {
 
 void VoteRecordText::assign(std::string text) {
   text_ = std::move(text);
-  if (!lineEndsAreCrLf(text_))
-    HomogoniseLineFeeds(text_);
   known_ = true;
+  if (indexAnew())
+    return;
+  HomogoniseLineFeeds(text_);
+  indexAnew();
+}
+
+bool VoteRecordText::indexAnew() {
   records_ = used_ = 0;
   table_.assign(table_.size(), Entry());
-  indexFrom(0);
+  return indexFrom(0);
 }
 
 void VoteRecordText::append(std::string_view line) {
@@ -150,19 +169,19 @@ VoteRecordText::PackedKey VoteRecordText::pack(std::string_view key) {
   return packed;
 }
 
-void VoteRecordText::indexFrom(std::size_t offset) {
+// All in one walk, so that each line is looked at while the processor has it near.
+bool VoteRecordText::indexFrom(std::size_t offset) {
+  bool crLf = true;
   while (offset < text_.size()) {
-    const char* start = text_.data() + offset;
-    const void* found = std::memchr(start, '\n', text_.size() - offset);
-    const std::size_t whole = found == nullptr
-                                  ? text_.size() - offset
-                                  : static_cast<std::size_t>(static_cast<const char*>(found) - start) + 1;
-    std::size_t length = whole;
-    while (length > 0 && (start[length - 1] == '\n' || start[length - 1] == '\r')) --length;
+    const std::string_view line = wholeLine(text_, offset);
+    crLf = crLf && endsInCrLf(line);
+    std::size_t length = line.size();
+    while (length > 0 && (line[length - 1] == '\n' || line[length - 1] == '\r')) --length;
     if (indexLine(offset, length))
       ++records_;
-    offset += whole;
+    offset += line.size();
   }
+  return crLf;
 }
 
 // Every "," with a key behind it makes the line the last one of that key, and of each key that it begins

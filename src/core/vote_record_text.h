@@ -44,7 +44,8 @@ class VoteRecordText {
   };
 
   static PackedKey pack(std::string_view key);
-  void indexFrom(std::size_t offset);
+  bool indexAnew();                    // as indexFrom() for the whole text
+  bool indexFrom(std::size_t offset);  // false when a line ends in anything but CR LF
   bool indexLine(std::size_t offset, std::size_t length);
   void remember(PackedKey key, std::size_t offset, std::size_t length);
   void grow();

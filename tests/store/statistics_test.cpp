@@ -110,11 +110,13 @@ TEST_F(StatisticsTest, AScaleOfOnePointDividesByZero) {
 std::string randomRecord(std::mt19937& random, int sortKey) {
   static const char* const kTokens[] = {"1", "2", "3", "4",  "5", "0", "9",
                                         "X", "-", "A", "12", "b", "",  "\"3\""};
-  const bool clean = random() % 2 == 0, old = random() % 8 == 0;
+  const unsigned long odd = random() % 3;  // tokens: none, a few, many
+  const bool old = random() % 8 == 0;
   std::string line = "d,t,";
   const unsigned long keypads = random() % 20 == 0 ? 0 : 1 + random() % 300;
   for (unsigned long k = 0; k < keypads; ++k)
-    line += std::string(kTokens[random() % (clean ? 10 : std::size(kTokens))]) + (old ? "" : ";");
+    line += std::string(kTokens[random() % (odd == 2 || (odd == 1 && random() % 40 == 0) ? 14 : 10)]) +
+            (old ? "" : ";");
   line += "," + std::to_string(sortKey) + "C1";
   if (random() % 4 == 0)
     line += ",,,35X-A0";

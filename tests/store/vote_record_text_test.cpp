@@ -11,6 +11,10 @@ TEST(VoteRecordText, FindsTheLastLineThatHoldsTheKey) {
   VoteRecordText records;
   EXPECT_FALSE(records.known());
   records.assign("d,t,1;,3C1\r\nd,t,2;,13C1\nd,t,3;,3c10\r\nd,t,[SSD],\r\nd,t,4;,13C2");
+  const std::string mended = records.text();
+  EXPECT_EQ(mended, "d,t,1;,3C1\r\nd,t,2;,13C1\r\nd,t,3;,3c10\r\nd,t,[SSD],\r\nd,t,4;,13C2");
+  records.assign("d,t,1;,3C1\r\nd,t,2;,13C1\r\nd,t,3;,3c10^|^d,t,[SSD],\r\nd,t,4;,13C2");
+  EXPECT_EQ(records.text(), mended);
   struct Case {
     const char *key, *line;
   };
