@@ -82,14 +82,22 @@ std::vector<std::string> wrapText(const std::string& text, const SurfaceFont& fo
       paragraph.pop_back();
     std::istringstream words(paragraph);
     std::string line;
-    for (std::string word; words >> word;) {
-      const std::string longer = line.empty() ? word : line + " " + word;
+    const auto add = [&](const char* blank, const std::string& piece) {
+      const std::string longer = line.empty() ? piece : line + blank + piece;
       if (line.empty() || fits(longer)) {
         line = longer;
       } else {
         lines.push_back(line);
-        line = word;
+        line = piece;
       }
+    };
+    for (std::string word; words >> word;) {
+      std::size_t from = 0;
+      for (const std::size_t to : measure.breaksInside(word)) {
+        add(from == 0 ? " " : "", word.substr(from, to - from));
+        from = to;
+      }
+      add(from == 0 ? " " : "", word.substr(from));
     }
     lines.push_back(line);
   }

@@ -1,6 +1,7 @@
 // Clock, randomness, environment, files, sound and text measuring.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -61,6 +62,12 @@ class TextMeasure {
                            bool italic) const = 0;  // widest line
   virtual double LineHeight(const std::string& font, double size) const = 0;
   virtual bool fontInstalled(const std::string& font) const = 0;
+  // Where a line may break inside a text without blanks, as offsets in bytes: scripts such as Chinese and Thai
+  // set none between words.
+  virtual std::vector<std::size_t> breaksInside(std::string_view word) const {
+    (void)word;
+    return {};
+  }
 };
 
 class Sound {

@@ -4,6 +4,8 @@
 #include <QFontInfo>
 #include <QLocale>
 #include <QStringList>
+#include <QTextBoundaryFinder>
+#include <algorithm>
 #include <map>
 #include <set>
 #include <tuple>
@@ -60,6 +62,22 @@ double widestLine(const QString& text, const QFontMetricsF& metrics) {
     start = at + 1;
   }
   return widest;
+}
+
+bool setsNoBlanks(QChar c) {
+  switch (c.script()) {
+    case QChar::Script_Han:
+    case QChar::Script_Hiragana:
+    case QChar::Script_Katakana:
+    case QChar::Script_Bopomofo:
+    case QChar::Script_Thai:
+    case QChar::Script_Lao:
+    case QChar::Script_Khmer:
+    case QChar::Script_Myanmar:
+      return true;
+    default:
+      return c.unicode() >= 0x3000 && c.unicode() <= 0x303F;  // their punctuation
+  }
 }
 
 }  // namespace
@@ -125,6 +143,23 @@ double ascent(const std::string& name, double size, bool bold, bool italic) {
 bool fontInstalled(const std::string& name) {
   const QString family = toQt(name);
   return QFontDatabase::hasFamily(family) || hasEqualInWidth(family);
+}
+
+std::vector<std::size_t> breaksInside(std::string_view word) {
+  std::vector<std::size_t> breaks;
+  const QString text = toQt(word);
+  if (std::none_of(text.begin(), text.end(), setsNoBlanks))
+    return breaks;
+  QTextBoundaryFinder finder(QTextBoundaryFinder::Line, text);
+  std::size_t bytes = 0;
+  for (qsizetype from = 0, to = finder.toNextBoundary(); to > 0 && to < text.size();
+       to = finder.toNextBoundary()) {
+    bytes += static_cast<std::size_t>(text.mid(from, to - from).toUtf8().size());
+    from = to;
+    if (setsNoBlanks(text[to - 1]) || setsNoBlanks(text[to]))
+      breaks.push_back(bytes);
+  }
+  return breaks;
 }
 
 }  // namespace qrn::render

@@ -7,6 +7,7 @@
 #include <QString>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "host/surface.h"
 
@@ -33,5 +34,8 @@ double textWidth(std::string_view text, const std::string& name, double size, bo
 double lineHeight(const std::string& name, double size);
 double ascent(const std::string& name, double size, bool bold, bool italic);
 bool fontInstalled(const std::string& name);
+
+// Where a line may break inside a text of a script that sets no blanks between words, in bytes.
+std::vector<std::size_t> breaksInside(std::string_view word);
 
 }  // namespace qrn::render

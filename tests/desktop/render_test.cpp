@@ -297,4 +297,18 @@ TEST_F(Render, EveryScriptIsDrawn) {
     GTEST_SKIP() << "not installed: " << absent.join(", ").toStdString();
 }
 
+TEST_F(Render, TextWithoutBlanksBreaksWhereItsScriptMay) {
+  const auto wrapped = [](const std::string& text) { return host::wrapText(text, {"Arial", 20}, 15 * 150); };
+  const auto lines = wrapped("我们应该先做什么，为什么？请投票。Yes, first-rate 你好");
+  ASSERT_GT(lines.size(), 3U);
+  std::string all;
+  for (const std::string& line : lines) {
+    EXPECT_LE(render::textWidth(line, "Arial", 20, false, false), 15 * 150) << line;
+    for (const char* mark : {"，", "？", "。"}) EXPECT_FALSE(line.starts_with(mark)) << line;
+    all += line;
+  }
+  EXPECT_NE(all.find("first-rate"), std::string::npos) << all;
+  EXPECT_EQ(wrapped("first-rate/second-rate/third-rate").size(), 1U) << "other words stay whole";
+}
+
 }  // namespace

@@ -17,4 +17,8 @@ bool QtTextMeasure::fontInstalled(const std::string& font) const {
   return render::fontInstalled(font);
 }
 
+std::vector<std::size_t> QtTextMeasure::breaksInside(std::string_view word) const {
+  return render::breaksInside(word);
+}
+
 }  // namespace qrn::qt

@@ -11,6 +11,7 @@ class QtTextMeasure : public host::TextMeasure {
                    bool italic) const override;
   double LineHeight(const std::string& font, double size) const override;
   bool fontInstalled(const std::string& font) const override;
+  std::vector<std::size_t> breaksInside(std::string_view word) const override;
 };
 
 }  // namespace qrn::qt

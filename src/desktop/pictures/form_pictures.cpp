@@ -120,6 +120,11 @@ void takeForms(Album& album) {
       pictures.takeAverageGraph();
       pictures.takeMatrixGraph();
     }
+  FormPictures pictures(album, stack, kSizes[1], {"scripts", 12, 5, 40});
+  translateExercise();
+  pictures.takeVote();
+  pictures.takeAverageGraph();
+  pictures.takeMatrixGraph();
 }
 
 }  // namespace qrn::pictures

@@ -102,4 +102,24 @@ void fillExercise(MadeUpDeck& deck, int items, int points, int keypads) {
     glo.liveVotes[static_cast<std::size_t>(k)] = std::to_string(1 + (k * k) % std::min(points, 9));
 }
 
+void translateExercise() {
+  constexpr std::array<const char*, 12> kTexts{"沿码头设置长椅，供行人休息",
+                                               "我们应该先清理内港，还是先修建防波堤？请每一位参加者投票。",
+                                               "岸壁に沿ってベンチを置き、夜はクレーンを照らす",
+                                               "부두를 따라 벤치를 놓고 나무를 심는다",
+                                               "วางม้านั่งตามแนวท่าเรือและปลูกต้นไม้ที่ทนน้ำเค็มและลมแรง",
+                                               "घाट के किनारे बेंच और नमक सहने वाले पेड़",
+                                               "مقاعد على طول رصيف الميناء",
+                                               "ספסלים לאורך הרציף",
+                                               "A ferry ⛴️ every quarter of an hour 👍🏽",
+                                               "Σκάλες και καθίσματα στην προκυμαία",
+                                               "Скамейки вдоль набережной",
+                                               "Ghế dài dọc bến cảng"};
+  for (int i = 0; i < glo.itemCount(); ++i)
+    glo.risks[static_cast<std::size_t>(i)].text = kTexts[static_cast<std::size_t>(i) % kTexts.size()];
+  glo.assessmentTitles[0] = "对城镇的价值 คุณค่า मूल्य";
+  glo.assessmentTitles[1] = "الجهد מאמץ";
+  glo.scaleLabels[0] = {"很低", "ต่ำ", "मध्यम", "مرتفع", "גבוה מאוד", ""};
+}
+
 }  // namespace qrn::pictures

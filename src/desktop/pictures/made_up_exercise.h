@@ -9,4 +9,7 @@ namespace qrn::pictures {
 // must outlive the use of `glo`.
 void fillExercise(MadeUpDeck& deck, int items, int points, int keypads);
 
+// Gives what stands in `glo` the words of many scripts.
+void translateExercise();
+
 }  // namespace qrn::pictures
