@@ -49,6 +49,18 @@ void SideList::mouseDoubleClickEvent(QMouseEvent* event) {
     source_.opened(row);
 }
 
+void SideList::showLines() {
+  while (count() > static_cast<int>(lines_.size())) delete takeItem(count() - 1);
+  for (int row = 0; row < static_cast<int>(lines_.size()); ++row) {
+    const QString line = render::toQt(lines_[static_cast<std::size_t>(row)]).simplified();
+    if (row == count())
+      addItem(line);
+    if (item(row)->text() != line)
+      item(row)->setText(line);
+    item(row)->setToolTip(line);
+  }
+}
+
 int SideList::sync() {
   const QWidget& window = *parentWidget();
   if (!source_.visible()) {
@@ -56,15 +68,9 @@ int SideList::sync() {
     return 0;
   }
   const QSignalBlocker quiet(this);
-  const std::vector<std::string> lines = source_.lines();
-  while (count() > static_cast<int>(lines.size())) delete takeItem(count() - 1);
-  for (int row = 0; row < static_cast<int>(lines.size()); ++row) {
-    const QString line = render::toQt(lines[static_cast<std::size_t>(row)]).simplified();
-    if (row == count())
-      addItem(line);
-    if (item(row)->text() != line)
-      item(row)->setText(line);
-    item(row)->setToolTip(line);
+  if (std::vector<std::string> lines = source_.lines(); lines != lines_) {
+    lines_ = std::move(lines);
+    showLines();
   }
   setCurrentRow(source_.current());
   const int width = static_cast<int>(window.width() * kShare);

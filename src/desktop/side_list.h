@@ -30,8 +30,10 @@ class SideList : public QListWidget {
 
  private:
   int rowAt(const QMouseEvent& event) const;  // -1 where there is none
+  void showLines();
 
   SideListSource source_;
+  std::vector<std::string> lines_;  // as shown
 };
 
 struct InfoSource {

@@ -4,29 +4,22 @@
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QPointer>
 #include <QScreen>
 #include <QTimer>
 #include <QToolTip>
-#include <algorithm>
+#include <utility>
 
 #include "desktop/keys.h"
 #include "render/fonts.h"
-#include "render/render.h"
 
 namespace qrn::desktop {
 
 namespace {
 
 constexpr int kCursorHidesAfterMs = 2500;
-
-double scaleOf(const host::Surface& surface, QSize size) {
-  if (surface.width <= 0 || surface.height <= 0)
-    return 1;
-  return std::min(size.width() * render::kTwipsPerPixel / surface.width,
-                  size.height() * render::kTwipsPerPixel / surface.height);
-}
 
 }  // namespace
 
@@ -52,13 +45,33 @@ SurfaceWindow::SurfaceWindow(host::Form& form, host::FormRegistry& forms, Source
   });
 }
 
+// Several changes of one event are caught up with together.
 void SurfaceWindow::changed() {
-  if (formStands() && list_)
+  stale_ = true;
+  if (std::exchange(queued_, true))
+    return;
+  const auto later = [this] {
+    queued_ = false;
+    catchUp();
+  };
+  QMetaObject::invokeMethod(this, later, Qt::QueuedConnection);
+}
+
+void SurfaceWindow::catchUp() {
+  if (!stale_ || !formStands())
+    return;
+  stale_ = false;
+  const int before = listWidth_;
+  if (list_)
     listWidth_ = list_->sync();
-  if (formStands() && info_)
+  if (info_)
     info_->sync(width() - listWidth_);
-  painted_ = QPixmap();
-  update();
+  const double ratio = devicePixelRatioF();
+  const QRegion changed = canvas_.update(source_.surface(), (QSizeF(surfaceSize()) * ratio).toSize());
+  if (before != listWidth_)
+    update();
+  for (const QRect& part : changed)
+    update(QRectF(QPointF(part.topLeft()) / ratio, QSizeF(part.size()) / ratio).toAlignedRect());
 }
 
 bool SurfaceWindow::formStands() const {
@@ -66,11 +79,7 @@ bool SurfaceWindow::formStands() const {
 }
 
 QPointF SurfaceWindow::toTwips(QPointF place) const {
-  const host::Surface& surface = source_.surface();
-  const double scale = scaleOf(surface, surfaceSize());
-  const double left = (surfaceSize().width() - surface.width / render::kTwipsPerPixel * scale) / 2;
-  const double top = (height() - surface.height / render::kTwipsPerPixel * scale) / 2;
-  return QPointF(place.x() - left, place.y() - top) / scale * render::kTwipsPerPixel;
+  return render::Mapping::of(source_.surface(), surfaceSize()).toTwips(place);
 }
 
 bool SurfaceWindow::event(QEvent* event) {
@@ -161,16 +170,14 @@ void SurfaceWindow::takeSize(QSize size) {
   form_.Form_Resize();
 }
 
-void SurfaceWindow::paintEvent(QPaintEvent*) {
+void SurfaceWindow::paintEvent(QPaintEvent* event) {
+  catchUp();
   const double ratio = devicePixelRatioF();
-  if (painted_.isNull() && formStands()) {
-    painted_ = QPixmap((QSizeF(size()) * ratio).toSize());
-    painted_.setDevicePixelRatio(ratio);
-    QPainter painter(&painted_);
-    render::renderSurface(source_.surface(), painter, surfaceSize());
-  }
   QPainter painter(this);
-  painter.drawPixmap(0, 0, painted_);
+  painter.setCompositionMode(QPainter::CompositionMode_Source);
+  for (const QRect& part : event->region() & QRect(QPoint(0, 0), surfaceSize()))
+    painter.drawImage(part, canvas_.image(),
+                      QRectF(QPointF(part.topLeft()) * ratio, QSizeF(part.size()) * ratio));
 }
 
 void SurfaceWindow::closeEvent(QCloseEvent* event) {

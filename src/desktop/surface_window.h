@@ -2,7 +2,6 @@
 // calls.
 #pragma once
 
-#include <QPixmap>
 #include <QWidget>
 #include <functional>
 #include <optional>
@@ -11,6 +10,7 @@
 #include "desktop/window_stack.h"
 #include "host/forms.h"
 #include "host/surface.h"
+#include "render/surface_canvas.h"
 
 class QTimer;
 
@@ -26,7 +26,7 @@ class SurfaceWindow : public QWidget {
   };
   SurfaceWindow(host::Form& form, host::FormRegistry& forms, Source source);
 
-  void changed();             // the surface has changed: paint again
+  void changed();             // the surface may have changed: what has is painted again
   void takeSize(QSize size);  // tells the form when it is a new one
 
  protected:
@@ -43,6 +43,7 @@ class SurfaceWindow : public QWidget {
 
  private:
   bool formStands() const;
+  void catchUp();  // brings picture, list and button up to the form
   QSize surfaceSize() const { return {width() - listWidth_, height()}; }
   QPointF toTwips(QPointF place) const;  // of the window's pixels on the surface
   void tellForm(const std::function<void()>& event);
@@ -50,7 +51,9 @@ class SurfaceWindow : public QWidget {
   host::Form& form_;
   host::FormRegistry& forms_;
   Source source_;
-  QPixmap painted_;  // null: to be painted
+  render::SurfaceCanvas canvas_;
+  bool stale_ = true;    // the picture may be behind the form
+  bool queued_ = false;  // it will be looked at soon
   QTimer* hideCursor_;
   SideList* list_ = nullptr;
   InfoButton* info_ = nullptr;

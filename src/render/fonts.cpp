@@ -6,13 +6,15 @@
 #include <QStringList>
 #include <QTextBoundaryFinder>
 #include <algorithm>
-#include <map>
+#include <deque>
 #include <set>
-#include <tuple>
+#include <unordered_map>
 
 namespace qrn::render {
 
 namespace {
+
+constexpr int kMetricsPixels = 200;
 
 // Families that fontconfig answers with one of equal widths.
 bool hasEqualInWidth(const QString& name) {
@@ -80,6 +82,42 @@ bool setsNoBlanks(QChar c) {
   }
 }
 
+// One face at kMetricsPixels, with the widths of what has been measured: graphs measure the same captions at
+// every draw.
+struct Face {
+  std::string name;
+  bool bold, italic;
+  QFontMetricsF metrics;
+  std::unordered_map<std::string, double> widths;
+
+  double width(std::string_view text) {
+    key.assign(text);
+    const auto known = widths.find(key);
+    if (known != widths.end())
+      return known->second;
+    if (widths.size() > kMostWidths)
+      widths.clear();
+    return widths[key] = widestLine(toQt(text), metrics);
+  }
+
+  static constexpr std::size_t kMostWidths = 20000;
+  std::string key;
+};
+
+Face& faceOf(const std::string& name, bool bold, bool italic) {
+  static std::deque<Face> known;
+  for (Face& face : known)
+    if (face.bold == bold && face.italic == italic && face.name == name)
+      return face;
+  addFallbacks(toQt(name));
+  QFont font(toQt(name));
+  font.setPixelSize(kMetricsPixels);
+  font.setBold(bold);
+  font.setItalic(italic);
+  font.setHintingPreference(QFont::PreferNoHinting);
+  return known.emplace_back(Face{name, bold, italic, QFontMetricsF(font), {}, {}});
+}
+
 }  // namespace
 
 QString toQt(std::string_view utf8) {
@@ -99,10 +137,10 @@ void addFallbacks(const QString& name) {
   QFont::insertSubstitutions(name, QStringList(drawn) + fallbackFamilies());
 }
 
-QFont deviceFont(const host::SurfaceFont& font, int dotsPerInch) {
+QFont deviceFont(const host::SurfaceFont& font, double scale, int dotsPerInch) {
   addFallbacks(toQt(font.name));
   QFont result(toQt(font.name));
-  const double pixels = font.size * kTwipsPerPoint / kTwipsPerPixel;
+  const double pixels = font.size * kTwipsPerPoint * scale;
   result.setPointSizeF(std::max(0.1, pixels * 72.0 / dotsPerInch));
   result.setBold(font.bold);
   result.setItalic(font.italic);
@@ -112,32 +150,16 @@ QFont deviceFont(const host::SurfaceFont& font, int dotsPerInch) {
   return result;
 }
 
-const QFontMetricsF& faceMetrics(const std::string& name, bool bold, bool italic) {
-  using Face = std::tuple<std::string, bool, bool>;
-  static std::map<Face, QFontMetricsF> known;
-  const Face face{name, bold, italic};
-  const auto found = known.find(face);
-  if (found != known.end())
-    return found->second;
-  addFallbacks(toQt(name));
-  QFont font(toQt(name));
-  font.setPixelSize(kMetricsPixels);
-  font.setBold(bold);
-  font.setItalic(italic);
-  font.setHintingPreference(QFont::PreferNoHinting);
-  return known.emplace(face, QFontMetricsF(font)).first->second;
-}
-
 double textWidth(std::string_view text, const std::string& name, double size, bool bold, bool italic) {
-  return widestLine(toQt(text), faceMetrics(name, bold, italic)) * perMetricsPixel(size);
+  return faceOf(name, bold, italic).width(text) * perMetricsPixel(size);
 }
 
 double lineHeight(const std::string& name, double size) {
-  return faceMetrics(name, false, false).height() * perMetricsPixel(size);
+  return faceOf(name, false, false).metrics.height() * perMetricsPixel(size);
 }
 
 double ascent(const std::string& name, double size, bool bold, bool italic) {
-  return faceMetrics(name, bold, italic).ascent() * perMetricsPixel(size);
+  return faceOf(name, bold, italic).metrics.ascent() * perMetricsPixel(size);
 }
 
 bool fontInstalled(const std::string& name) {

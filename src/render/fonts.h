@@ -22,12 +22,8 @@ std::string fromQt(const QString& text);
 // any other place that draws with a font calls it once for the name.
 void addFallbacks(const QString& name);
 
-// The font for a device of that many dots per inch, its size in logical pixels equal to size * 20 / 15.
-QFont deviceFont(const host::SurfaceFont& font, int dotsPerInch);
-
-// Metrics of the font at kMetricsPixels; kept for the run, one per face.
-inline constexpr int kMetricsPixels = 200;
-const QFontMetricsF& faceMetrics(const std::string& name, bool bold, bool italic);
+// The font for a device of that many dots per inch, `scale` pixels for a twip.
+QFont deviceFont(const host::SurfaceFont& font, double scale, int dotsPerInch);
 
 // Twips. The width is that of the widest line; line ends are LF, CR or CR LF.
 double textWidth(std::string_view text, const std::string& name, double size, bool bold, bool italic);

@@ -154,6 +154,7 @@ TEST_F(SurfaceWindow, TheListTakesItsShareAndTheGraphStaysWhole) {
   world.forms.load("graph");
   form().listVisible = true;
   world.forms.show("graph");
+  QCoreApplication::processEvents();
   auto* list = window().findChild<QListWidget*>("List1");
   ASSERT_TRUE(list->isVisible());
   EXPECT_EQ(list->currentItem()->text(), "B: two");
