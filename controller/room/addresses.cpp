@@ -55,8 +55,7 @@ bool isPrivate(std::string_view address) {
 }
 
 bool usable(const NetworkCard& card, std::string_view address) {
-  return card.up && card.running && !card.loopback && !begins(address, "169.254.") &&
-         !begins(address, "127.");
+  return card.up && card.running && !card.loopback && !begins(address, "169.254.");
 }
 
 struct Ranked {

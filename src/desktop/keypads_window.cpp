@@ -5,6 +5,7 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QScreen>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -44,8 +45,9 @@ KeypadsWindow::KeypadsWindow(QWidget* parent, Calls calls)
   layout->addWidget(board_, 1);
   layout->addWidget(bar_);
   makeButtons();
-  setMinimumSize(480, 320);
-  resize(960, 640);
+  const QSize room = screen()->availableSize() * 0.9;  // a small screen, or one of large pixels
+  setMinimumSize(QSize(480, 320).boundedTo(room));
+  resize(QSize(960, 640).boundedTo(room));
 }
 
 void KeypadsWindow::makeButtons() {

@@ -12,7 +12,6 @@ NetworkCard card(const char* name, Kind kind, const char* address, std::optional
   made.name = name;
   made.kind = kind;
   made.hardware = kind == Kind::wifi || std::string(name).find("en") == 0;
-  made.pointToPoint = kind == Kind::tunnel;
   made.addresses = {address};
   made.routeMetric = metric;
   return made;
@@ -21,14 +20,14 @@ NetworkCard without(NetworkCard made, bool NetworkCard::*flag) {
   made.*flag = false;
   return made;
 }
-NetworkCard loopback() {
-  NetworkCard made = card("lo", Kind::ethernet, "127.0.0.1");
-  made.loopback = true;
+NetworkCard with(NetworkCard made, bool NetworkCard::*flag) {
+  made.*flag = true;
   return made;
 }
 
 TEST(Addresses, TheRoomsNetworkComesFirstAndWhatPhonesHardlyReachLast) {
-  const NetworkCard wifi = card("wlp2s0", Kind::wifi, "192.168.1.20", 600), lo = loopback(),
+  const NetworkCard wifi = card("wlp2s0", Kind::wifi, "192.168.1.20", 600),
+                    lo = with(card("lo", Kind::ethernet, "10.255.255.1"), &NetworkCard::loopback),
                     cable = card("enp3s0", Kind::ethernet, "10.1.2.3", 100),
                     vpn = card("wg0", Kind::tunnel, "10.8.0.3", 50),
                     tap = card("tap0", Kind::ethernet, "10.9.0.3", 40),
@@ -49,6 +48,9 @@ TEST(Addresses, TheRoomsNetworkComesFirstAndWhatPhonesHardlyReachLast) {
       {"a VPN on a card that looks like Ethernet",
        {tap, wifi},
        {{"192.168.1.20", "wlp2s0", true}, {"10.9.0.3", "tap0", false}}},
+      {"a card that ends at another one",
+       {with(card("sl0", Kind::ethernet, "10.7.0.1"), &NetworkCard::pointToPoint)},
+       {{"10.7.0.1", "sl0", false}}},
       {"only a VPN, a modem and containers",
        {docker, veth, vpn, modem},
        {{"10.8.0.3", "wg0", false},

@@ -135,10 +135,11 @@ TEST_F(Desktop, TheDeckStaysWhileOneOfItsPicturesIsBeingMade) {
   EXPECT_TRUE(desk.openDeck("other.pptx"));
 }
 
-// Another thread and a timer that is due bring the loop back, and nothing else does.
+// Another thread and the first timer that is due bring the loop back, and nothing else does.
 TEST_F(Desktop, RestsUntilSomethingIsDue) {
   int ticks = 0;
-  host::Timer timer(100, [&] { ++ticks; });
+  host::Timer timer(100, [&] { ++ticks; }), later(10000, [] {});
+  later.setEnabled(true);
   std::thread other;
   std::vector<int> yields;  // so far, at each stage
   const auto stage = [&](int milliseconds, std::function<void()> then) {
@@ -157,6 +158,34 @@ TEST_F(Desktop, RestsUntilSomethingIsDue) {
   EXPECT_GE(yields[2] - yields[1], 2) << "woken";
   EXPECT_GE(ticks, 2);
   EXPECT_LE(yields[3], 40);
+}
+
+TEST_F(Desktop, DoesNotRestOverARunThatIsWantedOrAPictureThatIsNotMade) {
+  host::Timer later(10000, [] {});
+  later.setEnabled(true);
+  ASSERT_TRUE(desk.openDeck("talk.pptx"));
+  bool made = false;
+  auto slow = std::make_unique<SlowSlide>(256, 1);
+  slow->meanwhile = [&] { made = true; };
+  dynamic_cast<test::MemoryPresentation&>(*program().ActivePresentation()).slides[0] = std::move(slow);
+  desk.startShow(1);
+  QTimer::singleShot(500, [&] {
+    EXPECT_TRUE(made);
+    program().SendKeysToShow("~");
+  });
+  QTimer::singleShot(800, [&] {
+    EXPECT_EQ(runs, "2 ");
+    desk.quit();
+  });
+  desk.exec();
+}
+
+TEST_F(Desktop, AWakeBeforeTheRestEndsIt) {
+  world.loop.wake();
+  for (int i = 0; i < 5; ++i) QCoreApplication::processEvents();  // takes what the wake has sent
+  const auto before = world.clock.micros;
+  world.rest(1'000'000);
+  EXPECT_LT(world.clock.micros - before, 500'000);
 }
 
 TEST_F(Desktop, ADeckThatCannotBeOpenedLeavesTheOneAtHand) {
