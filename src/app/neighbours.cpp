@@ -4,6 +4,7 @@
 #include <QWidget>
 #include <iostream>
 #include <map>
+#include <utility>
 
 #include "adapters/deck/deck.h"
 #include "adapters/link/link.h"
@@ -71,10 +72,18 @@ struct Neighbours::Parts {
 
   void drain() {
     if (link)
-      link->drain();
+      drainDesktopLink();
     else if (pumped != nullptr)
       pumped->drain();
   }
+
+ private:
+  void drainDesktopLink() {
+    link->drain();
+    if (std::exchange(wasLinked, link->linked()) && !link->linked() && tellRoom)
+      tellRoom({});
+  }
+  bool wasLinked = false;
 };
 
 Neighbours::Neighbours(Kind kind) : parts_(std::make_unique<Parts>()) {

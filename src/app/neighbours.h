@@ -33,6 +33,7 @@ class Neighbours {
   // The controller of the desktop, joined or started when needed; throws HostError when there is none.
   host::RoomState room();
   void chooseAddress(const std::string& host);
+  // Told a room without a page when the controller is lost.
   void onRoomChanged(std::function<void(const host::RoomState&)> tell);
   // Rehearsal keypads for the controller that the desktop starts; 0 for phones.
   void rehearse(int keypads, unsigned seed);

@@ -80,6 +80,7 @@ struct Desktop::Parts {
   void leave();
   bool mayCloseDeck();
   void showKeypads();
+  void askForRoom();
   void report(const std::string& what, const std::exception& error);
   void sayPictures();
   bool showRuns() const { return show && show->isVisible(); }
@@ -97,6 +98,7 @@ struct Desktop::Parts {
   DesktopWindows windows;
   host::FormRegistry* forms = nullptr;
   int wantedRun = 0;  // slide, 0 for none
+  bool wantedRoom = false;
   std::optional<std::string> wantedDeck;
   bool running = false, leaving = false;
   int saidLeft = 0;     // thumbnails to go
@@ -135,6 +137,8 @@ Desktop::Parts::Parts(DesktopHooks given)
 void Desktop::Parts::turn() {
   host::DoEvents();
   serve();
+  if (std::exchange(wantedRoom, false) && !running)
+    askForRoom();
   if (wantedDeck)
     openDeck(*std::exchange(wantedDeck, std::nullopt));
   if (forms)
@@ -145,7 +149,7 @@ void Desktop::Parts::turn() {
 
 // How long the loop may rest when no event comes; nothing: for ever.
 std::optional<std::int64_t> Desktop::Parts::idleMicroseconds() const {
-  if (wantedRun != 0 || wantedDeck || program.keysWait())
+  if (wantedRun != 0 || wantedDeck || wantedRoom || program.keysWait())
     return 0;
   std::optional<std::int64_t> idle = host::untilNextTick();
   if (pictures.wanted() > 0) {
@@ -306,14 +310,18 @@ void Desktop::Parts::showKeypads() {
     keypads = new KeypadsWindow(&window, {hooks.chooseAddress, [](const QString& address) {
                                             QDesktopServices::openUrl(QUrl(address));
                                           }});
+  askForRoom();
+  keypads->show();
+  keypads->raise();
+  keypads->activateWindow();
+}
+
+void Desktop::Parts::askForRoom() {
   try {
     keypads->showRoom(hooks.room());
   } catch (const std::exception& error) {
     keypads->showNoController(render::toQt(error.what()));
   }
-  keypads->show();
-  keypads->raise();
-  keypads->activateWindow();
 }
 
 void Desktop::Parts::report(const std::string& what, const std::exception& error) {
@@ -363,7 +371,9 @@ void Desktop::sayProgress(const std::string& line) {
 }
 
 void Desktop::roomChanged(const host::RoomState& room) {
-  if (parts_->keypads)
+  if (parts_->keypads && room.page.empty())
+    parts_->wantedRoom = parts_->keypads->isVisible();
+  else if (parts_->keypads)
     parts_->keypads->showRoom(room);
 }
 

@@ -66,6 +66,7 @@ class Desktop {
   // Opens the deck in place of the one at hand. False, with the reason on the deck window, when it cannot.
   bool openDeck(const std::string& file);
   void sayTrouble(const std::string& text);  // over the deck window, until the next notice
+  // Brings the keypads page up to date; a room without a page has lost its controller, and is asked for anew.
   void roomChanged(const host::RoomState& room);
   void sayProgress(const std::string& line);  // on the deck window's line; "": the step is over
   void startShow(int slide);                  // 0: the first slide that is not hidden

@@ -3,8 +3,12 @@
 #include <QMouseEvent>
 #include <QSignalBlocker>
 #include <algorithm>
+#include <utility>
 
+#include "core/windows/slide_theme.h"
+#include "look/theme.h"
 #include "render/fonts.h"
+#include "render/render.h"
 
 namespace qrn::desktop {
 
@@ -13,7 +17,19 @@ namespace {
 constexpr double kShare = 0.3;  // of the window's width
 
 int typeFor(const QWidget& window) {
-  return std::clamp(window.height() / 42, 16, 52);
+  return std::max(16, static_cast<int>(window.height() * look::partOfHeight(look::Size::floor)));
+}
+
+// A style sheet with the colours of the theme for their names.
+QString themed(QString sheet) {
+  const look::Theme theme = slideTheme();
+  const std::pair<const char*, std::int32_t> colours[] = {{"@surface", theme.surface},
+                                                          {"@text", theme.text},
+                                                          {"@quiet", theme.quiet},
+                                                          {"@data", theme.data},
+                                                          {"@onData", theme.onData}};
+  for (const auto& [name, colour] : colours) sheet.replace(name, render::toColour(colour).name());
+  return sheet;
 }
 
 }  // namespace
@@ -77,10 +93,9 @@ int SideList::sync() {
   const QRect place(window.width() - width, 0, width, window.height());
   if (geometry() != place || isHidden()) {
     setGeometry(place);
-    setStyleSheet(QString("QListWidget { background: #ffffff; border: none; border-left: 3px solid #0b57a4; "
-                          "font-size: %1px; outline: none; }"
-                          "QListWidget::item { border: none; padding: %2px; color: #16222f; }"
-                          "QListWidget::item:selected { background: #0b57a4; color: #ffffff; }")
+    setStyleSheet(themed("QListWidget { background: @surface; border: none; font-size: %1px; outline: none; }"
+                         "QListWidget::item { border: none; padding: %2px; color: @text; }"
+                         "QListWidget::item:selected { background: @data; color: @onData; }")
                       .arg(typeFor(window))
                       .arg(typeFor(window) / 3));
     show();
@@ -103,11 +118,10 @@ void InfoButton::sync(int graphWidth) {
   setVisible(source_.visible());
   const int side = 2 * typeFor(window);
   setGeometry(graphWidth - side * 3 / 2, side / 4, side, side);
-  setStyleSheet(
-      QString("background: #ffffff; color: #0b57a4; border: 3px solid #0b57a4; border-radius: %1px; "
-              "font-size: %2px; font-weight: bold; padding: 0; min-height: 0;")
-          .arg(side / 2)
-          .arg(typeFor(window)));
+  setStyleSheet(themed("background: @surface; color: @text; border: 2px solid @quiet; border-radius: %1px; "
+                       "font-size: %2px; font-weight: bold; padding: 0; min-height: 0;")
+                    .arg(side / 2)
+                    .arg(typeFor(window)));
 }
 
 }  // namespace qrn::desktop

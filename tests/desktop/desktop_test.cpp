@@ -42,6 +42,12 @@ class Desktop : public ::testing::Test {
       if (onRun)
         onRun(slide);
     };
+    made.room = [this] {
+      host::RoomState room;
+      room.page = "http://127.0.0.1:7878/join";
+      room.phones = ++roomsAsked;
+      return room;
+    };
     return made;
   }
   host::PresentationProgram& program() { return desk.program(); }
@@ -51,6 +57,7 @@ class Desktop : public ::testing::Test {
 
   test::WindowWorld world;
   std::string runs;
+  int roomsAsked = 0;
   std::function<void(int)> onRun;
   desktop::Desktop desk{hooks()};
 };
@@ -178,6 +185,30 @@ TEST_F(Desktop, DoesNotRestOverARunThatIsWantedOrAPictureThatIsNotMade) {
     desk.quit();
   });
   desk.exec();
+}
+
+TEST_F(Desktop, TheKeypadsPageAsksAgainWhenItsControllerIsLost) {
+  const auto window = [](const char* name) {
+    for (QWidget* one : QApplication::topLevelWidgets())
+      if (one->objectName() == name)
+        return one;
+    return static_cast<QWidget*>(nullptr);
+  };
+  window("deckWindow")->show();
+  desk.roomChanged({});
+  turns();
+  EXPECT_EQ(roomsAsked, 0);
+  QTest::keyClick(window("deckWindow"), Qt::Key_K, Qt::ControlModifier);
+  EXPECT_EQ(roomsAsked, 1);
+  ASSERT_NE(window("keypads"), nullptr);
+  EXPECT_TRUE(window("keypads")->isVisible());
+  desk.roomChanged({});
+  turns();
+  EXPECT_EQ(roomsAsked, 2);
+  window("keypads")->close();
+  desk.roomChanged({});
+  turns();
+  EXPECT_EQ(roomsAsked, 2) << "nobody looks at it";
 }
 
 TEST_F(Desktop, AWakeBeforeTheRestEndsIt) {
