@@ -178,6 +178,7 @@ TEST_F(DamagedText, valuesOutOfTheirRangeArePutRight) {
   glo.SifterSorterSettings.includeRatio = 0;
   const Exercise& read = loaded(writeExercise(glo));
   EXPECT_EQ(read.chartPointCount, 2);
+  EXPECT_FALSE(read.matrixBackgroundFlag) << "there is no file";
   EXPECT_EQ(read.pairAssessments[1], 9);
   EXPECT_EQ(read.ComboListPopup, 0);
   EXPECT_THAT(read.remainingAssessments, ::testing::ElementsAre(1, -1, 3, 4, -1, -1, -1, -1, 9));
