@@ -1,12 +1,12 @@
-// ChartDisplay: fills the charts of the result forms. The forms are told apart by their names.
+// ChartDisplay: from what a form asks for, and the exercise in `glo`, to a chart. Forms are told apart by
+// their names.
 #pragma once
 
-#include <array>
 #include <string>
 #include <vector>
 
 #include "charts/tchart.h"
-#include "host/forms.h"
+#include "core/records.h"
 
 namespace qrn {
 
@@ -17,37 +17,26 @@ struct ListRow {
   int sortKey = 0;
 };
 
-// What the procedures below need of a form with results.
-struct ChartForm : host::Form {
-  using Form::Form;
-  TChart chart;
-  std::vector<ListRow> List1;
-  int ListIndex = -1;  // selected row of List1
-  int assessment = 1;  // the assessment picked, 1-based
-  int round = 0;       // 0 the current result, 1 and up a stored round
-  int risk = 0;        // item of a distribution, index into glo.risks
+struct ChartRequest {
+  std::string form;              // name of the form that asks
+  double width = 0, height = 0;  // twips
+  int assessment = 1;            // 1-based
+  int round = 0;                 // 0 the current result, 1 and up a stored round
   bool drawDiversity = false;
   bool onOnePage = false;          // nobody can turn pages: an automatic bar count leaves none out
   bool withIdentifier = true;      // labels show "A: text" rather than the text alone
   int distributionAxisLabels = 0;  // 1 cuts the texts, 2 shows numbers
   int distributionAxisLabelLength = 0;
-  int formOptions = 0;  // scale of `sifterVoteForm` and `Criteria_Master`
-  int formStartFrom = 1;
-  std::string infoText;  // items without data, as shown behind the info button
-  bool infoButton = false;
+  int options = 0,
+      startFrom = 1;  // scale of the forms that carry one: `sifterVoteForm` and `Criteria_Master`
+};
+
+struct ChartModel {
+  TChart chart;
+  std::vector<ListRow> rows;  // of the average chart: one for each point
 };
 
 inline constexpr int kAverageChart = 17;  // `kind` of AddData for the average chart
-
-// Values of glo.averageDisplayKind; the even number is the twin of each.
-enum AverageDisplayKind : int {
-  kPlainAverage = 0,
-  kCumulative = 19,
-  kWeightedCumulative = 21,
-  kMultiPlot1 = 23,
-  kMultiPlot2 = 25,
-  kDiversity = 27
-};
 
 // Text of an item; three blanks for an empty one, and for an index outside the list.
 std::string GetItemText(int item);
@@ -55,40 +44,38 @@ std::string GetItemText(int item);
 // True when the item is in a selected category, or when none is left out.
 bool inCategoriesShown(int item);
 
-// Value of an item on the average chart for glo.averageDisplayKind, and whether it has a score there.
-struct ChartValue {
-  bool present = false;
-  double value = 0;
-};
-ChartValue averageChartValue(const ChartForm& form, int item);
+// Gives every item without an identifier the one that its ID gives; graphs name items by it.
+void giveIdentifiers();
 
-// Identifier, ": " and the text of an item; an item without identifier gets the one its ID gives.
+// Identifier, ": " and the text of an item.
 std::string itemLabel(int item);
 
-// Scale of the form's assessment, or of the form itself where it carries one.
+// Scale of the assessment asked for, or of the form itself where it carries one.
 struct ChartScale {
   int options = 0;
   int startFrom = 1;
 };
-ChartScale scaleOf(const ChartForm& form);
+ChartScale scaleOf(const ChartRequest& request);
 
-// Fills series `series` of the form's chart. Kind 17: one point for each shown item, and List1 with them.
-// Other kinds: the distribution of the votes in glo.liveVotes over the options of the form's assessment,
-// abstains into glo.abstainCount.
-void AddData(ChartForm& form, long kind, int series);
+// Fills series `series` of the chart. Kind 17: one point for each shown item, and the rows with them. Other
+// kinds: the distribution of the votes in glo.liveVotes over the options of the assessment, abstains into
+// glo.abstainCount.
+void AddData(const ChartRequest& request, ChartModel& model, long kind, int series);
 
-// Texts of the bottom axis: the options of the form's assessment. `withData` also labels the points of
-// `series`; `label` is the title of the axis.
-void AddAxisLabels(ChartForm& form, int series, bool withData, const std::string& label);
+// Texts of the bottom axis: the options of the assessment. `withData` labels the points of `series` instead;
+// `label` is the title of the axis.
+void AddAxisLabels(const ChartRequest& request, TChart& chart, int series, bool withData,
+                   const std::string& label);
 
 // Gives the axes the fonts and colours of the graph settings, sized to the form. Labels are cut by "..." at
 // lowering, where the width of their slots is known; the chart keeps their whole text.
-void ResizeChartAxes(ChartForm& form);
+void ResizeChartAxes(TChart& chart);
 
-// Sets the header, its font shrunk point by point until the text fits the form's width.
-void ResizeChartTitle(ChartForm& form, const std::string& title);
+// Sets the header, its font shrunk point by point until the text fits the width asked for.
+void ResizeChartTitle(const ChartRequest& request, TChart& chart, const std::string& title);
 
-// Draws the average chart of the form's assessment, or of glo.averageDisplayKind.
-void DisplayAverageChart(ChartForm& form);
+// The average chart of the assessment asked for, or of glo.averageDisplayKind, whose values have been
+// computed; its first page.
+ChartModel DisplayAverageChart(const ChartRequest& request);
 
 }  // namespace qrn

@@ -63,13 +63,14 @@ class Layout {
          host::Surface& surface)
       : chart_(chart), area_(area), scale_(scale), look_(look), surface_(surface) {}
 
-  void run() {
+  ChartGeometry run() {
     margins();
     header();
     scaleRange();
     labelFont_ = scaled(chart_.Axis.Bottom.Labels.Font, scale_);
     markFont_ = labelFont_;
-    lying_ = chart_.seriesCount() > 0 && chart_.SERIES(0).kind == SeriesKind::asHorizBar;
+    geo_.inverted = valueAxis().Inverted;
+    geo_.lying = chart_.seriesCount() > 0 && chart_.SERIES(0).kind == SeriesKind::asHorizBar;
     placePlot();
     grid();
     for (int n = 0; n < chart_.seriesCount(); ++n) {
@@ -83,6 +84,7 @@ class Layout {
     }
     slotLabels();
     axes();
+    return geo_;
   }
 
  private:
@@ -110,8 +112,8 @@ class Layout {
 
   void scaleRange() {
     const ChartAxis& axis = valueAxis();
-    low_ = axis.Minimum;
-    high_ = axis.Maximum;
+    geo_.low = axis.Minimum;
+    geo_.high = axis.Maximum;
     if (axis.Automatic || axis.AutomaticMinimum || axis.AutomaticMaximum) {
       double least = 0, most = 0;
       for (int n = 0; n < chart_.seriesCount(); ++n)
@@ -120,15 +122,15 @@ class Layout {
           most = std::max(most, point.value);
         }
       if (axis.Automatic || axis.AutomaticMinimum)
-        low_ = least;
+        geo_.low = least;
       if (axis.Automatic || axis.AutomaticMaximum)
-        high_ = most;
+        geo_.high = most;
     }
-    if (!(high_ > low_))
-      high_ = low_ + 1;
-    step_ = axis.Increment > 0 ? axis.Increment : roundStep(high_ - low_);
-    if ((high_ - low_) / step_ > 50)
-      step_ = roundStep(high_ - low_);
+    if (!(geo_.high > geo_.low))
+      geo_.high = geo_.low + 1;
+    step_ = axis.Increment > 0 ? axis.Increment : roundStep(geo_.high - geo_.low);
+    if ((geo_.high - geo_.low) / step_ > 50)
+      step_ = roundStep(geo_.high - geo_.low);
   }
 
   const ChartAxis& valueAxis() const { return chart_.Axis.Left; }
@@ -139,35 +141,33 @@ class Layout {
     format_ = format;
     valueFont_ = scaled(valueAxis().Labels.Font, scale_);
     double widest = 0;
-    for (int i = 0; low_ + i * step_ <= high_ + step_ * 1e-6; ++i)
-      widest = std::max(widest, textWidth(axisNumber(low_ + i * step_, format), valueFont_));
-    first_ = chart_.firstPoint();
-    shown_ = chart_.pointsOnPage();
-    slots_ = std::max(
-        1, chart_.pageCount() > 1 && !chart_.Page.ScaleLastPage ? chart_.Page.MaxPointsPerPage : shown_);
-    if (!valueAxis().title.empty() && !lying_)
+    for (int i = 0; geo_.low + i * step_ <= geo_.high + step_ * 1e-6; ++i)
+      widest = std::max(widest, textWidth(axisNumber(geo_.low + i * step_, format), valueFont_));
+    geo_.first = chart_.firstPoint();
+    geo_.shown = chart_.pointsOnPage();
+    geo_.slots = std::max(
+        1, chart_.pageCount() > 1 && !chart_.Page.ScaleLastPage ? chart_.Page.MaxPointsPerPage : geo_.shown);
+    if (!valueAxis().title.empty() && !geo_.lying)
       axisTitle(valueAxis().title);
-    plot_ = {left_, top_, 0, 0};
-    if (lying_) {
-      plot_.left += slotLabelWidth() + px(8);
-      plot_.width = right_ - plot_.left - textWidth("00.00", labelFont_) - px(8);
-      plot_.height = bottom_ - top_ - lineHeight(valueFont_) - px(6);
+    geo_.plot = {left_, top_, 0, 0};
+    if (geo_.lying) {
+      geo_.plot.left += slotLabelWidth() + px(8);
+      geo_.plot.width = right_ - geo_.plot.left - textWidth("00.00", labelFont_) - px(8);
+      geo_.plot.height = bottom_ - top_ - lineHeight(valueFont_) - px(6);
     } else {
-      plot_.left += widest + px(10);
-      plot_.width = right_ - plot_.left;
+      geo_.plot.left += widest + px(10);
+      geo_.plot.width = right_ - geo_.plot.left;
       fitMarks();
-      plot_.top += lineHeight(markFont_) + px(4);
-      plot_.height = bottom_ - plot_.top - slotLabelHeight() - px(6);
+      geo_.plot.top += lineHeight(markFont_) + px(4);
+      geo_.plot.height = bottom_ - geo_.plot.top - slotLabelHeight() - px(6);
     }
-    plot_.height = std::max(plot_.height, px(20));
+    geo_.plot.height = std::max(geo_.plot.height, px(20));
   }
-
-  double slot() const { return (lying_ ? plot_.height : plot_.width) / slots_; }
 
   // Labels of lying bars stand left of them, at most a third of the chart wide.
   double slotLabelWidth() const {
     double widest = 0;
-    for (int i = first_; i < first_ + shown_; ++i)
+    for (int i = geo_.first; i < geo_.first + geo_.shown; ++i)
       widest = std::max(widest, textWidth(slotText(i), labelFont_));
     return std::min(widest, area_.width / 3);
   }
@@ -177,13 +177,18 @@ class Layout {
     if (!pointAxis().Labels.Visible)
       return 0;
     std::vector<std::string> texts;
-    for (int i = first_; i < first_ + shown_; ++i) texts.push_back(slotText(i));
+    for (int i = geo_.first; i < geo_.first + geo_.shown; ++i) texts.push_back(slotText(i));
     labels_ = setSlotLabels(texts, pointAxis().Labels, labelFont_,
-                            {slot(), right_ - left_, kLegendShare * (bottom_ - top_), scale_});
+                            {geo_.slot(), right_ - left_, kLegendShare * (bottom_ - top_), scale_});
     double height = labels_.height;
     if (!labels_.legend.rows.empty())
       height += labels_.legend.height + px(kLegendGap);
     return height + (pointAxis().title.empty() ? 0 : lineHeight(labelFont_));
+  }
+
+  int itemOf(int i) const {
+    const auto& points = chart_.SERIES(0).points;
+    return i < static_cast<int>(points.size()) ? points[static_cast<std::size_t>(i)].item : host::kNoItem;
   }
 
   std::string slotText(int i) const {
@@ -201,20 +206,20 @@ class Layout {
     const double least = kSmallestChartType * scale_;
     if (widest > 0)
       markFont_.size = std::min(kLargestMark * labelFont_.size,
-                                std::floor(labelFont_.size * kMarkShare * slot() / widest * 4) / 4);
+                                std::floor(labelFont_.size * kMarkShare * geo_.slot() / widest * 4) / 4);
     marksFit_ = markFont_.size >= least;  // else the values are left out
     markFont_.size = std::max(markFont_.size, least);
   }
 
   // The parts
   void grid() {
-    for (int i = 0; low_ + i * step_ <= high_ + step_ * 1e-6; ++i) {
-      const double value = low_ + i * step_, at = along(value);
+    for (int i = 0; geo_.low + i * step_ <= geo_.high + step_ * 1e-6; ++i) {
+      const double value = geo_.low + i * step_, at = geo_.placeOf(value);
       Element& rule = lineElement(Layer::grid, "gridLine", i);
-      if (lying_)
-        ends(rule, at, plot_.top, at, plot_.top + plot_.height);
+      if (geo_.lying)
+        ends(rule, at, geo_.plot.top, at, geo_.plot.top + geo_.plot.height);
       else
-        ends(rule, plot_.left, at, plot_.left + plot_.width, at);
+        ends(rule, geo_.plot.left, at, geo_.plot.left + geo_.plot.width, at);
       rule.colour = softened(valueAxis().GridPen.Color, look_);
       rule.borderWidth = px(1);
       rule.borderStyle = i == 0 ? 1 : 3;
@@ -223,32 +228,35 @@ class Layout {
       text.visible = valueAxis().Labels.Visible;
       text.colour = readableColour(valueAxis().Labels.Font.colour, look_);
       const double h = lineHeight(valueFont_);
-      if (lying_) {
+      if (geo_.lying) {
         const double w = textWidth(text.caption, valueFont_);
-        place(text, at - w / 2, plot_.top + plot_.height + px(4), w, h);
+        place(text, at - w / 2, geo_.plot.top + geo_.plot.height + px(4), w, h);
         text.align = Align::centre;
       } else {
-        place(text, left_, at - h / 2, plot_.left - px(6) - left_, h);
+        place(text, left_, at - h / 2, geo_.plot.left - px(6) - left_, h);
         text.align = Align::right;
       }
     }
   }
 
   void bars(const ChartSeries& series) {
-    for (int i = first_; i < std::min(first_ + shown_, static_cast<int>(series.points.size())); ++i) {
+    for (int i = geo_.first; i < std::min(geo_.first + geo_.shown, static_cast<int>(series.points.size()));
+         ++i) {
       const ChartPoint& point = series.points[static_cast<std::size_t>(i)];
-      const double thick = std::min(slot() * kBarShare, px(kThickestBar));
-      const double begin = (lying_ ? plot_.top : plot_.left) + (i - first_ + 0.5) * slot() - thick / 2;
-      const double value = std::clamp(point.value, low_, high_);
-      const double tip = along(value);
+      const double thick = std::min(geo_.slot() * kBarShare, px(kThickestBar));
+      const double begin =
+          (geo_.lying ? geo_.plot.top : geo_.plot.left) + (i - geo_.first + 0.5) * geo_.slot() - thick / 2;
+      const double value = std::clamp(point.value, geo_.low, geo_.high);
+      const double tip = geo_.placeOf(value);
       Element bar;
       bar.kind = Element::Kind::rectangle;
       bar.toolTip = point.label;
-      if (lying_)
-        place(bar, plot_.left, begin, std::max(tip - plot_.left, px(2)), thick);
+      bar.item = point.item;
+      if (geo_.lying)
+        place(bar, geo_.plot.left, begin, std::max(tip - geo_.plot.left, px(2)), thick);
       else
-        place(bar, begin, std::min(tip, plot_.top + plot_.height - px(2)), thick,
-              std::max(plot_.top + plot_.height - tip, px(2)));
+        place(bar, begin, std::min(tip, geo_.plot.top + geo_.plot.height - px(2)), thick,
+              std::max(geo_.plot.top + geo_.plot.height - tip, px(2)));
       bar.backColour = readableColour(i == chart_.selectedPoint ? chart_.highlightColour : point.colour,
                                       look_, kShapeContrast);
       bar.gradient = series.Gradient;
@@ -273,11 +281,12 @@ class Layout {
       format = series.PercentFormat;
     }
     Element& text = label("barValue", i, numberText(value, format), markFont_);
+    text.item = itemOf(i);
     const double w = textWidth(text.caption, markFont_), h = lineHeight(markFont_);
-    if (lying_)
+    if (geo_.lying)
       place(text, tip + px(4), middle - h / 2, w, h);
     else
-      place(text, middle - w / 2, std::min(tip, plot_.top + plot_.height) - h - px(1), w, h);
+      place(text, middle - w / 2, std::min(tip, geo_.plot.top + geo_.plot.height) - h - px(1), w, h);
     text.align = Align::centre;
     text.colour = readableColour(valueAxis().Labels.Font.colour, look_);
   }
@@ -285,10 +294,11 @@ class Layout {
   void line(const ChartSeries& series) {
     const double half = px(4);
     PlotEnd last{};
-    for (int i = first_; i < std::min(first_ + shown_, static_cast<int>(series.points.size())); ++i) {
+    for (int i = geo_.first; i < std::min(geo_.first + geo_.shown, static_cast<int>(series.points.size()));
+         ++i) {
       const ChartPoint& point = series.points[static_cast<std::size_t>(i)];
-      const double x = plot_.left + (i - first_ + 0.5) * slot(),
-                   y = along(std::clamp(point.value, low_, high_));
+      const double x = geo_.plot.left + (i - geo_.first + 0.5) * geo_.slot(),
+                   y = geo_.placeOf(std::clamp(point.value, geo_.low, geo_.high));
       if (last.set) {
         Element& join = lineElement(Layer::lines, "seriesLine", i);
         ends(join, last.x, last.y, x, y);
@@ -309,25 +319,26 @@ class Layout {
   void slotLabels() {
     if (!pointAxis().Labels.Visible)
       return;
-    if (lying_) {
-      for (int i = first_; i < first_ + shown_; ++i) lyingLabel(i);
+    if (geo_.lying) {
+      for (int i = geo_.first; i < geo_.first + geo_.shown; ++i) lyingLabel(i);
       return;
     }
-    double below = plot_.top + plot_.height + px(6);
-    for (int i = first_; i < first_ + shown_; i += labels_.every) {
-      Element& element =
-          label("bottomAxisLabel", i, labels_.captions[static_cast<std::size_t>(i - first_)], labels_.font);
+    double below = geo_.plot.top + geo_.plot.height + px(6);
+    for (int i = geo_.first; i < geo_.first + geo_.shown; i += labels_.every) {
+      Element& element = label("bottomAxisLabel", i,
+                               labels_.captions[static_cast<std::size_t>(i - geo_.first)], labels_.font);
       element.toolTip = slotText(i);
+      element.item = itemOf(i);
       element.colour = readableColour(pointAxis().Labels.Font.colour, look_);
-      place(element, plot_.left + (i - first_ + 0.5) * slot() - labels_.width / 2, below, labels_.width,
-            labels_.height);
+      place(element, geo_.plot.left + (i - geo_.first + 0.5) * geo_.slot() - labels_.width / 2, below,
+            labels_.width, labels_.height);
       element.align = Align::centre;
     }
     below += labels_.height;
     if (!pointAxis().title.empty()) {
       Element& title =
-          label("axisTitle", 1, cutToWidth(pointAxis().title, labelFont_, plot_.width), labelFont_);
-      place(title, plot_.left, below, plot_.width, lineHeight(labelFont_));
+          label("axisTitle", 1, cutToWidth(pointAxis().title, labelFont_, geo_.plot.width), labelFont_);
+      place(title, geo_.plot.left, below, geo_.plot.width, lineHeight(labelFont_));
       title.align = Align::centre;
       title.colour = readableColour(pointAxis().Labels.Font.colour, look_);
       below += lineHeight(labelFont_);
@@ -339,8 +350,10 @@ class Layout {
     const SlotLabels::Legend& legend = labels_.legend;
     const double line = lineHeight(legend.font);
     for (int i = 0; i < static_cast<int>(legend.rows.size()); ++i) {
-      Element& row = label("legendRow", first_ + i, legend.rows[static_cast<std::size_t>(i)], legend.font);
-      row.toolTip = slotText(first_ + i);
+      Element& row =
+          label("legendRow", geo_.first + i, legend.rows[static_cast<std::size_t>(i)], legend.font);
+      row.toolTip = slotText(geo_.first + i);
+      row.item = itemOf(geo_.first + i);
       row.colour = readableColour(pointAxis().Labels.Font.colour, look_);
       place(row, left_ + (i / legend.perColumn) * legend.columnWidth, top + (i % legend.perColumn) * line,
             legend.columnWidth, line);
@@ -348,11 +361,12 @@ class Layout {
   }
 
   void lyingLabel(int i) {
-    const double room = plot_.left - left_ - px(8), line = lineHeight(labelFont_);
+    const double room = geo_.plot.left - left_ - px(8), line = lineHeight(labelFont_);
     Element& element = label("bottomAxisLabel", i, cutToWidth(slotText(i), labelFont_, room), labelFont_);
     element.toolTip = slotText(i);
+    element.item = itemOf(i);
     element.colour = readableColour(pointAxis().Labels.Font.colour, look_);
-    place(element, left_, plot_.top + (i - first_ + 0.5) * slot() - line / 2, room, line);
+    place(element, left_, geo_.plot.top + (i - geo_.first + 0.5) * geo_.slot() - line / 2, room, line);
     element.align = Align::right;
   }
 
@@ -364,25 +378,17 @@ class Layout {
   }
 
   void axes() {
-    const double x = plot_.left, y = plot_.top + plot_.height;
+    const double x = geo_.plot.left, y = geo_.plot.top + geo_.plot.height;
     Element& upright = lineElement(Layer::axes, "axisLine", 0);
-    ends(upright, x, plot_.top, x, y);
+    ends(upright, x, geo_.plot.top, x, y);
     Element& level = lineElement(Layer::axes, "axisLine", 1);
-    ends(level, x, y, x + plot_.width, y);
+    ends(level, x, y, x + geo_.plot.width, y);
     for (Element* axis : {&upright, &level}) {
       const ChartPen& pen = axis == &upright ? chart_.Axis.Left.AxisPen : chart_.Axis.Bottom.AxisPen;
       axis->colour = readableColour(pen.Color, look_, kShapeContrast);
       axis->borderWidth = px(2 * pen.Width);
       axis->visible = pen.Visible;
     }
-  }
-
-  // Where a value lies along the value axis.
-  double along(double value) const {
-    double fraction = (value - low_) / (high_ - low_);
-    if (valueAxis().Inverted)
-      fraction = 1 - fraction;
-    return lying_ ? plot_.left + fraction * plot_.width : plot_.top + plot_.height - fraction * plot_.height;
   }
 
   double px(double pixels) const { return pixels * kTwipsPerPixel * scale_; }
@@ -426,13 +432,12 @@ class Layout {
   const GraphLook& look_;
   host::Surface& surface_;
   double left_ = 0, right_ = 0, top_ = 0, bottom_ = 0;  // what is still free
-  double low_ = 0, high_ = 1, step_ = 1;
+  double step_ = 1;
   std::string format_;
   SurfaceFont labelFont_, valueFont_, markFont_;
-  ChartArea plot_;
-  bool lying_ = false, marksFit_ = true;
+  ChartGeometry geo_;
+  bool marksFit_ = true;
   SlotLabels labels_;
-  int first_ = 0, shown_ = 0, slots_ = 1;
 };
 
 bool sameFrame(const host::Surface& a, const host::Surface& b) {
@@ -442,9 +447,9 @@ bool sameFrame(const host::Surface& a, const host::Surface& b) {
 
 }  // namespace
 
-void layoutChart(const TChart& chart, const ChartArea& area, double scale, const GraphLook& look,
-                 host::Surface& surface) {
-  Layout(chart, area, scale, look, surface).run();
+ChartGeometry layoutChart(const TChart& chart, const ChartArea& area, double scale, const GraphLook& look,
+                          host::Surface& surface) {
+  return Layout(chart, area, scale, look, surface).run();
 }
 
 const host::Surface& ChartSurface::lower(const TChart& chart, double width, double height,
@@ -474,7 +479,7 @@ const host::Surface& ChartSurface::lower(const TChart& chart, double width, doub
     if (line->visible && line->top > height / 2)
       area.height = line->top;
   addNotes(std::move(notes), surface_);
-  layoutChart(chart, area, scale, look, surface_);
+  geometry_ = layoutChart(chart, area, scale, look, surface_);
   return surface_;
 }
 

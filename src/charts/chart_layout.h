@@ -5,19 +5,16 @@
 // "bottomAxisLabel" and "legendRow" is the point's number in its series, whatever the page.
 #pragma once
 
+#include "charts/chart_geometry.h"
 #include "charts/look/graph_look.h"
 #include "charts/tchart.h"
 #include "host/surface.h"
 
 namespace qrn {
 
-struct ChartArea {
-  double left = 0, top = 0, width = 0, height = 0;  // twips
-};
-
-// Appends the chart to `surface`, whose size and background are already set; type is scaled by `scale`.
-void layoutChart(const TChart& chart, const ChartArea& area, double scale, const GraphLook& look,
-                 host::Surface& surface);
+// Adds the chart to `surface`, whose size and background are already set; type is scaled by `scale`.
+ChartGeometry layoutChart(const TChart& chart, const ChartArea& area, double scale, const GraphLook& look,
+                          host::Surface& surface);
 
 // Keeps the last lowered chart and lowers again only for another chart, foot line, filter, background or
 // size.
@@ -25,6 +22,7 @@ class ChartSurface {
  public:
   // `footer` stands below the chart, "" for none; the filter in force has its own line.
   const host::Surface& lower(const TChart& chart, double width, double height, const std::string& footer);
+  const ChartGeometry& geometry() const { return geometry_; }  // of the last chart lowered
   int builds() const { return builds_; }
 
  private:
@@ -32,6 +30,7 @@ class ChartSurface {
   std::string footer_, filter_;
   int builds_ = 0;
   host::Surface surface_;
+  ChartGeometry geometry_;
 };
 
 }  // namespace qrn

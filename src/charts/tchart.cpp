@@ -12,11 +12,6 @@ void ChartSeries::Delete(int index) {
     points.erase(points.begin() + index);
 }
 
-double ChartSeries::PointValue(int index) const {
-  return index >= 0 && index < static_cast<int>(points.size()) ? points[static_cast<std::size_t>(index)].value
-                                                               : 0;
-}
-
 int TChart::AddSeries(SeriesKind kind) {
   ChartSeries& added = series_.emplace_back();
   added.kind = kind;

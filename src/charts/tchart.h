@@ -7,10 +7,11 @@
 #include <vector>
 
 #include "core/records.h"
+#include "host/surface.h"
 
 namespace qrn {
 
-enum class SeriesKind { asBar, asHorizBar, asLine, asAnnotation, asBarJoin, asColorLine };
+enum class SeriesKind { asBar, asHorizBar, asLine };
 
 struct ChartPen {
   bool Visible = true;
@@ -23,6 +24,7 @@ struct ChartPoint {
   double value = 0;
   std::string label;
   std::int32_t colour = 0xffffff;
+  int item = host::kNoItem;  // ID of the item that it stands for
   bool operator==(const ChartPoint&) const = default;
 };
 
@@ -35,18 +37,14 @@ struct ChartSeries {
   std::string ValueFormat = "0.00";  // "0", "0.00", "0.00%": how marks are written
   std::string PercentFormat = "0%";  // marks of a series shown in percent of its sum
   bool inPercent = false;
-  int BarStyle = 0;
   ChartPen BarPen;
   bool Gradient = false;  // bars run from StartColor at the axis to their own colour
   std::int32_t StartColor = 0xffffff;
-  int MultiBar = 0;  // 0 one behind the other, 1 side by side
-  bool Stacked = false;
 
-  void Add(double value, std::string label, std::int32_t colour) {
-    points.push_back({value, std::move(label), colour});
+  void Add(double value, std::string label, std::int32_t colour, int item = host::kNoItem) {
+    points.push_back({value, std::move(label), colour, item});
   }
-  void Delete(int index);              // outside the series: nothing happens
-  double PointValue(int index) const;  // outside the series: 0
+  void Delete(int index);  // outside the series: nothing happens
   bool operator==(const ChartSeries&) const = default;
 };
 
@@ -55,9 +53,8 @@ struct ChartLabels {
   bool MultiLine = false;
   bool Visible = true;
   FontRecord Font{"Arial", 12, true, false, false, false, 0xffffff};
-  bool Keyed = false;      // "identifier: text"; where the text has no room the identifier stands alone
-  int Separation = 0;      // percent of a slot kept free between two labels
-  bool Alternate = false;  // every second label stands one row lower
+  bool Keyed = false;  // "identifier: text"; where the text has no room the identifier stands alone
+  int Separation = 0;  // percent of a slot kept free between two labels
   void Clear() { Item.clear(); }
   bool operator==(const ChartLabels&) const = default;
 };
@@ -65,8 +62,7 @@ struct ChartLabels {
 struct ChartAxis {
   bool Automatic = true, AutomaticMaximum = true, AutomaticMinimum = true;
   double Maximum = 0, Minimum = 0;
-  double Increment = 0;                      // 0: the layout picks a round step
-  int MaximumOffset = 0, MinimumOffset = 0;  // pixels at 1024x768
+  double Increment = 0;  // 0: the layout picks a round step
   ChartPen AxisPen, GridPen;
   bool Inverted = false;
   ChartLabels Labels;
@@ -79,16 +75,6 @@ struct ChartHeader {
   FontRecord Font{"Arial", 18, true, false, false, false, 0xffffff};
   bool Visible = true;
   bool operator==(const ChartHeader&) const = default;
-};
-
-struct ChartAspect {
-  bool View3D = false;
-  bool operator==(const ChartAspect&) const = default;
-};
-
-struct ChartSwitch {
-  bool Enable = false;
-  bool operator==(const ChartSwitch&) const = default;
 };
 
 struct ChartPage {
@@ -106,10 +92,7 @@ struct ChartAxes {
 struct TChart {
   ChartAxes Axis;
   ChartHeader Header;
-  ChartAspect Aspect;
-  ChartSwitch Zoom, Scroll;
   ChartPage Page;
-  int BevelWidth = 0;
   double MarginTop = 3, MarginRight = 3, MarginBottom = 3, MarginLeft = 3;  // percent of the chart's area
   int selectedPoint = -1;  // highlighted bar of series 0, -1 for none
   std::int32_t highlightColour = 0xc0e0ff;

@@ -2,8 +2,7 @@
 
 #include <algorithm>
 
-#include "analysis/multiplot.h"
-#include "analysis/orders.h"
+#include "charts/average_kinds.h"
 #include "core/common.h"
 #include "core/diagnostics.h"
 #include "core/glo.h"
@@ -20,124 +19,85 @@ namespace {
 namespace key = host::key;
 
 constexpr const char* kFormName = "xyVoteAverageGraph";
-constexpr const char* kModule = "xyVoteAverageGraph";
+constexpr int kMultiPlotAssessment = 10;  // the first number that is a multi-plot
 
 std::size_t slotOf(int assessment) {
   return static_cast<std::size_t>(assessment - 1);
 }
 
-std::string assessmentName(int assessment) {
-  return assessment >= 1 && assessment <= kAssessments ? glo.assessmentTitles[slotOf(assessment)] : "";
-}
-
 }  // namespace
 
-xyVoteAverageGraph::xyVoteAverageGraph() : ChartForm(kFormName) {}
+xyVoteAverageGraph::xyVoteAverageGraph() : Form(kFormName) {
+  request.form = kFormName;
+}
 
 void xyVoteAverageGraph::Form_Load() {
-  assessment = std::clamp(glo.currentAssessment, 1, kAssessments);
+  request.assessment = std::clamp(glo.currentAssessment, 1, kAssessments);
   redraw();
 }
 
 void xyVoteAverageGraph::Form_Resize() {
-  draw(shownTitle_);
+  draw();
+}
+
+void xyVoteAverageGraph::Form_MouseDown(int, double x, double y) {
+  const host::Hit hit = host::hitTest(
+      surface(), x, y,
+      [](const host::ElementArray&, const host::Element& element) { return element.item != host::kNoItem; });
+  if (hit)
+    selectItem(hit.element->index);
 }
 
 void xyVoteAverageGraph::drawGraph(int assessmentNumber, int roundNumber) {
-  trapErrors(kModule, "drawGraph", [&] {
-    if (assessmentNumber >= 10) {
-      drawGraphMultiPlot(assessmentNumber - 10);
-      return;
-    }
-    if (assessmentNumber < 1)
-      return;
-    assessment = assessmentNumber;
-    round = roundNumber;
-    drawGraphCategories();
-  });
+  if (assessmentNumber >= kMultiPlotAssessment) {
+    drawGraphMultiPlot(assessmentNumber - kMultiPlotAssessment);
+    return;
+  }
+  if (assessmentNumber < 1)
+    return;
+  request.assessment = assessmentNumber;
+  request.round = roundNumber;
+  drawGraphCategories();
 }
 
 void xyVoteAverageGraph::drawGraphCategories() {
-  glo.averageDisplayKind = kPlainAverage;
-  glo.showCumulative = glo.showWeightedCumulative = false;
-  refreshScores(assessment);
-  draw("Average: " + assessmentName(assessment));
-  dataCheck();
+  show(kPlainAverage);
 }
 
 void xyVoteAverageGraph::drawGraphCategoriesCumulative() {
-  trapErrors(kModule, "drawGraphCategoriesCumulative", [&] {
-    GetAllScores();
-    computeCumulative();
-    glo.averageDisplayKind = kCumulative;
-    glo.showCumulative = true;
-    glo.showWeightedCumulative = false;
-    infoButton = false;
-    draw("Cumulative averages");
-  });
+  show(kCumulative);
 }
 
 void xyVoteAverageGraph::drawGraphCategoriesWeightedCumulative() {
-  trapErrors(kModule, "drawGraphCategoriesWeightedCumulative", [&] {
-    GetAllScores();
-    if (!computeWeightedCumulative())
-      return;  // the message has been shown, the kind stays
-    glo.averageDisplayKind = kWeightedCumulative;
-    glo.showWeightedCumulative = true;
-    glo.showCumulative = false;
-    infoButton = false;
-    draw("Weighted cumulative averages");
-  });
+  show(kWeightedCumulative);
 }
 
 void xyVoteAverageGraph::drawGraphMultiPlot(int plot) {
-  trapErrors(kModule, "drawGraphMultiPlot", [&] {
-    if (plot < 0 || plot > 1)
-      return;
-    GetAllScores();
-    GetMultiPlotValues(plot);
-    glo.averageDisplayKind = plot == 0 ? kMultiPlot1 : kMultiPlot2;
-    glo.showCumulative = glo.showWeightedCumulative = false;
-    infoButton = false;
-    draw(multiPlotName(plot));
-  });
+  if (plot == 0 || plot == 1)
+    show(plot == 0 ? kMultiPlot1 : kMultiPlot2);
 }
 
 void xyVoteAverageGraph::drawGraphDiversity() {
-  trapErrors(kModule, "drawGraphDiversity", [&] {
-    refreshScores(assessment);
-    glo.averageDisplayKind = kDiversity;
-    glo.showCumulative = glo.showWeightedCumulative = false;
-    draw("Diversity");
-    dataCheck();
-  });
+  show(kDiversity);
 }
 
 void xyVoteAverageGraph::redraw() {
-  switch (glo.averageDisplayKind) {
-    case kCumulative:
-    case kCumulative + 1:
-      drawGraphCategoriesCumulative();
-      break;
-    case kWeightedCumulative:
-    case kWeightedCumulative + 1:
-      drawGraphCategoriesWeightedCumulative();
-      break;
-    case kMultiPlot1:
-    case kMultiPlot1 + 1:
-      drawGraphMultiPlot(0);
-      break;
-    case kMultiPlot2:
-    case kMultiPlot2 + 1:
-      drawGraphMultiPlot(1);
-      break;
-    case kDiversity:
-    case kDiversity + 1:
-      drawGraphDiversity();
-      break;
-    default:
-      drawGraph(assessment, round);
-  }
+  show(glo.averageDisplayKind);
+}
+
+// Where the values cannot be computed the kind stays.
+void xyVoteAverageGraph::show(int displayKind) {
+  trapErrors(kFormName, "drawGraph", [&] {
+    const AverageKind& kind = averageKind(displayKind);
+    if (!kind.compute(request))
+      return;
+    glo.averageDisplayKind = kind.kind;
+    glo.showCumulative = kind.kind == kCumulative;
+    glo.showWeightedCumulative = kind.kind == kWeightedCumulative;
+    infoText = kind.tellsMissing ? glo.dataMessage : "";
+    infoButton = infoText.size() > std::string(kDataMessage).size();
+    draw();
+  });
 }
 
 std::string xyVoteAverageGraph::DoCategoryLabel() const {
@@ -195,11 +155,17 @@ const host::Surface& xyVoteAverageGraph::surface() {
   return lowered_.lower(chart, ScaleWidth, ScaleHeight, footer);
 }
 
-void xyVoteAverageGraph::draw(const std::string& title) {
+void xyVoteAverageGraph::draw() {
   const int selected = ListIndex >= 0 ? List1[static_cast<std::size_t>(ListIndex)].risk : -1;
-  shownTitle_ = title;
-  DisplayAverageChart(*this);
-  ResizeChartTitle(*this, title);
+  const int page = chart.Page.Current;
+  request.width = ScaleWidth;
+  request.height = ScaleHeight;
+  giveIdentifiers();
+  ChartModel model = DisplayAverageChart(request);
+  chart = std::move(model.chart);
+  List1 = std::move(model.rows);
+  ListIndex = -1;
+  showPage(page);
   labelCategory = DoCategoryLabel();
   cmd_scrollVisible = chart.pageCount() > 1;
   double sum = 0;
@@ -211,11 +177,6 @@ void xyVoteAverageGraph::draw(const std::string& title) {
     if (selected >= 0 && List1[static_cast<std::size_t>(row)].risk == selected)
       selectItem(row);
   host::host().forms->refresh(name);
-}
-
-void xyVoteAverageGraph::dataCheck() {
-  infoText = glo.dataMessage;
-  infoButton = infoText.size() > std::string(kDataMessage).size();
 }
 
 void xyVoteAverageGraph::Form_KeyDown(int keyCode, int shift) {
@@ -313,7 +274,7 @@ const host::Surface& drawAverageGraph(int assessment, int widthPx, int heightPx)
   auto& form = host::host().forms->as<xyVoteAverageGraph>(kFormName);
   form.ScaleWidth = widthPx * kTwipsPerPixel;
   form.ScaleHeight = heightPx * kTwipsPerPixel;
-  form.onOnePage = true;
+  form.request.onOnePage = true;
   form.drawGraph(assessment, 0);
   return form.surface();
 }

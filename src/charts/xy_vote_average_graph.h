@@ -2,18 +2,21 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "charts/chart_display.h"
 #include "charts/chart_layout.h"
+#include "host/forms.h"
 #include "host/surface.h"
 
 namespace qrn {
 
-struct xyVoteAverageGraph : ChartForm {
+struct xyVoteAverageGraph : host::Form {
   xyVoteAverageGraph();
   void Form_Load() override;
   void Form_KeyDown(int keyCode, int shift) override;
   void Form_Resize() override;
+  void Form_MouseDown(int button, double x, double y) override;  // selects the item of the bar
 
   // assessmentNumber below 10: the averages of that assessment; 10 and 11: multi-plot 1 and 2. roundNumber 0
   // is the current result.
@@ -36,6 +39,12 @@ struct xyVoteAverageGraph : ChartForm {
   // The graph as positioned elements; rebuilt only when the data or the size has changed.
   const host::Surface& surface();
 
+  ChartRequest request;
+  TChart chart;
+  std::vector<ListRow> List1;
+  int ListIndex = -1;    // selected row of List1
+  std::string infoText;  // items without data, as shown behind the info button
+  bool infoButton = false;
   bool listVisible = false;
   bool averageLabelVisible = false;  // Alt+D: the mean of all bars
   bool diversityButtonVisible = false;
@@ -45,14 +54,13 @@ struct xyVoteAverageGraph : ChartForm {
   std::string labelCategory;
 
  private:
-  void draw(const std::string& title);
-  void dataCheck();
+  void show(int displayKind);  // glo.averageDisplayKind
+  void draw();
   bool handleAltKeys(int keyCode, int shift);
   void handlePlainKeys(int keyCode);
   void pageOn();
 
   ChartSurface lowered_;
-  std::string shownTitle_;
 };
 
 // Makes the forms of this room known to the form registry.

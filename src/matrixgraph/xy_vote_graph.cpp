@@ -7,7 +7,6 @@
 #include "core/common.h"
 #include "core/diagnostics.h"
 #include "core/glo.h"
-#include "core/item_label.h"
 #include "host/dialogs.h"
 #include "host/errors.h"
 #include "host/host.h"
@@ -46,12 +45,6 @@ bool computeMultiPlots(const PlotRequest& request) {
     GetMultiPlotValues(plot);
   }
   return any;
-}
-
-void giveIdentifiers() {
-  for (int item = 0; item < glo.itemCount(); ++item)
-    if (RiskRecord& risk = glo.risks[static_cast<std::size_t>(item)]; risk.identifier.empty())
-      GetItemLabel(risk);
 }
 
 }  // namespace

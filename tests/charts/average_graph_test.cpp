@@ -170,12 +170,21 @@ TEST_F(AverageGraph, KeysWalkItemsAndPages) {
   EXPECT_EQ(all(draw().surface(), "bars").size(), 10U);
 }
 
+TEST_F(AverageGraph, AClickOnABarSelectsItsItem) {
+  xyVoteAverageGraph& form = draw();
+  const host::Element& bar = *form.surface().find("bars", 1);
+  form.Form_MouseDown(host::mouse::left, bar.left + 10, bar.bottom() - 10);
+  EXPECT_EQ(form.ListIndex, 1);
+  form.Form_MouseDown(host::mouse::left, 5, 5);
+  EXPECT_EQ(form.ListIndex, 1);
+}
+
 TEST_F(AverageGraph, KeysPickAssessmentsAndPanels) {
   xyVoteAverageGraph& form = draw();
   form.Form_KeyDown('3', key::altMask);
   EXPECT_EQ(captions(form.surface(), "header"), Texts{"Average: Name3"});
   form.Form_KeyDown('6', key::altMask);  // not in the exercise
-  EXPECT_EQ(form.assessment, 3);
+  EXPECT_EQ(form.request.assessment, 3);
   form.Form_KeyDown('D', key::altMask);
   EXPECT_EQ(captions(form.surface(), "LabelCategory"), Texts{"Average: 2.00"});
   form.Form_KeyDown('D', key::altMask | key::shiftMask);
@@ -250,7 +259,7 @@ TEST_F(AverageGraph, StaysLegibleForFewAndForMany) {
       }
       glo.runByAverageBarCount = items;
       xyVoteAverageGraph& form = draw(1, width, height);
-      form.onOnePage = false;
+      form.request.onOnePage = false;
       form.redraw();
       const host::Surface& surface = form.surface();
       double end = -1;

@@ -11,9 +11,13 @@ using Texts = std::vector<std::string>;
 
 class ChartDisplay : public GraphWorld {
  protected:
-  static Texts labels(ChartForm& form) {
-    AddAxisLabels(form, 0, false, "");
-    return form.chart.Axis.Bottom.Labels.Item;
+  static ChartRequest ask(const std::string& form, int assessment = 1) {
+    ChartRequest request;
+    request.form = form;
+    request.width = 15360;
+    request.height = 11520;
+    request.assessment = assessment;
+    return request;
   }
 };
 
@@ -49,12 +53,13 @@ TEST_F(ChartDisplay, AxisLabelsByFormAndScale) {
        {"<10", "10s", "20s", "30s", "40s", "50s", "60s", "70s", "80s", "90s", "100", "0"}},
   };
   for (const Case& c : cases) {
-    ChartForm form(c.form);
-    form.assessment = c.assessment;
-    form.distributionAxisLabels = c.mode;
-    form.distributionAxisLabelLength = c.letters;
-    EXPECT_EQ(labels(form), c.labels) << c.form << " " << c.assessment << " " << c.mode;
-    EXPECT_TRUE(form.chart.Axis.Bottom.Labels.MultiLine);
+    ChartRequest request = ask(c.form, c.assessment);
+    request.distributionAxisLabels = c.mode;
+    request.distributionAxisLabelLength = c.letters;
+    TChart chart;
+    AddAxisLabels(request, chart, 0, false, "");
+    EXPECT_EQ(chart.Axis.Bottom.Labels.Item, c.labels) << c.form << " " << c.assessment << " " << c.mode;
+    EXPECT_TRUE(chart.Axis.Bottom.Labels.MultiLine);
   }
 }
 
@@ -72,24 +77,23 @@ TEST_F(ChartDisplay, CountsTheVotesOfOneItemByOption) {
   for (const Case& c : {Case{1, 0, {1, 0, 2}, 1}, Case{2, 0, {1, 1, 0}, 1}, Case{1, 1, {0, 1, 0}, 0},
                         Case{1, 2, {1, 1, 2}, 1}}) {
     glo.CheckUseLivePostal = c.mode;
-    ChartForm form("xyVoteRuntime");
-    form.assessment = c.assessment;
-    form.chart.AddSeries(SeriesKind::asBar);
-    AddData(form, 0, 0);
+    ChartModel model;
+    model.chart.AddSeries(SeriesKind::asBar);
+    AddData(ask("xyVoteRuntime", c.assessment), model, 0, 0);
     std::vector<double> counts;
-    for (const ChartPoint& point : form.chart.SERIES(0).points) counts.push_back(point.value);
+    for (const ChartPoint& point : model.chart.SERIES(0).points) counts.push_back(point.value);
     EXPECT_EQ(counts, c.counts) << c.assessment << " " << c.mode;
     EXPECT_EQ(glo.abstainCount, c.abstains);
   }
 }
 
 TEST_F(ChartDisplay, TheTitleShrinksUntilItFits) {
-  ChartForm form("xyVoteAverageGraph");
-  ResizeChartTitle(form, "short");
-  EXPECT_EQ(form.chart.Header.Font.size, 18);
+  TChart chart;
+  ResizeChartTitle(ask("xyVoteAverageGraph"), chart, "short");
+  EXPECT_EQ(chart.Header.Font.size, 18);
   // 0.94 of 15360 twips hold 80 characters of 0.6 x 20 x 15 points, not of 16.
-  ResizeChartTitle(form, std::string(80, 'x'));
-  EXPECT_EQ(form.chart.Header.Font.size, 15);
+  ResizeChartTitle(ask("xyVoteAverageGraph"), chart, std::string(80, 'x'));
+  EXPECT_EQ(chart.Header.Font.size, 15);
 }
 
 TEST(ChartPages, HoldWhatThePageAllows) {
@@ -121,6 +125,42 @@ TEST_F(ChartDisplay, LyingBarsGrowToTheRight) {
   EXPECT_DOUBLE_EQ(bars[1]->width, 2 * bars[0]->width);
   EXPECT_DOUBLE_EQ(bars[0]->left, bars[1]->left);
   EXPECT_LT(bars[0]->top + bars[0]->height, bars[1]->top);
+}
+
+// Values and points lead to places and back, whichever way the chart lies.
+TEST_F(ChartDisplay, GeometryLeadsThereAndBack) {
+  for (const bool lying : {false, true})
+    for (const bool inverted : {false, true}) {
+      TChart chart;
+      ChartSeries& series = chart.SERIES(chart.AddSeries(lying ? SeriesKind::asHorizBar : SeriesKind::asBar));
+      for (int i = 0; i < 7; ++i) series.Add(i, "", 0xffffff, 10 + i);
+      chart.Axis.Left.Automatic = chart.Axis.Left.AutomaticMinimum = chart.Axis.Left.AutomaticMaximum = false;
+      chart.Axis.Left.Minimum = -1;
+      chart.Axis.Left.Maximum = 9;
+      chart.Axis.Left.Inverted = inverted;
+      chart.Page.MaxPointsPerPage = 4;
+      chart.Page.Current = 2;
+      ChartSurface lowered;
+      const host::Surface& surface = lowered.lower(chart, 15360, 11520, "");
+      const ChartGeometry& geometry = lowered.geometry();
+      for (const double value : {-1.0, 2.5, 9.0})
+        EXPECT_NEAR(geometry.valueAt(geometry.placeOf(value)), value, 1e-9) << lying << inverted;
+      for (int point = 4; point < 7; ++point) {
+        const host::Element& bar = *surface.find("bars", point);
+        EXPECT_EQ(bar.item, 10 + point);
+        EXPECT_NEAR(lying ? bar.top + bar.height / 2 : bar.left + bar.width / 2, geometry.middleOf(point),
+                    1e-6);
+        const ChartArea slot = geometry.slotOf(point);
+        EXPECT_EQ(geometry.pointAt(slot.left + slot.width / 2, slot.top + slot.height / 2), point);
+      }
+      const ChartArea spare = geometry.slotOf(7);  // the page holds four, and three are left
+      EXPECT_FALSE(geometry.pointAt(spare.left + 1, spare.top + 1)) << lying;
+      EXPECT_FALSE(geometry.pointAt(geometry.plot.left - 1, geometry.plot.top + 1)) << lying;
+      if (!inverted) {
+        const host::Element& bar = *surface.find("bars", 5);
+        EXPECT_NEAR(lying ? bar.right() : bar.top, geometry.placeOf(5), 1e-6);
+      }
+    }
 }
 
 }  // namespace
