@@ -270,7 +270,7 @@ TEST_F(Render, EveryScriptIsDrawn) {
     return render::surfaceImage(shown, {100, 60});
   };
   const auto faceOf = [](const std::string& text) {
-    QTextLayout layout(render::toQt(text), render::deviceFont({"Arial", 30, false, false, false}, 96));
+    QTextLayout layout(render::toQt(text), render::deviceFont({"Arial", 30, false, false, false}, 1, 96));
     layout.beginLayout();
     layout.createLine();
     layout.endLayout();
