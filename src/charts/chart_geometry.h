@@ -16,9 +16,9 @@ struct ChartGeometry {
   double low = 0, high = 1;             // of the value axis
   bool lying = false;                   // values grow to the right, points follow each other downwards
   bool inverted = false;                // the value axis runs the other way
-  int first = 0, shown = 0, slots = 1;  // first point, points and places on this page
+  int first = 0, shown = 0, places = 1;  // first point, points and places on this page
 
-  double slot() const { return (lying ? plot.height : plot.width) / slots; }
+  double slot() const { return (lying ? plot.height : plot.width) / places; }
   // Along the value axis: upwards, to the right where the bars lie.
   double placeOf(double value) const;
   double valueAt(double place) const;

@@ -145,7 +145,7 @@ class Layout {
       widest = std::max(widest, textWidth(axisNumber(geo_.low + i * step_, format), valueFont_));
     geo_.first = chart_.firstPoint();
     geo_.shown = chart_.pointsOnPage();
-    geo_.slots = std::max(
+    geo_.places = std::max(
         1, chart_.pageCount() > 1 && !chart_.Page.ScaleLastPage ? chart_.Page.MaxPointsPerPage : geo_.shown);
     if (!valueAxis().title.empty() && !geo_.lying)
       axisTitle(valueAxis().title);
