@@ -1,4 +1,4 @@
-// Standard output that is full or gone, and files that may not grow, cost no vote and are told.
+// Output, folders and files that fail under a vote: told, and no vote is lost.
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
+#include <thread>
 
 #include "e2e/program.h"
 
@@ -74,7 +76,7 @@ void asNobody() {
     ::_exit(126);
 }
 
-TEST(Output, AReadOnlyFolderIsToldBeforeTheRoomVotes) {
+TEST(Disk, AReadOnlyFolderIsToldBeforeTheRoomVotes) {
   const TempFolder folder;
   const std::string deck = folder.sampleDeck();
   std::filesystem::permissions(deck, std::filesystem::perms(0666));
@@ -89,7 +91,24 @@ TEST(Output, AReadOnlyFolderIsToldBeforeTheRoomVotes) {
       << vote.err;
 }
 
-TEST(Output, AFileThatMayNotGrowIsToldLikeAFullDisk) {
+TEST(Disk, ADeckThatIsRenamedWhileTheRoomVotesIsSavedUnderItsNewName) {
+  const TempFolder folder;
+  const std::string deck = shortDeck(folder), moved = folder.file("renamed.pptx");
+  std::thread somebody([&] {
+    for (int i = 0; i < 10000 && readFile(deck + ".journal").size() < 500; ++i)
+      std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    std::filesystem::rename(deck, moved);
+  });
+  const Outcome vote = matrix(voteWords(deck));
+  somebody.join();
+  EXPECT_EQ(vote.code, 0) << vote.err;
+  EXPECT_NE(vote.err.find(deck + " was renamed or moved to " + moved), std::string::npos) << vote.err;
+  EXPECT_EQ(stored(moved).size(), kVotes);
+  for (const char* left : {"", ".journal", ".lock"})
+    EXPECT_FALSE(std::filesystem::exists(deck + left)) << left;
+}
+
+TEST(Disk, AFileThatMayNotGrowIsToldLikeAFullDisk) {
   const TempFolder folder;
   const std::string deck = shortDeck(folder);
   const Outcome vote = matrix(voteWords(deck), smallFilesOnly);

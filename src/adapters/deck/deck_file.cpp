@@ -67,6 +67,20 @@ DeckFile::DeckFile(const std::string& file, OpenOptions options)
   refuseSigned();
   readSlides();
   readOwnJournal();
+  noteOpen();
+}
+
+// Its journal stands beside it when it is opened again, wherever that is.
+DeckFile::~DeckFile() {
+  if (options_.readOnly)
+    return;
+  try {
+    if (journal_.started())
+      followDeck();
+    else
+      forget(file_);
+  } catch (const std::exception&) {  // the journal is found by its note
+  }
 }
 
 // The deck as the file has it.
@@ -98,14 +112,18 @@ std::string DeckFile::path() const {
 }
 
 bool DeckFile::ReadOnly() const {
-  return options_.readOnly || ::access(file_.c_str(), W_OK) != 0;
+  const std::string place = standsAt();
+  return options_.readOnly || (!place.empty() && ::access(place.c_str(), W_OK) != 0);
 }
 
 std::string DeckFile::WhyNoVotes() const {
   if (options_.readOnly)
     return fullName_ + " was opened read-only; nothing can be stored in it.";
-  if (!folderWritable(file_))
-    return "Nothing can be stored in " + folderOf(file_) +
+  const std::string place = standsAt();
+  if (place.empty())
+    return fullName_ + " is gone: it was deleted or moved to another disk.";
+  if (!folderWritable(place))
+    return "Nothing can be stored in " + folderOf(place) +
            ", which is read-only. Copy the deck to another folder and open it there.";
   return "";
 }

@@ -13,6 +13,7 @@
 #include "adapters/deck/journal.h"
 #include "adapters/deck/lock.h"
 #include "adapters/deck/master.h"
+#include "adapters/deck/open_decks.h"
 #include "adapters/deck/package.h"
 #include "adapters/deck/pictures.h"
 #include "adapters/deck/shapes.h"
@@ -63,6 +64,9 @@ class DeckSlide : public host::Slide {
 class DeckFile final : public Deck {
  public:
   DeckFile(const std::string& file, OpenOptions options);
+  ~DeckFile() override;
+  DeckFile(const DeckFile&) = delete;
+  DeckFile& operator=(const DeckFile&) = delete;
   std::string path() const override;
   std::string FullName() const override { return fullName_; }
   bool ReadOnly() const override;
@@ -100,6 +104,18 @@ class DeckFile final : public Deck {
   DeckSlide* slideById(std::uint32_t id);
   std::vector<SlideMark> marks();
   std::shared_ptr<const PictureSource> pictureSource();
+  // deck_place.cpp
+  std::string standsAt() const;
+  bool followDeck();
+  bool moveTo(const std::string& now);
+  void tellAway();
+  void requireInPlace();
+  void noteOpen() const;
+  void findMovedJournal();
+  void tellOfLikeJournal(const OpenDeck& old);
+  void takeUpJournal(const OpenDeck& old);
+  std::string whereStored() const;
+  void tell(const std::string& text);
   // deck_journal.cpp
   using SlidesById = std::map<std::uint32_t, DeckSlide*>;  // by the journal's numbers
   using Left = std::map<std::string, int>;                 // why changes were not applied, and how many
@@ -148,7 +164,8 @@ class DeckFile final : public Deck {
   std::set<DeckSlide*> restyled_;
   std::optional<bool> tagsDropped_;  // from the deck on the disk, by another program
   std::string warning_;              // what opening or a failing disk has to tell
-  bool toldOfFailure_ = false;
+  bool toldOfFailure_ = false, toldAway_ = false;
+  std::string away_;  // why the deck is not to be had any more, behind its name
 };
 
 }  // namespace qrn::deck

@@ -12,10 +12,6 @@ namespace qrn::deck {
 
 namespace {
 
-std::string countOf(int changes) {
-  return changes == 1 ? "one stored change" : std::to_string(changes) + " stored changes";
-}
-
 std::string shareOf(const std::map<std::string, int>& left, int all) {
   int count = 0;
   std::string reasons;
@@ -31,6 +27,8 @@ std::string shareOf(const std::map<std::string, int>& left, int all) {
 
 void DeckFile::readOwnJournal() {
   journal_.startAt(package_->fingerprint());
+  if (!exists(journal_.path()))
+    findMovedJournal();
   const std::optional<JournalContent> content = readJournal(journal_.path());
   if (!content)
     return;
@@ -166,7 +164,9 @@ std::string DeckFile::freeAside() const {
 // Returns when the change is on the disk. A file that a flush of failed is not gone on with: pages that never
 // reached the disk may pass for written from then on.
 void DeckFile::store(const Change& change) {
-  if (!journal_.sound()) {
+  if (!followDeck())
+    tellAway();
+  if (!journal_.sound() || journal_.lost()) {
     writeJournalAnew(&change);
     return;
   }
@@ -188,9 +188,7 @@ void DeckFile::storeInNewJournal(const Change& change, const HostError& failure)
     return;
   const std::string text = "The disk failed while something was stored (" + std::string(failure.what()) +
                            "). All is stored, in a new journal. Keep a copy of the deck on another disk.";
-  warning_ += (warning_.empty() ? "" : "\n") + text;
-  if (options_.tell)
-    options_.tell(text);
+  tell(text);
 }
 
 // A journal for the deck as it is now that says all that memory holds beyond it, and `next` behind it.

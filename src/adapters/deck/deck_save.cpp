@@ -50,16 +50,7 @@ void DeckFile::Save() {
   requireWritable();
   if (!changed())
     return;
-  if (ReadOnly())
-    throw HostError(
-        Fault::world, 70,
-        fullName_ + " is read-only and was not saved. What was stored stays in " + journal_.path() + ".");
-  if (!package_->stillOnDisk())
-    throw HostError(Fault::world, 0,
-                    fullName_ +
-                        " was changed by another program while it was open here, and was not saved. What "
-                        "was stored stays in " +
-                        journal_.path() + ".");
+  requireInPlace();
   const Parts parts = partsToSave();
   NewFile file(file_);
   writePackage(parts, file.fd(), fullName_);
@@ -72,6 +63,7 @@ void DeckFile::Save() {
   takeOver(std::move(written));
   flushFolderOf(file_);
   journal_.remove();
+  noteOpen();
 }
 
 Parts DeckFile::partsToSave() {

@@ -143,6 +143,21 @@ std::string freeBeside(const std::string& file, const std::string& suffix) {
   }
 }
 
+std::string placeOf(int fd) {
+  std::array<char, PATH_MAX> target{};
+  const ssize_t length =
+      ::readlink(("/proc/self/fd/" + std::to_string(fd)).c_str(), target.data(), target.size());
+  const std::string path(target.data(), length > 0 ? static_cast<std::size_t>(length) : 0);
+  return sameFile(fd, path) ? path : "";
+}
+
+bool sameFile(int fd, const std::string& path) {
+  struct stat here {
+  }, there{};
+  return ::fstat(fd, &here) == 0 && ::stat(path.c_str(), &there) == 0 && here.st_ino == there.st_ino &&
+         here.st_dev == there.st_dev;
+}
+
 // Owner and group can be kept by some users alone; losing them is no reason to fail, losing the mode would
 // be.
 void takeAfter(int fd, const std::string& model, unsigned more) {
@@ -174,9 +189,9 @@ void copyAttributes(const std::string& from, int to) {
 }  // namespace
 
 NewFile::NewFile(const std::string& target, const std::string& model) : target_(target) {
-  const bool replaces = exists(model.empty() ? target : model);
-  create(replaces ? 0600 : 0666);
-  if (!replaces)
+  const bool alone = model.empty() && !exists(target);
+  create(alone ? 0666 : 0600);
+  if (alone)
     return;
   if (!model.empty()) {
     takeAfter(file_.fd(), model);

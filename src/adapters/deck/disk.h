@@ -45,6 +45,9 @@ std::string nameOf(const std::string& file);
 std::string beside(const std::string& file, const std::string& suffix, const std::string& prefix = "");
 std::string freeBeside(const std::string& file,
                        const std::string& suffix);  // `suffix`.N, the first not there
+// Where an open file stands now, whatever it was opened as; "" when it was deleted.
+std::string placeOf(int fd);
+bool sameFile(int fd, const std::string& path);
 // Gives an open file the mode of `model`, with `more` bits, and as far as this user may its owner and group.
 // What stands beside a deck stays writable for its owner also when the deck is not.
 inline constexpr unsigned kOwnerWrites = 0600;

@@ -94,6 +94,10 @@ std::string journalRecord(std::uint64_t place, std::string_view payload) {
   return record.append(payload);
 }
 
+std::string countOf(int changes) {
+  return changes == 1 ? "one stored change" : std::to_string(changes) + " stored changes";
+}
+
 JournalContent parseJournal(std::string bytes) {
   JournalContent content;
   content.bytes = std::move(bytes);
@@ -203,6 +207,30 @@ void Journal::append(const std::string& record) {
     throw;
   }
   end_ += record.size();
+}
+
+void Journal::follow(const std::string& deck) {
+  const std::string path = beside(deck, ".journal");
+  deck_ = deck;
+  if (started() && sameFile(file_.fd(), path)) {
+    path_ = path;  // it was moved along, with the whole folder
+    return;
+  }
+  if (exists(path) && ::rename(path.c_str(), freeBeside(deck, ".journal").c_str()) != 0)
+    throwDisk("Cannot set aside", path);
+  const std::string from = started() ? placeOf(file_.fd()) : "";
+  path_ = path;
+  if (!from.empty())
+    takeUp(from);
+}
+
+void Journal::takeUp(const std::string& path) {
+  if (::rename(path.c_str(), path_.c_str()) != 0) {
+    path_ = path;
+    return;
+  }
+  flushFolderOf(path_);
+  flushFolderOf(path);
 }
 
 void Journal::remove() {

@@ -72,6 +72,8 @@ struct JournalContent {
 std::optional<JournalContent> readJournal(const std::string& path);
 JournalContent parseJournal(std::string bytes);
 
+std::string countOf(int changes);  // "3 stored changes"
+
 // The bytes of a journal. A record is framed for its place in the file: length and checksum before `payload`.
 std::string journalHead(const std::string& state);
 std::string journalPayload(const Change& change);
@@ -92,6 +94,13 @@ class Journal {
   void add(const Change& change);
   void writeAnew(const std::vector<Change>& changes);  // in place of what is there, in one step
   void remove();                                       // the deck holds it all now
+  // True when somebody has deleted or moved the file under our hands: writeAnew() puts that right.
+  bool lost() const { return started() && !sameFile(file_.fd(), path_) && exists(folderOf(path_)); }
+  // The deck stands elsewhere now: the file goes there too, where it may; path() tells where it stands. A
+  // journal that stands there already is kept under a number.
+  void follow(const std::string& deck);
+  // Takes up the journal `path` of the deck, from where the deck stood before.
+  void takeUp(const std::string& path);
 
  private:
   void start();

@@ -14,19 +14,18 @@ namespace qrn::deck {
 
 namespace {
 
+constexpr int kNames = 9;
+
+std::string lockPath(const std::string& deck, int number) {
+  return beside(deck, ".lock" + (number == 1 ? "" : "." + std::to_string(number)));
+}
+
 std::string holderOf(int fd) {
   std::array<char, 32> text{};
   const ssize_t got = ::pread(fd, text.data(), text.size(), 0);
   const std::string process(text.data(), got > 0 ? static_cast<std::size_t>(got) : 0);
   const bool isNumber = !process.empty() && process.find_first_not_of("0123456789") == std::string::npos;
   return isNumber ? " (process " + process + ")" : "";
-}
-
-bool sameFile(int fd, const std::string& path) {
-  struct stat here {
-  }, there{};
-  return ::fstat(fd, &here) == 0 && ::stat(path.c_str(), &there) == 0 && here.st_ino == there.st_ino &&
-         here.st_dev == there.st_dev;
 }
 
 // Not open when it is there and this user may not open it, or cannot be made.
@@ -57,18 +56,11 @@ bool heldByAnother(const std::string& path) {
   return false;
 }
 
-[[noreturn]] void throwInUse(const std::string& deck, const std::string& holder) {
-  throw DeckInUse(
-      Fault::world, 70,
-      deck + " is in use by another program" + holder + ". Close it there, or open it read-only.");
-}
-
 }  // namespace
 
 Lock::Lock(const std::string& deck) {
-  constexpr int kNames = 9;
   for (int number = 1; number <= kNames; ++number) {
-    const std::string path = beside(deck, ".lock" + (number == 1 ? "" : "." + std::to_string(number)));
+    const std::string path = lockPath(deck, number);
     if (!held() && (exists(path) || folderWritable(deck)))
       take(deck, path);
     else if (exists(path) && heldByAnother(path))
@@ -102,8 +94,32 @@ void Lock::take(const std::string& deck, const std::string& path) {
 }
 
 Lock::~Lock() {
-  if (file_.isOpen())
+  if (file_.isOpen() && sameFile(file_.fd(), path_))
     ::unlink(path_.c_str());
+}
+
+void Lock::follow(const std::string& deck) {
+  for (int number = 1; number <= kNames; ++number)
+    if (const std::string path = lockPath(deck, number); sameFile(file_.fd(), path)) {
+      path_ = path;  // it was moved along, with the whole folder
+      return;
+    }
+  Lock fresh(deck);
+  std::swap(path_, fresh.path_);
+  std::swap(file_, fresh.file_);
+}
+
+bool heldLockOf(const std::string& deck) {
+  for (int number = 1; number <= kNames; ++number)
+    if (heldByAnother(lockPath(deck, number)))
+      return true;
+  return false;
+}
+
+void throwInUse(const std::string& deck, const std::string& holder) {
+  throw DeckInUse(
+      Fault::world, 70,
+      deck + " is in use by another program" + holder + ". Close it there, or open it read-only.");
 }
 
 }  // namespace qrn::deck

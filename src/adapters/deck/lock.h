@@ -18,11 +18,16 @@ class Lock {
   Lock(const Lock&) = delete;
   Lock& operator=(const Lock&) = delete;
   bool held() const { return file_.isOpen(); }
+  void follow(const std::string& deck);  // it stands elsewhere now. Throws DeckInUse and keeps what it has.
 
  private:
   void take(const std::string& deck, const std::string& path);
   std::string path_;
   File file_;
 };
+
+// Whether a program on this machine, this one too, holds a lock of the deck that stood there.
+bool heldLockOf(const std::string& deck);
+[[noreturn]] void throwInUse(const std::string& deck, const std::string& holder);
 
 }  // namespace qrn::deck

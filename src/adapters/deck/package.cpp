@@ -150,12 +150,11 @@ std::string Package::fingerprint() const {
 }
 
 bool Package::stillOnDisk() const {
-  struct stat opened {
-  }, now{};
-  if (::fstat(input_.fd(), &opened) != 0 || ::stat(file_.c_str(), &now) != 0)
+  struct stat now {};
+  if (!isAt(file_) || ::stat(file_.c_str(), &now) != 0)
     return false;
   const std::int64_t changed = std::int64_t{now.st_mtim.tv_sec} * 1000000000 + now.st_mtim.tv_nsec;
-  return opened.st_ino == now.st_ino && opened.st_dev == now.st_dev && changed == changedAt_;
+  return changed == changedAt_;
 }
 
 void Package::movedTo(const std::string& file) {

@@ -41,6 +41,7 @@ class Package {
   bool hasFolder(std::string_view prefix) const;
   // Names the content: the same for files whose parts are all the same, whatever their dates or packing.
   std::string fingerprint() const;
+  bool isAt(const std::string& file) const { return sameFile(input_.fd(), file); }
   // True while `file()` is still the file that was opened, not changed since.
   bool stillOnDisk() const;
   void movedTo(const std::string& file);  // after a rename

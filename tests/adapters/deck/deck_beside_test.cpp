@@ -142,6 +142,17 @@ TEST(DeckBeside, ALockThatIsHeldHoldsWhoeverMayOpenItsFile) {
   }
 }
 
+TEST(DeckBeside, ALockOfAnotherIsNotTakenAway) {
+  const TempFolder folder;
+  const std::string file = folder.deck();
+  {
+    const auto deck = Deck::open(file);
+    std::filesystem::remove(file + ".lock");
+    writeFile(file + ".lock", "another program's");
+  }
+  EXPECT_EQ(readFile(file + ".lock"), "another program's");
+}
+
 TEST(DeckBeside, AnotherUsersJournalGoesOn) {
   if (::geteuid() != 0)
     GTEST_SKIP() << "only root can play another user";

@@ -307,11 +307,13 @@ void becomeNobody() {
 TempFolder::TempFolder() : path_((std::filesystem::temp_directory_path() / "deckXXXXXX").string()) {
   if (::mkdtemp(path_.data()) == nullptr)
     ADD_FAILURE() << "no temporary folder";
+  ::setenv("XDG_STATE_HOME", (path_ + "-state").c_str(), 1);
 }
 
 TempFolder::~TempFolder() {
   std::error_code ignored;
   std::filesystem::remove_all(path_, ignored);
+  std::filesystem::remove_all(path_ + "-state", ignored);
 }
 
 std::string TempFolder::deck(const DeckOptions& options) const {

@@ -35,7 +35,7 @@ int inChild(const std::function<int()>& body);
 // Gives up the rights of root, which no file mode stops. For children only.
 void becomeNobody();
 
-// A folder of its own for one test, gone with it.
+// A folder of its own for one test, gone with it, and one beside it where open decks are noted.
 class TempFolder {
  public:
   TempFolder();

@@ -1,0 +1,139 @@
+// Where the deck stands: it may be renamed, moved, deleted or replaced while it is open, or while its journal
+// waits for it.
+#include <unistd.h>
+
+#include <utility>
+
+#include "adapters/deck/deck_file.h"
+
+namespace qrn::deck {
+
+namespace {
+
+// As long as a program that saves by renaming may leave the name of the deck free.
+constexpr unsigned kMomentMicroseconds = 50000;
+
+void moveIfFree(const std::string& from, const std::string& to) {
+  if (exists(from) && !exists(to))
+    (void)!::rename(from.c_str(), to.c_str());
+}
+
+}  // namespace
+
+// "" when it is gone.
+std::string DeckFile::standsAt() const {
+  return exists(file_) ? file_ : placeOf(package_->fd());
+}
+
+// Goes after a deck that was renamed or moved on its disk, with all that stands beside it. False, with the
+// reason in away_, when it is not to be had any more.
+bool DeckFile::followDeck() {
+  if (exists(file_))
+    return true;
+  if (away_.empty())
+    ::usleep(kMomentMicroseconds);
+  const std::string now = standsAt();
+  if (!now.empty())
+    return now == file_ || moveTo(now);
+  away_ = " is gone: it was deleted, or moved to another disk, while it was open";
+  return false;
+}
+
+bool DeckFile::moveTo(const std::string& now) {
+  const std::string old = file_, oldName = fullName_;
+  try {
+    lock_->follow(now);
+  } catch (const DeckInUse&) {  // this journal must not meet that of the other program
+    away_ = " was renamed or moved to " + now + " while it was open, and another program has opened it there";
+    return false;
+  }
+  package_->movedTo(now);
+  file_ = fullName_ = now;
+  moveIfFree(backupOf(old), backupOf(now));
+  journal_.follow(now);
+  forget(old);
+  noteOpen();
+  tell(oldName + " was renamed or moved to " + now + " while it was open. It is saved there from now on." +
+       (journal_.started() ? whereStored() : ""));
+  return true;
+}
+
+void DeckFile::tellAway() {
+  if (!std::exchange(toldAway_, true))
+    tell(fullName_ + away_ + "." + whereStored());
+}
+
+std::string DeckFile::whereStored() const {
+  return " What is stored is kept in " + journal_.path() + " until the deck beside it is saved.";
+}
+
+void DeckFile::tell(const std::string& text) {
+  warning_ += (warning_.empty() ? "" : "\n") + text;
+  if (options_.tell)
+    options_.tell(text);
+}
+
+// Before the deck is written: it must be the one that was opened, and may be written.
+void DeckFile::requireInPlace() {
+  const bool there = followDeck();
+  const std::string stays = journal_.started() ? " What was stored stays in " + journal_.path() + "." : "";
+  if (!there)
+    throw HostError(Fault::world, 53,
+                    fullName_ + away_ + ". It was not saved." + stays + " Put the deck back as " + file_ +
+                        " and open it again.");
+  if (ReadOnly())
+    throw HostError(Fault::world, 70, fullName_ + " is read-only and was not saved." + stays);
+  if (!package_->stillOnDisk())
+    throw HostError(
+        Fault::world, 0,
+        fullName_ + " was changed by another program while it was open here, and was not saved." + stays);
+}
+
+void DeckFile::noteOpen() const {
+  if (!options_.readOnly)
+    note({file_, journal_.path(), identityOf(package_->fd())});
+}
+
+// No journal stands beside the deck. One of this very deck may stand where the deck stood before it was
+// moved; of another that was like it and is gone, it is only told.
+void DeckFile::findMovedJournal() {
+  const std::string identity = identityOf(package_->fd());
+  for (const OpenDeck& old : notedDecks()) {
+    const bool linked = old.deck != file_ && package_->isAt(old.deck);  // two names of one file
+    if (linked)
+      continue;
+    if (old.identity == identity) {
+      takeUpJournal(old);
+      return;
+    }
+    if (!exists(old.deck) && exists(old.journal))
+      tellOfLikeJournal(old);
+  }
+}
+
+void DeckFile::tellOfLikeJournal(const OpenDeck& old) {
+  const std::optional<JournalContent> content = readJournal(old.journal);
+  if (content && content->firstPending(package_->fingerprint()))
+    warning_ = old.deck + " is gone, and " + old.journal + " holds " + countOf(content->changeCount()) +
+               " of it, which may be wanted in " + fullName_ +
+               ". If this is that deck, move the journal to " + journal_.path() + " and open the deck again.";
+}
+
+void DeckFile::takeUpJournal(const OpenDeck& old) {
+  if (!options_.readOnly && old.deck != file_ && heldLockOf(old.deck))
+    throwInUse(fullName_, " under its former name " + old.deck);
+  if (!exists(old.journal))
+    return;
+  if (options_.readOnly) {
+    journal_ = Journal(old.journal, file_);
+    journal_.startAt(package_->fingerprint());
+    return;
+  }
+  journal_.takeUp(old.journal);
+  moveIfFree(backupOf(old.deck), backupOf(file_));
+  forget(old.deck);
+  warning_ =
+      fullName_ + " was " + old.deck + " before; what was stored then was found in " + old.journal + ".";
+}
+
+}  // namespace qrn::deck
