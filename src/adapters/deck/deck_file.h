@@ -127,7 +127,7 @@ class DeckFile final : public Deck {
   SlidesById ownSlides() const;
   SlidesById matchedSlides(const JournalContent& content);
   void goOnWith(const JournalContent& content, std::size_t from);
-  void goOnWithCopy(const JournalContent& content, const Left& left);
+  void goOnWithCopy(const JournalContent& content, std::size_t from, const Left& left);
   std::string freeAside() const;
   void store(const Change& change);
   void storeInNewJournal(const Change& change, const HostError& failure);

@@ -1,4 +1,4 @@
-// What opening a deck does with the journal beside it.
+// What opening a deck does with the journal beside it, and writing a new one.
 #include <unistd.h>
 
 #include <algorithm>
@@ -47,7 +47,7 @@ void DeckFile::readOwnJournal() {
   if (own && left.empty()) {
     goOnWith(*content, *from);
   } else if (options_.otherJournal == OtherJournal::apply) {
-    goOnWithCopy(*content, left);
+    goOnWithCopy(*content, from.value_or(0), left);
   } else {
     readSlides();  // as if it had not been looked at
     turnAway(*content, "does not fit the deck (" + left.begin()->first + ")");
@@ -143,7 +143,7 @@ void DeckFile::goOnWith(const JournalContent& content, std::size_t from) {
 }
 
 // Keeps the journal as it was under another name; from now on there is one that fits.
-void DeckFile::goOnWithCopy(const JournalContent& content, const Left& left) {
+void DeckFile::goOnWithCopy(const JournalContent& content, std::size_t from, const Left& left) {
   std::string kept;
   if (!options_.readOnly) {
     const std::string aside = freeAside();
@@ -152,7 +152,7 @@ void DeckFile::goOnWithCopy(const JournalContent& content, const Left& left) {
     kept = " The journal is kept as " + aside + ".";
   }
   if (!left.empty())
-    warning_ = "Of the journal of " + fullName_ + ", " + shareOf(left, content.changeCount()) + kept;
+    warning_ = "Of the journal of " + fullName_ + ", " + shareOf(left, content.changeCount(from)) + kept;
   else if (content.damaged)
     warning_ = "The journal of " + fullName_ + " is damaged; all that is whole of it was applied." + kept;
 }

@@ -282,6 +282,19 @@ void writeFile(const std::string& path, std::string_view text) {
   std::ofstream(path, std::ios::binary) << text;
 }
 
+std::string stateOf(host::Presentation& deck) {
+  std::string state;
+  const auto add = [&state](host::Tags& tags) {
+    std::vector<std::string> names = tags.Names();
+    std::sort(names.begin(), names.end());
+    for (const std::string& name : names) state += name + "=" + tags.Item(name) + ";";
+    state += "|";
+  };
+  add(deck.tags());
+  for (int i = 1; i <= deck.SlideCount(); ++i) add(deck.Slides(i).tags());
+  return state;
+}
+
 int inChild(const std::function<int()>& body) {
   const pid_t child = ::fork();
   if (child == 0) {

@@ -9,6 +9,8 @@
 #include <utility>
 #include <vector>
 
+#include "host/presentation.h"
+
 namespace qrn::test {
 
 using PartList = std::vector<std::pair<std::string, std::string>>;
@@ -29,6 +31,9 @@ PartList readZip(const std::string& path, bool packed = false);
 std::string replaced(std::string text, std::string_view what, std::string_view by);  // must occur
 std::string readFile(const std::string& path);
 void writeFile(const std::string& path, std::string_view text);
+
+// All tags, by owner (the presentation, then slide after slide) and by name: "A=a;|B=b;||" for two slides.
+std::string stateOf(host::Presentation& deck);
 
 // Runs `body` in a process of its own; its result, 98 for an exception, 99 when it was killed.
 int inChild(const std::function<int()>& body);

@@ -23,18 +23,7 @@ using deck::OpenOptions;
 using deck::OtherJournal;
 using ::testing::HasSubstr;
 
-std::string stateOf(Deck& deck) {
-  std::string state;
-  const auto add = [&state](host::Tags& tags) {
-    for (const std::string& name : tags.Names()) state += name + "=" + tags.Item(name) + ";";
-    state += "|";
-  };
-  add(deck.tags());
-  for (int i = 1; i <= deck.SlideCount(); ++i) add(deck.Slides(i).tags());
-  return state;
-}
-
-std::string stateOf(const std::string& file, OtherJournal other = OtherJournal::refuse) {
+std::string openedState(const std::string& file, OtherJournal other = OtherJournal::refuse) {
   OpenOptions options;
   options.otherJournal = other;
   return stateOf(*Deck::open(file, options));
@@ -78,7 +67,7 @@ TEST(DeckJournal, SaysWhetherTheFileHoldsAllThatIsStored) {
 TEST(DeckJournal, CutOffAtAnyByteKeepsWhatWasWholeBefore) {
   const TempFolder folder;
   const std::string file = folder.deck({3, false, false, false, true}), journal = file + ".journal";
-  std::vector<std::pair<std::size_t, std::string>> stored = {{0, stateOf(file)}};
+  std::vector<std::pair<std::size_t, std::string>> stored = {{0, openedState(file)}};
   {
     const auto deck = Deck::open(file);
     workshop(*deck, [&] { stored.emplace_back(readFile(journal).size(), stateOf(*deck)); });
@@ -128,7 +117,7 @@ TEST(DeckJournal, SavingCutOffAnywhereStoresNothingTwiceAndLosesNothing) {
   for (const auto& one : cases) {
     writeFile(file, one.deckBytes);
     writeFile(journal, one.journalBytes);
-    EXPECT_EQ(stateOf(file), state) << one.cutOff;
+    EXPECT_EQ(openedState(file), state) << one.cutOff;
     EXPECT_EQ(std::filesystem::exists(journal), &one.deckBytes == &oldDeck) << one.cutOff;
     const auto deck = Deck::open(file);
     deck->Slides(1).tags().Append("QRNVOTES", "4");
@@ -165,12 +154,12 @@ TEST(DeckJournal, OfAnotherStateIsRefusedAndKept) {
   EXPECT_EQ(readFile(journal), stored);
   EXPECT_EQ(readFile(file), changedDeck);
 
-  EXPECT_EQ(stateOf(file, OtherJournal::apply), "A=a;|QRNVOTES=1;2;;|||");
+  EXPECT_EQ(openedState(file, OtherJournal::apply), "A=a;|QRNVOTES=1;2;;|||");
   EXPECT_EQ(readFile(journal + ".1"), stored) << "kept for good measure";
-  EXPECT_EQ(stateOf(file), "A=a;|QRNVOTES=1;2;;|||") << "from now on it is this deck's journal";
+  EXPECT_EQ(openedState(file), "A=a;|QRNVOTES=1;2;;|||") << "from now on it is this deck's journal";
 
   writeFile(journal, stored);
-  EXPECT_EQ(stateOf(file, OtherJournal::setAside), "||||");
+  EXPECT_EQ(openedState(file, OtherJournal::setAside), "||||");
   EXPECT_EQ(readFile(journal + ".2"), stored);
 }
 
@@ -190,7 +179,7 @@ TEST(DeckJournal, DamagedInTheMiddleIsNotTakenForCutOff) {
   writeFile(journal, bytes);
   EXPECT_THROW(Deck::open(file), deck::JournalRefused);
   EXPECT_EQ(readFile(journal), bytes);
-  EXPECT_EQ(stateOf(file, OtherJournal::apply), "A=A;C=C;||||");
+  EXPECT_EQ(openedState(file, OtherJournal::apply), "A=A;C=C;||||");
   EXPECT_EQ(readFile(journal + ".1"), bytes);
   writeFile(journal, std::string(300, 'x'));
   EXPECT_THROW(Deck::open(file), deck::JournalRefused) << "no journal at all";
@@ -200,28 +189,28 @@ TEST(DeckJournal, DamagedInTheMiddleIsNotTakenForCutOff) {
 TEST(DeckJournal, ARecordThatCannotBeIsLeftAndToldAndTheDeckOpensAgain) {
   using deck::Change;
   using Kind = deck::Change::Kind;
-  const std::string longName = std::string("A\0\0\0\0\0\0\0\0\0\0\0\0\xFF\xFF", 15) + "N";
   const std::string spliceOfA = deck::spliceOf("a", "b", 100).value();
-  const std::string bad[] = {deck::journalPayload({Kind::newSlide, 300, "", "", 1}),
-                             deck::journalPayload({Kind::newSlide, 0, "", "", 1}),
-                             deck::journalPayload({Kind::newSlide, 0x80000000U, "", "", 1}),
-                             deck::journalPayload({Kind::add, 999, "B", "b", 0}),
-                             deck::journalPayload({Kind::add, 300, "B", std::string_view("b\0b", 3), 0}),
-                             deck::journalPayload({Kind::add, 300, "B", "\xC3", 0}),
-                             deck::journalPayload({Kind::append, 300, "A", "\x01", 1}),
-                             deck::journalPayload({Kind::append, 300, "A", "b", 2}),
-                             deck::journalPayload({Kind::append, 300, "A", "b", 0}),
-                             deck::journalPayload({Kind::append, 300, "B", "b", 1}),
-                             deck::journalPayload({Kind::splice, 300, "A", spliceOfA, 2}),
-                             deck::journalPayload({Kind::splice, 300, "B", spliceOfA, 1}),
-                             deck::journalPayload({Kind::splice, 300, "A", "none", 1}),
-                             deck::journalPayload({Kind::add, 300, "b", "b", 0}),
-                             deck::journalPayload({Kind::add, 300, "", "b", 0}),
-                             deck::journalPayload({Kind::remove, 300, std::string_view("A\0", 2), "", 0}),
-                             deck::journalPayload({static_cast<Kind>('Z'), 300, "A", "b", 0}),
-                             longName};
+  const Change bad[] = {{Kind::newSlide, 300, "", "", 1},
+                        {Kind::newSlide, 0, "", "", 1},
+                        {Kind::newSlide, 0x80000000U, "", "", 1},
+                        {Kind::add, 999, "B", "b", 0},
+                        {Kind::add, 300, "B", std::string_view("b\0b", 3), 0},
+                        {Kind::add, 300, "B", "\xC3", 0},
+                        {Kind::append, 300, "A", "\x01", 1},
+                        {Kind::append, 300, "A", "b", 2},
+                        {Kind::append, 300, "A", "b", 0},
+                        {Kind::append, 300, "B", "b", 1},
+                        {Kind::splice, 300, "A", spliceOfA, 2},
+                        {Kind::splice, 300, "B", spliceOfA, 1},
+                        {Kind::splice, 300, "A", "none", 1},
+                        {Kind::add, 300, "b", "b", 0},
+                        {Kind::add, 300, "", "b", 0},
+                        {Kind::remove, 300, std::string_view("A\0", 2), "", 0},
+                        {static_cast<Kind>('Z'), 300, "A", "b", 0}};
+  std::vector<std::string> payloads = {std::string("A\0\0\0\0\0\0\0\0\0\0\0\0\xFF\xFF", 15) + "N"};
+  for (const Change& change : bad) payloads.push_back(deck::journalPayload(change));
   const TempFolder folder;
-  for (const std::string& payload : bad) {
+  for (const std::string& payload : payloads) {
     const std::string file = folder.deck({1, false, false, false, false}), journal = file + ".journal";
     const std::string before = readFile(file);
     std::string bytes = deck::journalHead(deck::Package(file).fingerprint());
@@ -231,7 +220,7 @@ TEST(DeckJournal, ARecordThatCannotBeIsLeftAndToldAndTheDeckOpensAgain) {
     writeFile(journal, bytes);
     const std::string told = "record " + ::testing::PrintToString(payload);
     EXPECT_THROW(Deck::open(file), deck::JournalRefused) << told;
-    EXPECT_EQ(stateOf(file, OtherJournal::setAside), "||") << told;
+    EXPECT_EQ(openedState(file, OtherJournal::setAside), "||") << told;
     EXPECT_EQ(readFile(journal + ".1"), bytes) << told;
     std::filesystem::rename(journal + ".1", journal);
     {
@@ -243,7 +232,7 @@ TEST(DeckJournal, ARecordThatCannotBeIsLeftAndToldAndTheDeckOpensAgain) {
       EXPECT_THAT(deck->foreignSaveWarning().value_or(""), HasSubstr("one of 3 stored changes")) << told;
       deck->Save();
     }
-    EXPECT_EQ(stateOf(file), "|A=ac;|") << told;
+    EXPECT_EQ(openedState(file), "|A=ac;|") << told;
     for (const char* name : {"talk.pptx.journal.1", "talk.pptx.backup"})
       std::filesystem::remove(folder.file(name));
   }
@@ -312,7 +301,7 @@ TEST(DeckJournal, AFullDiskIsToldAndKeepsTheOldDeckAndTheJournal) {
     const auto deck = Deck::open(file);
     for (int i = 0; i < 20; ++i) deck->Slides(1).tags().Append("QRNVOTES", "0123456789");
   }
-  const std::string before = readFile(file), state = stateOf(file);
+  const std::string before = readFile(file), state = openedState(file);
   for (rlim_t room = 1500; room < before.size(); room += 300) {
     EXPECT_EQ(inChild([&] {
                 const auto deck = Deck::open(file);
@@ -327,7 +316,7 @@ TEST(DeckJournal, AFullDiskIsToldAndKeepsTheOldDeckAndTheJournal) {
               0)
         << "room for " << room;
     ASSERT_EQ(readFile(file), before);
-    ASSERT_EQ(stateOf(file), state);
+    ASSERT_EQ(openedState(file), state);
     EXPECT_THAT(folder.names(), ::testing::ElementsAre("talk.pptx", "talk.pptx.journal"));
   }
 }
