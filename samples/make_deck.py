@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Writes the bare deck of the sample workshop, without exercise and votes: make_deck.py OUT.pptx"""
+"""Writes the bare deck of a sample, without exercise and votes: make_deck.py first|risk OUT.pptx"""
 import sys
 import zipfile
 
@@ -13,6 +13,8 @@ TYPE = "application/vnd.openxmlformats-officedocument."
 EMU = 12700
 WIDTH, HEIGHT = 960, 540  # points
 PANEL = "1D3A5F"
+DARK = ("dk2", "lt1", "dk1", "lt2")  # what background and text take of the theme
+LIGHT = ("lt1", "dk2", "lt2", "dk1")
 
 parts = {}
 overrides = []
@@ -117,7 +119,7 @@ def text_styles():
             f"{level(2, 20, 742950, True)}</p:bodyStyle><p:otherStyle>{level(1, 18, 0, False)}</p:otherStyle></p:txStyles>")
 
 
-def master_and_layouts():
+def master_and_layouts(ground):
     stripe = ('<p:sp><p:nvSpPr><p:cNvPr id="9" name="Stripe"/><p:cNvSpPr/><p:nvPr userDrawn="1"/></p:nvSpPr><p:spPr>'
               + frame(0, 0, 12, HEIGHT) + '<a:prstGeom prst="rect"><a:avLst/></a:prstGeom><a:solidFill><a:schemeClr '
               'val="accent2"/></a:solidFill><a:ln><a:noFill/></a:ln></p:spPr><p:txBody><a:bodyPr/><a:lstStyle/><a:p/>'
@@ -128,7 +130,8 @@ def master_and_layouts():
         f"</p:bgPr></p:bg>"
         + tree(stripe, placeholder(2, "Title", "title", ["Title"], frame(60, 36, 840, 72)),
                placeholder(3, "Text", "body", ["Text"], frame(60, 126, 840, 360), 1))
-        + '</p:cSld><p:clrMap bg1="dk2" tx1="lt1" bg2="dk1" tx2="lt2" accent1="accent1" accent2="accent2" '
+        + '</p:cSld><p:clrMap bg1="%s" tx1="%s" bg2="%s" tx2="%s" accent1="accent1" ' % ground
+        + 'accent2="accent2" '
         'accent3="accent3" accent4="accent4" accent5="accent5" accent6="accent6" hlink="hlink" folHlink="folHlink"/>'
         f"<p:sldLayoutIdLst>{ids}</p:sldLayoutIdLst>{text_styles()}</p:sldMaster>",
         "presentationml.slideMaster+xml",
@@ -163,7 +166,21 @@ def slide(number, layout, shapes, notes=None):
             [("notesMaster", "../notesMasters/notesMaster1.xml"), ("slide", f"../slides/slide{number}.xml")])
 
 
-def slides():
+def first_slides():
+    slide(1, 1, [placeholder(2, "Title", "ctrTitle", ["Team day"]),
+                 placeholder(3, "Subtitle", "subTitle", ["Five ideas, two questions, five minutes"], idx=1)])
+    slide(2, 3, [placeholder(2, "Title", "title", ["What shall we try first?"]),
+                 box(3, "Explanation", 60, 126, 840, 110,
+                     ["Press the number that fits: first the value of each idea, then its effort.",
+                      "You can change it until the vote closes."], 26)],
+          ["The vote starts when this slide is shown."])
+    slide(3, 2, [placeholder(2, "Title", "title", ["What we try until next month"]),
+                 placeholder(3, "Content", "", ["The idea with the most value for the least effort",
+                                                "Who begins, and when we look at it again"], idx=1)])
+    return [256, 257, 258]
+
+
+def risk_slides():
     slide(1, 1, [placeholder(2, "Title", "ctrTitle", ["Harbour bridge renewal"]),
                  placeholder(3, "Subtitle", "subTitle", ["Risk workshop: what could stop us, and what we do about it"],
                              idx=1)])
@@ -186,10 +203,10 @@ def slides():
                  placeholder(3, "Content", "", ["An owner for each risk in the upper right corner",
                                                 "A first step that can be taken within a month",
                                                 "We meet again after the summer"], idx=1)])
+    return [256, 257, 260, 258, 259]
 
 
-def presentation():
-    ids = [256, 257, 260, 258, 259]
+def presentation(ids):
     entries = "".join(f'<p:sldId id="{sid}" r:id="rId{i + 2}"/>' for i, sid in enumerate(ids))
     notes_id = len(ids) + 2
     add("ppt/presentation.xml",
@@ -207,12 +224,11 @@ def presentation():
         "</p:notesMaster>", "presentationml.notesMaster+xml", [("theme", "../theme/theme2.xml")])
 
 
-def main(out):
+def main(sample, out):
     theme(1)
     theme(2)
-    master_and_layouts()
-    slides()
-    presentation()
+    master_and_layouts(LIGHT if sample == "first" else DARK)
+    presentation(first_slides() if sample == "first" else risk_slides())
     types = "".join(f'<Override PartName="/{n}" ContentType="{t}"/>' for n, t in overrides)
     content = (HEAD + '<Types xmlns="http://schemas.openxmlformats.org/package/2006/content-types"><Default '
                'Extension="rels" ContentType="application/vnd.openxmlformats-package.relationships+xml"/><Default '
@@ -227,4 +243,4 @@ def main(out):
 
 
 if __name__ == "__main__":
-    main(sys.argv[1])
+    main(sys.argv[1], sys.argv[2])

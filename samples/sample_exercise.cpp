@@ -1,4 +1,5 @@
-// Prints the exercise text of the sample risk workshop. samples/build puts it into the sample deck.
+// Prints the exercise text of a sample: `first`, else the risk workshop. samples/build puts it into the
+// decks.
 #include <array>
 #include <iostream>
 #include <string>
@@ -19,44 +20,66 @@ struct Assessment {
   std::array<const char*, 5> scale;
 };
 
-constexpr std::array<Assessment, 4> kAssessmentsOfWorkshop{{
-    {"Likelihood", {"Rare", "Unlikely", "Possible", "Likely", "Almost certain"}},
-    {"Impact", {"Minor", "Moderate", "Serious", "Major", "Severe"}},
-    {"Urgency", {"Next year or later", "This year", "This quarter", "This month", "This week"}},
-    {"Control",
-     {"Fully controlled", "Well controlled", "Partly controlled", "Hardly controlled", "Not controlled"}},
-}};
-
 struct Category {
   const char* name;
   std::vector<const char*> items;
 };
 
-const std::vector<Category>& categories() {
-  static const std::vector<Category> all{
-      {"Ground and structure",
-       {"Piles meet unmapped cables in the river bed", "The old bearings are weaker than the drawings say",
-        "Steel arrives late or out of tolerance", "A flood reaches the cofferdam",
-        "Temporary supports settle unevenly"}},
-      {"People and safety",
-       {"Work at height above live traffic", "Too few certified welders in the region",
-        "Night shifts lead to fatigue", "A key engineer leaves in mid-project",
-        "Divers cannot work because of the current"}},
-      {"Money and contracts",
-       {"The price of steel rises by a quarter", "The main contractor fails",
-        "Claims for late access to the site", "The second part of the grant is not approved",
-        "Exchange rates move against us"}},
-      {"Neighbours and environment",
-       {"Nesting birds stop work in spring", "Noise complaints lead to shorter hours",
-        "Oil or paint reaches the water", "Detours choke the old town",
-        "Divers find a wreck that must be protected"}},
-  };
-  return all;
+struct Sample {
+  const char *listTitle, *exerciseName;
+  std::vector<Assessment> assessments;
+  std::vector<Category> categories;  // without a name: the items belong to none
+};
+
+// Five ideas on two scales: ten votes.
+const Sample& firstWorkshop() {
+  static const Sample sample{"What shall we try first?",
+                             "Team day",
+                             {{"Value", {"Hardly any", "Some", "Fair", "High", "Very high"}},
+                              {"Effort", {"An hour", "A day", "A week", "A month", "A quarter"}}},
+                             {{"",
+                               {"A meeting-free Wednesday", "One page that says who decides what",
+                                "A morning with customers each month", "Pairing across the two offices",
+                                "A shelf of reusable parts"}}}};
+  return sample;
 }
 
-void addAssessments() {
-  for (std::size_t a = 0; a < kAssessmentsOfWorkshop.size(); ++a) {
-    const Assessment& assessment = kAssessmentsOfWorkshop[a];
+const Sample& riskWorkshop() {
+  static const Sample sample{
+      "Harbour bridge renewal: risks",
+      "Harbour bridge renewal",
+      {
+          {"Likelihood", {"Rare", "Unlikely", "Possible", "Likely", "Almost certain"}},
+          {"Impact", {"Minor", "Moderate", "Serious", "Major", "Severe"}},
+          {"Urgency", {"Next year or later", "This year", "This quarter", "This month", "This week"}},
+          {"Control",
+           {"Fully controlled", "Well controlled", "Partly controlled", "Hardly controlled",
+            "Not controlled"}},
+      },
+      {
+          {"Ground and structure",
+           {"Piles meet unmapped cables in the river bed",
+            "The old bearings are weaker than the drawings say", "Steel arrives late or out of tolerance",
+            "A flood reaches the cofferdam", "Temporary supports settle unevenly"}},
+          {"People and safety",
+           {"Work at height above live traffic", "Too few certified welders in the region",
+            "Night shifts lead to fatigue", "A key engineer leaves in mid-project",
+            "Divers cannot work because of the current"}},
+          {"Money and contracts",
+           {"The price of steel rises by a quarter", "The main contractor fails",
+            "Claims for late access to the site", "The second part of the grant is not approved",
+            "Exchange rates move against us"}},
+          {"Neighbours and environment",
+           {"Nesting birds stop work in spring", "Noise complaints lead to shorter hours",
+            "Oil or paint reaches the water", "Detours choke the old town",
+            "Divers find a wreck that must be protected"}},
+      }};
+  return sample;
+}
+
+void addAssessments(const Sample& sample) {
+  for (std::size_t a = 0; a < sample.assessments.size(); ++a) {
+    const Assessment& assessment = sample.assessments[a];
     glo.assessmentTitles[a] = assessment.title;
     glo.scaleLabels[a].assign(assessment.scale.begin(), assessment.scale.end());
     glo.scaleLabels[a].emplace_back();
@@ -66,11 +89,11 @@ void addAssessments() {
   glo.matrixAxes = {0, 1};
 }
 
-void addItems() {
+void addItems(const Sample& sample) {
   glo.risks.clear();
   glo.categories.resize(1);
   int id = 0;
-  for (const Category& category : categories()) {
+  for (const Category& category : sample.categories) {
     qrn::CategoryRecord record;
     record.CategoryID = upperBound(glo.categories) + 1;
     record.CategoryName = category.name;
@@ -87,7 +110,10 @@ void addItems() {
       record.CategoryItems.push_back(id++);
     }
     record.CategoryItems.push_back(-1);
-    glo.categories.push_back(record);
+    if (!record.CategoryName.empty())
+      glo.categories.push_back(record);
+    else
+      glo.categories.front().CategoryItems = record.CategoryItems;
   }
   glo.categories.emplace_back();
   glo.risks.emplace_back();
@@ -95,16 +121,17 @@ void addItems() {
 
 }  // namespace
 
-int main() {
+int main(int count, char** words) {
+  const Sample& sample = count > 1 && std::string(words[1]) == "first" ? firstWorkshop() : riskWorkshop();
   qrn::system::MachineClock clock;
   qrn::system::MachineEnvironment environment;
   qrn::host::host().clock = &clock;
   qrn::host::host().environment = &environment;
   qrn::initXYVote();
-  glo.listTitle = "Harbour bridge renewal: risks";
-  glo.exerciseName = "Harbour bridge renewal";
-  addAssessments();
-  addItems();
+  glo.listTitle = sample.listTitle;
+  glo.exerciseName = sample.exerciseName;
+  addAssessments(sample);
+  addItems(sample);
   std::cout << qrn::writeExercise(glo);
   return 0;
 }
