@@ -70,40 +70,90 @@ Hit hitTest(const Surface& surface, double x, double y, const Counts& counts) {
   return {};
 }
 
-std::vector<std::string> wrapText(const std::string& text, const SurfaceFont& font, double width) {
+namespace {
+
+constexpr int kBalanceSteps = 7;  // halvings of the way from the narrowest to the given width
+
+// What stays together on a line, and whether a blank goes before it when it follows another.
+struct Piece {
+  std::string text;
+  bool blankBefore;
+};
+
+std::vector<Piece> piecesOf(const std::string& paragraph) {
   const TextMeasure& measure = *host().textMeasure;
-  const auto fits = [&](const std::string& line) {
-    return measure.TextWidth(line, font.name, font.size, font.bold, font.italic) <= width;
-  };
+  std::vector<Piece> pieces;
+  std::istringstream words(paragraph);
+  for (std::string word; words >> word;) {
+    std::size_t from = 0;
+    for (const std::size_t to : measure.breaksInside(word)) {
+      pieces.push_back({word.substr(from, to - from), from == 0});
+      from = to;
+    }
+    pieces.push_back({word.substr(from), from == 0});
+  }
+  return pieces;
+}
+
+double widthOf(const std::string& line, const SurfaceFont& font) {
+  return host().textMeasure->TextWidth(line, font.name, font.size, font.bold, font.italic);
+}
+
+std::vector<std::string> filledLines(const std::vector<Piece>& pieces, const SurfaceFont& font,
+                                     double width) {
+  std::vector<std::string> lines(1);
+  for (const Piece& piece : pieces) {
+    std::string& line = lines.back();
+    const std::string longer = line.empty() ? piece.text : line + (piece.blankBefore ? " " : "") + piece.text;
+    if (line.empty() || widthOf(longer, font) <= width)
+      line = longer;
+    else
+      lines.push_back(piece.text);
+  }
+  return lines;
+}
+
+// The same number of lines in the least width that gives it.
+std::vector<std::string> evenLines(const std::vector<Piece>& pieces, const SurfaceFont& font, double width) {
+  std::vector<std::string> best = filledLines(pieces, font, width);
+  if (best.size() < 2)
+    return best;
+  double low = width / 2, high = width;
+  for (int step = 0; step < kBalanceSteps; ++step) {
+    const double middle = (low + high) / 2;
+    std::vector<std::string> lines = filledLines(pieces, font, middle);
+    if (lines.size() > best.size()) {
+      low = middle;
+    } else {
+      best = std::move(lines);
+      high = middle;
+    }
+  }
+  return best;
+}
+
+template <class BreakParagraph>
+std::vector<std::string> brokenText(const std::string& text, const BreakParagraph& broken) {
   std::vector<std::string> lines;
   std::istringstream paragraphs(text);
   for (std::string paragraph; std::getline(paragraphs, paragraph);) {
     if (!paragraph.empty() && paragraph.back() == '\r')
       paragraph.pop_back();
-    std::istringstream words(paragraph);
-    std::string line;
-    const auto add = [&](const char* blank, const std::string& piece) {
-      const std::string longer = line.empty() ? piece : line + blank + piece;
-      if (line.empty() || fits(longer)) {
-        line = longer;
-      } else {
-        lines.push_back(line);
-        line = piece;
-      }
-    };
-    for (std::string word; words >> word;) {
-      std::size_t from = 0;
-      for (const std::size_t to : measure.breaksInside(word)) {
-        add(from == 0 ? " " : "", word.substr(from, to - from));
-        from = to;
-      }
-      add(from == 0 ? " " : "", word.substr(from));
-    }
-    lines.push_back(line);
+    for (std::string& line : broken(piecesOf(paragraph))) lines.push_back(std::move(line));
   }
   if (lines.empty())
     lines.emplace_back();
   return lines;
+}
+
+}  // namespace
+
+std::vector<std::string> wrapText(const std::string& text, const SurfaceFont& font, double width) {
+  return brokenText(text, [&](const auto& pieces) { return filledLines(pieces, font, width); });
+}
+
+std::vector<std::string> wrapBalanced(const std::string& text, const SurfaceFont& font, double width) {
+  return brokenText(text, [&](const auto& pieces) { return evenLines(pieces, font, width); });
 }
 
 }  // namespace qrn::host

@@ -22,6 +22,8 @@ struct SurfaceFont {
 
 enum class Align { left = 0, right = 1, centre = 2 };
 
+enum class Toward { right, down, left, up };  // where a triangle points
+
 // How shapes are filled, by the numbers that exercises store.
 enum class Fill {
   solid,
@@ -57,13 +59,13 @@ enum class Layer {
 inline constexpr int kNoItem = -1;
 
 struct Element {
-  enum class Kind { label, line, rectangle, ellipse };
+  enum class Kind { label, line, rectangle, ellipse, triangle };
   Kind kind = Kind::label;
   int index = 0;       // place in its array
   int item = kNoItem;  // ID of the item that it stands for
   bool visible = true;
 
-  // label, rectangle, ellipse
+  // all but lines
   double left = 0, top = 0, width = 0, height = 0;
   // line
   double x1 = 0, y1 = 0, x2 = 0, y2 = 0;
@@ -79,10 +81,12 @@ struct Element {
   Fill fill = Fill::solid;      // shapes; patterns are drawn in backColour and let through what is behind
   bool gradient = false;        // shapes: the fill runs from backColour at the top to backColourEnd
   std::int32_t backColourEnd = 0;
-  double opacity = 1.0;     // of the fill
-  double borderWidth = 15;  // lines and shapes
-  bool bordered = true;     // shapes: an outline in `colour`
-  int borderStyle = 1;      // 1 solid, 3 dotted
+  double opacity = 1.0;           // of the fill
+  double borderWidth = 15;        // lines and shapes
+  bool bordered = true;           // shapes: an outline in `colour`
+  int borderStyle = 1;            // 1 solid, 3 dotted
+  double cornerRadius = 0;        // of rectangles; at most half of the shorter side is taken
+  Toward toward = Toward::right;  // triangles
 
   double right() const { return left + width; }
   double bottom() const { return top + height; }
@@ -166,5 +170,7 @@ constexpr std::int32_t RGB(int r, int g, int b) {
 
 // Words of `text` broken into lines that fit `width` twips in that font; existing line ends stay.
 std::vector<std::string> wrapText(const std::string& text, const SurfaceFont& font, double width);
+// As many lines as that, but each paragraph's lines as even in length as its words allow.
+std::vector<std::string> wrapBalanced(const std::string& text, const SurfaceFont& font, double width);
 
 }  // namespace qrn::host

@@ -61,9 +61,12 @@ class TextMeasure {
   virtual double TextWidth(std::string_view text, const std::string& font, double size, bool bold,
                            bool italic) const = 0;  // widest line
   virtual double LineHeight(const std::string& font, double size) const = 0;
+  // From the top of a line to its baseline, and from there up to the top of its capitals.
+  virtual double Ascent(const std::string& font, double size, bool bold, bool italic) const = 0;
+  virtual double CapHeight(const std::string& font, double size, bool bold, bool italic) const = 0;
   virtual bool fontInstalled(const std::string& font) const = 0;
-  // Where a line may break inside a text without blanks, as offsets in bytes: scripts such as Chinese and Thai
-  // set none between words.
+  // Where a line may break inside a text without blanks, as offsets in bytes: scripts such as Chinese and
+  // Thai set none between words.
   virtual std::vector<std::size_t> breaksInside(std::string_view word) const {
     (void)word;
     return {};

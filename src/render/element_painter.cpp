@@ -49,6 +49,29 @@ QRectF straightBar(const Element& e, const Mapping& mapping) {
           std::round(span.width()) + thick, std::round(span.height()) + thick};
 }
 
+QPolygonF triangleIn(const QRectF& box, host::Toward toward) {
+  const QPointF middle = box.center();
+  switch (toward) {
+    case host::Toward::right:
+      return {{box.topLeft(), {box.right(), middle.y()}, box.bottomLeft()}};
+    case host::Toward::left:
+      return {{box.topRight(), {box.left(), middle.y()}, box.bottomRight()}};
+    case host::Toward::down:
+      return {{box.topLeft(), {middle.x(), box.bottom()}, box.topRight()}};
+    case host::Toward::up:
+      break;
+  }
+  return {{box.bottomLeft(), {middle.x(), box.top()}, box.bottomRight()}};
+}
+
+// On whole pixels, so that its long sides are sharp.
+void drawRounded(QPainter& painter, const QRectF& box, double radius) {
+  const QRectF whole(QPointF(std::round(box.left()), std::round(box.top())),
+                     QPointF(std::round(box.right()), std::round(box.bottom())));
+  const double most = std::min({radius, whole.width() / 2, whole.height() / 2});
+  painter.drawRoundedRect(whole, most, most);
+}
+
 QPoint placeOf(const Element& e, const Mapping& mapping, const KeptPicture& kept) {
   const QPointF place = e.kind == Element::Kind::label ? anchorOf(e, mapping) : mapping.box(e).topLeft();
   return place.toPoint() + kept.offset;
@@ -58,8 +81,7 @@ QPoint placeOf(const Element& e, const Mapping& mapping, const KeptPicture& kept
 
 void drawShape(QPainter& painter, const Element& e, const Mapping& mapping) {
   const QRectF box = mapping.box(e);
-  const bool round = e.kind == Element::Kind::ellipse;
-  painter.setRenderHint(QPainter::Antialiasing, round);
+  painter.setRenderHint(QPainter::Antialiasing, e.kind != Element::Kind::rectangle || e.cornerRadius > 0);
   painter.setPen(e.bordered ? penOf(e, mapping) : QPen(Qt::NoPen));
   if (e.gradient && e.fill == host::Fill::solid) {
     QLinearGradient run(box.topLeft(), box.bottomLeft());
@@ -69,8 +91,12 @@ void drawShape(QPainter& painter, const Element& e, const Mapping& mapping) {
   } else {
     painter.setBrush(QBrush(fillOf(e, e.backColour), brushStyle(e.fill)));
   }
-  if (round)
+  if (e.kind == Element::Kind::ellipse)
     painter.drawEllipse(box);
+  else if (e.kind == Element::Kind::triangle)
+    painter.drawConvexPolygon(triangleIn(box, e.toward));
+  else if (e.cornerRadius > 0)
+    drawRounded(painter, box, mapping.length(e.cornerRadius));
   else
     painter.drawRect(box);
 }
@@ -85,6 +111,7 @@ void ElementPainter::paint(const Element& e, const KeptPicture* kept) {
       break;
     case Element::Kind::rectangle:
     case Element::Kind::ellipse:
+    case Element::Kind::triangle:
       if (kept != nullptr)
         painter_.drawImage(placeOf(e, mapping_, *kept), kept->image);
       else

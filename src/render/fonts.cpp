@@ -162,6 +162,10 @@ double ascent(const std::string& name, double size, bool bold, bool italic) {
   return faceOf(name, bold, italic).metrics.ascent() * perMetricsPixel(size);
 }
 
+double capHeight(const std::string& name, double size, bool bold, bool italic) {
+  return faceOf(name, bold, italic).metrics.capHeight() * perMetricsPixel(size);
+}
+
 bool fontInstalled(const std::string& name) {
   const QString family = toQt(name);
   return QFontDatabase::hasFamily(family) || hasEqualInWidth(family);

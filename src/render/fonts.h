@@ -29,6 +29,7 @@ QFont deviceFont(const host::SurfaceFont& font, double scale, int dotsPerInch);
 double textWidth(std::string_view text, const std::string& name, double size, bool bold, bool italic);
 double lineHeight(const std::string& name, double size);
 double ascent(const std::string& name, double size, bool bold, bool italic);
+double capHeight(const std::string& name, double size, bool bold, bool italic);
 bool fontInstalled(const std::string& name);
 
 // Where a line may break inside a text of a script that sets no blanks between words, in bytes.

@@ -93,6 +93,34 @@ TEST_F(Render, ShapesStandWhereTheSurfaceSays) {
   EXPECT_NEAR(image.pixelColor(40, 75).red(), 128, 2);
 }
 
+TEST_F(Render, CornersAreRoundAndTrianglesPoint) {
+  host::Surface shown = surface(200, 100);
+  Element bar = rectangle(10, 10, 80, 40, kRed);
+  bar.cornerRadius = 400 * 15;  // more than there is: half of the height
+  put(shown, bar);
+  Element mark = rectangle(120, 10, 40, 40, kBlue);
+  mark.kind = Element::Kind::triangle;
+  put(shown, mark);
+  Element& shownMark = *shown.find("parts", 1);
+  const QColor red(200, 0, 0), blue(0, 0, 200), white(Qt::white);
+  QImage image = render::surfaceImage(shown, {200, 100});
+  EXPECT_EQ(image.pixelColor(13, 13), white);
+  EXPECT_EQ(image.pixelColor(32, 10), red) << "the straight side begins";
+  EXPECT_EQ(image.pixelColor(11, 30), red);
+  struct Case {
+    host::Toward toward;
+    QPoint tip, beside;  // the middle of the side it points to, and a corner of that side
+  };
+  for (const Case& c :
+       {Case{host::Toward::right, {156, 30}, {157, 13}}, Case{host::Toward::down, {140, 46}, {123, 47}},
+        Case{host::Toward::left, {123, 30}, {123, 13}}, Case{host::Toward::up, {140, 14}, {123, 13}}}) {
+    shownMark.toward = c.toward;
+    image = render::surfaceImage(shown, {200, 100});
+    EXPECT_EQ(image.pixelColor(c.tip), blue) << static_cast<int>(c.toward);
+    EXPECT_EQ(image.pixelColor(c.beside), white) << static_cast<int>(c.toward);
+  }
+}
+
 TEST_F(Render, LaterElementsLieInFront) {
   host::Surface shown = surface(50, 50);
   put(shown, rectangle(0, 0, 50, 50, kRed));

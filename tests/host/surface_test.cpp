@@ -1,6 +1,9 @@
 #include "host/surface.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include "support/test_host.h"
 
 namespace qrn::host {
 namespace {
@@ -73,6 +76,23 @@ TEST(HitTest, FindsTheVisibleElementInFront) {
   const Hit below = hitTest(
       surface, 100, 50, [](const ElementArray& array, const Element&) { return array.name() != "front"; });
   EXPECT_EQ(below.array->name(), "back");
+}
+
+// At ten points a character is 120 twips wide.
+TEST(WrapBalanced, EvensTheLinesWithoutAddingAny) {
+  const test::TestHost world;
+  struct Case {
+    const char* text;
+    int characters;
+    std::vector<std::string> lines;
+  };
+  for (const Case& c : {Case{"one two three four", 14, {"one two", "three four"}},
+                        Case{"one two three four", 18, {"one two three four"}},
+                        Case{"a b\nlonger line that breaks", 19, {"a b", "longer line", "that breaks"}},
+                        Case{"incomprehensible no", 12, {"incomprehensible", "no"}}, Case{"", 5, {""}}}) {
+    EXPECT_EQ(wrapBalanced(c.text, {"Arial", 10}, c.characters * 120), c.lines) << c.text << c.characters;
+    EXPECT_EQ(wrapText(c.text, {"Arial", 10}, c.characters * 120).size(), c.lines.size()) << c.text;
+  }
 }
 
 }  // namespace

@@ -90,12 +90,14 @@ class MapEnvironment : public host::Environment {
       {"temp", "/tmp/t"}, {"TEMP", "/tmp/t"}, {"APPDATA", "/appdata"}, {"ALLUSERSPROFILE", "/allusers"}};
 };
 
-// Every character is 0.6 of the size wide, a line 1.2 of the size high.
+// Every character is 0.6 of the size wide, a line 1.2 of the size high, a capital 0.7.
 class FixedTextMeasure : public host::TextMeasure {
  public:
   double TextWidth(std::string_view text, const std::string& font, double size, bool bold,
                    bool italic) const override;
   double LineHeight(const std::string&, double size) const override { return size * 1.2 * 20; }
+  double Ascent(const std::string&, double size, bool, bool) const override { return size * 0.9 * 20; }
+  double CapHeight(const std::string&, double size, bool, bool) const override { return size * 0.7 * 20; }
   bool fontInstalled(const std::string& font) const override { return font != "Missing Font"; }
 };
 

@@ -13,6 +13,14 @@ double QtTextMeasure::LineHeight(const std::string& font, double size) const {
   return render::lineHeight(font, size);
 }
 
+double QtTextMeasure::Ascent(const std::string& font, double size, bool bold, bool italic) const {
+  return render::ascent(font, size, bold, italic);
+}
+
+double QtTextMeasure::CapHeight(const std::string& font, double size, bool bold, bool italic) const {
+  return render::capHeight(font, size, bold, italic);
+}
+
 bool QtTextMeasure::fontInstalled(const std::string& font) const {
   return render::fontInstalled(font);
 }

@@ -164,6 +164,15 @@ double lineHeight(const host::SurfaceFont& font) {
   return host::host().textMeasure->LineHeight(font.name, font.size);
 }
 
+double topForBaseline(double y, const host::SurfaceFont& font) {
+  return y - host::host().textMeasure->Ascent(font.name, font.size, font.bold, font.italic);
+}
+
+double topForMiddle(double y, const host::SurfaceFont& font) {
+  const double capital = host::host().textMeasure->CapHeight(font.name, font.size, font.bold, font.italic);
+  return topForBaseline(y + capital / 2, font);
+}
+
 std::string cutToWidth(const std::string& text, const host::SurfaceFont& font, double width) {
   if (textWidth(text, font) <= width)
     return text;

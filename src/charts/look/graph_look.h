@@ -50,6 +50,10 @@ void addPanel(host::Surface& surface, const GraphLook& look);
 
 double textWidth(const std::string& text, const host::SurfaceFont& font);
 double lineHeight(const host::SurfaceFont& font);
+// The top of a one-line label whose capitals have their middle at `y`, or whose baseline is there: texts of
+// different sizes stand in one row.
+double topForMiddle(double y, const host::SurfaceFont& font);
+double topForBaseline(double y, const host::SurfaceFont& font);
 
 // `text` on one line, cut to `width` twips with "..." at its end; "" when not even that fits.
 std::string cutToWidth(const std::string& text, const host::SurfaceFont& font, double width);
