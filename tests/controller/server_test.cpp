@@ -1,9 +1,13 @@
-// The built controller from outside: who is let in, what the pages are, and phones that vote.
+// The built controller from outside: who is let in, what the pages are, and phones that vote, a thousand of
+// them.
+#include <sys/resource.h>
+
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/tcp.hpp>
 #include <boost/beast/core.hpp>
 #include <boost/beast/http.hpp>
 #include <boost/beast/websocket.hpp>
+#include <deque>
 
 #include "adapters/link/controller_process.h"
 #include "adapters/link/link_fixture.h"
@@ -48,6 +52,7 @@ class ServerTest : public LinkTest {
   void SetUp() override {
     options.controllerPath = QUORIN_CONTROLLER;
     options.address = "vote.local";
+    options.extraArguments.insert(options.extraArguments.end(), {"--keypads", "1-1000"});
     program = std::make_unique<link::WebSocketLink>(options);
     listen(*program);
     ASSERT_TRUE(program->makeLink(true)) << program->lastError();
@@ -205,6 +210,29 @@ TEST_F(ServerTest, HostileFramesCostTheirSenderTheSocketAndNobodyElse) {
   good.say("press 1 3");
   EXPECT_TRUE(pump(*program, [&] { return !received.empty() && received.back() == "[1],1;3"; }));
   EXPECT_NE(good.hear("yours"), "");
+}
+
+TEST_F(ServerTest, EveryPressOfAThousandPhonesArrivesAndCounts) {
+  constexpr std::size_t kPhones = 1000;
+  rlimit limit{};
+  getrlimit(RLIMIT_NOFILE, &limit);
+  limit.rlim_cur = limit.rlim_max;
+  setrlimit(RLIMIT_NOFILE, &limit);
+  std::deque<Phone> phones;
+  for (std::size_t i = 0; i < kPhones; ++i) phones.emplace_back(announced.port).say("join - 0");
+  startVote(*program, 5);
+  for (std::size_t i = 0; i < kPhones; ++i) {
+    ASSERT_NE(phones[i].hear("vote"), "") << i;
+    phones[i].say("press 1 " + std::to_string(1 + i % 5));
+  }
+  ASSERT_TRUE(pump(*program, [&] { return votesReceived().size() == kPhones; }));
+  for (std::size_t i = 0; i < kPhones; ++i)
+    ASSERT_EQ(phones[i].hear("yours"),
+              "yours\nvote=1\npress=" + std::to_string(1 + i % 5) + "\nstanding=counted");
+  std::map<std::string, std::size_t> byVote;
+  for (const auto& [keypad, vote] : votesReceived()) ++byVote[vote];
+  EXPECT_EQ(byVote,
+            (std::map<std::string, std::size_t>{{"1", 200}, {"2", 200}, {"3", 200}, {"4", 200}, {"5", 200}}));
 }
 
 }  // namespace

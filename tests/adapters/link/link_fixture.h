@@ -7,6 +7,7 @@
 #include <condition_variable>
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -51,13 +52,22 @@ class LinkTest : public ::testing::Test {
     }
     return true;
   }
+  // Keypad and vote of every piece received, the last press of a keypad counting.
+  std::map<int, std::string> votesReceived() const {
+    std::map<int, std::string> votes;
+    for (std::string text : received)
+      for (std::size_t at = text.find("],"); at != std::string::npos; at = text.find("],")) {
+        text.erase(0, at + 2);
+        const std::size_t semicolon = text.find(';');
+        votes[std::stoi(text)] = text.substr(semicolon + 1, text.find("],") - semicolon - 1);
+      }
+    return votes;
+  }
   static void startVote(link::WebSocketLink& of, int options_) {
-    for (const std::string& text :
-         {std::string("voteType=9"), std::string("preVoteText=How likely?"),
-          std::string("voteText=|Rare|Likely"), std::string("postVotedText=Vote Submitted"),
-          std::string("limits=0"), std::string("allocation=0"), std::string("points=0"),
-          "options=" + std::to_string(options_), std::string("StartFrom=1"), std::string("Clear"),
-          std::string("StartVote")})
+    const std::string count = "options=" + std::to_string(options_);
+    for (const char* text :
+         {"voteType=9", "preVoteText=How likely?", "voteText=|Rare|Likely", "postVotedText=Vote Submitted",
+          "limits=0", "allocation=0", "points=0", count.c_str(), "StartFrom=1", "Clear", "StartVote"})
       of.sendToController(text);
   }
 

@@ -2,8 +2,6 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <map>
-#include <set>
 
 #include "adapters/link/link_fixture.h"
 
@@ -14,24 +12,12 @@ class RealController : public LinkTest {
  protected:
   RealController() { options.controllerPath = QUORIN_CONTROLLER; }
 
-  // Keypad and vote of every piece received, the last press of a keypad counting.
-  std::map<int, std::string> votes() const {
-    std::map<int, std::string> result;
-    for (std::string text : received) {
-      for (std::size_t at = text.find("],"); at != std::string::npos; at = text.find("],")) {
-        text.erase(0, at + 2);
-        const std::size_t semicolon = text.find(';');
-        result[std::stoi(text)] = text.substr(semicolon + 1, text.find("],") - semicolon - 1);
-      }
-    }
-    return result;
-  }
   std::map<int, std::string> rehearsedVote(link::WebSocketLink& of) {
     received.clear();
     startVote(of, 5);
-    EXPECT_TRUE(pump(of, [&] { return votes().size() == 20; }));
+    EXPECT_TRUE(pump(of, [&] { return votesReceived().size() == 20; }));
     of.sendToController("EndVote");
-    return votes();
+    return votesReceived();
   }
 };
 

@@ -1,0 +1,103 @@
+// Tests told as text: what is done, and what comes of it, in case files beside the tests.
+//
+//   == a press counts once the program has taken it    one test each, named like this
+//   # remark
+//   phone 1 press 1 4                                  a command and its words; "..." holds blanks and
+//   escapes
+//     1: yours\nvote=1\npress=4                        what it tells, indented; ... stands for any text
+//   each WHAT in one two {                             the lines up to } for each word, put where $WHAT
+//   stands
+//     phone $WHAT leave
+//   }
+//
+// A suite is a class with a table of commands; every *.case of its folder is found when the program starts.
+// With QUORIN_WRITE_CASES=1 what was told is written into the files, for a person to read through.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <map>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace qrn::test {
+
+struct CaseStep {
+  int line = 0;
+  std::string text;
+  std::vector<std::string> expected;  // lines
+  std::vector<CaseStep> block;
+};
+
+struct CaseText {
+  std::string file, name;
+  int line = 0;
+  std::vector<CaseStep> steps;
+};
+
+std::vector<CaseText> readCases(const std::string& path);  // a file, or a folder with its *.case
+std::string testNameOf(const std::string& name);           // letters and digits
+
+// `\r`, `\n`, `\t`, `\\`, `\"` and `\xNN` stand for what cannot be seen.
+std::string escaped(std::string_view text);
+std::string unescaped(std::string_view text);
+
+// The words behind a command.
+class Words : public std::vector<std::string> {
+ public:
+  explicit Words(const std::string& line);
+  std::string word(std::size_t n) const { return n < size() ? (*this)[n] : ""; }
+  int number(std::size_t n) const { return n < size() ? std::stoi((*this)[n]) : 0; }
+  std::string rest(std::size_t from) const;  // from that word on, as it stands
+
+ private:
+  std::string line_;
+  std::vector<std::size_t> starts_;
+};
+
+class CaseTest : public ::testing::Test {
+ public:
+  void play(const CaseText& text) { case_ = &text; }
+  void TestBody() override { run(case_->steps); }
+
+ protected:
+  void on(const std::string& command, std::function<void(const Words&)> act) {
+    acts_[command] = std::move(act);
+  }
+  void tell(const std::string& lines) { told_ += lines + (lines.ends_with('\n') ? "" : "\n"); }
+  std::string take() { return std::exchange(told_, ""); }  // what the command at hand has told
+  void runBlock() { run(*block_); }                        // of the command at hand
+
+ private:
+  void run(const std::vector<CaseStep>& steps);
+  void forEach(const Words& words, const std::function<void()>& act);
+  std::string perform(const CaseStep& step, const std::string& line);
+  void performFor(const CaseStep& step, const std::string& line);
+  std::string withValues(std::string line) const;
+
+  const CaseText* case_ = nullptr;
+  std::map<std::string, std::function<void(const Words&)>> acts_;
+  std::map<std::string, std::string> values_;
+  const std::vector<CaseStep>* block_ = nullptr;
+  std::string told_;
+};
+
+// Makes a test of every case. Fixture is a CaseTest.
+template <class Fixture>
+bool registerCases(const char* suite, const std::string& path) {
+  struct Made : Fixture {};
+  static const std::vector<CaseText> all = readCases(path);
+  for (const CaseText& one : all)
+    ::testing::RegisterTest(suite, testNameOf(one.name).c_str(), nullptr, nullptr, one.file.c_str(), one.line,
+                            [&one] {
+                              CaseTest* made = new Made;
+                              made->play(one);
+                              return made;
+                            });
+  return true;
+}
+
+}  // namespace qrn::test
