@@ -15,11 +15,11 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "adapters/qt/themed.h"
 #include "core/windows/slide_theme.h"
 #include "desktop/keys.h"
 #include "desktop/panel_view.h"
 #include "host/host.h"
-#include "look/colour.h"
 #include "render/fonts.h"
 #include "render/render.h"
 
@@ -27,60 +27,36 @@ namespace qrn::desktop {
 
 namespace {
 
-constexpr double kDim = 0.72;       // how much of what is behind the ground takes away
-constexpr double kCardLift = 0.06;  // the card stands out of the ground by this much of the text's colour
+constexpr double kDim = 0.72;  // how much of what is behind the ground takes away
 constexpr double kWidest = 0.8, kTallest = 0.9, kWidestList = 0.36;  // of the screen
 constexpr int kMostRows = 5;                                         // that a list asks room for
 constexpr int kFrame = 8, kScrollBar = 18;                           // pixels
 
-QString hex(std::int32_t colour) {
-  return render::toColour(colour).name();
-}
-
-QString sheetOf(const look::Theme& theme, int label, int quiet) {
-  const std::int32_t card = look::blend(theme.ground, theme.text, kCardLift);
-  const std::int32_t field = look::blend(theme.ground, theme.text, 2 * kCardLift);
-  const std::int32_t line = look::tintUntil(theme.grid, theme.text, card, look::kShapeContrast);
-  QString sheet = R"(
-    #card { background: CARD; border-radius: 16px; }
-    QWidget { color: TEXT; font-size: LABELpx; background: transparent; border: none; }
-    QLabel#title { font-weight: bold; }
-    QLabel#help, QLabel#problem { font-size: QUIETpx; color: QUIETCOLOUR; }
-    QLabel#problem { color: ALARM; }
-    QPushButton { background: FIELD; border: 2px solid LINE; border-radius: 8px; padding: 8px 20px; }
-    QPushButton#primary { background: DATA; color: ONDATA; border-color: DATA; font-weight: bold; }
-    QPushButton:focus, QLineEdit:focus, QComboBox:focus, QTreeView:focus { border: 3px solid HIGHLIGHT; }
-    QPushButton:disabled, QCheckBox:disabled, QRadioButton:disabled, QLabel:disabled { color: QUIETCOLOUR; }
-    QLineEdit, QComboBox { background: FIELD; border: 2px solid LINE; border-radius: 8px; padding: 6px 12px; }
-    QCheckBox:focus, QRadioButton:focus { color: HIGHLIGHT; }
-    QCheckBox::indicator, QRadioButton::indicator { width: LABELpx; height: LABELpx; background: FIELD; border: 2px solid LINE; }
-    QCheckBox::indicator { border-radius: 6px; }
-    QRadioButton::indicator { border-radius: RADIUSpx; }
-    QCheckBox::indicator:checked, QRadioButton::indicator:checked { background: DATA; border: 4px solid ONDATA; }
-    QComboBox QAbstractItemView { background: CARD; selection-background-color: DATA; selection-color: ONDATA; }
-    QTreeView { background: FIELD; border: 2px solid LINE; border-radius: 8px; outline: none; padding: 4px; }
-    QTreeView::item { padding: 6px 8px; border-radius: 6px; }
-    QTreeView::item:selected { background: DATA; color: ONDATA; }
-    QHeaderView::section { background: FIELD; border: none; padding: 6px 8px; color: QUIETCOLOUR; }
-    QScrollBar:vertical { background: FIELD; width: 14px; }
-    QScrollBar::handle:vertical { background: LINE; border-radius: 5px; min-height: 40px; margin: 2px; }
-    QScrollBar::add-line, QScrollBar::sub-line { height: 0; width: 0; }
-  )";
-  const std::vector<std::pair<const char*, QString>> words{{"QUIETCOLOUR", hex(theme.quiet)},
-                                                           {"QUIET", QString::number(quiet)},
-                                                           {"LABEL", QString::number(label)},
-                                                           {"RADIUS", QString::number(label / 2 + 2)},
-                                                           {"CARD", hex(card)},
-                                                           {"FIELD", hex(field)},
-                                                           {"LINE", hex(line)},
-                                                           {"ONDATA", hex(theme.onData)},
-                                                           {"DATA", hex(theme.data)},
-                                                           {"HIGHLIGHT", hex(theme.highlight)},
-                                                           {"ALARM", hex(theme.alarm)},
-                                                           {"TEXT", hex(theme.text)}};
-  for (const auto& [word, value] : words) sheet.replace(word, value);
-  return sheet;
-}
+constexpr const char* kSheet = R"(
+  #card { background: @card; border-radius: 16px; }
+  QWidget { color: @text; font-size: @labelpx; background: transparent; border: none; }
+  QLabel#title { font-weight: bold; font-size: @wordpx; }
+  QLabel#help, QLabel#problem { font-size: @floorpx; color: @quiet; }
+  QLabel#problem { color: @alarm; }
+  QPushButton { background: @field; border: 2px solid @line; border-radius: 8px; padding: 8px 20px; }
+  QPushButton#primary { background: @data; color: @onData; border-color: @data; font-weight: bold; }
+  QPushButton:focus, QLineEdit:focus, QComboBox:focus, QTreeView:focus { border: 3px solid @highlight; }
+  QPushButton:disabled, QCheckBox:disabled, QRadioButton:disabled, QLabel:disabled { color: @quiet; }
+  QLineEdit, QComboBox { background: @field; border: 2px solid @line; border-radius: 8px; padding: 6px 12px; }
+  QCheckBox:focus, QRadioButton:focus { color: @highlight; }
+  QCheckBox::indicator, QRadioButton::indicator { width: @labelpx; height: @labelpx; background: @field; border: 2px solid @line; }
+  QCheckBox::indicator { border-radius: 6px; }
+  QRadioButton::indicator { border-radius: @halfpx; }
+  QCheckBox::indicator:checked, QRadioButton::indicator:checked { background: @data; border: 4px solid @onData; }
+  QComboBox QAbstractItemView { background: @card; selection-background-color: @data; selection-color: @onData; }
+  QTreeView { background: @field; border: 2px solid @line; border-radius: 8px; outline: none; padding: 4px; }
+  QTreeView::item { padding: 6px 8px; border-radius: 6px; }
+  QTreeView::item:selected { background: @data; color: @onData; }
+  QHeaderView::section { background: @field; border: none; padding: 6px 8px; color: @quiet; }
+  QScrollBar:vertical { background: @field; width: 14px; }
+  QScrollBar::handle:vertical { background: @line; border-radius: 5px; min-height: 40px; margin: 2px; }
+  QScrollBar::add-line, QScrollBar::sub-line { height: 0; width: 0; }
+)";
 
 }  // namespace
 
@@ -101,20 +77,19 @@ ControlWindow::ControlWindow(host::ControlForm& form, WindowStack& stack)
 }
 
 int ControlWindow::px(look::Size size) const {
-  return static_cast<int>(look::partOfHeight(size) * stack_.placeForForms().height());
+  return qt::pixels(size, stack_.placeForForms().height());
 }
 
 void ControlWindow::build() {
   using look::Size;
   const int gap = px(Size::floor) / 2;
-  setStyleSheet(sheetOf(theme_, px(Size::label), px(Size::floor)));
+  setStyleSheet(qt::themed(kSheet, theme_, stack_.placeForForms().height()));
   auto* layout = new QVBoxLayout(card_);
   layout->setContentsMargins(2 * px(Size::floor), px(Size::item) / 2, 2 * px(Size::floor),
                              px(Size::item) / 2);
   layout->setSpacing(gap);
   auto* title = new QLabel(render::toQt(form_.title), card_);
   title->setObjectName("title");
-  title->setStyleSheet(QString("font-size: %1px;").arg(px(Size::word)));
   title->setWordWrap(true);
   layout->addWidget(title);
   using Place = host::Control::Place;

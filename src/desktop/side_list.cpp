@@ -5,10 +5,10 @@
 #include <algorithm>
 #include <utility>
 
+#include "adapters/qt/themed.h"
 #include "core/windows/slide_theme.h"
 #include "look/theme.h"
 #include "render/fonts.h"
-#include "render/render.h"
 
 namespace qrn::desktop {
 
@@ -20,16 +20,8 @@ int typeFor(const QWidget& window) {
   return std::max(16, static_cast<int>(window.height() * look::partOfHeight(look::Size::floor)));
 }
 
-// A style sheet with the colours of the theme for their names.
-QString themed(QString sheet) {
-  const look::Theme theme = slideTheme();
-  const std::pair<const char*, std::int32_t> colours[] = {{"@surface", theme.surface},
-                                                          {"@text", theme.text},
-                                                          {"@quiet", theme.quiet},
-                                                          {"@data", theme.data},
-                                                          {"@onData", theme.onData}};
-  for (const auto& [name, colour] : colours) sheet.replace(name, render::toColour(colour).name());
-  return sheet;
+QString themed(const char* sheet, const QWidget& window) {
+  return qt::themed(sheet, slideTheme(), window.height());
 }
 
 }  // namespace
@@ -95,7 +87,8 @@ int SideList::sync() {
     setGeometry(place);
     setStyleSheet(themed("QListWidget { background: @surface; border: none; font-size: %1px; outline: none; }"
                          "QListWidget::item { border: none; padding: %2px; color: @text; }"
-                         "QListWidget::item:selected { background: @data; color: @onData; }")
+                         "QListWidget::item:selected { background: @data; color: @onData; }",
+                         window)
                       .arg(typeFor(window))
                       .arg(typeFor(window) / 3));
     show();
@@ -119,7 +112,8 @@ void InfoButton::sync(int graphWidth) {
   const int side = 2 * typeFor(window);
   setGeometry(graphWidth - side * 3 / 2, side / 4, side, side);
   setStyleSheet(themed("background: @surface; color: @text; border: 2px solid @quiet; border-radius: %1px; "
-                       "font-size: %2px; font-weight: bold; padding: 0; min-height: 0;")
+                       "font-size: %2px; font-weight: bold; padding: 0; min-height: 0;",
+                       window)
                     .arg(side / 2)
                     .arg(typeFor(window)));
 }

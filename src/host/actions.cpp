@@ -1,54 +1,102 @@
 #include "host/actions.h"
 
 #include <algorithm>
+#include <cctype>
 #include <map>
+#include <optional>
 
+#include "host/dialogs.h"
+#include "host/errors.h"
 #include "host/forms.h"
+#include "host/host.h"
+#include "host/system.h"
 
 namespace qrn::host {
 
 namespace {
 
-bool isEnabled(const Action& action) {
-  return action.perform && (!action.enabled || action.enabled());
-}
+constexpr std::int64_t kRepeatGuard = 100000;  // microseconds
+constexpr int kLastCode = 255;
+constexpr std::size_t kRun = 3;  // neighbouring keys that are told as "0 to 9"
+
+constexpr std::pair<int, const char*> kModifiers[] = {
+    {key::ctrlMask, "Ctrl+"}, {key::altMask, "Alt+"}, {key::shiftMask, "Shift+"}};
 
 std::string plainKeyName(int code) {
-  static const std::map<int, std::string> names{{key::enter, "Enter"},
-                                                {key::escape, "Esc"},
-                                                {key::space, "Space"},
-                                                {key::pageUp, "PageUp"},
-                                                {key::pageDown, "PageDown"},
-                                                {key::end, "End"},
-                                                {key::home, "Home"},
-                                                {key::left, "Left"},
-                                                {key::up, "Up"},
-                                                {key::right, "Right"},
-                                                {key::down, "Down"},
-                                                {key::insert, "Insert"},
-                                                {key::del, "Delete"},
-                                                {key::multiply, "Num *"},
-                                                {key::add, "Num +"},
-                                                {key::subtract, "Num -"},
-                                                {key::equal, "="},
-                                                {key::minus, "-"},
-                                                {key::back, "Backspace"},
-                                                {key::tab, "Tab"}};
+  static const std::map<int, std::string> names{
+      {key::enter, "Enter"},    {key::escape, "Esc"},     {key::space, "Space"},
+      {key::clear, "Clear"},    {key::pageUp, "PageUp"},  {key::pageDown, "PageDown"},
+      {key::end, "End"},        {key::home, "Home"},      {key::left, "Left"},
+      {key::up, "Up"},          {key::right, "Right"},    {key::down, "Down"},
+      {key::insert, "Insert"},  {key::del, "Delete"},     {key::rightSuper, "Super"},
+      {key::menu, "Menu"},      {key::multiply, "Num *"}, {key::add, "Num +"},
+      {key::subtract, "Num -"}, {key::equal, "="},        {key::comma, "Comma"},
+      {key::minus, "-"},        {key::period, "Period"},  {key::back, "Backspace"},
+      {key::tab, "Tab"}};
   if (const auto named = names.find(code); named != names.end())
     return named->second;
   if (code >= key::f1 && code < key::f1 + 12)
     return "F" + std::to_string(code - key::f1 + 1);
   if (code >= key::numpad0 && code < key::numpad0 + 10)
     return "Num " + std::to_string(code - key::numpad0);
-  return code > ' ' && code < 127 ? std::string(1, static_cast<char>(code)) : "";
+  const bool plain = (code >= '0' && code <= '9') || (code >= 'A' && code <= 'Z');
+  return plain ? std::string(1, static_cast<char>(code)) : "";
+}
+
+bool sameWord(std::string_view a, std::string_view b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [](unsigned char x, unsigned char y) { return std::tolower(x) == std::tolower(y); });
+}
+
+KeyStroke readKey(std::string_view word) {
+  KeyStroke stroke;
+  std::string_view rest = word;
+  for (bool found = true; found;) {
+    found = false;
+    for (const auto& [mask, prefix] : kModifiers)
+      if (const std::string_view name(prefix); sameWord(rest.substr(0, name.size()), name)) {
+        stroke.shift |= mask;
+        rest.remove_prefix(name.size());
+        found = true;
+      }
+  }
+  for (int code = 1; code <= kLastCode && stroke.code == 0 && !rest.empty(); ++code)
+    if (sameWord(plainKeyName(code), rest))
+      stroke.code = code;
+  if (stroke.code == 0)
+    throw HostError(Fault::badData, 5, "\"" + std::string(word) + "\" names no key");
+  return stroke;
+}
+
+// How many keys from `at` on are neighbours on the keyboard.
+std::size_t runAt(const std::vector<KeyStroke>& keys, std::size_t at) {
+  std::size_t end = at + 1;
+  while (end < keys.size() && keys[end].code == keys[end - 1].code + 1 && keys[end].shift == keys[at].shift &&
+         std::isalnum(keys[at].code))
+    ++end;
+  return end - at;
 }
 
 std::string keyNames(const std::vector<KeyStroke>& keys) {
   std::string names;
-  for (const KeyStroke& stroke : keys)
-    if (const std::string name = keyName(stroke); !name.empty())
+  for (std::size_t at = 0; at < keys.size();) {
+    const std::size_t run = runAt(keys, at);
+    std::string name = keyName(keys[at]);
+    if (run >= kRun)
+      name += " to " + plainKeyName(keys[at + run - 1].code);
+    if (!name.empty())
       names += (names.empty() ? "" : ", ") + name;
+    at += run >= kRun ? run : 1;
+  }
   return names;
+}
+
+// Copies what it does first: it may end the form, and its table with it.
+void perform(const Action& action, int keyCode) {
+  if (const auto withKey = action.performKey)
+    withKey(keyCode);
+  else if (const auto alone = action.perform)
+    alone();
 }
 
 }  // namespace
@@ -58,11 +106,33 @@ std::string keyName(const KeyStroke& stroke) {
   if (plain.empty() || stroke.shift == kAnyShift)
     return plain;
   std::string name;
-  for (const auto& [mask, word] :
-       {std::pair{key::ctrlMask, "Ctrl+"}, {key::altMask, "Alt+"}, {key::shiftMask, "Shift+"}})
+  for (const auto& [mask, word] : kModifiers)
     if ((stroke.shift & mask) != 0)
       name += word;
   return name + plain;
+}
+
+std::vector<KeyStroke> readKeys(std::string_view words) {
+  std::vector<KeyStroke> keys;
+  for (std::size_t at = 0; at <= words.size();) {
+    const std::size_t comma = std::min(words.find(',', at), words.size());
+    const std::string_view word = words.substr(at, comma - at);
+    const std::size_t first = word.find_first_not_of(' ');
+    keys.push_back(
+        readKey(first == word.npos ? "" : word.substr(first, word.find_last_not_of(' ') + 1 - first)));
+    at = comma + 1;
+  }
+  return keys;
+}
+
+std::vector<KeyStroke> keyRange(int first, int last, int shift) {
+  std::vector<KeyStroke> keys;
+  for (int code = first; code <= last; ++code) keys.push_back({code, shift});
+  return keys;
+}
+
+bool isEnabled(const Action& action) {
+  return (action.perform || action.performKey) && (!action.enabled || action.enabled());
 }
 
 const Action* ActionTable::find(std::string_view name) const {
@@ -84,8 +154,7 @@ bool ActionTable::performKey(int keyCode, int shift) const {
   const Action* action = forKey(keyCode, shift);
   if (action == nullptr)
     return false;
-  const std::function<void()> perform = action->perform;  // it may end the form, and this table with it
-  perform();
+  host::perform(*action, keyCode);
   return true;
 }
 
@@ -93,8 +162,7 @@ bool ActionTable::perform(std::string_view name) const {
   const Action* action = find(name);
   if (action == nullptr || !isEnabled(*action))
     return false;
-  const std::function<void()> perform = action->perform;
-  perform();
+  host::perform(*action, action->keys.empty() ? 0 : action->keys.front().code);
   return true;
 }
 
@@ -102,9 +170,9 @@ std::vector<MenuRow> ActionTable::menu(std::string_view name) const {
   std::vector<MenuRow> rows;
   for (const Action& action : actions_)
     if (std::find(action.menus.begin(), action.menus.end(), name) != action.menus.end())
-      rows.push_back({action.name, action.caption, keyNames(action.keys), isEnabled(action),
-                      static_cast<bool>(action.checked), action.checked && action.checked(),
-                      action.separated});
+      rows.push_back({action.name, action.caption, action.keys.empty() ? "" : keyName(action.keys.front()),
+                      action.group, isEnabled(action), static_cast<bool>(action.checked),
+                      action.checked && action.checked(), action.separated});
   return rows;
 }
 
@@ -112,8 +180,29 @@ std::vector<KeyHelp> ActionTable::help() const {
   std::vector<KeyHelp> rows;
   for (const Action& action : actions_)
     if (!action.keys.empty() && !action.caption.empty())
-      rows.push_back({keyNames(action.keys), action.caption});
+      rows.push_back({keyNames(action.keys), action.help.empty() ? action.caption : action.help});
   return rows;
+}
+
+ActionTable Form::actions() {
+  return ActionTable();
+}
+
+void popUp(Form& form, const std::string& menu, bool atMouse) {
+  const std::string name = form.name;
+  const std::optional<std::string> chosen = host().dialogs->Menu(form.actions().menu(menu), atMouse);
+  if (!chosen || host().forms->find(name) != &form)
+    return;
+  form.actions().perform(*chosen);
+  host().forms->refresh(name);
+}
+
+bool KeyGuard::repeated(int keyCode) {
+  const std::int64_t now = host().clock->microseconds();
+  const bool soon = keyCode == last_ && at_ >= 0 && now - at_ < kRepeatGuard;
+  last_ = keyCode;
+  at_ = now;
+  return soon;
 }
 
 }  // namespace qrn::host

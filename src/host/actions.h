@@ -2,12 +2,15 @@
 // all read this table.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace qrn::host {
+
+class Form;
 
 inline constexpr int kAnyShift = -1;
 
@@ -18,25 +21,36 @@ struct KeyStroke {
   bool matches(int keyCode, int held) const {
     return code == keyCode && (shift == kAnyShift || shift == held);
   }
+  bool operator==(const KeyStroke&) const = default;
 };
 
 // "Ctrl+L", "F3", "Space"; kAnyShift adds nothing.
 std::string keyName(const KeyStroke& stroke);
+// The keys of "B,Esc,Alt+L,F3", whatever their case. Throws HostError (bad data) for a word that names no
+// key.
+std::vector<KeyStroke> readKeys(std::string_view words);
+// Every key from one code to another.
+std::vector<KeyStroke> keyRange(int first, int last, int shift = 0);
 
 struct Action {
-  std::string name{};     // as other rooms call it, "menuPairLines"
-  std::string caption{};  // plain words; they stand in menus and in the help
-  std::vector<KeyStroke> keys{};
+  std::string name{};                // as other rooms call it, "menuPairLines"
+  std::string caption{};             // plain words; they stand in menus, on buttons and in the help
+  std::vector<KeyStroke> keys{};     // the first is the one that menus and buttons name
   std::vector<std::string> menus{};  // where it stands beside the keys, "menuHideShowRound"
   std::function<void()> perform{};
-  std::function<bool()> enabled{};  // left out: always
-  std::function<bool()> checked{};  // left out: it bears no mark
-  bool separated = false;           // a line above it in menus
+  std::function<void(int keyCode)> performKey{};  // instead, where digits or letters do alike
+  std::function<bool()> enabled{};                // left out: always
+  std::function<bool()> checked{};                // left out: it bears no mark
+  bool separated = false;                         // a line above it in menus
+  std::string group{};                            // the menu within the menu that it stands in, "Order"
+  std::string help{};                             // a sentence for the help; left out: the caption
 };
+
+bool isEnabled(const Action& action);
 
 // A row of a menu as it is shown.
 struct MenuRow {
-  std::string name, caption, keys;
+  std::string name{}, caption{}, key{}, group{};
   bool enabled = true, checkable = false, checked = false, separated = false;
 };
 
@@ -63,6 +77,20 @@ class ActionTable {
 
  private:
   std::vector<Action> actions_;
+};
+
+// Shows a menu of the form's table and does what is chosen, if the form still stands by then.
+void popUp(Form& form, const std::string& menu, bool atMouse = false);
+
+// Tells a key that comes again within a tenth of a second: a bouncing contact, a heavy finger. Each key
+// renews the guard, one that is dropped too: a key that is held never comes through again.
+class KeyGuard {
+ public:
+  bool repeated(int keyCode);
+
+ private:
+  int last_ = 0;
+  std::int64_t at_ = -1;  // microseconds
 };
 
 }  // namespace qrn::host

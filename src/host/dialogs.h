@@ -4,8 +4,11 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace qrn::host {
+
+struct MenuRow;
 
 enum class Buttons { ok, okCancel, yesNo, yesNoCancel };
 enum class Icon { none, information, question, exclamation, critical };
@@ -43,6 +46,13 @@ class Dialogs {
   virtual std::optional<std::string> InputBox(const std::string& prompt, const std::string& title,
                                               const std::string& preset = "") = 0;
   virtual std::optional<std::string> FileDialog(const FileQuestion& question) = 0;
+  // A pop-up menu: the name of the row that was chosen, nothing when none was. Where nobody can choose, none
+  // is shown.
+  virtual std::optional<std::string> Menu(const std::vector<MenuRow>& rows, bool atMouse) {
+    (void)rows;
+    (void)atMouse;
+    return std::nullopt;
+  }
   // Tells the facilitator what a step that takes time is at; the room sees no word of it. "": it is over.
   virtual void Info(const std::string& line) = 0;
 };

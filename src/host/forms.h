@@ -11,15 +11,18 @@
 
 namespace qrn::host {
 
+class ActionTable;
+
 // Masks of `shift` in key events, and the key codes that the forms test. Letters and digits are their
 // upper-case ASCII codes.
 namespace key {
 inline constexpr int shiftMask = 1, ctrlMask = 2, altMask = 4;
 inline constexpr int back = 8, tab = 9, clear = 12, enter = 13, escape = 27, space = 32, pageUp = 33,
                      pageDown = 34, end = 35, home = 36, left = 37, up = 38, right = 39, down = 40,
-                     insert = 45, del = 46;
+                     insert = 45, del = 46, rightSuper = 92, menu = 93;
 inline constexpr int numpad0 = 96, multiply = 106, add = 107, subtract = 109, f1 = 112, f2 = 113, f3 = 114,
-                     f4 = 115, f6 = 117, f7 = 118, f10 = 121, equal = 187, minus = 189;
+                     f4 = 115, f5 = 116, f6 = 117, f7 = 118, f10 = 121, equal = 187, comma = 188, minus = 189,
+                     period = 190;
 }  // namespace key
 
 namespace mouse {
@@ -42,6 +45,8 @@ class Form {
     (void)shift;
   }
   virtual void Form_KeyPress(int keyAscii) { (void)keyAscii; }
+  // What the form can do as it stands now; made anew at each call. Most forms answer keys from it.
+  virtual ActionTable actions();
   virtual void Form_Resize() {}
   // The mouse on the form's surface, in its twips. Moves come only while the left button is down; the second
   // press of a double click is Form_DblClick.

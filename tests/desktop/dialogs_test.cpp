@@ -1,6 +1,7 @@
 #include "adapters/qt/dialogs.h"
 
 #include <QLineEdit>
+#include <QMenu>
 
 #include "adapters/qt/question_box.h"
 #include "desktop/window_world.h"
@@ -96,6 +97,44 @@ TEST_F(Dialogs, InputComesBackOnEnterAndNothingOnEsc) {
 TEST_F(Dialogs, FileQuestionEndsOnEsc) {
   whenAsked(key(Qt::Key_Escape));
   EXPECT_EQ(dialogs.FileDialog({false, "/", "", "Presentations (*.pptx)|*.pptx", "Open"}), std::nullopt);
+}
+
+TEST_F(Dialogs, AMenuIsDoneByKeysAndByMouseAndEscChoosesNothing) {
+  using Act = std::function<void(QMenu&)>;
+  const auto keys = [](std::vector<Qt::Key> which) -> Act {
+    return [which](QMenu&) {
+      for (const Qt::Key one : which) QTest::keyClick(QApplication::activePopupWidget(), one);
+    };
+  };
+  const std::vector<host::MenuRow> rows{
+      {.name = "all", .caption = "All plots & pairs", .key = "Ctrl+A"},
+      {.name = "two", .caption = "Pair 2", .enabled = false},
+      {.name = "lines", .caption = "Lines", .checkable = true, .checked = true},
+      {.name = "up", .caption = "Ascending", .group = "Order"},
+      {.name = "down", .caption = "Descending", .group = "Order"}};
+  struct Case {
+    Act act;
+    std::optional<std::string> chosen;
+  };
+  const Case cases[] = {{keys({Qt::Key_Escape}), std::nullopt},
+                        {keys({Qt::Key_Return}), "all"},
+                        {keys({Qt::Key_Down, Qt::Key_Return}), "lines"},
+                        {keys({Qt::Key_Up, Qt::Key_Right, Qt::Key_Down, Qt::Key_Return}), "down"},
+                        {[](QMenu& menu) {
+                           EXPECT_EQ(menu.actions()[0]->text(), "All plots && pairs\tCtrl+A");
+                           EXPECT_TRUE(menu.actions()[2]->isChecked());
+                           QTest::mouseClick(&menu, Qt::LeftButton, {},
+                                             menu.actionGeometry(menu.actions()[2]).center());
+                         },
+                         "lines"}};
+  for (const Case& c : cases) {
+    world.at(0.05, [&] {
+      auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+      ASSERT_NE(menu, nullptr);
+      c.act(*menu);
+    });
+    EXPECT_EQ(dialogs.Menu(rows, false), c.chosen);
+  }
 }
 
 TEST_F(Dialogs, TimersTickWhileAQuestionStands) {

@@ -53,15 +53,76 @@ TEST(Actions, MenusAndHelpSayWhatTheTableSays) {
        .enabled = [] { return false; },
        .separated = true},
       {.name = "keyOnly", .caption = "Diversity", .keys = {{key::f3, kAnyShift}}, .perform = [] {}},
+      {.name = "digits",
+       .caption = "Filter",
+       .keys = keyRange('0', '9'),
+       .performKey = [](int) {},
+       .help = "Show one group"},
   });
   const std::vector<MenuRow> rows = table.menu("menuHideShow");
   ASSERT_EQ(rows.size(), 2U);
   EXPECT_TRUE(rows[0].checkable && rows[0].checked && rows[0].enabled);
-  EXPECT_EQ(rows[1].keys, "Ctrl+Num *, Ctrl+A");
+  EXPECT_EQ(rows[1].key, "Ctrl+Num *");
   EXPECT_TRUE(!rows[1].enabled && !rows[1].checkable && rows[1].separated);
   const std::vector<KeyHelp> help = table.help();
-  ASSERT_EQ(help.size(), 2U);
-  EXPECT_EQ(help[1].keys, "F3");
+  ASSERT_EQ(help.size(), 3U);
+  EXPECT_EQ(help[0].keys + ": " + help[0].caption, "Ctrl+Num *, Ctrl+A: Show all");
+  EXPECT_EQ(help[2].keys + ": " + help[2].caption, "0 to 9: Show one group");
+}
+
+TEST(Actions, KeysAreReadAsTheyAreNamed) {
+  for (int code = 1; code < 256; ++code)
+    for (int shift = 0; shift < 8; ++shift) {
+      const std::string name = keyName({code, shift});
+      if (!name.empty()) {
+        EXPECT_EQ(readKeys(name), (std::vector<KeyStroke>{{code, shift}})) << name;
+      }
+    }
+  EXPECT_EQ(readKeys("B, esc,ALT+shift+l ,F3"),
+            (std::vector<KeyStroke>{
+                {'B', 0}, {key::escape, 0}, {'L', key::altMask | key::shiftMask}, {key::f3, 0}}));
+  for (const char* wrong : {"", "B,", "Ctrl+", "Escape", "F13", "B C"})
+    EXPECT_THROW(readKeys(wrong), HostError) << wrong;
+}
+
+TEST(Actions, AKeyTooSoonAfterItselfIsARepeatAndRenewsTheGuard) {
+  test::TestHost world;
+  KeyGuard guard;
+  struct Case {
+    int keyCode, milliseconds;
+    bool repeated;
+  };
+  for (const Case& c : {Case{'R', 0, false},
+                        {'R', 60, true},
+                        {'R', 60, true},
+                        {'R', 100, false},
+                        {'K', 1, false},
+                        {'R', 1, false}}) {
+    world.clock.micros += 1000 * c.milliseconds;
+    EXPECT_EQ(guard.repeated(c.keyCode), c.repeated) << c.milliseconds;
+  }
+}
+
+TEST(Actions, APopUpDoesWhatIsChosenUnlessItsFormHasGone) {
+  test::TestHost world;
+  struct Graph : Form {
+    Graph() : Form("graph") {}
+    ActionTable actions() override {
+      return ActionTable({{.name = "lines", .menus = {"menuHideShow"}, .perform = [this] { ++toggled; }}});
+    }
+    int toggled = 0;
+  };
+  world.forms.define("graph", [] { return std::make_unique<Graph>(); });
+  auto& form = world.forms.as<Graph>("graph");
+  for (const bool chosen : {true, false}) {
+    world.expectMenu("lines", chosen);
+    popUp(form, "menuHideShow");
+    EXPECT_EQ(form.toggled, 1) << chosen;
+  }
+  world.forms.unload("graph");
+  world.expectMenu("lines");
+  popUp(form, "menuHideShow");
+  EXPECT_EQ(form.toggled, 1);
 }
 
 // A dialog of one number and one flag that stays open while the number is 13.

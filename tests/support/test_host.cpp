@@ -63,6 +63,15 @@ std::optional<std::string> ScriptedDialogs::FileDialog(const host::FileQuestion&
   return next("file", question.title + ": " + question.name + " " + question.filter).text;
 }
 
+std::optional<std::string> ScriptedDialogs::Menu(const std::vector<host::MenuRow>& rows, bool) {
+  menu = rows;
+  std::string offered;
+  for (const host::MenuRow& row : rows)
+    if (row.enabled)
+      offered += "[" + row.name + "]";
+  return next("menu", offered).text;
+}
+
 TestHost::TestHost(int slideCount) : presentation(slideCount), before_(host::host()) {
   program.presentation = &presentation;
   host::Host& h = host::host();

@@ -16,6 +16,7 @@
 #include <string>
 #include <vector>
 
+#include "host/actions.h"
 #include "host/controller.h"
 #include "host/dialogs.h"
 #include "host/errors.h"
@@ -144,10 +145,13 @@ class ScriptedDialogs : public host::Dialogs {
   std::optional<std::string> InputBox(const std::string& prompt, const std::string& title,
                                       const std::string& preset) override;
   std::optional<std::string> FileDialog(const host::FileQuestion& question) override;
+  // The expected part is the name of a row that the menu must offer; its answer is that row, or nothing.
+  std::optional<std::string> Menu(const std::vector<host::MenuRow>& rows, bool atMouse) override;
   void Info(const std::string& line) override { infos.push_back(line); }
 
   std::deque<Expected> expected;
-  std::vector<std::string> asked;  // text of every question, in order
+  std::vector<host::MenuRow> menu;  // the last one shown
+  std::vector<std::string> asked;   // text of every question, in order
   std::vector<std::string> infos;
 
  private:
@@ -174,6 +178,9 @@ class TestHost : public host::Loop {
   }
   void expectFileDialog(const std::string& part, std::optional<std::string> text) {
     dialogs.expected.push_back({"file", part, host::Answer::ok, std::move(text)});
+  }
+  void expectMenu(const std::string& row, bool chosen = true) {
+    dialogs.expected.push_back({"menu", row, {}, chosen ? std::optional(row) : std::nullopt});
   }
 
   FakeClock clock;

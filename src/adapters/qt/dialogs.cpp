@@ -7,6 +7,7 @@
 #include <QKeyEvent>
 #include <QPointer>
 
+#include "adapters/qt/pop_up.h"
 #include "adapters/qt/question_box.h"
 #include "adapters/qt/wait_line.h"
 #include "host/wait.h"
@@ -110,6 +111,18 @@ std::optional<std::string> QtDialogs::FileDialog(const host::FileQuestion& quest
     answer = QDir::toNativeSeparators(box->selectedFiles().constFirst()).toStdString();
   delete box;
   return answer;
+}
+
+std::optional<std::string> QtDialogs::Menu(const std::vector<host::MenuRow>& rows, bool atMouse) {
+  const HeldKeysAnswerNothing held;
+  const QPointer<PopUp> menu = new PopUp(rows, parent());
+  menu->showAt(atMouse);
+  host::waitUntil([&] { return !menu || !menu->isVisible(); });
+  std::optional<std::string> chosen;
+  if (menu && !menu->chosen().empty())
+    chosen = menu->chosen();
+  delete menu;
+  return chosen;
 }
 
 void QtDialogs::Info(const std::string& line) {

@@ -23,6 +23,7 @@ class QtDialogs : public host::Dialogs {
   std::optional<std::string> InputBox(const std::string& prompt, const std::string& title,
                                       const std::string& preset) override;
   std::optional<std::string> FileDialog(const host::FileQuestion& question) override;
+  std::optional<std::string> Menu(const std::vector<host::MenuRow>& rows, bool atMouse) override;
   void Info(const std::string& line) override;
   // Who is told the lines of Info: the facilitator, not the room.
   void setStatusLine(std::function<void(const std::string& line)> say) { say_ = std::move(say); }

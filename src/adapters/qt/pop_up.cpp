@@ -1,0 +1,75 @@
+#include "adapters/qt/pop_up.h"
+
+#include <QCursor>
+#include <QScreen>
+
+#include "adapters/qt/themed.h"
+#include "core/windows/slide_theme.h"
+
+namespace qrn::qt {
+
+namespace {
+
+constexpr const char* kSheet = R"(
+  QMenu { background: @card; color: @text; border: 2px solid @line; border-radius: 8px; padding: @gappx;
+          font-size: @floorpx; }
+  QMenu::item { padding: @gappx @labelpx @gappx @wordpx; border-radius: 6px; }
+  QMenu::item:selected { background: @data; color: @onData; }
+  QMenu::item:disabled { color: @quiet; background: transparent; }
+  QMenu::separator { height: 2px; background: @line; margin: @gappx; }
+  QMenu::indicator { width: @halfpx; height: @halfpx; left: @gappx; border-radius: 4px; border: 2px solid @line; }
+  QMenu::indicator:checked { background: @highlight; border-color: @highlight; }
+)";
+
+QString plain(const std::string& text) {
+  return QString::fromStdString(text).replace('&', "&&");
+}
+
+}  // namespace
+
+PopUp::PopUp(const std::vector<host::MenuRow>& rows, QWidget* parent) : QMenu(parent) {
+  setObjectName("popUp");
+  setStyleSheet(themed(kSheet, slideTheme(), screenHeight(parent)));
+  for (const host::MenuRow& row : rows) addRow(row);
+  connect(this, &QMenu::triggered, this,
+          [this](const QAction* action) { chosen_ = action->objectName().toStdString(); });
+}
+
+QMenu* PopUp::menuOf(const std::string& group) {
+  if (group.empty())
+    return this;
+  const QString title = plain(group);
+  for (QAction* action : actions())
+    if (action->menu() && action->text() == title)
+      return action->menu();
+  return addMenu(title);
+}
+
+void PopUp::addRow(const host::MenuRow& row) {
+  QMenu* menu = menuOf(row.group);
+  if (row.separated && !menu->isEmpty())
+    menu->addSeparator();
+  QAction* action = menu->addAction(plain(row.caption) + (row.key.empty() ? "" : "\t" + plain(row.key)));
+  action->setObjectName(QString::fromStdString(row.name));
+  action->setEnabled(row.enabled);
+  action->setCheckable(row.checkable);
+  action->setChecked(row.checked);
+}
+
+void PopUp::showAt(bool mouse) {
+  if (mouse) {
+    popup(QCursor::pos());
+    return;
+  }
+  const QRect over = parentWidget() ? QRect(parentWidget()->mapToGlobal(QPoint()), parentWidget()->size())
+                                    : screen()->geometry();
+  ensurePolished();
+  popup(over.center() - QRect(QPoint(), sizeHint()).center());
+  for (QAction* action : actions())
+    if (action->isEnabled() && !action->isSeparator()) {
+      setActiveAction(action);  // the keyboard begins there
+      return;
+    }
+}
+
+}  // namespace qrn::qt
