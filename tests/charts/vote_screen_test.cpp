@@ -229,6 +229,16 @@ TEST_F(VoteScreen, followsTheStoredLayout) {
   EXPECT_EQ(element("lbl_Criteria", 1).top, 12000);
 }
 
+TEST_F(VoteScreen, countsWhatTheAverageCounts) {
+  glo.liveVotes = {"1", "2", "2", "-2", "9", "", "spare"};
+  glo.postalVotes = {2, -2, 2, 2, 1};
+  for (const auto& [mode, counts] :
+       std::vector<std::pair<int, std::vector<int>>>{{0, {1, 2}}, {1, {0, 3}}, {2, {1, 5}}}) {
+    glo.CheckUseLivePostal = mode;
+    EXPECT_EQ(CountVotes(1, 2), counts) << mode;
+  }
+}
+
 TEST_F(VoteScreen, growsTheBarsInPlace) {
   show();
   const Element* bar = &element("bar", 1);

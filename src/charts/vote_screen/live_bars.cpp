@@ -1,33 +1,18 @@
 #include "charts/vote_screen/live_bars.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <numeric>
 
-#include "core/glo.h"
+#include "store/counted_votes.h"
 
 namespace qrn {
 
-namespace {
-
-// The vote as a whole number; -100 for a text that is none.
-int wholeVote(const std::string& text) {
-  int value = 0;
-  const char* end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, value);
-  return error == std::errc() && stop == end ? value : -100;
-}
-
-}  // namespace
-
 std::vector<int> CountVotes(int startFrom, int options) {
   std::vector<int> counts(static_cast<std::size_t>(std::max(0, options - startFrom + 1)), 0);
-  for (int i = 0; i < upperBound(glo.liveVotes); ++i) {
-    const int vote = wholeVote(glo.liveVotes[static_cast<std::size_t>(i)]);
-    if (vote >= startFrom && vote <= options)
-      ++counts[static_cast<std::size_t>(vote - startFrom)];
-  }
+  for (const float vote : countedVotes().values)
+    if (vote >= static_cast<float>(startFrom) && vote < static_cast<float>(options) + 1)
+      ++counts[static_cast<std::size_t>(static_cast<int>(vote) - startFrom)];
   return counts;
 }
 

@@ -6,8 +6,8 @@
 
 namespace qrn {
 
-// Votes per option in `glo.liveVotes`, the first for the value `startFrom`; votes outside the scale are left
-// out.
+// The votes that count (store/counted_votes) per option, the first for the value `startFrom`; votes outside
+// the scale are left out.
 std::vector<int> CountVotes(int startFrom, int options);
 
 // Text beside a bar by glo.graphPercentOrNumber: 0 "(12)", 1 "40%", 2 "40% (12)". Percent of `total`, whole
