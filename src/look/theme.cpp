@@ -34,13 +34,17 @@ bool isDark(std::int32_t ground) {
   return contrastRatio(ground, kWhite) >= contrastRatio(ground, kBlack);
 }
 
+}  // namespace
+
 // White or black always reads on a colour; the theme's own inks are taken as far as they do.
 std::int32_t inkOn(std::int32_t colour) {
   return isDark(colour) ? tintUntil(kDark.text, kWhite, colour, kTextContrast)
                         : tintUntil(kLight.text, kBlack, colour, kTextContrast);
 }
 
-}  // namespace
+std::int32_t untoldGround(bool dark) {
+  return dark ? kDark.ground : kLight.ground;
+}
 
 Theme themeFor(const Slide& slide) {
   Theme theme;

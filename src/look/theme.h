@@ -25,6 +25,12 @@ struct Theme {
 
 Theme themeFor(const Slide& slide);
 
+// The ground of the theme where the slide tells none.
+std::int32_t untoldGround(bool dark);
+
+// Ink that reads on a key or a bar of any colour: the theme's light or dark one.
+std::int32_t inkOn(std::int32_t colour);
+
 // Sizes of projected text as parts of the screen's height: the em of the type.
 enum class Size { item, word, label, floor };
 double partOfHeight(Size size);

@@ -45,6 +45,8 @@ std::uint64_t shapeDigest(const host::Element& e) {
       .add(e.opacity)
       .add(e.borderWidth)
       .add(e.cornerRadius)
+      .add(e.ringWidth)
+      .add(static_cast<std::uint64_t>(static_cast<std::uint32_t>(e.ringColour)))
       .add(e.width)
       .add(e.height)
       .value();

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "render/colours.h"
+#include "render/fonts.h"
 #include "render/text_block.h"
 
 namespace qrn::render {
@@ -73,7 +74,8 @@ void drawRounded(QPainter& painter, const QRectF& box, double radius) {
 }
 
 QPoint placeOf(const Element& e, const Mapping& mapping, const KeptPicture& kept) {
-  const QPointF place = e.kind == Element::Kind::label ? anchorOf(e, mapping) : mapping.box(e).topLeft();
+  const bool text = e.kind == Element::Kind::label && !e.isBadge();
+  const QPointF place = text ? anchorOf(e, mapping) : mapping.box(e).topLeft();
   return place.toPoint() + kept.offset;
 }
 
@@ -101,6 +103,28 @@ void drawShape(QPainter& painter, const Element& e, const Mapping& mapping) {
     painter.drawRect(box);
 }
 
+void drawBadge(QPainter& painter, const Element& e, const Mapping& mapping) {
+  const QRectF box = mapping.box(e);
+  const double ring = mapping.length(e.ringWidth);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(Qt::NoPen);
+  const auto round = [&](const QRectF& around, std::int32_t colour, double wider) {
+    const double radius =
+        std::min({mapping.length(e.cornerRadius) + wider, around.width() / 2, around.height() / 2});
+    painter.setBrush(fillOf(e, colour));
+    painter.drawRoundedRect(around, radius, radius);
+  };
+  if (ring > 0)
+    round(box.adjusted(-ring, -ring, ring, ring), e.ringColour, ring);
+  round(box, e.backColour, 0);
+  const host::SurfaceFont& font = e.font;
+  const double capital = capHeight(font.name, font.size, font.bold, font.italic) * mapping.scale;
+  const double up = ascent(font.name, font.size, font.bold, font.italic) * mapping.scale;
+  QPointF anchor = anchorOf(e, mapping);
+  anchor.setY(box.center().y() + capital / 2 - up);
+  drawText(painter, setText(e, mapping.scale), e, mapping.scale, anchor);
+}
+
 void ElementPainter::paint(const Element& e, const KeptPicture* kept) {
   switch (e.kind) {
     case Element::Kind::label:
@@ -121,6 +145,13 @@ void ElementPainter::paint(const Element& e, const KeptPicture* kept) {
 }
 
 void ElementPainter::label(const Element& e, const KeptPicture* kept) {
+  if (e.isBadge()) {
+    if (kept != nullptr)
+      painter_.drawImage(placeOf(e, mapping_, *kept), kept->image);
+    else
+      drawBadge(painter_, e, mapping_);
+    return;
+  }
   if (e.opaque) {
     painter_.setRenderHint(QPainter::Antialiasing, false);
     painter_.fillRect(mapping_.box(e), fillOf(e, e.backColour));
@@ -161,13 +192,13 @@ void ElementPainter::straightLine(const Element& e) {
 
 QRect boundsOf(const Element& e, const Mapping& mapping, const KeptPicture* kept) {
   constexpr int kSpread = 2;  // of smooth edges and of rounding
-  const double edge = mapping.length(e.borderWidth) / 2 + kSpread;
+  const double edge = mapping.length(e.isBadge() ? e.ringWidth : e.borderWidth / 2) + kSpread;
   const QMarginsF margins(edge, edge, edge, edge);
   const bool line = e.kind == Element::Kind::line;
   const QRectF box =
       line ? QRectF(mapping.point(e.x1, e.y1), mapping.point(e.x2, e.y2)).normalized() : mapping.box(e);
   const QRect all = box.marginsAdded(margins).toAlignedRect();
-  if (kept == nullptr && (e.kind != Element::Kind::label || e.caption.empty()))
+  if (kept == nullptr && (e.isBadge() || e.kind != Element::Kind::label || e.caption.empty()))
     return all;
   const QRect written = kept != nullptr
                             ? QRect(placeOf(e, mapping, *kept), kept->image.size())

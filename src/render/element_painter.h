@@ -16,6 +16,9 @@ inline constexpr int kDotsPerInch = 96, kDotsPerMetre = 3780;
 
 void drawShape(QPainter& painter, const host::Element& shape, const Mapping& mapping);
 
+// A label with a round ground and a ring: see host::Element::isBadge.
+void drawBadge(QPainter& painter, const host::Element& badge, const Mapping& mapping);
+
 class ElementPainter {
  public:
   // Vector targets and whatever else a painter can draw on.

@@ -67,6 +67,24 @@ KeptPicture ellipsePicture(const host::Element& shape, double scale) {
   return {image, {back, back}};
 }
 
+KeptPicture badgePicture(const host::Element& badge, double scale) {
+  host::Element alone = badge;
+  const int edge = static_cast<int>(std::ceil(badge.ringWidth * scale));
+  alone.left = alone.top = edge / scale;
+  QImage image = transparent(QSize(static_cast<int>(std::ceil(badge.width * scale)) + 2 * edge + 1,
+                                   static_cast<int>(std::ceil(badge.height * scale)) + 2 * edge + 1));
+  QPainter painter(&image);
+  drawBadge(painter, alone, Mapping{scale, 0, 0});
+  return {image, {-edge, -edge}};
+}
+
+KeptPicture pictureFor(const host::Element& element, double scale) {
+  if (element.isBadge())
+    return badgePicture(element, scale);
+  return element.kind == host::Element::Kind::label ? textPicture(element, scale)
+                                                    : ellipsePicture(element, scale);
+}
+
 }  // namespace
 
 PictureStore& pictureStore() {
@@ -80,8 +98,12 @@ PictureStore::Picture PictureStore::pictureOf(const host::Element& element, doub
       element.kind == host::Element::Kind::ellipse && element.fill <= host::Fill::transparent;
   if (!text && !ellipse)
     return nullptr;
-  const std::uint64_t key =
-      Digest().add(text ? textDigest(element) : shapeDigest(element)).add(scale).value();
+  Digest digest;
+  if (text)
+    digest.add(textDigest(element));
+  if (!text || element.isBadge())
+    digest.add(shapeDigest(element));
+  const std::uint64_t key = digest.add(scale).value();
   const auto found = pictures_.find(key);
   if (found != pictures_.end())
     return found->second;
@@ -89,7 +111,7 @@ PictureStore::Picture PictureStore::pictureOf(const host::Element& element, doub
     pictures_.clear();
     bytes_ = 0;
   }
-  KeptPicture drawn = text ? textPicture(element, scale) : ellipsePicture(element, scale);
+  KeptPicture drawn = pictureFor(element, scale);
   bytes_ += drawn.image.sizeInBytes();
   return pictures_[key] =
              drawn.image.isNull() ? nullptr : std::make_shared<const KeptPicture>(std::move(drawn));

@@ -63,6 +63,9 @@ TEST_F(GraphLookTest, BackgroundIsTheFirstPictureThatExists) {
   host::Surface surface;
   setGraphBackground(surface, "/own.jpg");
   EXPECT_EQ(surface.backgroundFile, "");
+  EXPECT_FALSE(surface.gradient) << "colours that nobody set give way to the theme";
+  glo.backgroundStart[0] = 1;
+  setGraphBackground(surface, "/own.jpg");
   EXPECT_TRUE(surface.gradient);
   for (const char* file : {"/b.jpg", "/m/matrix_background.jpg", "/own.jpg"}) {
     world.files.files[file] = "x";

@@ -39,7 +39,7 @@ std::vector<std::int32_t> coloursBehind(const host::Surface& background) {
 GraphLook lookWith(bool lightText, const std::vector<std::int32_t>& behind, std::int32_t tone = -1) {
   GraphLook look;
   look.lightText = lightText;
-  look.panelColour = lightText ? kBlack : kWhite;
+  look.panelColour = look::untoldGround(lightText);
   if (tone >= 0 && luminanceRatio(lightText ? 1 : 0, luminance(tone)) >= kComfort)
     look.panelColour = tone;
   for (int step = 0; step <= 20; ++step) {
@@ -75,20 +75,32 @@ std::string joined(const std::vector<std::string>& lines) {
   return caption;
 }
 
-// Background colour of the slides by the presentation's scheme; -1 without one.
-std::int32_t slideTone() {
-  constexpr int kBackgroundEntry = 1;
-  return glo.oPresentation != nullptr ? glo.oPresentation->SchemeColour(kBackgroundEntry) : -1;
+// Entries of the presentation's scheme; -1 without one.
+constexpr int kBackgroundEntry = 1, kAccentEntry = 5;
+std::int32_t slideColour(int entry) {
+  return glo.oPresentation != nullptr ? glo.oPresentation->SchemeColour(entry) : -1;
 }
 
-}  // namespace
-
-double graphScale(double width, double height) {
-  const double scale = std::min(width / (1024 * kTwipsPerPixel), height / (768 * kTwipsPerPixel));
-  return scale > 0 ? scale : 1;
+// The theme of the ground that most of the background has; where something else can lie behind, it reads
+// there too.
+look::Theme themeOf(const GraphLook& look, const host::Surface& background) {
+  const std::int32_t most = background.pictureTone >= 0          ? background.pictureTone
+                            : !background.backgroundFile.empty() ? look.panelColour
+                            : background.gradient
+                                ? blend(background.background, background.backgroundEnd, 0.5)
+                                : background.background;
+  look::Theme theme =
+      look::themeFor({blend(most, look.panelColour, look.panelOpacity), slideColour(kAccentEntry)});
+  for (std::int32_t* text : {&theme.text, &theme.quiet, &theme.highlight, &theme.allWell, &theme.alarm})
+    *text = readableColour(*text, look);
+  for (std::int32_t* shape : {&theme.data, &theme.dataRest})
+    *shape = readableColour(*shape, look, kShapeContrast);
+  theme.onData = look::inkOn(theme.data);
+  theme.onHighlight = look::inkOn(theme.highlight);
+  return theme;
 }
 
-GraphLook chooseLook(const host::Surface& background) {
+GraphLook lookFor(const host::Surface& background) {
   const std::vector<std::int32_t> behind = coloursBehind(background);
   if (background.pictureTone >= 0)
     return lookWith(textOn(background.pictureTone) == kWhite, behind, background.pictureTone);
@@ -99,6 +111,19 @@ GraphLook chooseLook(const host::Surface& background) {
   }
   const GraphLook light = lookWith(true, behind), dark = lookWith(false, behind);
   return dark.panelOpacity < light.panelOpacity ? dark : light;
+}
+
+}  // namespace
+
+double graphScale(double width, double height) {
+  const double scale = std::min(width / (1024 * kTwipsPerPixel), height / (768 * kTwipsPerPixel));
+  return scale > 0 ? scale : 1;
+}
+
+GraphLook chooseLook(const host::Surface& background) {
+  GraphLook look = lookFor(background);
+  look.theme = themeOf(look, background);
+  return look;
 }
 
 std::int32_t readableColour(std::int32_t colour, const GraphLook& look, double ratio) {
@@ -122,7 +147,7 @@ std::int32_t textOn(std::int32_t colour) {
 void setGraphBackground(host::Surface& surface, const std::string& file) {
   const host::Files& files = *host::host().files;
   const std::string slide = glo.usePPTBackground ? glo.matrixPath + "matrix_background.jpg" : "";
-  const std::int32_t tone = glo.usePPTBackground ? slideTone() : -1;
+  const std::int32_t tone = glo.usePPTBackground ? slideColour(kBackgroundEntry) : -1;
   surface.backgroundFile.clear();
   surface.pictureTone = -1;
   for (const std::string& candidate : {file, slide, glo.backgroundFile}) {
@@ -133,9 +158,30 @@ void setGraphBackground(host::Surface& surface, const std::string& file) {
     break;
   }
   const auto colour = [](const std::array<int, 3>& rgb) { return host::RGB(rgb[0], rgb[1], rgb[2]); };
-  surface.background = tone >= 0 ? tone : colour(glo.backgroundStart);
-  surface.backgroundEnd = tone >= 0 ? tone : colour(glo.backgroundEnd);
+  const Exercise untouched;
+  const bool themes = glo.usePPTBackground && glo.backgroundStart == untouched.backgroundStart &&
+                      glo.backgroundEnd == untouched.backgroundEnd;
+  const std::int32_t ground = tone >= 0 ? tone : look::untoldGround(true);
+  surface.background = tone >= 0 || themes ? ground : colour(glo.backgroundStart);
+  surface.backgroundEnd = tone >= 0 || themes ? ground : colour(glo.backgroundEnd);
   surface.gradient = surface.background != surface.backgroundEnd;
+}
+
+host::SurfaceFont themedFont(const FontRecord& own, double untouched, look::Size size, double surfaceHeight,
+                             bool bold) {
+  host::SurfaceFont font;
+  if (!own.name.empty())
+    font.name = own.name;
+  const double themes = look::points(size, surfaceHeight);
+  // sizes of the exercise are told for a screen 768 pixels high
+  const double scaled = own.size * surfaceHeight / (768 * kTwipsPerPixel);
+  font.size = own.size <= 0 || own.size == untouched
+                  ? themes
+                  : std::max(scaled, look::points(look::Size::floor, surfaceHeight));
+  font.bold = bold;
+  font.italic = own.italic;
+  font.underline = own.underline;
+  return font;
 }
 
 void addPanel(host::Surface& surface, const GraphLook& look) {

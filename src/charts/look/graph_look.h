@@ -5,8 +5,10 @@
 #include <cstdint>
 #include <string>
 
+#include "core/records.h"
 #include "host/surface.h"
 #include "look/colour.h"
+#include "look/theme.h"
 
 namespace qrn {
 
@@ -28,6 +30,7 @@ struct GraphLook {
   std::int32_t panelColour = 0;
   double panelOpacity = 0;
   double darkest = 0, lightest = 0;  // luminance that can lie behind text, panel included
+  look::Theme theme;                 // for what can lie behind, at its worst
 };
 GraphLook chooseLook(const host::Surface& background);
 
@@ -44,6 +47,11 @@ std::int32_t textOn(std::int32_t colour);
 // Puts the background behind a graph: `file` when it exists, else the picture of the slide, the exercise's
 // own picture, or one colour: that of the slides, else the exercise's two colours.
 void setGraphBackground(host::Surface& surface, const std::string& file);
+
+// A font that the exercise keeps: its family and style are obeyed; its size where it differs from the
+// untouched one, never below the floor of what is projected, else the theme's for that height in twips.
+host::SurfaceFont themedFont(const FontRecord& own, double untouched, look::Size size, double surfaceHeight,
+                             bool bold);
 
 // The panel of a look, "graphPanel", over the whole surface; nothing when the look needs none.
 void addPanel(host::Surface& surface, const GraphLook& look);
