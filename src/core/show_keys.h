@@ -3,6 +3,7 @@
 #pragma once
 
 #include "core/glo.h"
+#include "host/actions.h"
 #include "host/forms.h"
 
 namespace qrn {
@@ -12,10 +13,9 @@ inline bool displayedInShow() {
 }
 
 // Letters are left out: on a graph they stand for items.
-inline bool movesShowOn(int keyCode, int shift) {
+inline std::vector<host::KeyStroke> showKeys() {
   namespace key = host::key;
-  return shift == 0 &&
-         (keyCode == key::pageDown || keyCode == key::right || keyCode == key::down || keyCode == key::enter);
+  return {{key::pageDown, 0}, {key::right, 0}, {key::down, 0}, {key::enter, 0}};
 }
 
 }  // namespace qrn

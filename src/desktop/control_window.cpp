@@ -28,9 +28,9 @@ namespace qrn::desktop {
 namespace {
 
 constexpr double kDim = 0.72;  // how much of what is behind the ground takes away
-constexpr double kWidest = 0.8, kTallest = 0.9, kWidestList = 0.36;  // of the screen
-constexpr int kMostRows = 5;                                         // that a list asks room for
-constexpr int kFrame = 8, kScrollBar = 18;                           // pixels
+constexpr double kWidest = 0.8, kTallest = 0.9, kWidestList = 0.36, kWidestGrid = 0.72;  // of the screen
+constexpr int kMostRows = 5;                // that a list asks room for
+constexpr int kFrame = 8, kScrollBar = 18;  // pixels
 
 constexpr const char* kSheet = R"(
   #card { background: @card; border-radius: 16px; }
@@ -250,8 +250,11 @@ QWidget* ControlWindow::panelBox(host::Control& control) {
   layout->addWidget(view, 1);
   whole->setFocusProxy(view);
   sizes_.push_back([this, view, &control] {
-    const int rows = std::clamp(static_cast<int>(control.panel->rows().size()), 3, kMostRows);
-    const int most = static_cast<int>(stack_.placeForForms().width() * kWidestList);
+    const int rows = control.rows > 0
+                         ? control.rows + (control.panel->columns.empty() ? 0 : 1)
+                         : std::clamp(static_cast<int>(control.panel->rows().size()), 3, kMostRows);
+    const double share = control.panel->columns.empty() ? kWidestList : kWidestGrid;
+    const int most = static_cast<int>(stack_.placeForForms().width() * share);
     view->ensurePolished();
     view->setMinimumSize(std::min(most, view->textWidth() + 2 * kFrame + kScrollBar),
                          rows * std::max(1, view->rowHeight()) + 2 * kFrame);

@@ -5,6 +5,7 @@
 #include "core/windows/blank_form.h"
 #include "desktop/control_window.h"
 #include "desktop/surface_window.h"
+#include "host/help.h"
 #include "host/host.h"
 #include "matrixgraph/xy_vote_graph.h"
 #include "vote/xy_vote_runtime.h"
@@ -42,6 +43,7 @@ SideListSource listOf(T& form, std::function<void(int)> chosen) {
 }
 
 void addToAverageGraph(xyVoteAverageGraph& form, SurfaceWindow::Source& source) {
+  source.barShown = [&form] { return form.buttonsVisible; };
   source.list = listOf(form, [&form](int row) {
     form.selectItem(row);
     host::host().forms->refresh(form.name);
@@ -50,6 +52,7 @@ void addToAverageGraph(xyVoteAverageGraph& form, SurfaceWindow::Source& source) 
 }
 
 void addToMatrixGraph(xyVoteGraph& form, SurfaceWindow::Source& source) {
+  source.barShown = [&form] { return form.buttonsVisible; };
   source.list = listOf(form, [&form](int row) { form.List1_Click(row); });
   source.list->opened = [&form](int row) { form.List1_DblClick(row); };
   source.list->menuAsked = [&form](int row) { form.List1_RightClick(row); };
@@ -63,7 +66,7 @@ void attachFormWindows(host::FormRegistry& forms, WindowStack& stack) {
   forms.attach("xyVoteRuntime", surfaceViewOf<xyVoteRuntime>(forms, stack, addToVote));
   forms.attach("xyVoteAverageGraph", surfaceViewOf<xyVoteAverageGraph>(forms, stack, addToAverageGraph));
   forms.attach("xyVoteGraph", surfaceViewOf<xyVoteGraph>(forms, stack, addToMatrixGraph));
-  forms.attach("xyVoteQuitOptions", controlView(stack));
+  for (const char* dialog : {"xyVoteQuitOptions", host::kHelpForm}) forms.attach(dialog, controlView(stack));
 }
 
 }  // namespace qrn::desktop

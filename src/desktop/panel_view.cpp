@@ -169,6 +169,16 @@ void PanelView::sync() {
   viewport()->update();
 }
 
+int PanelView::textWidth() const {
+  double width = panel_.columns.empty() ? sizeHintForColumn(0) : 0, left = 1;
+  for (const host::PanelColumn& column : panel_.columns) left -= column.width;
+  for (std::size_t at = 0; at < panel_.columns.size(); ++at) {
+    const double share = panel_.columns[at].width > 0 ? panel_.columns[at].width : std::max(left, 0.1);
+    width = std::max(width, sizeHintForColumn(static_cast<int>(at)) / share);
+  }
+  return static_cast<int>(width);
+}
+
 void PanelView::setWidths() {
   int last = 0;
   for (std::size_t column = 0; column < panel_.columns.size(); ++column) {

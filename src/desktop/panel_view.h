@@ -37,7 +37,7 @@ class PanelView : public QTreeView {
   PanelView(host::Panel& panel, const QString& name, QWidget* parent);
   void sync();  // shows what the panel holds
   int rowHeight() const { return sizeHintForRow(0); }
-  int textWidth() const { return sizeHintForColumn(0); }  // pixels of the widest row
+  int textWidth() const;  // pixels in which no row is cut
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;

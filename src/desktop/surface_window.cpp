@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "desktop/keys.h"
+#include "host/actions.h"
 #include "render/fonts.h"
 
 namespace qrn::desktop {
@@ -38,6 +39,8 @@ SurfaceWindow::SurfaceWindow(host::Form& form, host::FormRegistry& forms, Source
     list_ = new SideList(*source_.list, this);
   if (source_.info)
     info_ = new InfoButton(*source_.info, this);
+  if (source_.barShown)
+    bar_ = new CommandBar(form_, source_.barShown, this);
   hideCursor_->setSingleShot(true);
   hideCursor_->callOnTimeout(this, [this] {
     if (!source_.cursorHeld || !source_.cursorHeld())
@@ -66,6 +69,8 @@ void SurfaceWindow::catchUp() {
     listWidth_ = list_->sync();
   if (info_)
     info_->sync(width() - listWidth_);
+  if (bar_)
+    bar_->sync(width() - listWidth_);
   const double ratio = devicePixelRatioF();
   const QRegion changed = canvas_.update(source_.surface(), (QSizeF(surfaceSize()) * ratio).toSize());
   if (before != listWidth_)
@@ -103,10 +108,8 @@ bool SurfaceWindow::event(QEvent* event) {
 void SurfaceWindow::keyPressEvent(QKeyEvent* event) {
   const KeyStroke stroke = classicKey(*event);
   const QPointer<SurfaceWindow> self(this);
-  if (stroke.keyCode != 0 && formStands())
-    form_.Form_KeyDown(stroke.keyCode, stroke.shift);
-  if (self && stroke.keyAscii != 0 && formStands() && form_.visible)
-    form_.Form_KeyPress(stroke.keyAscii);
+  if (formStands())
+    host::strike(form_, {stroke.keyCode, stroke.shift}, stroke.keyAscii);
   if (self)
     changed();
 }

@@ -6,6 +6,7 @@
 #include <functional>
 #include <optional>
 
+#include "desktop/command_bar.h"
 #include "desktop/side_list.h"
 #include "desktop/window_stack.h"
 #include "host/forms.h"
@@ -23,6 +24,7 @@ class SurfaceWindow : public QWidget {
     std::function<bool()> cursorHeld;    // true while the mouse cursor is to stay in sight
     std::optional<SideListSource> list;  // shown at the right, the surface beside it
     std::optional<InfoSource> info;
+    std::function<bool()> barShown;  // whether the form's buttons are to be seen; left out: it has none
   };
   SurfaceWindow(host::Form& form, host::FormRegistry& forms, Source source);
 
@@ -57,6 +59,7 @@ class SurfaceWindow : public QWidget {
   QTimer* hideCursor_;
   SideList* list_ = nullptr;
   InfoButton* info_ = nullptr;
+  CommandBar* bar_ = nullptr;
   int listWidth_ = 0;
 };
 

@@ -91,6 +91,17 @@ std::string keyNames(const std::vector<KeyStroke>& keys) {
   return names;
 }
 
+// The character that the key types, 0 for none.
+int typedBy(const KeyStroke& stroke) {
+  if ((stroke.shift & (key::altMask | key::ctrlMask)) != 0)
+    return 0;
+  if (stroke.code >= 'A' && stroke.code <= 'Z')
+    return stroke.shift == 0 ? std::tolower(stroke.code) : stroke.code;
+  const bool itself = (stroke.code >= '0' && stroke.code <= '9' && stroke.shift == 0) ||
+                      stroke.code == key::enter || stroke.code == key::escape || stroke.code == key::space;
+  return itself ? stroke.code : 0;
+}
+
 // Copies what it does first: it may end the form, and its table with it.
 void perform(const Action& action, int keyCode) {
   if (const auto withKey = action.performKey)
@@ -143,9 +154,9 @@ const Action* ActionTable::find(std::string_view name) const {
 
 const Action* ActionTable::forKey(int keyCode, int shift) const {
   const auto found = std::find_if(actions_.begin(), actions_.end(), [&](const Action& action) {
-    return std::any_of(action.keys.begin(), action.keys.end(),
-                       [&](const KeyStroke& stroke) { return stroke.matches(keyCode, shift); }) &&
-           isEnabled(action);
+    return !action.typed && std::any_of(action.keys.begin(), action.keys.end(), [&](const KeyStroke& stroke) {
+      return stroke.matches(keyCode, shift);
+    }) && isEnabled(action);
   });
   return found == actions_.end() ? nullptr : &*found;
 }
@@ -156,6 +167,18 @@ bool ActionTable::performKey(int keyCode, int shift) const {
     return false;
   host::perform(*action, keyCode);
   return true;
+}
+
+bool ActionTable::performTyped(int keyAscii) const {
+  const int keyCode = keyAscii > 0 && keyAscii < 128 ? std::toupper(keyAscii) : 0;
+  for (const Action& action : actions_)
+    if (action.typed && isEnabled(action) &&
+        std::any_of(action.keys.begin(), action.keys.end(),
+                    [&](const KeyStroke& stroke) { return stroke.code == keyCode; })) {
+      host::perform(action, keyCode);
+      return true;
+    }
+  return false;
 }
 
 bool ActionTable::perform(std::string_view name) const {
@@ -169,10 +192,14 @@ bool ActionTable::perform(std::string_view name) const {
 std::vector<MenuRow> ActionTable::menu(std::string_view name) const {
   std::vector<MenuRow> rows;
   for (const Action& action : actions_)
-    if (std::find(action.menus.begin(), action.menus.end(), name) != action.menus.end())
-      rows.push_back({action.name, action.caption, action.keys.empty() ? "" : keyName(action.keys.front()),
-                      action.group, isEnabled(action), static_cast<bool>(action.checked),
-                      action.checked && action.checked(), action.separated});
+    for (const std::string& place : action.menus) {
+      const std::size_t slash = std::min(place.find('/'), place.size());
+      if (place.compare(0, slash, name) == 0)
+        rows.push_back({action.name, action.caption, action.keys.empty() ? "" : keyName(action.keys.front()),
+                        place.substr(std::min(slash + 1, place.size())), isEnabled(action),
+                        static_cast<bool>(action.checked), action.checked && action.checked(),
+                        action.separated});
+    }
   return rows;
 }
 
@@ -188,6 +215,11 @@ ActionTable Form::actions() {
   return ActionTable();
 }
 
+void Form::Form_KeyDown(int keyCode, int shift) {
+  if (actions().performKey(keyCode, shift))
+    host().forms->refresh(name);
+}
+
 void popUp(Form& form, const std::string& menu, bool atMouse) {
   const std::string name = form.name;
   const std::optional<std::string> chosen = host().dialogs->Menu(form.actions().menu(menu), atMouse);
@@ -195,6 +227,20 @@ void popUp(Form& form, const std::string& menu, bool atMouse) {
     return;
   form.actions().perform(*chosen);
   host().forms->refresh(name);
+}
+
+void strike(Form& form, const KeyStroke& stroke, int keyAscii) {
+  const FormRegistry& forms = *host().forms;
+  const std::string name = form.name;
+  const auto stands = [&] { return forms.find(name) == &form; };
+  if (stroke.code != 0 && stands())
+    form.Form_KeyDown(stroke.code, stroke.shift);
+  if (keyAscii != 0 && stands() && form.visible)
+    form.Form_KeyPress(keyAscii);
+}
+
+void strikeKeys(Form& form, std::string_view words) {
+  for (const KeyStroke& stroke : readKeys(words)) strike(form, stroke, typedBy(stroke));
 }
 
 bool KeyGuard::repeated(int keyCode) {

@@ -32,18 +32,22 @@ std::vector<KeyStroke> readKeys(std::string_view words);
 // Every key from one code to another.
 std::vector<KeyStroke> keyRange(int first, int last, int shift = 0);
 
+// The menu that stands as a row of buttons at the foot of a form's window.
+inline constexpr const char* kCommandBar = "commandBar";
+
 struct Action {
-  std::string name{};                // as other rooms call it, "menuPairLines"
-  std::string caption{};             // plain words; they stand in menus, on buttons and in the help
-  std::vector<KeyStroke> keys{};     // the first is the one that menus and buttons name
-  std::vector<std::string> menus{};  // where it stands beside the keys, "menuHideShowRound"
+  std::string name{};             // as other rooms call it, "menuPairLines"
+  std::string caption{};          // plain words; they stand in menus, on buttons and in the help
+  std::vector<KeyStroke> keys{};  // the first is the one that menus and buttons name
+  // Where it stands beside the keys: "menuHideShowRound", or "menuAverage/Order" for a menu within the menu.
+  std::vector<std::string> menus{};
   std::function<void()> perform{};
   std::function<void(int keyCode)> performKey{};  // instead, where digits or letters do alike
-  std::function<bool()> enabled{};                // left out: always
-  std::function<bool()> checked{};                // left out: it bears no mark
-  bool separated = false;                         // a line above it in menus
-  std::string group{};                            // the menu within the menu that it stands in, "Order"
-  std::string help{};                             // a sentence for the help; left out: the caption
+  bool typed = false;  // its keys are characters in either case, which come through Form_KeyPress
+  std::function<bool()> enabled{};  // left out: always
+  std::function<bool()> checked{};  // left out: it bears no mark
+  bool separated = false;           // a line above it in menus
+  std::string help{};               // a sentence for the help; left out: the caption
 };
 
 bool isEnabled(const Action& action);
@@ -70,6 +74,7 @@ class ActionTable {
   const Action* forKey(int keyCode, int shift) const;
   // False when nothing was done: no such row, or it is not enabled now.
   bool performKey(int keyCode, int shift) const;
+  bool performTyped(int keyAscii) const;  // of the typed rows
   bool perform(std::string_view name) const;
 
   std::vector<MenuRow> menu(std::string_view name) const;
@@ -81,6 +86,12 @@ class ActionTable {
 
 // Shows a menu of the form's table and does what is chosen, if the form still stands by then.
 void popUp(Form& form, const std::string& menu, bool atMouse = false);
+
+// What a key on the form's window does: Form_KeyDown, then Form_KeyPress if the form still stands and is
+// visible. `keyAscii` 0: the key types nothing.
+void strike(Form& form, const KeyStroke& stroke, int keyAscii);
+// Strikes keys as readKeys names them, one after the other while the form stands.
+void strikeKeys(Form& form, std::string_view words);
 
 // Tells a key that comes again within a tenth of a second: a bouncing contact, a heavy finger. Each key
 // renews the guard, one that is dropped too: a key that is held never comes through again.

@@ -40,6 +40,7 @@ struct Control {
   std::vector<std::string> choices{};
   double low = 0, high = 0;
   Panel* panel = nullptr;
+  int rows = 0;  // of a list that are in sight at once; 0: what it has, five at most
   std::function<void()> pressed{};
   std::function<bool()> enabled{};  // left out: always
   std::string help{};               // one sentence for who does not know it

@@ -89,7 +89,7 @@ bool FormRegistry::isVisible(const std::string& name) const {
   return it != loaded_.end() && it->second.form->visible;
 }
 
-Form* FormRegistry::find(const std::string& name) {
+Form* FormRegistry::find(const std::string& name) const {
   const auto it = loaded_.find(name);
   return it == loaded_.end() ? nullptr : it->second.form.get();
 }

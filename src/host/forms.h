@@ -40,12 +40,9 @@ class Form {
     (void)byUser;
     return true;
   }
-  virtual void Form_KeyDown(int keyCode, int shift) {
-    (void)keyCode;
-    (void)shift;
-  }
+  virtual void Form_KeyDown(int keyCode, int shift);  // does what the table says
   virtual void Form_KeyPress(int keyAscii) { (void)keyAscii; }
-  // What the form can do as it stands now; made anew at each call. Most forms answer keys from it.
+  // What the form can do as it stands now; made anew at each call.
   virtual ActionTable actions();
   virtual void Form_Resize() {}
   // The mouse on the form's surface, in its twips. Moves come only while the left button is down; the second
@@ -102,7 +99,7 @@ class FormRegistry {
   bool unload(const std::string& name, bool byUser = false);  // false when the form refused
   bool isLoaded(const std::string& name) const;
   bool isVisible(const std::string& name) const;
-  Form* find(const std::string& name);  // null when not loaded
+  Form* find(const std::string& name) const;  // null when not loaded
   void refresh(const std::string& name);
   void bringToFront(const std::string& name);
   void waitUntilGone(const std::string& name);   // hidden or unloaded

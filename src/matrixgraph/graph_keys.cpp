@@ -18,7 +18,6 @@ namespace {
 namespace key = host::key;
 
 constexpr const char* kFilterForm = "xyVoteGraphFilter";
-constexpr const char* kDistributionForm = "xyVoteDistributionGraph";
 
 void say(const std::string& text) {
   host::host().dialogs->MsgBox(text, host::kTitle, host::Buttons::ok, host::Icon::information);
@@ -51,61 +50,9 @@ std::string zoomTitle(int risk) {
 }  // namespace
 
 // Keys
-void xyVoteGraph::Form_KeyDown(int keyCode, int shift) {
-  if (displayedInShow() && movesShowOn(keyCode, shift)) {
-    cmd_close_Click();
-    return;
-  }
-  if (List1.size() < 2)
-    return;
-  if (keyCode == key::escape || keyCode == key::space) {
-    keyHandled = true;
-    escapeOrSpace();
-    return;
-  }
-  const bool handled =
-      keyCode == key::f3 || shift == 0 ? handlePlainKeys(keyCode) : handleShiftedKeys(keyCode, shift);
-  if (!handled)
-    return;
-  keyHandled = true;
-  host::host().forms->refresh(name);
-}
-
-bool xyVoteGraph::handlePlainKeys(int keyCode) {
-  if (keyCode >= '0' && keyCode <= '9')
-    filterByDigit(keyCode - '0');
-  else if (keyCode == key::f3)
-    menuDiversity();
-  else
-    return false;
-  return true;
-}
-
-bool xyVoteGraph::handleShiftedKeys(int keyCode, int shift) {
-  if (shift == key::ctrlMask && (keyCode == key::multiply || keyCode == 'A' || keyCode == '8')) {
-    showAll();
-  } else if (shift == key::altMask && keyCode == 'L') {
-    cmd_list_Click();
-  } else if (shift == key::altMask && keyCode == 'I') {
-    cmd_info_Click();
-  } else if (shift == key::altMask && (keyCode == key::up || keyCode == key::down)) {
-    buttonsVisible = keyCode == key::up;
-  } else if (shift == key::shiftMask && keyCode >= '0' && keyCode <= '9') {
-    itemKeySuffix = keyCode <= '1' ? "" : std::string(1, static_cast<char>(keyCode));
-  } else {
-    return false;
-  }
-  return true;
-}
-
 void xyVoteGraph::filterByDigit(int digit) {
   std::string caption;
-  const bool on = SetDemographicFilter(digit - 1, caption);
-  if (!on)
-    glo.demographicFilterOn = false;
-  menuDemographicsOn.checked = on;
-  menuDemographicsOff.checked = !on;
-  menuDemographicsModify.checked = false;
+  SetDemographicFilter(digit - 1, caption);
   tmr_load.setEnabled(true);
 }
 
@@ -120,13 +67,8 @@ void xyVoteGraph::escapeOrSpace() {
     cmd_close_Click();
 }
 
-void xyVoteGraph::Form_KeyPress(int keyAscii) {
-  if (List1.size() < 2)
-    return;
-  const bool small = keyAscii >= 'a' && keyAscii <= 'z';
-  if (!small && !(keyAscii >= 'A' && keyAscii <= 'Z'))
-    return;
-  const std::string itemKey = static_cast<char>(small ? keyAscii - 32 : keyAscii) + itemKeySuffix;
+void xyVoteGraph::letterKey(char letter) {
+  const std::string itemKey = letter + itemKeySuffix;
   if (glo.OptionMatrixItemNavigation != 0 && showingMultiPlot) {
     say("Cannot zoom in whilst showing MultiPlot");
   } else if (glo.OptionMatrixItemNavigation != 0) {
@@ -140,7 +82,6 @@ void xyVoteGraph::Form_KeyPress(int keyAscii) {
   } else {
     showLetter(itemKey);
   }
-  host::host().forms->refresh(name);
 }
 
 // Zoom
@@ -210,23 +151,26 @@ void xyVoteGraph::showView() {
 void xyVoteGraph::menuHideShowAllPlots() {
   setTitle(exerciseTitle());
   view.zoomedItem = host::kNoItem;
-  for (std::size_t pair = 0; pair < kPairs; ++pair)
-    view.roundVisible[pair] = menuHideShowRoundN[pair].checked = menuHideShowRoundN[pair].enabled;
+  for (int pair = 1; pair <= kPairs; ++pair)
+    view.roundVisible[static_cast<std::size_t>(pair - 1)] = onGraph(pair);
   showView();
 }
 
+bool xyVoteGraph::onGraph(int pair) const {
+  return pair >= 1 && pair <= kPairs && model_.withoutPoints == 0 &&
+         pairUsed(glo.lastDrawnPairings, pair - 1);
+}
+
 void xyVoteGraph::menuHideShowRound(int pair) {
-  if (pair < 1 || pair > kPairs)
+  if (!onGraph(pair))
     return;
-  const auto p = static_cast<std::size_t>(pair - 1);
-  if (!menuHideShowRoundN[p].enabled)
-    return;
-  view.roundVisible[p] = menuHideShowRoundN[p].checked = !menuHideShowRoundN[p].checked;
+  bool& shown = view.roundVisible[static_cast<std::size_t>(pair - 1)];
+  shown = !shown;
   showView();
 }
 
 void xyVoteGraph::menuPairLines() {
-  view.pairLines = menuPairLinesEntry.checked = !menuPairLinesEntry.checked;
+  view.pairLines = !view.pairLines;
   showView();
 }
 

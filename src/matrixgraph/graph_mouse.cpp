@@ -11,7 +11,6 @@ namespace qrn {
 
 namespace {
 
-constexpr const char* kItemForm = "editBox_Form";
 constexpr double kDragBegins = 4 * kTwipsPerPixel;  // a shorter way is a click
 
 bool isKey(const host::ElementArray& array, const host::Element&) {
@@ -31,12 +30,10 @@ int riskOf(const host::Element& label) {
 void xyVoteGraph::Form_MouseDown(int button, double x, double y) {
   drag_ = {};
   const host::Hit hit = host::hitTest(surface(), x, y, isKey);
+  if (button == host::mouse::right)
+    return hit ? RightClickItem(*hit.element) : host::popUp(*this, kMenu, true);
   if (!hit)
     return;
-  if (button == host::mouse::right) {
-    RightClickItem(*hit.element);
-    return;
-  }
   drag_ = {hit.array->name(), hit.element->index, x - hit.element->left, y - hit.element->top, x, y, false};
   selectItem(riskOf(*hit.element));
 }
@@ -81,6 +78,7 @@ void xyVoteGraph::DblClickItem(const host::Element& label) {
 
 void xyVoteGraph::RightClickItem(const host::Element& label) {
   selectItem(riskOf(label));
+  host::popUp(*this, kItemMenu, true);
 }
 
 void xyVoteGraph::List1_Click(int row) {
@@ -95,6 +93,7 @@ void xyVoteGraph::List1_DblClick(int row) {
 
 void xyVoteGraph::List1_RightClick(int row) {
   selectItem(riskOfRow(row));
+  host::popUp(*this, kItemMenu, true);
 }
 
 int xyVoteGraph::riskOfRow(int row) const {

@@ -121,7 +121,6 @@ void xyVoteGraph::plot(const PlotRequest& request) {
   cmd_info = glo.dataMessage != kDataMessage;
   for (int pair = 0; pair < kPairs; ++pair) {
     const bool used = pairUsed(request, pair) && model_.withoutPoints == 0;
-    menuHideShowRoundN[static_cast<std::size_t>(pair)] = {used, used};
     view.roundVisible[static_cast<std::size_t>(pair)] = used;
   }
   if (model_.withoutPoints != 0) {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "charts/chart_display.h"
+#include "host/actions.h"
 #include "host/forms.h"
 #include "host/surface.h"
 #include "host/wait.h"
@@ -14,17 +15,13 @@
 
 namespace qrn {
 
-struct MenuEntry {
-  bool enabled = false;
-  bool checked = false;
-};
-
 struct xyVoteGraph : host::Form {
   xyVoteGraph();
   void Form_Load() override;
   void Form_Unload() override;
   void Form_KeyDown(int keyCode, int shift) override;
   void Form_KeyPress(int keyAscii) override;
+  host::ActionTable actions() override;
   void Form_Resize() override;
   void Form_MouseDown(int button, double x, double y) override;
   void Form_MouseMove(double x, double y) override;
@@ -64,11 +61,7 @@ struct xyVoteGraph : host::Form {
   bool showingMultiPlot = false, showingDiversity = false, graphFailed = false;
   bool keyHandled = false;
   bool graphFilterActive = false;
-  GraphView view;  // what is seen of the items
-  std::array<MenuEntry, kPairs> menuHideShowRoundN;
-  MenuEntry menuPairLinesEntry{true, true};
-  MenuEntry menuDemographicsOn{true, false}, menuDemographicsOff{true, true},
-      menuDemographicsModify{true, false};
+  GraphView view;         // what is seen of the items
   bool cmd_info = false;  // the button beside the axes is shown
   bool buttonsVisible = false, listVisible = false;
   std::string graphTitle;  // as shown, after the ampersand rule
@@ -89,8 +82,18 @@ struct xyVoteGraph : host::Form {
   const PlottedItem* plottedItem(int risk) const;
   void zoomTo(int risk, const std::string& key);
   void reportUnlisted(const std::string& key);
-  bool handlePlainKeys(int keyCode);
-  bool handleShiftedKeys(int keyCode, int shift);
+  static constexpr const char* kMenu = "popupMenuCategory";
+  static constexpr const char* kHideShowMenu = "menuHideShowRound";
+  static constexpr const char* kItemMenu = "listPopupMenu";
+  static constexpr const char* kItemForm = "editBox_Form";
+  static constexpr const char* kDistributionForm = "xyVoteDistributionGraph";
+  std::vector<host::Action> filterActions();
+  std::vector<host::Action> viewActions();
+  std::vector<host::Action> pairActions();
+  std::vector<host::Action> itemActions();
+  std::vector<host::Action> formActions();
+  bool onGraph(int pair) const;  // 1 to 4; it was drawn
+  void letterKey(char letter);
   void filterByDigit(int digit);
   void escapeOrSpace();
   int riskOfRow(int row) const;  // -1 outside the list

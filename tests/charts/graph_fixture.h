@@ -12,9 +12,9 @@
 
 namespace qrn::test {
 
-class GraphWorld : public ::testing::Test {
+class GraphExercise {
  protected:
-  GraphWorld() {
+  GraphExercise() {
     glo = Glo{};
     initXYVote();
     glo.listTitle = "Workshop";
@@ -72,5 +72,7 @@ class GraphWorld : public ::testing::Test {
 
   TestHost world;
 };
+
+class GraphWorld : public ::testing::Test, protected GraphExercise {};
 
 }  // namespace qrn::test

@@ -14,6 +14,7 @@ class GraphMouse : public GraphWorld {
  protected:
   GraphMouse() {
     registerGraphForms();
+    world.dialogs.answersAll = true;  // the menus of right clicks
     addItems(4);
     for (int a = 1; a <= 2; ++a) addScale(a, "Name" + std::to_string(a), 5);
     for (int item = 0; item < 4; ++item)
@@ -49,6 +50,7 @@ TEST_F(GraphMouse, APressSelectsTheItemAndItsRow) {
   form().List1.pop_back();
   form().Form_MouseDown(mouse::right, x(4), y(4));  // on the graph and not in the list
   EXPECT_EQ(selection(), "3 row 2");
+  EXPECT_EQ(world.dialogs.asked.back(), "[menuHideShowAllPlots][cmd_list]") << "no rows for the item";
   for (const int row : {0, -1, 9}) form().List1_Click(row);
   EXPECT_EQ(selection(), "0 row 0");
   form().List1_RightClick(1);

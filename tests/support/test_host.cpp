@@ -37,6 +37,8 @@ double FixedTextMeasure::TextWidth(std::string_view text, const std::string&, do
 
 ScriptedDialogs::Expected ScriptedDialogs::next(const std::string& kind, const std::string& text) {
   asked.push_back(text);
+  if (expected.empty() && answersAll)
+    return {};
   if (expected.empty()) {
     ADD_FAILURE() << "Unexpected question (" << kind << "): " << text;
     throw HostError(Fault::program, 5, "unexpected question: " + text);

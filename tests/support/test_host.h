@@ -150,6 +150,7 @@ class ScriptedDialogs : public host::Dialogs {
   void Info(const std::string& line) override { infos.push_back(line); }
 
   std::deque<Expected> expected;
+  bool answersAll = false;  // a question that nothing was expected for gets the answer of Enter, or none
   std::vector<host::MenuRow> menu;  // the last one shown
   std::vector<std::string> asked;   // text of every question, in order
   std::vector<std::string> infos;

@@ -1,0 +1,130 @@
+// The action table of a form in case files: what each key does, what the menus offer, what the help says.
+//
+//   keys Alt+L,b     what has changed, one line a thing
+//   do NAME          a row of a menu or a button
+//   menu NAME        its rows: "x" marked, "-" not enabled, "|" a line above
+//   help
+//   walk             every key of the table, each on a fresh form; * is the key's own letter or digit
+//   deaf             the same, but only what has changed something
+#pragma once
+
+#include <cctype>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "host/help.h"
+#include "host/wait.h"
+#include "support/cases.h"
+#include "support/test_host.h"
+
+namespace qrn::test {
+
+class ActionCases : public CaseTest {
+ protected:
+  using State = std::map<std::string, std::string>;
+
+  ActionCases() {
+    on("keys", [this](const Words& words) { tellChange([&] { host::strikeKeys(*form(), words.rest(0)); }); });
+    on("do", [this](const Words& words) {
+      tellChange([&] { EXPECT_TRUE(form()->actions().perform(words.rest(0))) << words.rest(0); });
+    });
+    on("menu", [this](const Words& words) { tellMenu(words.rest(0)); });
+    on("help", [this](const Words&) {
+      for (const host::KeyHelp& row : form()->actions().help()) tell(row.keys + ": " + row.caption);
+    });
+    on("walk", [this](const Words&) { walk(true); });
+    on("deaf", [this](const Words&) { walk(false); });
+  }
+
+  virtual host::Form* form() = 0;  // null once it has gone
+  virtual void renew() = 0;        // the form as it comes up
+  virtual State state() = 0;       // what keys can change, as words; asked while the form stands
+  virtual TestHost& testHost() = 0;
+
+  void tellChange(const std::function<void()>& act) {
+    for (const std::string& line : change(act)) tell(line);
+  }
+
+ private:
+  std::vector<std::string> change(const std::function<void()>& act) {
+    ScriptedDialogs& dialogs = testHost().dialogs;
+    dialogs.answersAll = true;
+    dialogs.asked.clear();
+    std::vector<std::string> lines;
+    testHost().at(kReading, [&] { closeHelp(lines); });
+    const State before = state();
+    act();
+    host::waitUntil([] { return false; }, 2 * kReading);
+    for (const std::string& question : dialogs.asked) lines.push_back("asked " + cut(escaped(question)));
+    if (form() == nullptr) {
+      lines.emplace_back("gone");
+      return lines;
+    }
+    for (const auto& [what, now] : state())
+      if (before.at(what) != now)
+        lines.push_back(what + ": " + now);
+    return lines;
+  }
+
+  static std::string cut(const std::string& text) {
+    return text.size() <= kLongest ? text : text.substr(0, kLongest) + "...";
+  }
+
+  void closeHelp(std::vector<std::string>& lines) {
+    auto* help = dynamic_cast<host::formHelp*>(testHost().forms.find(host::kHelpForm));
+    if (help == nullptr)
+      return;
+    lines.push_back("help with " + std::to_string(help->List1.rows().size()) + " rows");
+    host::strikeKeys(*help, "Esc");
+  }
+
+  // The key's own letter or digit, where it stands as a word.
+  static std::string withoutKey(std::string text, const std::string& key) {
+    const char own = key.back();
+    if (key.size() >= 2 && key[key.size() - 2] != '+')
+      return text;
+    for (std::size_t i = 1; i < text.size(); ++i)
+      if (text[i] == own && text[i - 1] == ' ' && (i + 1 == text.size() || !std::isalnum(text[i + 1])))
+        text[i] = '*';
+    return text;
+  }
+
+  void tellMenu(const std::string& name) {
+    for (const host::MenuRow& row : form()->actions().menu(name))
+      tell(std::string(row.separated ? "| " : "") + (row.checked ? "x " : "") + (row.enabled ? "" : "- ") +
+           (row.group.empty() ? "" : row.group + " > ") + row.caption +
+           (row.key.empty() ? "" : "   " + row.key));
+  }
+
+  // Neighbouring keys of a row that change the same stand in one line.
+  void walk(bool all) {
+    renew();
+    const host::ActionTable table = form()->actions();
+    for (const host::Action& row : table.all()) {
+      std::string keys, last;
+      const auto flush = [&] {
+        if (!keys.empty() && (all || !last.empty()))
+          tell(keys + " " + row.name + (last.empty() ? ": nothing" : last));
+        keys.clear();
+      };
+      for (const host::KeyStroke& stroke : row.keys) {
+        renew();
+        const std::string key = host::keyName(stroke);
+        std::string changed;
+        for (const std::string& line : change([&] { host::strikeKeys(*form(), key); }))
+          changed += "; " + withoutKey(line, key);
+        if (changed != last)
+          flush();
+        keys += (keys.empty() ? "" : ",") + key;
+        last = changed;
+      }
+      flush();
+    }
+  }
+
+  static constexpr double kReading = 0.002;  // seconds until a help that came up is closed again
+  static constexpr std::size_t kLongest = 100;
+};
+
+}  // namespace qrn::test
