@@ -1,37 +1,167 @@
-// The exercise text: what is written, and that the same comes back.
+// The exercise text: what is written comes back; what is foreign, older or damaged gives what it can.
 #include "store/exercise_text.h"
-
-#include <gmock/gmock.h>
 
 #include <fstream>
 
 #include "core/common.h"
 #include "core/edit.h"
-#include "store/exercise_fixture.h"
+#include "core/model.h"
+#include "store/full_exercise.h"
+#include "support/run_case.h"
 
-namespace qrn {
+namespace qrn::test {
 namespace {
 
-using test::ExerciseTest;
-using test::linesOf;
-using ::testing::HasSubstr;
-
-class ExerciseText : public ExerciseTest {};
-
-// First line in which two texts differ, for a message that says where.
+// The line in which two texts differ first.
 std::string firstDifference(const std::string& left, const std::string& right) {
-  const auto a = linesOf(left), b = linesOf(right);
+  const auto a = splitFields(left, '\n'), b = splitFields(right, '\n');
   for (std::size_t i = 0; i < std::max(a.size(), b.size()); ++i)
     if (i >= a.size() || i >= b.size() || a[i] != b[i])
-      return "line " + std::to_string(i + 1) + ": " + (i < a.size() ? a[i] : "-") + " <> " +
-             (i < b.size() ? b[i] : "-");
+      return "line " + std::to_string(i + 1) + ": " + escaped(i < a.size() ? a[i] : "-") + " <> " +
+             escaped(i < b.size() ? b[i] : "-");
   return "";
 }
 
+class TextCase : public RunCase {
+ protected:
+  TextCase() {
+    plain();
+    on("plain", [this](const Words&) { plain(); });
+    on("fill", [this](const Words& words) { fill(words.number(0)); });
+    on("write", [this](const Words&) { text = writeExercise(glo); });
+    on("load", [this](const Words& words) { load(words.word(0) == "wizard"); });
+    textCommands();
+    slideCommands();
+  }
+  ~TextCase() override {
+    setDecimalSeparator('\0');
+    endProgramHook = nullptr;
+  }
+  static void plain() {
+    static_cast<Exercise&>(glo) = Exercise{};
+    initXYVote();
+  }
+  void fill(int items) {
+    plain();
+    fillExercise(glo, items);
+    text = writeExercise(glo);
+  }
+  // The exercise that the text gives in a fresh run.
+  const Exercise& load(bool wizard = false) {
+    plain();
+    reading = readExercise(text, glo, wizard ? ReadFor::wizard : ReadFor::run);
+    static_cast<Exercise&>(glo) = reading.exercise;
+    if (!reading.complete)
+      tell("incomplete");
+    if (reading.damagedValues > 0)
+      tell(std::to_string(reading.damagedValues) + " damaged");
+    for (const std::string& font : reading.missingFonts) tell("no font " + font);
+    for (const std::string& message : reading.messages) tell(escaped(message));
+    return reading.exercise;
+  }
+  void put(std::size_t at, std::size_t length, const std::string& instead) {
+    if (at == std::string::npos)
+      tell("not there");
+    else
+      text.replace(at, length, instead);
+  }
+  void textCommands() {
+    // put WHAT INSTEAD; lines BEGIN COUNT LINE ...: instead of so many from, or before, the one that begins
+    // so
+    on("put", [this](const Words& words) { put(text.find(words[0]), words[0].size(), words.word(1)); });
+    on("putlast", [this](const Words& words) { put(text.rfind(words[0]), words[0].size(), words.word(1)); });
+    on("lines", [this](const Words& words) {
+      const std::size_t before = text.find("\r\n" + words[0]);
+      std::size_t at = before + 2, end = before == std::string::npos ? before : at;
+      for (int i = words.number(1); i < 0; ++i) at = text.rfind("\r\n", at - 3) + 2;
+      for (int i = words.number(1); i > 0 && end != std::string::npos; --i) end = text.find("\r\n", end) + 2;
+      std::string lines;
+      for (std::size_t i = 2; i < words.size(); ++i) lines += words[i] + "\r\n";
+      put(end == std::string::npos ? end : at, end - at, lines);
+    });
+    on("more", [this](const Words& words) { text += words.rest(0); });
+    on("upto", [this](const Words& words) { text.resize(text.rfind(words[0]) + words[0].size()); });
+    on("text", [this](const Words& words) { text = words.rest(0); });
+    on("holds", [this](const Words& words) {
+      if (text.find(words.rest(0)) == std::string::npos)
+        tell("not there");
+    });
+    on("like", [this](const Words&) {
+      std::ifstream file(QUORIN_SMALL_EXERCISE, std::ios::binary);
+      const std::string whole{std::istreambuf_iterator<char>(file), {}};
+      tell(firstDifference(text, whole));
+    });
+    on("lonefeeds", [this](const Words&) { text = replaceAll(text, "\r\n", "\n"); });
+    on("auto", [this](const Words& words) {
+      plain();
+      items({"1", "2", "3", "4"});
+      glo.runByAverageBarCount = words.number(0);
+      glo.barCountAuto = false;
+      text = writeExercise(glo);
+      glo.barCountAuto = words[1] == "yes";
+      tell(readExercise(text, glo).exercise.barCountAuto ? "follows" : "chosen");
+    });
+    on("count", [this](const Words& words) {
+      fill(4);
+      const std::string notes = glo.risks[3].notes;
+      put(text.find("\r\n4\r\n") + 2, 1, words.word(0));
+      const Exercise& read = load();
+      tell(std::to_string(read.itemCount()) + " items" +
+           (read.itemCount() > 3 && read.risks[3].notes == notes ? ", all four" : ""));
+    });
+    on("known", [this](const Words&) { tell(looksLikeExerciseText(text) ? "an exercise" : "no exercise"); });
+    on("comma", [](const Words&) { setDecimalSeparator(','); });
+    on("newname", [this](const Words&) { tell(newExerciseName()); });
+  }
+  static void addLists() {
+    glo.rootCauseLists = {{"When", {"Now", "4y+", ""}}, LookUpList{}};
+    glo.demographics = {{260, {{2, false, "no"}, {3, true, "yes"}}, true}, {261, {}, false}};
+    glo.overlayBoundaries = {{4, 1, 2, 99}, OverlayBoundary{}};
+    glo.assessments[0].lbl_Risk = {1920, 0, 7680, 2880};
+    glo.assessments[0].img_chart = {7680, 1440, 3840, 4320};
+    glo.assessments[0].Img_VC = {0, 0, 1536, 2304};
+  }
+  void slideCommands() {
+    on("lists", [](const Words&) { addLists(); });
+    on("screen", [](const Words& words) { setScreenDimensions(words.number(0), words.number(1)); });
+    on("save", [this](const Words& words) { tell(saveXY(words.word(0)) ? "" : "not saved"); });
+    on("get", [this](const Words& words) { tell(LoadXY(words.word(0)) ? "" : "no exercise"); });
+    on("onslide", [this](const Words&) { tell(firstDifference(slideTags().Item("qrnMatrix"), text)); });
+    on("toslide", [this](const Words&) { slideTags().Add("qrnMatrix", text); });
+    on("keptdamaged", [this](const Words&) {
+      tell(slideTags().Item("qrnMatrixDamaged") == text ? "as it was" : "another");
+    });
+    on("modified", [this](const Words&) { tell(exerciseHistory().modified() ? "yes" : "no"); });
+    on("edit", [](const Words& words) {
+      Edit edit("Title");
+      glo.listTitle = words.rest(0);
+      edit.commit();
+    });
+    on("files", [this](const Words&) {
+      for (const auto& [name, content] : world.files.files) tell(name);
+    });
+    on("ends", [this](const Words&) { endProgramHook = [this] { tell("the program ends"); }; });
+    on("note", [this](const Words& words) {
+      auto& notes = world.presentation.slide(1).notes;
+      notes = {MemoryShape("picture"), MemoryShape("notes", words.rest(0))};
+      notes[0].hasText = false;
+      for (int i = 0; i < 2; ++i) SaveXMLtoPPTSlide();
+      tell(escaped(notes[1].text));
+    });
+  }
+
+  std::string text;
+  ExerciseReading reading;
+};
+
+const bool kRegistered = registerCases<TextCase>("ExerciseTextCase", QUORIN_CASES "/exercise_text.case");
+
+using ExerciseText = TextCase;
+
 TEST_F(ExerciseText, everyStoredMemberComesBack) {
-  const std::string text = fullText(12);
-  const Exercise expected = test::afterReload(glo);
-  const Exercise& read = loaded(text);
+  fill(12);
+  const Exercise expected = afterReload(glo);
+  const Exercise read = load();
   EXPECT_EQ(firstDifference(writeExercise(read), writeExercise(expected)), "");
   EXPECT_TRUE(read == expected);
 }
@@ -41,86 +171,20 @@ TEST_F(ExerciseText, everyStoredMemberComesBack) {
 TEST_F(ExerciseText, layoutComesBackExactlyOnAnyScreen) {
   for (const auto& [width, height] : {std::pair{15360.0, 11520.0}, {19200.0, 10800.0}, {20490.0, 11520.0}}) {
     setScreenDimensions(width, height);
-    begin();
+    plain();
     auto& labels = glo.assessments[0].lbl_Criteria;
     for (std::size_t i = 0; i < 10; ++i)
       labels[i] = {static_cast<float>(width), 0, 1937.3F * static_cast<float>(i),
                    10777.25F / static_cast<float>(i + 1)};
     const auto before = labels;
-    EXPECT_TRUE(loaded(writeExercise(glo)).assessments[0].lbl_Criteria == before) << width << "x" << height;
+    text = writeExercise(glo);
+    EXPECT_TRUE(load().assessments[0].lbl_Criteria == before) << width << "x" << height;
   }
-  setScreenDimensions(15360, 11520);
-}
-
-// A small exercise, as it stands line by line in small_exercise.mtx ------------------------------
-
-void makeSmallExercise() {
-  glo.exerciseName = "Risks \"A\"";
-  glo.risks.assign(3, RiskRecord{});
-  RiskRecord& fire = glo.risks[0];
-  fire.text = "Fire\"s risk";
-  fire.sortKey = 1;
-  fire.voting = fire.newItem = true;
-  fire.notes = "hot";
-  std::fill_n(fire.active.begin(), 9, true);
-  fire.owners = {"Ann", ""};
-  fire.text3 = "three";
-  fire.text5 = "five";
-  fire.shortText = "short";
-  fire.benchmark[1] = 0.25F;
-  RiskRecord& flood = glo.risks[1];
-  flood.text = "Flood";
-  flood.ID = 1;
-  flood.sortKey = 2;
-  glo.categories[0].CategoryItems = {0, 1, -1};
-  glo.categories[0].CategoryID = 7;
-  glo.rootCauseLists = {{"When", {"Now", "4y+", ""}}, LookUpList{}};
-  glo.opt_StatsBoxPosition = "TL";
-  glo.assessments[0].lbl_Risk = {1920, 0, 7680, 2880};
-  glo.demographics = {{260, {{2, false, "no"}, {3, true, "yes"}}, true}, {261, {}, false}};
-  glo.gridColWidths = {500, 0};
-  glo.XYGridLinesAsQuarters = true;
-  // Values that tell the places apart where members stand in an order of their own.
-  glo.overlayBoundaries = {{4, 1, 2, 99}, OverlayBoundary{}};
-  glo.assessments[2].font3.size = 17;
-  glo.assessments[3].font3.size = 18;
-  glo.assessmentInfo[0].bands[1] = {33023, 1.5F, 2.5F, "warm"};
-  glo.SifterSorterSettings.pair1 = {1, 2};
-  glo.SifterSorterSettings.pair2 = {3, 4};
-  glo.runByCat574e = 1;
-  glo.lookUpEditorFlags = {3, 4};
-  glo.ComboListPopup = 5;
-  glo.statsBoxX = 0.25F;
-  glo.statsBoxY = 0.5F;
-  glo.OptionListPopup = 1;
-  glo.averageMatrixChoice = 2;
-  glo.listOrder = 1;
-  glo.ComboReOrder = 3;
-  glo.OptionMatrixItemNavigation = 4;
-  glo.OptionScatterScale = 5;
-  glo.TextScatterScaleAbbreviate = 6;
-  glo.chk_OwnerEnabled = 1;
-  glo.chk_SublistEnabled = 2;
-  glo.matrixGraphDisplay = 3;
-  glo.checkOverrideRagging = 4;
-  glo.defaultAlign = {0, 1, 2};
-  glo.assessments[0].img_chart = {7680, 1440, 3840, 4320};
-  glo.assessments[0].Img_VC = {0, 0, 1536, 2304};
-}
-
-TEST_F(ExerciseText, isWrittenLineByLine) {
-  makeSmallExercise();
-  std::ifstream file(QUORIN_SMALL_EXERCISE, std::ios::binary);
-  const std::string expected{std::istreambuf_iterator<char>(file), {}};
-  ASSERT_GT(expected.size(), 10000U);
-  EXPECT_EQ(firstDifference(writeExercise(glo), expected), "");
-  EXPECT_EQ(glo.risks[0].text, "Fire\"s risk") << "writing leaves the exercise alone";
 }
 
 // Which texts lose their double quotes at writing, in the exercise too. The others stand as they are.
 TEST_F(ExerciseText, quotesBecomeSingleWhereTheFormatSaysSo) {
   const auto pointers = [](auto*... texts) { return std::vector<std::string*>{texts...}; };
-  begin();
   glo.risks.assign(2, RiskRecord{});
   RiskRecord& risk = glo.risks[0];
   risk.owners = risk.rootCauses = {"", ""};
@@ -140,165 +204,68 @@ TEST_F(ExerciseText, quotesBecomeSingleWhereTheFormatSaysSo) {
       &risk.notes, &glo.assessmentInfo[0].endMessage, &glo.filterFile, &glo.sifterBackground,
       &glo.matrixBackgroundFile, &glo.endOfVoteSoundFile, &glo.assessmentTitles[10], &glo.listFont.name);
   for (const auto* texts : {&changed, &kept})
-    for (std::string* text : *texts) *text = "a\"b\"";
+    for (std::string* one : *texts) *one = "a\"b\"";
   saveXY();
   for (std::size_t i = 0; i < changed.size(); ++i) EXPECT_EQ(*changed[i], "a'b'") << i;
   for (std::size_t i = 0; i < kept.size(); ++i) EXPECT_EQ(*kept[i], "a\"b\"") << i;
 }
 
-// Through the slide -------------------------------------------------------------------------------
-
-TEST_F(ExerciseText, savesToTheSlideAndLoadsFromIt) {
-  makeSmallExercise();
-  ASSERT_TRUE(saveXY());
-  EXPECT_EQ(tags().Item("qrnMatrix"), writeExercise(glo));
-  EXPECT_TRUE(world.files.files.empty());
-  begin();
-  EXPECT_TRUE(LoadXY(""));
-  EXPECT_EQ(glo.risks[1].text, "Flood");
-  EXPECT_EQ(glo.risks[0].identifier, "A");
-  EXPECT_FALSE(exerciseHistory().modified());
-  Edit edit("Title");
-  glo.listTitle = "Other";
-  edit.commit();
-  EXPECT_TRUE(exerciseHistory().modified());
-  saveXY();
-  EXPECT_FALSE(exerciseHistory().modified());
-  EXPECT_TRUE(world.files.files.empty());
+TEST_F(ExerciseText, cutAnywhereKeepsWhatStandsBefore) {
+  fill(3);
+  const std::string all = text;
+  const Exercise whole = glo;
+  std::size_t itemsSoFar = 0;
+  // At every byte of the items, the categories and the named settings, and at some between them.
+  const std::size_t categories = all.find("\"unallocated\"");
+  const auto near = [](std::size_t at, std::size_t place) { return at + 300 > place && at < place + 300; };
+  for (std::size_t length = 1; length < all.size(); ++length) {
+    if (length > 700 && !near(length, categories) && length + 1500 < all.size() && length % 37 != 0)
+      continue;
+    text = all.substr(0, length);
+    const Exercise& read = load();
+    const auto items = static_cast<std::size_t>(read.itemCount());
+    ASSERT_GE(items, itemsSoFar) << "cut at " << length;
+    itemsSoFar = items;
+    for (std::size_t i = 0; i + 1 < items; ++i)
+      ASSERT_EQ(read.risks[i].text, whole.risks[i].text) << "cut at " << length;
+    // No item is without a category.
+    ASSERT_GE(upperBound(read.categories), 1);
+    std::size_t allocated = 0;
+    for (const CategoryRecord& category : read.categories) allocated += category.CategoryItems.size() - 1;
+    ASSERT_GE(allocated, items) << "cut at " << length;
+  }
+  EXPECT_EQ(itemsSoFar, 3U);
 }
 
-// The lengths of a layout follow the screen of the load; the fractions in the text are not touched by it.
-TEST_F(ExerciseText, aLayoutFitsTheScreenOfTheLoadAndKeepsItsFractions) {
-  makeSmallExercise();
-  const std::string text = writeExercise(loaded(writeExercise(glo)));
-  tags().Add("qrnMatrix", text);
-  for (const auto& [width, height] : {std::pair{28800.0, 16200.0}, {15360.0, 8640.0}}) {
-    setScreenDimensions(width, height);
-    ASSERT_TRUE(LoadXY(""));
-    const LayoutRect& label = glo.assessments[0].lbl_Risk;
-    EXPECT_DOUBLE_EQ(label.left / width, 0.5);
-    EXPECT_DOUBLE_EQ(label.width / width, 0.125);
-    EXPECT_DOUBLE_EQ(label.top / height, 0.25);
-    setScreenDimensions(20490, 11520);
-    saveXY();
-    EXPECT_EQ(firstDifference(tags().Item("qrnMatrix"), text), "") << width;
+// Older texts stop behind the option or the flag before the assessments' looks, or inside these.
+TEST_F(ExerciseText, aTextThatMayStopStopsWithoutAlarm) {
+  fill(2);
+  const std::string all = text;
+  const int kept = glo.runByShowAverages[9];
+  const std::string option = "\r\n" + std::to_string(kept) + "\r\n#TRUE#\r\n";
+  const std::size_t behindOption = all.find(option) + option.size() - 8, behindFlag = behindOption + 8;
+  const std::size_t settings = all.find("\"runningOrderShowVoteAveragesEnd(9)\"");
+  std::vector<std::size_t> ends{behindOption, behindOption - 2, behindFlag, behindFlag - 2};
+  for (std::size_t at = behindFlag; at < settings; at += 13) ends.push_back(at);
+  ends.push_back(settings);
+  for (const std::size_t end : ends) {
+    text = all.substr(0, end);
+    ASSERT_EQ(load().runByShowAverages[9], kept);
+    ASSERT_TRUE(reading.complete && reading.damagedValues == 0) << text.substr(end - 30, 30);
+  }
+  for (const std::size_t end : {behindOption - 12, all.rfind(',')}) {
+    text = all.substr(0, end);
+    load();
+    EXPECT_FALSE(reading.complete);
   }
 }
 
-TEST_F(ExerciseText, aLoadTellsAndLogsWhatTheReadingFound) {
-  makeSmallExercise();
-  glo.assessments[0].titleFont.name = "Missing Font";
-  glo.categories[0].CategoryItems = {-1};
-  glo.workshopNumber = 2;
-  const std::string text = replaceAll(writeExercise(glo), "\"unallocated\",#TRUE#,#TRUE#", "\"unallocated\"");
-  tags().Add("qrnMatrix", replaceAll(text, "\r\n9,9\r\n", "\r\n9,?\r\n"));
-  world.expectMsgBox("Your categories are corrupt");
-  world.expectMsgBox("Warning:  Data has been cleared after Next Workshop was used,\r\nplease check active");
-  world.expectMsgBox("damaged or cut short: 2 items could be read, 1 values could not");
-  ASSERT_TRUE(LoadXY(""));
-  EXPECT_THAT(world.dialogs.infos,
-              ::testing::ElementsAre("Font Missing Font is not installed\r\nDefaulting to Arial"));
-  EXPECT_EQ(glo.workshopNumber, 0);
-  EXPECT_THAT(world.files.files["/appdata/quorin/Err.log"],
-              HasSubstr("Description: 1 values could not be read\r\nModule: exercise_text\r\n"
-                        "Procedure: LoadXY\r\nLine: 0\r\nMessage Supressed: True\r\n"));
-  tags().Add("qrnMatrix", text);
-  tags().Add("QRNVOTES", "01/02/2026,10:00:00,1;2;,1C1\r\n");
-  world.expectMsgBox("Your categories are corrupt");
-  ASSERT_TRUE(LoadXY(""));
-  EXPECT_EQ(glo.workshopNumber, 2) << "no warning while the votes are there";
-}
-
-TEST_F(ExerciseText, savesAndLoadsAFileWithoutTouchingTheSlide) {
-  makeSmallExercise();
-  ASSERT_TRUE(saveXY("/work/one.mtt"));
-  EXPECT_EQ(tags().Item("qrnMatrix"), "");
-  begin();
-  EXPECT_TRUE(LoadXY("/work/one.mtt"));
-  EXPECT_TRUE(exerciseHistory().modified()) << "the slide does not hold it";
-  EXPECT_EQ(glo.itemCount(), 2);
-  EXPECT_TRUE(world.files.fileExists("/work/one.mtt"));
-}
-
-TEST_F(ExerciseText, aFileThatCannotBeReadIsReportedAndChangesNothing) {
-  makeSmallExercise();
-  world.expectMsgBox("An error has occurred: File not found: /work/none.mtt");
-  EXPECT_TRUE(LoadXY("/work/none.mtt"));
-  EXPECT_EQ(glo.itemCount(), 2);
-}
-
-// The disk that fails at each write in turn never costs the exercise.
-TEST_F(ExerciseText, aFullDiskLosesNothing) {
-  makeSmallExercise();
-  const std::string text = writeExercise(glo);
-  for (int nth = 1; nth <= 3; ++nth) {
-    begin();
-    makeSmallExercise();
-    tags().Add("qrnMatrix", "the old text");
-    world.files.failAtWrite = nth;
-    EXPECT_TRUE(saveXY());
-    EXPECT_EQ(tags().Item("qrnMatrix"), text) << "write " << nth;
-    world.files.failAtWrite = nth;
-    begin();
-    EXPECT_TRUE(LoadXY(""));
-    EXPECT_EQ(glo.itemCount(), 2) << "write " << nth;
-    world.files.failAtWrite = 0;
-  }
-  world.files.failAtWrite = 1;
-  world.expectMsgBox("An error has occurred: The disk is full");
-  EXPECT_FALSE(saveXY("/work/one.mtt"));
-}
-
-TEST_F(ExerciseText, anEmptyTagSaysSoAndEndsADisplayRun) {
-  int ended = 0;
-  endProgramHook = [&] { ++ended; };
-  world.expectMsgBox("quorin matrix: Could not find Matrix vote on slide.");
-  EXPECT_FALSE(LoadXY(""));
-  EXPECT_EQ(ended, 0);
-  glo.cmdMode = "DISPLAY";
-  world.expectMsgBox("Could not find Matrix vote on slide.");
-  EXPECT_FALSE(LoadXY(""));
-  EXPECT_EQ(ended, 1);
-  endProgramHook = nullptr;
-}
-
-TEST_F(ExerciseText, aDamagedTagIsToldAndKeptBesideTheNextSave) {
-  makeSmallExercise();
-  const std::string whole = writeExercise(glo), cut = whole.substr(0, whole.size() / 2);
-  tags().Add("qrnMatrix", cut);
-  begin();
-  world.expectMsgBox("damaged or cut short: 2 items could be read");
-  EXPECT_TRUE(LoadXY(""));
-  ASSERT_TRUE(saveXY());
-  EXPECT_NE(tags().Item("qrnMatrix"), cut);
-  EXPECT_EQ(tags().Item("qrnMatrixDamaged"), cut);
-  ASSERT_TRUE(saveXY());
-  EXPECT_EQ(tags().Item("qrnMatrixDamaged"), cut) << "a later save leaves it alone";
-}
-
-TEST_F(ExerciseText, aTagWithLoneLineFeedsLoads) {
-  makeSmallExercise();
-  std::string text = replaceAll(writeExercise(glo), "\r\n", "\n");
-  tags().Add("qrnMatrix", replaceAll(text, "Flood", "Flood\nplain"));
-  begin();
-  EXPECT_TRUE(LoadXY(""));
-  EXPECT_EQ(glo.risks[1].text, "Flood\r\nplain");
-  EXPECT_EQ(glo.runByCatPrefs[0], 0);
-}
-
-TEST_F(ExerciseText, marksTheNotesPageOnce) {
-  auto& notes = world.presentation.slide(1).notes;
-  notes.emplace_back("picture");
-  notes.back().hasText = false;
-  notes.emplace_back("notes", "See Old.mtx here. ");
-  glo.cmdFile = "OLD.MTX";
-  for (int i = 0; i < 2; ++i) SaveXMLtoPPTSlide();
-  EXPECT_EQ(notes[1].text, "See  here. This slide is a quorin Matrix exercise\r\n");
-}
-
-TEST_F(ExerciseText, namesANewExerciseByTheMinute) {
-  EXPECT_EQ(newExerciseName(), "New-2026-03-14-0900.mtx");
+TEST_F(ExerciseText, longListsLoadInOneGo) {
+  fill(10000);
+  ASSERT_EQ(load().itemCount(), 10000);
+  EXPECT_EQ(glo.risks[9999].identifier, "P385");
+  EXPECT_EQ(glo.risks[9999].benchmark[8], static_cast<float>(9999 % 7) + 2.1F);
 }
 
 }  // namespace
-}  // namespace qrn
+}  // namespace qrn::test

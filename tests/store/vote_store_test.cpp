@@ -1,221 +1,205 @@
+// Votes on their slide, what they come to, and where a process stood: told as conversations.
 #include "store/vote_store.h"
 
 #include "core/options.h"
-#include "store/vote_fixture.h"
+#include "core/vote_record_text.h"
+#include "store/progress_log.h"
+#include "store/scores/all_scores.h"
+#include "store/scores/results.h"
+#include "store/statistics.h"
 #include "store/votes_rec_conversion.h"
+#include "support/run_case.h"
 
 namespace qrn::test {
 namespace {
 
-using Votes = std::vector<std::string>;
-using host::Answer;
-
-class VoteStoreTest : public VoteTest {
+class VoteCase : public RunCase {
  protected:
-  VoteStoreTest() {
-    addItems({12, 7});
+  VoteCase() {
+    items({"12", "7"});
+    glo.maxKeypads = 6;
+    glo.voteAssessmentNumber = 1;
+    glo.assessmentInfo[1].active = false;
     voteSaved = [this](const std::string& line) {
-      saved.push_back(line);
-      EXPECT_NE(stored().find(line + "\r\n"), std::string::npos);  // durable before anyone is told
+      tell("told " + line);
+      if (slideTags().Item("QRNVOTES").find(line + "\r\n") == std::string::npos)
+        tell("before it was stored");
     };
+    voteCommands();
+    tagCommands();
+    scoreCommands();
+    logCommands();
+    recordCommands();
   }
-  ~VoteStoreTest() override {
+  ~VoteCase() override {
     voteSaved = nullptr;
+    xyVoteRuntimeBoxes = nullptr;
     forgetLeftoverVotes();
   }
-  Votes saved;
+  void tellVotes(bool found, const auto& votes) {
+    std::string line = found ? "found" : "none";
+    for (const auto& vote : votes)
+      if constexpr (requires { vote.empty(); })
+        line += vote.empty() ? " \"\"" : " " + vote;
+      else
+        line += " " + std::to_string(vote);
+    tell(line);
+  }
+  void voteCommands() {
+    on("save", [this](const Words&) { tell(SaveCVotes() ? "" : "not saved"); });
+    on("load", [this](const Words& words) { tellVotes(LoadVotes(words.word(0)), glo.liveVotes); });
+    on("postal", [this](const Words& words) { tellVotes(LoadPostalVotes(words.word(0)), glo.postalVotes); });
+    on("correct", [](const Words& words) { modifyVoteResult(words[0]); });
+    on("leftovers", [this](const Words&) { tell(std::to_string(leftoverVotes())); });
+    on("dropleftovers", [](const Words&) { forgetLeftoverVotes(); });
+    on("saveleftovers", [this](const Words&) { tell(saveLeftoverVotes() ? "" : "not saved"); });
+    // The slide is read anew, of a deck in that folder.
+    on("anew", [this](const Words& words) {
+      if (!words.empty())
+        world.presentation.folder = words[0];
+      glo.voteRecords.forget();
+    });
+    on("mirror", [this](const Words&) {
+      if (glo.voteRecords.text() != slideTags().Item("QRNVOTES"))
+        tell("the slide holds something else");
+    });
+  }
+  void tagCommands() {
+    // current TAG show SHOWN WINDOW: the slide to open, with or without a running show
+    on("current", [this](const Words& words) {
+      world.presentation.tagStore.values["QRNCURRENTSLIDE"] = words[0];
+      world.program.showRuns = words[1] == "show";
+      world.program.show.index = words.number(2);
+      world.program.window.index = words.number(3);
+      const int slide = readCurrentSlide();
+      tell("slide " + std::to_string(slide) + ", show at " + std::to_string(world.program.show.index) +
+           ", window at " + std::to_string(world.program.window.index) +
+           world.presentation.tagStore.Item("qrnCurrentSlide"));
+    });
+    on("keypads", [this](const Words&) { ReadActiveKeypads(), tellVotes(true, glo.activeKeypads); });
+    on("sifter", [](const Words&) { LoadSifterSorterData(); });
+    on("convert", [this](const Words& words) { tell(escaped(convertVotesRec(words.rest(1), words[0]))); });
+    // question VOTES GROUP ...: a demographic question, its groups "1=Sales" or, chosen, "1=Sales*"
+    on("question", [](const Words& words) {
+      DemographicInfo question;
+      question.votes = words[0];
+      question.isDefault = true;
+      for (std::size_t i = 1; i < words.size(); ++i) {
+        const bool chosen = words[i].ends_with('*');
+        question.groups.push_back(
+            {words[i][0] - '0', words[i].substr(2, words[i].size() - (chosen ? 3 : 2)), chosen});
+      }
+      question.groupCount = static_cast<std::int32_t>(question.groups.size());
+      glo.demographicQuestions = {question};
+    });
+  }
+  void tellScore(int item, std::size_t a) {
+    const RiskRecord& risk = glo.risks[static_cast<std::size_t>(item)];
+    std::ostringstream text;
+    text << "average " << risk.average[a] << ", deviation " << risk.standardDeviation[a] << ", diversity "
+         << risk.diversity[a] << ", " << risk.counted[a] << " counted, " << glo.abstainCount << " abstain";
+    tell(text.str());
+  }
+  void scoreCommands() {
+    // stats ITEM ASSESSMENT [FORM]
+    on("stats", [this](const Words& words) {
+      const StatsTarget target = SetStats(words.number(0), words.number(1), words.word(2));
+      if (target.risk >= 0 && target.risk < glo.itemCount())
+        tellScore(target.risk, static_cast<std::size_t>(target.assessment));
+    });
+    on("round", [this](const Words& words) {
+      SetStats(0, words.number(0), "", words.number(1), words.rest(2));
+      const RoundRecord& round =
+          glo.risks[0]
+              .rounds[static_cast<std::size_t>(words.number(0))][static_cast<std::size_t>(words.number(1))];
+      tell(round.label + ": " + std::to_string(round.average) + " of " + std::to_string(round.counted));
+    });
+    on("form", [](const Words& words) {
+      xyVoteRuntimeBoxes = [item = words.word(0), assessment = words.word(1)] {
+        if (item == "fails")
+          throw HostError(Fault::program, std::stoi(assessment), "Type mismatch");
+        return VoteFormBoxes{item, assessment};
+      };
+    });
+    on("refresh", [](const Words& words) { refreshScores(words.number(0)); });
+    on("scores", [](const Words&) { GetAllScores(); });
+    on("has", [this](const Words& words) {
+      tell(glo.risks[static_cast<std::size_t>(words.number(0))].hasScore(
+               static_cast<std::size_t>(words.number(1)))
+               ? "a score"
+               : "no score");
+    });
+    on("results", [this](const Words& words) {
+      for (const ItemResult& item : results()) tellResult(item, words);
+    });
+    on("groups", [this](const Words&) {
+      for (const GroupScore& group : demographicGroupScores(0, 1))
+        tell(group.groupName + " " + std::to_string(group.average) + " of " +
+             std::to_string(group.participants));
+    });
+  }
+  void tellResult(const ItemResult& item, const Words& assessments) {
+    std::ostringstream text;
+    text << item.identifier << " " << item.text << " " << item.sortKey << ":";
+    const auto value = [&](const char* name, const std::optional<float>& number) {
+      text << name;
+      number ? text << *number : text << "-";
+    };
+    for (const std::string& word : assessments) {
+      const std::size_t a = std::stoul(word);
+      value(" | ", item.average[a]);
+      value(" ", item.standardDeviation[a]);
+      value(" ", item.diversity[a]);
+      if (a < kAssessments)
+        text << " of " << item.participants[a] << ", " << item.abstains[a];
+    }
+    tell(text.str());
+  }
+  void logCommands() {
+    on("writelog", [](const Words& words) { writeLog(words.word(0) == "finished"); });
+    on("resetlog", [](const Words&) { resetLogState(); });
+    on("readlog", [this](const Words&) {
+      std::string marks = readlog() ? "read:" : "nothing:";
+      for (int i = 0; i < glo.itemCount(); ++i) {
+        const RiskRecord& risk = glo.risks[static_cast<std::size_t>(i)];
+        marks += " " + std::to_string(risk.sortKey) + (risk.newItem ? "n" : "") + (risk.voted[0] ? "1" : "") +
+                 (risk.voted[1] ? "2" : "");
+      }
+      tell(marks);
+    });
+    // place BY ITEM ASSESSMENT: what the log names for the next vote
+    on("place", [this](const Words& words) {
+      items({"12", "7", "30"});
+      glo.runByOption = words.number(0);
+      glo.currentItem = words.number(1);
+      glo.currentAssessment = words.number(2);
+      writeLog();
+      const std::string log = slideTags().Item("QRNMATRIXLOG");
+      const std::size_t from = log.find("assessment = "), to = log.find("\r\npair");
+      tell(escaped(log.substr(from, to - from)));
+    });
+  }
+  void recordCommands() {
+    on("records", [this](const Words& words) { records.assign(words.rest(0)); });
+    on("more", [this](const Words& words) { records.append(words.rest(0)); });
+    on("forget", [this](const Words&) { records.forget(); });
+    on("all", [this](const Words&) {
+      tell(escaped(records.text()) + " (" + std::to_string(records.recordCount()) +
+           (records.known() ? ")" : ") unknown"));
+    });
+    on("last", [this](const Words& words) {
+      for (const std::string& key : words)
+        tell(key + ": " +
+             (records.lastLine(key).data() == nullptr ? "-" : std::string(records.lastLine(key))));
+    });
+  }
+
+  VoteRecordText records;
 };
 
-TEST_F(VoteStoreTest, AVoteComesBackFromItsTokens) {
-  setVotes({"5", "-2", "-1", "-100", "10", "0"});
-  EXPECT_TRUE(SaveCVotes());
-  EXPECT_EQ(stored(), "14/03/2026,09:00:00,5;X;-;-;A;0;,12C1\r\n");
-  EXPECT_EQ(saved, Votes{"14/03/2026,09:00:00,5;X;-;-;A;0;,12C1"});
-  EXPECT_EQ(glo.voteRecords.text(), stored());
-  EXPECT_TRUE(LoadVotes("12C1"));
-  EXPECT_EQ(firstVotes(6), (Votes{"5", "-2", "-100", "-100", "10", "0"}));
-  EXPECT_FALSE(LoadVotes("7C1"));
-  EXPECT_EQ(firstVotes(6), Votes(6, "-100"));
-}
-
-TEST_F(VoteStoreTest, WhatWouldBreakTheLineStaysOutOfIt) {
-  setVotes({"1,2;\r\n\"3", "", "4"});
-  SaveCVotes();
-  EXPECT_EQ(stored(), "14/03/2026,09:00:00,123;-;4;,12C1\r\n");
-}
-
-TEST_F(VoteStoreTest, RecordsOfEveryForm) {
-  struct Case {
-    const char *text, *key;
-    bool found;
-    Votes votes;
-    std::vector<int> postal;
-  };
-  const Case cases[] = {
-      {"d,t,1;2;,12C1\r\nd,t,3;4;,12C1\r\n", "12C1", true, {"3", "4"}, {}},
-      {"d,t,12;2,12C1", "12C1", true, {"1", "2"}, {}},  // first character; no end mark
-      {"\"d\",\"t\",\"1X-A\",12C1\n", "12c1", true, {"1", "-2", "-100", "10"}, {}},  // the older form, quoted
-      {"d,t,1;;b;,12C1\r\n", "12C1", true, {"1", "-100", "0"}, {}},
-      {"d,t,,12C1,,,\"3X-A\"", "12C1", true, {}, {3, -2, -100, 10}},
-      {"d,t,,12C1\r\n", "12C1", false, {}, {}},
-      {"d,t,5;,12C1\r\nd,t,[SSD],x\r\nd,t,4", "12C1", true, {"5"}, {}},
-      {"", "12C1", false, {}, {}},
-  };
-  for (const Case& c : cases) {
-    store(c.text);
-    EXPECT_EQ(LoadVotes(c.key), c.found) << c.text;
-    EXPECT_EQ(firstVotes(c.votes.size()), c.votes) << c.text;
-    EXPECT_EQ(glo.liveVotes.at(c.votes.size()), "-100") << c.text;
-    std::vector<int> postal = glo.postalVotes;
-    ASSERT_EQ(postal.size(), c.postal.size() + 1) << c.text;
-    postal.pop_back();
-    EXPECT_EQ(postal, c.postal) << c.text;
-  }
-}
-
-TEST_F(VoteStoreTest, TheWidestVoteRaisesTheKeypadCount) {
-  store("d,t,1;1;1;1;1;1;1;1;,12C1\r\n");
-  LoadVotes("12C1");
-  EXPECT_EQ(glo.maxKeypads, 8);
-  EXPECT_EQ(glo.liveVotes.size(), 9u);
-  EXPECT_EQ(glo.keypadIncluded.size(), 9u);
-}
-
-TEST_F(VoteStoreTest, AKeypadOutsideTheFilterReadsAsNotVoted) {
-  glo.demographicQuestions = {{1, 1, "", "", "d,t,2;1;2;", 1, true, {{2, "B", true}}}};
-  glo.demographicFilterOn = true;
-  store("d,t,5;4;3;,12C1\r\n");
-  for (const int anyGroup : {0, 1}) {
-    glo.demographicLogicalOperator = anyGroup;
-    EXPECT_TRUE(LoadVotes("12C1"));
-    EXPECT_EQ(firstVotes(4), (Votes{"5", "-100", "3", "-100"}));
-  }
-  EXPECT_EQ(glo.demographicFilterText, "B");
-}
-
-TEST_F(VoteStoreTest, AFullDiskAsksAndTriesAgain) {
-  setVotes({"1"});
-  slide.stubborn.refusals = 1;
-  world.expectEnter("The disk is full");
-  EXPECT_TRUE(SaveCVotes());
-  EXPECT_EQ(saved.size(), 1u);
-  EXPECT_EQ(glo.voteRecords.text(), stored());
-}
-
-TEST_F(VoteStoreTest, AVoteGivenUpStaysInMemoryAndGoesOutBeforeTheNext) {
-  setVotes({"1"});
-  slide.stubborn.refusals = 1;
-  world.expectMsgBox("The votes could not be saved", Answer::no);
-  EXPECT_FALSE(SaveCVotes());
-  EXPECT_TRUE(saved.empty());
-  EXPECT_EQ(leftoverVotes(), 1);
-  const std::string deckFolder = world.presentation.folder;
-  setVotes({"-100"});
-  EXPECT_TRUE(LoadVotes("12C1"));
-  EXPECT_EQ(firstVotes(1), Votes{"1"});
-  glo.voteRecords.forget();
-  EXPECT_TRUE(LoadVotes("12C1"));  // also after the slide has been read again
-
-  world.presentation.folder = "/another";  // a copy of the deck has the same slide, but not the vote
-  glo.voteRecords.forget();
-  EXPECT_FALSE(LoadVotes("12C1"));
-  EXPECT_EQ(leftoverVotes(), 0);
-  forgetLeftoverVotes();
-  EXPECT_TRUE(saveLeftoverVotes());
-  EXPECT_EQ(stored(), "");
-  world.presentation.folder = deckFolder;
-  glo.voteRecords.forget();
-
-  glo.currentRisk = 1;
-  setVotes({"2"});
-  EXPECT_TRUE(SaveCVotes());
-  EXPECT_EQ(leftoverVotes(), 0);
-  EXPECT_EQ(saved.size(), 2u);
-  EXPECT_EQ(stored(), "14/03/2026,09:00:00,1;,12C1\r\n14/03/2026,09:00:00,2;,7C1\r\n");
-}
-
-TEST_F(VoteStoreTest, ACutLineDoesNotSwallowTheNextRecord) {
-  store("d,t,1;,12C1\r\nd,t,4;4");
-  setVotes({"3"});
-  SaveCVotes();
-  EXPECT_EQ(stored(), "d,t,1;,12C1\r\nd,t,4;4\r\n14/03/2026,09:00:00,3;,12C1\r\n");
-  EXPECT_EQ(glo.voteRecords.text(), stored());
-  LoadVotes("12C1");
-  EXPECT_EQ(firstVotes(2), (Votes{"3", "-100"}));
-}
-
-TEST_F(VoteStoreTest, ACorrectionReplacesTheFirstRecordOfTheKey) {
-  store("d1,t1,1;1;1;,7C1\r\n\"d2\",t2,1;1;1;,12c1,a,b,55\r\nd3,t3,3;3;,12C1\r\n");
-  setVotes({"-2", "-1", "-100", "10", "4"});
-  modifyVoteResult("12C1");
-  const std::string expected = "d1,t1,1;1;1;,7C1\r\nd2,t2,X;-;A;4;,12c1,a,b,55\r\nd3,t3,3;3;,12C1\r\n";
-  EXPECT_EQ(stored(), expected);
-  EXPECT_EQ(glo.voteRecords.text(), expected);
-  modifyVoteResult("99C1");
-  EXPECT_EQ(stored(), expected);
-  store("");
-  world.expectMsgBox("Could not find any results for this process.");
-  modifyVoteResult("12C1");
-}
-
-TEST_F(VoteStoreTest, PostalVotesComeFromTheirOwnStore) {
-  slide.stubborn.values["QRNPOSTALVOTES"] = "12C1;P1;3;-;X;A;12\r\n7C1;2\r\n7C1;4";
-  store("d,t,,12C1,,,44\r\nd,t,,5C1,,,1\r\n");
-  LoadVotes("12C1");
-  EXPECT_TRUE(LoadPostalVotes("12C1"));
-  EXPECT_EQ(glo.postalVotes, (std::vector<int>{3, -100, -2, 10, 12, 0}));
-  EXPECT_TRUE(LoadPostalVotes("7c1"));
-  EXPECT_EQ(glo.postalVotes, (std::vector<int>{2, 0}));
-  LoadVotes("5C1");
-  EXPECT_FALSE(LoadPostalVotes("5C1"));
-  EXPECT_EQ(glo.postalVotes, (std::vector<int>{1, 0}));
-}
-
-TEST_F(VoteStoreTest, TheSlideToOpen) {
-  struct Case {
-    const char* tag;
-    bool showRuns;
-    int show, window, slide, showAfter, windowAfter;
-  };
-  for (const Case& c : {Case{"3", true, 1, 2, 3, 3, 2}, Case{"3", false, 1, 2, 3, 1, 3},
-                        Case{"", true, 1, 2, 1, 1, 2}, Case{"0", false, 1, 2, 2, 1, 2}}) {
-    world.presentation.tagStore.values["QRNCURRENTSLIDE"] = c.tag;
-    world.program.showRuns = c.showRuns;
-    world.program.show.index = c.show;
-    world.program.window.index = c.window;
-    EXPECT_EQ(readCurrentSlide(), c.slide) << c.tag;
-    EXPECT_EQ(world.program.show.index, c.showAfter) << c.tag;
-    EXPECT_EQ(world.program.window.index, c.windowAfter) << c.tag;
-    EXPECT_EQ(world.presentation.tagStore.Item("qrnCurrentSlide"), "");
-  }
-}
-
-TEST_F(VoteStoreTest, ActiveKeypadsAndSifterLines) {
-  world.presentation.tagStore.values["ACTIVEKEYPADS"] = ",1,2,1 2,7,";
-  ReadActiveKeypads();
-  EXPECT_EQ(glo.activeKeypads, (Votes{"1", "2", "7"}));
-  world.presentation.tagStore.values.clear();
-  ReadActiveKeypads();
-  EXPECT_EQ(glo.activeKeypads, Votes{""});
-
-  store("d,t,1;,12C1\r\nd,t,[SSD],9\r\nd,t,[SSD][SSD],14");
-  LoadSifterSorterData();
-  EXPECT_EQ(glo.sifterLines, (Votes{"d,t,[SSD],9", "d,t,[SSD][SSD],14"}));
-  EXPECT_TRUE(glo.hasSifterData);
-  store("");
-  LoadSifterSorterData();
-  EXPECT_FALSE(glo.hasSifterData);
-}
-
-TEST(VotesRec, OldLinesBecomeRecords) {
-  const std::string old =
-      "\"C:\\w\\Risk.mtx12C1\",a,b,\"1X-\",\"09:00\",\"14/03\",c,d\r\n"
-      "\"C:\\w\\Other.mtx12C1\",a,b,\"1\",t,d,c,d\r\n"
-      "\"C:\\w\\risk.MTX3C2\",a,b,\"5\",t,,c\r\n"
-      "risk.mtx7C2,a,b,55,t,,c,d";
-  EXPECT_EQ(convertVotesRec(old, "risk.mtx"), "14/03,09:00,1X-,12C1\r\n,t,55,7C2\r\n");
-  EXPECT_EQ(convertVotesRec("", "risk.mtx"), "");
-}
+const bool kRegistered = registerCases<VoteCase>("VoteStoreCase", QUORIN_CASES "/votes.case");
+const bool kScores = registerCases<VoteCase>("ScoresCase", QUORIN_CASES "/scores.case");
+const bool kLog = registerCases<VoteCase>("ProgressLogCase", QUORIN_CASES "/progress_log.case");
 
 }  // namespace
 }  // namespace qrn::test

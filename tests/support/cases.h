@@ -17,6 +17,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <list>
 #include <map>
 #include <string>
 #include <string_view>
@@ -67,9 +68,14 @@ class CaseTest : public ::testing::Test {
   void on(const std::string& command, std::function<void(const Words&)> act) {
     acts_[command] = std::move(act);
   }
-  void tell(const std::string& lines) { told_ += lines + (lines.ends_with('\n') ? "" : "\n"); }
+  void tell(const std::string& lines) {
+    told_ += lines + (lines.empty() || lines.ends_with('\n') ? "" : "\n");
+  }
   std::string take() { return std::exchange(told_, ""); }  // what the command at hand has told
   void runBlock() { run(*block_); }                        // of the command at hand
+  std::function<void()> blockLater() {
+    return [this, block = block_] { run(*block); };
+  }
 
  private:
   void run(const std::vector<CaseStep>& steps);
@@ -89,7 +95,8 @@ class CaseTest : public ::testing::Test {
 template <class Fixture>
 bool registerCases(const char* suite, const std::string& path) {
   struct Made : Fixture {};
-  static const std::vector<CaseText> all = readCases(path);
+  static std::list<std::vector<CaseText>> every;
+  const std::vector<CaseText>& all = every.emplace_back(readCases(path));
   for (const CaseText& one : all)
     ::testing::RegisterTest(suite, testNameOf(one.name).c_str(), nullptr, nullptr, one.file.c_str(), one.line,
                             [&one] {

@@ -1,0 +1,112 @@
+#include "support/run_case.h"
+
+#include <sstream>
+
+#include "core/model.h"
+#include "support/members.h"
+
+namespace qrn::test {
+
+RunCase::RunCase() {
+  glo = Glo{};
+  glo.oPowerPoint = &world.program;
+  glo.oPresentation = &world.presentation;
+  glo.oVoteSlide = &world.presentation.slide(1);
+  glo.appPath = "/install/";
+  glo.matrixPath = "/tmp/t/quorin/";
+  begin();
+  memberCommands();
+  worldCommands();
+}
+
+void RunCase::begin() {
+  static_cast<Exercise&>(glo) = Exercise{};
+  initXYVote();
+  glo.CheckAutoSave = 0;
+  items({"10", "11", "12"});
+  const char* const texts[] = {"Fire", "Flood", "Theft"};
+  for (std::size_t i = 0; i < 3; ++i) glo.risks[i].text = texts[i];
+  for (std::size_t a = 0; a < 9; ++a) {
+    glo.assessmentInfo[a].active = a < 2;
+    glo.scaleLabels[a] = {"low", "some", "middle", "much", "high", ""};
+  }
+  glo.assessmentTitles[0] = "Impact";
+  glo.assessmentTitles[1] = "Likelihood";
+}
+
+void RunCase::items(const std::vector<std::string>& sortKeys) {
+  glo.risks.assign(sortKeys.size() + 1, RiskRecord{});
+  for (std::size_t i = 0; i < sortKeys.size(); ++i) {
+    glo.risks[i].sortKey = std::stoi(sortKeys[i]);
+    glo.risks[i].ID = static_cast<int>(i);
+    glo.risks[i].text = "item " + sortKeys[i];
+    glo.risks[i].voting = true;
+  }
+}
+
+void RunCase::store(const std::string& text) {
+  slideTags().values["QRNVOTES"] = text;
+  glo.voteRecords.forget();
+}
+
+void RunCase::questions(const Words& words) {
+  static const std::map<std::string, host::Answer> answers{{"yes", host::Answer::yes},
+                                                           {"no", host::Answer::no},
+                                                           {"ok", host::Answer::ok},
+                                                           {"cancel", host::Answer::cancel}};
+  if (const auto answer = answers.find(words.word(0)); answer != answers.end())
+    world.expectMsgBox(words.rest(1), answer->second);
+  else
+    world.expectEnter(words.rest(1));
+}
+
+std::string RunCase::newErrors() {
+  const std::string& log = world.files.files["/appdata/quorin/Err.log"];
+  std::istringstream lines(log.substr(std::min(errorsTold_, log.size())));
+  errorsTold_ = log.size();
+  std::string errors;
+  for (std::string line; std::getline(lines, line);)
+    for (const char* kind : {"Number: ", "Description: ", "Procedure: "})
+      if (line.starts_with(kind))
+        errors += line.substr(std::string(kind).size(), line.find('\r') - std::string(kind).size()) +
+                  (*kind == 'P' ? "\n" : ", ");
+  return errors;
+}
+
+void RunCase::memberCommands() {
+  on("set", [](const Words& words) { setMember(words.word(0), words.rest(1)); });
+  on("show", [this](const Words& words) {
+    for (const std::string& path : words) tell(path + " = " + memberText(path));
+  });
+  on("items", [this](const Words& words) { items(words); });
+  on("fresh", [this](const Words&) { begin(); });
+  on("votes", [](const Words& words) {
+    glo.liveVotes = words;
+    glo.liveVotes.emplace_back("9");  // the spare element, which nothing reads
+  });
+}
+
+void RunCase::worldCommands() {
+  const auto tagCommand = [this](MemoryTags& tags, const Words& words) {
+    if (words.size() == 1)
+      return tell(escaped(tags.Item(words[0])));
+    tags.values[words[0]] = words[1].empty() ? "" : words.rest(1);
+    glo.voteRecords.forget();
+    glo.postalRecords.forget();
+  };
+  on("tag", [this, tagCommand](const Words& words) { tagCommand(slideTags(), words); });
+  on("decktag", [this, tagCommand](const Words& words) { tagCommand(world.presentation.tagStore, words); });
+  on("asks", [this](const Words& words) { questions(words); });
+  on("at", [this](const Words& words) { world.at(std::stod(words.word(0)), blockLater()); });
+  on("wait", [](const Words& words) { host::waitUntil([] { return false; }, std::stod(words.word(0))); });
+  on("full", [this](const Words& words) {
+    (words.word(1) == "files" ? world.files.failAtWrite : slideTags().failAtWrite) = words.number(0);
+  });
+  on("errors", [this](const Words&) { tell(newErrors()); });
+  on("infos", [this](const Words&) {
+    for (const std::string& info : world.dialogs.infos) tell(info.empty() ? "-" : escaped(info));
+    world.dialogs.infos.clear();
+  });
+}
+
+}  // namespace qrn::test

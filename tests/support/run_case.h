@@ -1,0 +1,41 @@
+// A run told as a conversation: a small exercise on slide 1, `glo` by the names of its members, questions
+// with their answers, a clock that moves in waits alone.
+//
+//   set runByOption 1                     show risks.0.average liveVotes
+//   items 12 7 30                         the list anew, with these sort keys
+//   votes 5 X -                           what the keypads have voted; "" for none
+//   tag QRNVOTES TEXT                     of the slide; without TEXT it is told (decktag: of the deck)
+//   asks yes Close vote                   the next question holds these words and is answered so (enter:
+//   Enter) at 0.5 {                              the lines up to } half a second from now, inside a wait wait
+//   2                                seconds full 1                                the next write of a tag
+//   finds the disk full (files: of a file) errors                                what the error log has got
+//   since
+#pragma once
+
+#include "core/glo.h"
+#include "support/cases.h"
+#include "support/test_host.h"
+
+namespace qrn::test {
+
+class RunCase : public CaseTest {
+ protected:
+  RunCase();
+  ~RunCase() override { glo = Glo{}; }
+  void begin();  // a new exercise in the run
+  void items(const std::vector<std::string>& sortKeys);
+  void questions(const Words& words);
+  MemoryTags& slideTags() { return world.presentation.slide(1).tagStore; }
+  // The records as the slide will show them at the next read.
+  void store(const std::string& text);
+  std::string newErrors();
+
+  TestHost world;
+
+ private:
+  void memberCommands();
+  void worldCommands();
+  std::size_t errorsTold_ = 0;
+};
+
+}  // namespace qrn::test
