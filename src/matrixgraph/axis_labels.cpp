@@ -21,14 +21,17 @@ constexpr double kSkewInset = 125;   // first caption of a skew axis inside its 
 constexpr double kKeyOverlap = 8 * kTwipsPerPixel;
 constexpr double kWidestTitle = 8000, kNarrowestTitle = 120;  // twips at 1024x768
 constexpr int kLongestWord = 28;                              // characters of a first word before it is split
-constexpr double kSmallest = 0.75;                            // of the caption font
+constexpr double kApart = 1.35;      // of a line, between captions that stand above each other
+constexpr double kNearEdge = 0.012;  // of the width, for captions that do not fit inside the margin
+constexpr double kArrow = 0.62;      // of the type's size: the triangle behind an axis title
+constexpr std::int32_t kUntouchedColour = 0xffffff;
 constexpr int kQuarters = 4, kSolid = 1, kDotted = 3;
 
 std::string doubledAmpersand(const std::string& text) {
   return replaceAll(text, "&", "&&");
 }
 
-// Captions set in one common font. Where their slots are narrower than `least`, every second, third ... is
+// Captions of one size. Where their slots are narrower than `least`, every second, third ... is
 // shown.
 struct FittedCaptions {
   std::vector<FittedText> texts;
@@ -45,13 +48,15 @@ FittedCaptions fitCaptions(const std::vector<std::string>& captions, const host:
   if (slot - gap < least && slot > 0)
     fitted.every = static_cast<int>(std::ceil((least + gap) / slot));
   fitted.width = fitted.every * slot - gap;
-  host::SurfaceFont common = font;
   for (const std::string& caption : captions)
-    common.size =
-        std::min(common.size, fitText(caption, font, fitted.width, height, font.size * kSmallest).font.size);
-  for (const std::string& caption : captions)
-    fitted.texts.push_back(fitText(caption, common, fitted.width, height, common.size));
+    fitted.texts.push_back(fitText(caption, font, fitted.width, height, font.size));
   return fitted;
+}
+
+std::int32_t labelColour(const GraphCanvas& canvas, std::int32_t themes) {
+  return glo.runByGraphLabelColour == kUntouchedColour
+             ? themes
+             : readableColour(glo.runByGraphLabelColour, canvas.look);
 }
 
 host::Element captionElement(const GraphCanvas& canvas, const FittedText& text, const std::string& whole) {
@@ -59,7 +64,7 @@ host::Element captionElement(const GraphCanvas& canvas, const FittedText& text, 
   label.toolTip = whole;
   label.align = host::Align::centre;
   label.height = text.height;
-  label.colour = readableColour(glo.runByGraphLabelColour, canvas.look);
+  label.colour = labelColour(canvas, canvas.theme().quiet);
   return label;
 }
 
@@ -70,7 +75,9 @@ bool captionShown(const AxisPlan& plan, int i, int every) {
 void addGridLine(GraphCanvas& canvas, bool upright, int i, double at, int style) {
   const PlotArea& area = canvas.area;
   host::Element line = upright ? makeLine(at, area.Y1, at, area.Y2) : makeLine(area.X1, at, area.X2, at);
-  line.colour = softened(glo.runByGraphGridColour, canvas.look);
+  line.colour = glo.runByGraphGridColour == kUntouchedColour
+                    ? canvas.theme().grid
+                    : softened(glo.runByGraphGridColour, canvas.look);
   line.borderStyle = style;
   line.borderWidth = canvas.px(1);
   canvas.surface.add(Layer::grid, upright ? kVerticalLines : kHorizontalLines, i, std::move(line));
@@ -104,61 +111,98 @@ std::string withSplitWord(const std::string& title) {
   return head + title.substr(first.size());
 }
 
-void addTitle(GraphCanvas& canvas, const char* array, const std::string& title, double left, double width,
-              double top, double height, bool upper) {
-  width = std::min(width, kWidestTitle * canvas.scale);
-  FittedText text = fitText(title, canvas.axisTitleFont, width, height, canvas.captionFont.size * kSmallest);
+struct TitlePlace {
+  double left, width, top, height;
+  bool upright;  // of the vertical axis: begins at the left and stands on the bottom of its place
+};
+
+// A title with a triangle that tells where the axis grows.
+void addTitle(GraphCanvas& canvas, const char* array, const std::string& title, const TitlePlace& place) {
+  const host::SurfaceFont& font = canvas.axisTitleFont;
+  const double arrow = kArrow * font.size * kTwipsPerPoint, gap = textWidth(" ", font);
+  const double width = std::min(place.width - arrow - gap, kWidestTitle * canvas.scale);
+  FittedText text = fitText(title, font, width, place.height, canvas.captionFont.size);
   if (text.caption != title)
-    text = fitText(withSplitWord(title), canvas.axisTitleFont, width, height,
-                   canvas.captionFont.size * kSmallest);
+    text = fitText(withSplitWord(title), font, width, place.height, canvas.captionFont.size);
   host::Element label = makeLabel(doubledAmpersand(text.caption), text.font);
   label.toolTip = title;
   label.width = std::max(text.width, kNarrowestTitle);
   label.height = text.height;
-  label.left = upper ? left : left - label.width / 2;
-  label.top = upper ? top + height - text.height : top;
-  label.align = upper ? host::Align::left : host::Align::centre;
-  label.colour = readableColour(glo.runByGraphLabelColour, canvas.look);
+  label.left = place.upright ? place.left : place.left + (place.width - label.width - gap - arrow) / 2;
+  label.top = place.upright ? place.top + place.height - text.height : place.top;
+  label.colour = labelColour(canvas, canvas.theme().text);
+  host::Element mark;
+  mark.kind = host::Element::Kind::triangle;
+  mark.toward = place.upright ? host::Toward::up : host::Toward::right;
+  mark.width = mark.height = arrow;
+  mark.left = label.left + label.width + gap;
+  mark.top =
+      topForMiddle(label.top + lineHeight(text.font) / 2, text.font) + lineHeight(text.font) / 2 - arrow / 2;
+  mark.backColour = label.colour;
+  mark.bordered = false;
+  mark.visible = !title.empty();
+  canvas.surface.add(Layer::titles, place.upright ? "criteria1Arrow" : "criteria2Arrow", 0, std::move(mark));
   canvas.surface.add(Layer::titles, array, 0, std::move(label));
 }
 
-// Gives the left edge of its first text.
-double layHorizontalAxis(GraphCanvas& canvas, const AxisPlan& plan, bool skew) {
+// What the titles and the other axis must leave alone.
+struct LaidCaptions {
+  double cornerLeft = 0;  // left edge of the first text
+  double bottom = 0;
+};
+
+LaidCaptions layHorizontalAxis(GraphCanvas& canvas, const AxisPlan& plan, bool skew, double captionsEnd) {
   const PlotArea& area = canvas.area;
   const double stepWidth = std::floor((area.X2 - area.X1) / plan.divisions);
   const double top = area.Y2 + kCaptionTop;
-  const FittedCaptions fitted = fitCaptions(plan.captions, canvas.captionFont, stepWidth, kCaptionGap,
-                                            bottomRows(canvas).captionsEnd - top);
+  const FittedCaptions fitted =
+      fitCaptions(plan.captions, canvas.captionFont, stepWidth, kCaptionGap, captionsEnd - top);
+  LaidCaptions laid{skew ? area.X1 : area.X1 - fitted.texts.front().width / 2, top};
   for (int i = 0; i <= plan.divisions; ++i) {
     const auto at = static_cast<std::size_t>(i);
-    const double edge = 2 * (canvas.width() - area.X1 - i * stepWidth) - canvas.px(8);
+    const double edge = 2 * (canvas.width() - area.X1 - i * stepWidth) - 2 * kNearEdge * canvas.width();
     FittedText text = fitted.texts[at];
     if (!skew && text.width > edge)  // the last one: what is right of its line is less than half a slot
-      text = fitText(plan.captions[at], text.font, edge, bottomRows(canvas).captionsEnd - top,
-                     text.font.size * 0.8);
+      text = fitText(plan.captions[at], text.font, edge, captionsEnd - top, text.font.size);
     host::Element label = captionElement(canvas, text, plan.captions[at]);
     label.width = fitted.width;
     label.top = top;
     const double begin = area.X1 + i * stepWidth;
     label.left = !skew ? begin - label.width / 2 : i == 0 ? area.X1 + kSkewInset : begin;
     label.visible = captionShown(plan, i, fitted.every);
+    if (label.visible)
+      laid.bottom = std::max(laid.bottom, label.bottom());
     canvas.surface.add(Layer::captions, "xAxisLabel", i, std::move(label));
   }
   addGridLines(canvas, plan, true);
-  return skew ? area.X1 : area.X1 - fitted.texts.front().width / 2;
+  return laid;
 }
 
-// Keeps its first caption clear of the horizontal one that begins at `cornerLeft`; gives the height of its
-// top caption.
-double layVerticalAxis(GraphCanvas& canvas, const AxisPlan& plan, bool skew, double cornerLeft) {
+bool anyCut(const FittedCaptions& fitted, const std::vector<std::string>& captions) {
+  for (std::size_t i = 0; i < captions.size(); ++i)
+    if (replaceAll(fitted.texts[i].caption, "\n", " ") != captions[i])
+      return true;
+  return false;
+}
+
+// Inside the margin where all of them fit there whole.
+FittedCaptions fitUprightCaptions(const GraphCanvas& canvas, const AxisPlan& plan, double room,
+                                  double height) {
+  const double margin = (look::kMarginX - kNearEdge) * canvas.width();
+  FittedCaptions fitted = fitCaptions(plan.captions, canvas.captionFont, room - margin, 0, height);
+  return anyCut(fitted, plan.captions) ? fitCaptions(plan.captions, canvas.captionFont, room, 0, height)
+                                       : fitted;
+}
+
+// Keeps its first caption clear of the horizontal one that begins at `cornerLeft`.
+void layVerticalAxis(GraphCanvas& canvas, const AxisPlan& plan, bool skew, double cornerLeft) {
   const PlotArea& area = canvas.area;
   const double stepHeight = std::floor((area.Y2 - area.Y1) / plan.divisions);
-  const double room = area.X1 - canvas.keyWidth + kKeyOverlap - canvas.px(4);
+  const double room = area.X1 - canvas.keyWidth + kKeyOverlap - kNearEdge * canvas.width();
   const double line = lineHeight(canvas.captionFont);
-  const int every = std::max(1, static_cast<int>(std::ceil(line / stepHeight)));
-  const FittedCaptions fitted = fitCaptions(plan.captions, canvas.captionFont, room, 0,
-                                            std::min(2 * line, std::max(line, every * stepHeight)));
-  double topHeight = 0;
+  const int every = std::max(1, static_cast<int>(std::ceil(kApart * line / stepHeight)));
+  const FittedCaptions fitted =
+      fitUprightCaptions(canvas, plan, room, std::min(2 * line, std::max(line, every * stepHeight)));
   for (int i = 0; i <= plan.divisions; ++i) {
     const auto at = static_cast<std::size_t>(i);
     host::Element label = captionElement(canvas, fitted.texts[at], plan.captions[at]);
@@ -169,12 +213,9 @@ double layVerticalAxis(GraphCanvas& canvas, const AxisPlan& plan, bool skew, dou
         label.left + label.width > cornerLeft - canvas.px(4))  // the captions of the corner would meet
       label.top = std::min(label.top, area.Y2 + kCaptionTop - label.height);
     label.visible = captionShown(plan, i, every);
-    if (label.visible)
-      topHeight = label.height;
     canvas.surface.add(Layer::captions, "yAxisLabel", i, std::move(label));
   }
   addGridLines(canvas, plan, false);
-  return topHeight;
 }
 
 }  // namespace
@@ -184,38 +225,28 @@ void layAxisLines(GraphCanvas& canvas) {
   host::Element upright = makeLine(area.X1, area.Y1, area.X1, area.Y2);
   host::Element level = makeLine(area.X1, area.Y2, area.X2, area.Y2);
   for (host::Element* axis : {&upright, &level}) {
-    axis->colour = readableColour(glo.runByGraphGridColour, canvas.look, kShapeContrast);
+    axis->colour =
+        glo.runByGraphGridColour == kUntouchedColour
+            ? look::tintUntil(canvas.theme().axis, canvas.theme().text, canvas.theme().ground, kShapeContrast)
+            : readableColour(glo.runByGraphGridColour, canvas.look, kShapeContrast);
     axis->borderWidth = canvas.px(2);
   }
   canvas.surface.add(Layer::grid, kVerticalLines, 0, std::move(upright));
   canvas.surface.add(Layer::grid, kHorizontalLines, 0, std::move(level));
 }
 
-double AxisLabels(GraphCanvas& canvas, const AxisPlan& across, const AxisPlan& up, bool skew) {
-  const double cornerLeft = layHorizontalAxis(canvas, across, skew);
-  return layVerticalAxis(canvas, up, skew, cornerLeft);
-}
-
-void layAxisTitles(GraphCanvas& canvas, const std::string& vertical, const std::string& horizontal,
-                   double topCaption) {
+void layAxes(GraphCanvas& canvas, const AxisPlan& across, const AxisPlan& up, bool skew,
+             const AxisTitles& titles) {
   const PlotArea& area = canvas.area;
-  const BottomRows rows = bottomRows(canvas);
-  const double below = canvas.px(6) + lineHeight(canvas.titleFont);  // the graph's own title
-  const double end = area.Y1 - std::max(topCaption, canvas.keyHeight) / 2 - canvas.px(2);
-  addTitle(canvas, "criteria1Label", vertical, canvas.px(8), area.X2 - canvas.px(8), below, end - below,
-           true);
-  addTitle(canvas, "criteria2Label", horizontal, (area.X1 + area.X2) / 2, area.X2 - area.X1, rows.titleTop,
-           rows.titleHeight, false);
-}
-
-BottomRows bottomRows(const GraphCanvas& canvas) {
-  const double line = lineHeight(canvas.captionFont);
-  BottomRows rows;
-  rows.footTop = canvas.height() - kFootMargin - line;
-  rows.titleHeight = 1.5 * line;
-  rows.titleTop = rows.footTop - rows.titleHeight - canvas.px(2);
-  rows.captionsEnd = rows.titleTop - canvas.px(1);
-  return rows;
+  const double line = lineHeight(canvas.axisTitleFont), gap = canvas.px(2);
+  const double end = titles.footBelow ? canvas.height() - kFootMargin - lineHeight(canvas.captionFont)
+                                      : canvas.height() * (1 - look::kMarginY) + canvas.px(4);
+  const LaidCaptions laid = layHorizontalAxis(canvas, across, skew, end - line - 2 * gap);
+  layVerticalAxis(canvas, up, skew, laid.cornerLeft);
+  addTitle(canvas, "criteria1Label", titles.vertical,
+           {area.X1, area.X2 - area.X1 - titles.noteWidth, area.Y1 - line - 3 * gap, line, true});
+  addTitle(canvas, "criteria2Label", titles.horizontal,
+           {area.X1, area.X2 - area.X1, std::min(laid.bottom + gap, end - line), line, false});
 }
 
 }  // namespace qrn

@@ -11,18 +11,15 @@ namespace qrn {
 // verticalLine(0) and horizontalLine(0).
 void layAxisLines(GraphCanvas& canvas);
 
-// Captions and grid lines of both axes. Gives the height that the top caption takes, twips.
-double AxisLabels(GraphCanvas& canvas, const AxisPlan& across, const AxisPlan& up, bool skew);
-
-// criteria1Label above the vertical axis and criteria2Label below the horizontal one. `topCaption` is the
-// height that the top caption takes.
-void layAxisTitles(GraphCanvas& canvas, const std::string& vertical, const std::string& horizontal,
-                   double topCaption);
-
-// Rows below the plot, twips from the top of the form.
-struct BottomRows {
-  double captionsEnd = 0, titleTop = 0, titleHeight = 0, footTop = 0;
+struct AxisTitles {
+  std::string vertical, horizontal;
+  double noteWidth = 0;    // kept free at the right end of the vertical title's row
+  bool footBelow = false;  // a line stands at the foot of the form
 };
-BottomRows bottomRows(const GraphCanvas& canvas);
+
+// Captions and grid lines of both axes; criteria1Label above the vertical one, from the left edge of the
+// plot, and criteria2Label close under the captions of the horizontal one.
+void layAxes(GraphCanvas& canvas, const AxisPlan& across, const AxisPlan& up, bool skew,
+             const AxisTitles& titles);
 
 }  // namespace qrn

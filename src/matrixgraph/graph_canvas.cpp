@@ -1,7 +1,6 @@
 #include "matrixgraph/graph_canvas.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "core/glo.h"
 
@@ -10,24 +9,9 @@ namespace qrn {
 namespace {
 
 constexpr int kNumberedScale = 2;  // glo.OptionScatterScale
-constexpr double kKeySize = 20;    // points at 1024x768
-constexpr double kFewKeys = 50;
-
-host::SurfaceFont scaledFont(const std::string& name, double size, bool bold, bool italic, double scale) {
-  host::SurfaceFont font;
-  if (!name.empty())
-    font.name = name;
-  font.size = (size > 0 ? size : 12) * scale;
-  font.bold = bold;
-  font.italic = italic;
-  return font;
-}
-
-// The keys are what the back row must read: a few are at least kKeySize large, more shrink with the room that
-// each has, down to the size of the exercise. A larger one of its own stays.
-double keySize(double own, int keys) {
-  return std::max(own > 0 ? own : 12, kKeySize * std::sqrt(std::min(1.0, kFewKeys / std::max(keys, 1))));
-}
+constexpr int kFewKeys = 40;       // more are set in the smallest size
+constexpr double kDisc = 1.4;      // of the type's size: the disc around a key
+constexpr double kUntouchedSize = 12, kUntouchedTitle = 18;
 
 }  // namespace
 
@@ -39,16 +23,18 @@ void GraphCanvas::begin(double formWidth, double formHeight, int keys) {
   look = chooseLook(surface);
   addPanel(surface, look);
   scale = graphScale(formWidth, formHeight);
-  const FontRecord &plot = glo.itemPlotFont, &own = glo.graphLabelFont;
-  labelFont = scaledFont(plot.name, keySize(plot.size, keys), plot.bold, plot.italic, scale);
-  labelFont.underline = plot.underline;
-  captionFont = scaledFont(own.name, own.size, own.bold, own.italic, scale);
-  axisTitleFont = scaledFont(own.name, static_cast<int>((own.size > 0 ? own.size : 12) * 1.2), own.bold,
-                             own.italic, scale);
-  titleFont = scaledFont(glo.matrixTitleFont.name, glo.matrixTitleFont.size, glo.matrixTitleFont.bold,
-                         glo.matrixTitleFont.italic, scale);
+  const auto font = [&](const FontRecord& own, double untouched, look::Size size, bool bold) {
+    return themedFont(own, untouched, size, formHeight, bold);
+  };
+  const look::Size keySize = keys <= kFewKeys ? look::Size::label : look::Size::floor;
+  labelFont = font(glo.itemPlotFont, kUntouchedSize, keySize, glo.itemPlotFont.bold);
+  captionFont = font(glo.graphLabelFont, kUntouchedSize, look::Size::floor, false);
+  axisTitleFont = captionFont;
+  axisTitleFont.size *= look::partOfHeight(look::Size::label) / look::partOfHeight(look::Size::floor);
+  axisTitleFont.bold = true;
+  titleFont = font(glo.matrixTitleFont, kUntouchedTitle, look::Size::word, true);
   keyWidth = textWidth(std::string("W") + kPairMarks[3], labelFont);
-  keyHeight = lineHeight(labelFont);
+  keyHeight = std::max(keyWidth, kDisc * labelFont.size * kTwipsPerPoint);
   area = placePlotArea(formWidth, formHeight, glo.OptionScatterScale == kNumberedScale);
 }
 

@@ -20,10 +20,12 @@ struct GraphCanvas {
   GraphLook look;
   double scale = 1;  // of type and line widths, 1 at 1024x768
   host::SurfaceFont labelFont, captionFont, titleFont, axisTitleFont;
-  double keyWidth = 0, keyHeight = 0;  // of the widest key that is expected, twips
+  double keyWidth = 0;   // of the text of the widest key that is expected, twips
+  double keyHeight = 0;  // of the disc that a key stands on, and its least width
 
   double width() const { return surface.width; }
   double height() const { return surface.height; }
+  const look::Theme& theme() const { return look.theme; }
   double px(double pixels) const { return pixels * kTwipsPerPixel * scale; }
 
   // Empties the surface for a form of that size and sets fonts, background, look and plot area. `keys`: how

@@ -48,7 +48,10 @@ void xyVoteGraph::Form_MouseMove(double x, double y) {
 
 void xyVoteGraph::Form_MouseUp(double x, double y) {
   Form_MouseMove(x, y);
+  const bool moved = drag_.moving;
   drag_ = {};
+  if (moved)
+    showView();  // what it covered, and what covers it now
 }
 
 // The shadow goes with its label; line, blob and centre stay where the score is.
@@ -109,7 +112,8 @@ void xyVoteGraph::selectItem(int risk) {
       std::find_if(List1.begin(), List1.end(), [&](const ListRow& one) { return one.risk == risk; });
   if (row != List1.end())
     ListIndex = static_cast<int>(row - List1.begin());
-  host::host().forms->refresh(name);
+  view.selectedItem = glo.risks[static_cast<std::size_t>(risk)].ID;
+  showView();
 }
 
 void xyVoteGraph::openItem(int risk) {

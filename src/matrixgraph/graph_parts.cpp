@@ -8,8 +8,11 @@ namespace {
 
 bool standsInPair(const PlottedItem& item, int pair, const GraphView& view) {
   const auto p = static_cast<std::size_t>(pair);
-  return item.n[p] != 0 && view.roundVisible[p] && !item.filtered[p] &&
-         (view.zoomedItem == host::kNoItem || view.zoomedItem == item.id);
+  return item.n[p] != 0 && view.roundVisible[p] && !item.filtered[p];
+}
+
+bool isGhost(const PlottedItem& item, const GraphView& view) {
+  return view.zoomedItem != host::kNoItem && view.zoomedItem != item.id;
 }
 
 }  // namespace
@@ -35,14 +38,19 @@ bool isShown(const GraphArray& array, const PlottedItem& item, const GraphView& 
   if (!standsInPair(item, array.pair, view))
     return false;
   const auto p = static_cast<std::size_t>(array.pair);
+  const bool ghost = isGhost(item, view);
   switch (array.part) {
     case Part::key:
-      return item.group[p] == 0 || view.zoomedItem == item.id;
+      return !ghost && ((item.group[p] == 0 && !item.covered[p]) || view.zoomedItem == item.id);
+    case Part::ghost:
+      return ghost && item.group[p] == 0 && !item.covered[p];
+    case Part::dot:
+      return item.group[p] == 0 && item.covered[p] && view.zoomedItem != item.id;
     case Part::shadow:
       return view.shadows && isShown(graphArray(Part::key, array.pair), item, view);
     case Part::line:
     case Part::blob:
-      return view.pairLines && item.joined[p] && standsInPair(item, array.pair - 1, view);
+      return !ghost && view.pairLines && item.joined[p] && standsInPair(item, array.pair - 1, view);
   }
   return false;
 }

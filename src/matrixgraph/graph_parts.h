@@ -9,7 +9,8 @@
 
 namespace qrn {
 
-enum class Part { key, shadow, line, blob };
+// A dot stands for a key that another one covers; a ghost for a key while one item is shown alone.
+enum class Part { key, shadow, line, blob, dot, ghost };
 
 // A control array with one element for each plotted item of its pair. A line and its blob lead to the pair
 // from the one before.
@@ -20,7 +21,7 @@ struct GraphArray {
   int pair;  // from 0
 };
 
-inline constexpr std::array<GraphArray, 14> kGraphArrays{{
+inline constexpr std::array<GraphArray, 22> kGraphArrays{{
     {"labelRisk", host::Layer::keys, Part::key, 0},
     {"labelRiskRound2", host::Layer::keys, Part::key, 1},
     {"labelRiskRound3", host::Layer::keys, Part::key, 2},
@@ -35,6 +36,14 @@ inline constexpr std::array<GraphArray, 14> kGraphArrays{{
     {"endOfLine1to2Blob", host::Layer::blobs, Part::blob, 1},
     {"endOfLine2to3Blob", host::Layer::blobs, Part::blob, 2},
     {"endOfLine3to4Blob", host::Layer::blobs, Part::blob, 3},
+    {"dot", host::Layer::shadows, Part::dot, 0},
+    {"dotRound2", host::Layer::shadows, Part::dot, 1},
+    {"dotRound3", host::Layer::shadows, Part::dot, 2},
+    {"dotRound4", host::Layer::shadows, Part::dot, 3},
+    {"ghost", host::Layer::ghosts, Part::ghost, 0},
+    {"ghostRound2", host::Layer::ghosts, Part::ghost, 1},
+    {"ghostRound3", host::Layer::ghosts, Part::ghost, 2},
+    {"ghostRound4", host::Layer::ghosts, Part::ghost, 3},
 }};
 
 const GraphArray* graphArray(const std::string& name);  // null for arrays that hold no items
@@ -45,19 +54,24 @@ host::ElementArray& arrayOf(host::Surface& surface, Part part, int pair);  // ma
 struct PlottedItem {
   int risk = -1;  // index into glo.risks
   int id = host::kNoItem;
+  bool top = false;             // among the highest on both scales
   std::array<int, kPairs> n{};  // index in the arrays of the pair; 0: not plotted there
   std::array<PlotPoint, kPairs> centre{};
   std::array<bool, kPairs> onScale{};
   std::array<bool, kPairs> joined{};    // a line runs here from the pair before
   std::array<bool, kPairs> filtered{};  // taken out by the graph's own filter
+  std::array<bool, kPairs> covered{};   // another key stands where its own would
   std::array<int, kPairs> group{};      // number of the marker that stands for it; 0: it stands for itself
 };
 
 // Everything that decides what is seen of the items.
 struct GraphView {
   std::array<bool, kPairs> roundVisible{};
-  int zoomedItem = host::kNoItem;  // ID of the item shown alone
-  bool pairLines = true, shadows = true;
+  int zoomedItem = host::kNoItem;    // ID of the item shown alone
+  int selectedItem = host::kNoItem;  // ID of the item with a ring
+  double growth = 1.4;               // of the key of the item shown alone
+  bool pairLines = true;
+  bool shadows = false;  // of keys; the discs that they stand on make them needless
 };
 
 // Whether the element of an item in that array is seen.

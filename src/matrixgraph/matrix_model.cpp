@@ -8,7 +8,9 @@
 #include "charts/graph_notes.h"
 #include "core/glo.h"
 #include "matrixgraph/axis_labels.h"
+#include "matrixgraph/axis_titles.h"
 #include "matrixgraph/plot_items.h"
+#include "matrixgraph/plot_note.h"
 #include "store/scores/all_scores.h"
 
 namespace qrn {
@@ -17,19 +19,7 @@ namespace {
 
 constexpr PlotRequest kDiversityAxes{10, 10, -1, -1, -1, -1, -1, -1};
 constexpr double kTitleShare = 0.8;  // of the width
-
-std::string titleOf(int assessment) {
-  return assessment >= kMultiPlotSlot ? multiPlotName(assessment - kMultiPlotSlot)
-                                      : glo.assessmentTitles[static_cast<std::size_t>(assessment - 1)];
-}
-
-std::string joinedTitles(const PlotRequest& request, bool vertical) {
-  std::string titles;
-  for (int pair = 0; pair < kPairs; ++pair)
-    if (pairUsed(request, pair))
-      titles += "/" + titleOf(vertical ? verticalOf(request, pair) : horizontalOf(request, pair));
-  return titles.empty() ? titles : titles.substr(1);
-}
+constexpr double kTitleTop = 0.012;  // of the height
 
 // Names of the selected categories; "" when no category is there to filter by.
 std::string categoryLine() {
@@ -81,17 +71,52 @@ void plotPairs(MatrixModel& model, const MatrixRequest& request) {
     if (pairUsed(request.pairs, pair))
       plotter.plotPair(pair);
   model.plotted = plotter.takePlotted();
+  model.discs = plotter.discs();
 }
 
-void layTitles(GraphCanvas& canvas, const MatrixRequest& request, double topCaption) {
-  layAxisTitles(canvas, joinedTitles(request.pairs, true), joinedTitles(request.pairs, false), topCaption);
+// In the row of the vertical title, or in the middle of an empty plot.
+host::Element noteElement(const GraphCanvas& canvas, const PlotNote& note) {
+  const PlotArea& area = canvas.area;
+  host::Element label = makeLabel(note.text, canvas.captionFont);
+  label.colour = canvas.theme().quiet;
+  label.align = note.empty ? host::Align::centre : host::Align::right;
+  label.toolTip = note.text;
+  label.width = area.X2 - area.X1;
+  label.left = area.X1;
+  label.top = area.Y1 - lineHeight(label.font) - canvas.px(6);
+  if (!note.empty)
+    return label;
+  label.font.size = look::points(look::Size::word, canvas.height());
+  label.colour = canvas.theme().text;
+  label.caption.clear();
+  const auto lines = host::wrapBalanced(note.text, label.font, kTitleShare * label.width);
+  for (const std::string& line : lines) label.caption += (label.caption.empty() ? "" : "\n") + line;
+  label.height = static_cast<double>(lines.size()) * lineHeight(label.font);
+  label.top = (area.Y1 + area.Y2 - label.height) / 2;
+  return label;
+}
+
+void layTitles(MatrixModel& model, const MatrixRequest& request) {
+  GraphCanvas& canvas = model.canvas;
+  const PlotNote note = plotNote(request.pairs, model.plotted);
+  const std::string foot = categoryLine();
+  AxisTitles titles{joinedTitles(request.pairs, true), joinedTitles(request.pairs, false)};
+  titles.footBelow = !foot.empty();
+  if (!note.text.empty()) {
+    host::Element label = noteElement(canvas, note);
+    if (!note.empty)
+      titles.noteWidth = textWidth(note.text, label.font) + canvas.px(16);
+    canvas.surface.add(host::Layer::titles, "plotNote", 0, std::move(label));
+  }
+  layAxes(canvas, model.across, model.up, request.skew, titles);
   host::Element title = makeLabel("", canvas.titleFont);
   title.align = host::Align::centre;
-  title.colour = readableColour(glo.fontColour, canvas.look);
+  title.colour = glo.fontColour == Exercise{}.fontColour ? canvas.theme().text
+                                                         : readableColour(glo.fontColour, canvas.look);
   canvas.surface.add(host::Layer::titles, "graphTitle", 0, std::move(title));
   addNotes(
       makeNotes(canvas.surface, canvas.look, canvas.captionFont, textWidth(glo.listTitle, canvas.titleFont),
-                categoryLine(), canvas.px(16), request.graphFilter),
+                foot, canvas.width() * look::kMarginX, request.graphFilter),
       canvas.surface);
 }
 
@@ -107,21 +132,9 @@ MatrixModel plotMatrix(const MatrixRequest& request) {
   planAxes(model, request);
   if (model.withoutPoints != 0)
     return model;
-  const double topCaption = AxisLabels(canvas, model.across, model.up, request.skew);
   plotPairs(model, request);
-  layTitles(canvas, request, topCaption);
+  layTitles(model, request);
   return model;
-}
-
-void MatrixModel::show(const GraphView& view) {
-  for (const GraphArray& array : kGraphArrays) {
-    host::ElementArray* elements = canvas.surface.find(array.name);
-    if (elements == nullptr)
-      continue;
-    for (const PlottedItem& item : plotted)
-      if (host::Element* element = elements->find(item.n[static_cast<std::size_t>(array.pair)]))
-        element->visible = isShown(array, item, view);
-  }
 }
 
 // Its font falls a point at a time until the text fits; it stands centred at the top.
@@ -138,7 +151,7 @@ void MatrixModel::setTitle(const std::string& text) {
   title->width = textWidth(title->caption, title->font);
   title->height = lineHeight(title->font);
   title->left = (canvas.width() - title->width) / 2;
-  title->top = canvas.px(6);
+  title->top = kTitleTop * canvas.height();
 }
 
 }  // namespace qrn

@@ -8,6 +8,7 @@
 #include "matrixgraph/axis_plan.h"
 #include "matrixgraph/graph_canvas.h"
 #include "matrixgraph/graph_parts.h"
+#include "matrixgraph/key_cover.h"
 #include "matrixgraph/plot_request.h"
 
 namespace qrn {
@@ -25,12 +26,25 @@ struct MatrixModel {
   AxisPlan across, up;
   ScaleSizes scaleSizes{1, 1};  // of the first pair, 1 at least
   int withoutPoints = 0;  // an assessment without voting points; then the graph ends with its axis lines
-  std::vector<PlottedItem> plotted;  // items that stand in some pair, in list order
-  std::string dataMessage;           // kDataMessage and a line for each item without votes
+  std::vector<PlottedItem> plotted;          // items that stand in some pair, in list order
+  std::array<std::int32_t, kPairs> discs{};  // what the keys of each pair stand on
+  std::string dataMessage;                   // kDataMessage and a line for each item without votes
 
-  // Shows what the view lets through; nothing is built.
+  // Shows what the view lets through, and keys as they look in it.
   void show(const GraphView& view);
   void setTitle(const std::string& text);
+
+ private:
+  // An element that stands out, and how it looks when it does not.
+  struct Dressed {
+    host::Element* element;
+    host::Element plain;
+  };
+  void dress(const GraphView& view);
+  void undress();
+  void tellBehind(const std::vector<KeyInFront>& fronts);
+
+  std::vector<Dressed> dressed_;
 };
 
 // Scores and multi-plots must have been computed, and every item must have its identifier.

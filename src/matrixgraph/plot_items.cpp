@@ -14,7 +14,8 @@ namespace qrn {
 namespace {
 
 constexpr std::int32_t kComplement = 0xffffff;
-constexpr double kKeyContrast = 7;  // keys stand among lines and on shadows
+constexpr double kRing = 0.07, kDotSize = 0.42, kKeySides = 0.62;  // of the type's size
+constexpr double kGhostDisc = 0.26, kGhostText = 0.5;              // of the way from the ground
 
 const RiskRecord& riskAt(int risk) {
   return glo.risks[static_cast<std::size_t>(risk)];
@@ -40,13 +41,6 @@ PlotPoint edgeTowards(PlotPoint centre, PlotPoint other, double width, double he
   const double tx = dx != 0 ? width / 2 / std::fabs(dx) : 2, ty = dy != 0 ? height / 2 / std::fabs(dy) : 2;
   const double t = std::min(tx, ty);
   return t < 1 ? PlotPoint{centre.x + t * dx, centre.y + t * dy} : centre;
-}
-
-// A background of middle tone leaves no hue at that contrast; there the plain contrast of text has to do.
-std::int32_t keyColour(std::int32_t wanted, const GraphLook& look) {
-  const std::int32_t strong = readableColour(wanted, look, kKeyContrast);
-  const std::int32_t goal = look.lightText ? 0xffffff : 0;
-  return strong == goal ? readableColour(wanted, look) : strong;
 }
 
 std::string tipOf(int risk, int vertical, int horizontal) {
@@ -82,6 +76,11 @@ std::string keyOfCaption(const std::string& caption) {
   return key;
 }
 
+void dressKey(host::Element& key, std::int32_t disc) {
+  key.backColour = disc;
+  key.colour = look::inkOn(disc);
+}
+
 void placeShadow(host::Element& shadow, const host::Element& label) {
   shadow.left = label.left + kTwipsPerPixel;
   shadow.top = label.top + kTwipsPerPixel;
@@ -98,6 +97,9 @@ ItemPlotter::ItemPlotter(GraphCanvas& canvas, const PlotRequest& request, bool d
     items_[i].risk = static_cast<int>(i);
     items_[i].id = glo.risks[i].ID;
   }
+  for (int pair = 0; pair < kPairs; ++pair)
+    if (pairUsed(request, pair))
+      lastPair_ = pair;
   for (int plot = 0; plot < 2; ++plot)
     if (std::count(request.begin(), request.end(), kMultiPlotSlot + plot) > 0)
       multiPlotTop_[static_cast<std::size_t>(plot)] = GetMultiPlotMaxScale(plot, true, true);
@@ -111,20 +113,29 @@ double ItemPlotter::fraction(int risk, int assessment) const {
 ItemPlotter::PairLook ItemPlotter::lookOf(int pair) const {
   const auto p = static_cast<std::size_t>(pair);
   host::Surface& surface = canvas_.surface;
+  const look::Theme& theme = canvas_.theme();
+  const Exercise untouched;
+  PairLook look{pair,
+                arrayOf(surface, Part::key, pair),
+                arrayOf(surface, Part::shadow, pair),
+                arrayOf(surface, Part::dot, pair),
+                arrayOf(surface, Part::ghost, pair),
+                pair > 0 ? &arrayOf(surface, Part::line, pair) : nullptr,
+                pair > 0 ? &arrayOf(surface, Part::blob, pair) : nullptr};
+  look.disc = glo.blobColours[p] == untouched.blobColours[p]
+                  ? (pair == lastPair_ ? theme.data : theme.dataRest)
+                  : readableColour(glo.blobColours[p], canvas_.look, kShapeContrast);
   const std::int32_t own = pair > 0 ? glo.checkDrawLineColor[p - 1] : 0;
-  return {pair,
-          arrayOf(surface, Part::key, pair),
-          arrayOf(surface, Part::shadow, pair),
-          pair > 0 ? &arrayOf(surface, Part::line, pair) : nullptr,
-          pair > 0 ? &arrayOf(surface, Part::blob, pair) : nullptr,
-          keyColour(glo.blobColours[p], canvas_.look),
-          readableColour(own != 0 ? own : glo.blobColours[p], canvas_.look, kShapeContrast)};
+  look.line = own != 0 ? readableColour(own, canvas_.look, kShapeContrast)
+                       : look::tintUntil(theme.axis, theme.text, theme.ground, kShapeContrast);
+  return look;
 }
 
 void ItemPlotter::plotPair(int pair) {
   const std::size_t vertical = slotOf(verticalOf(request_, pair)),
                     horizontal = slotOf(horizontalOf(request_, pair));
   const PairLook look = lookOf(pair);
+  discs_[static_cast<std::size_t>(pair)] = look.disc;
   int n = 0;
   for (PlottedItem& item : items_) {
     const RiskRecord& record = riskAt(item.risk);
@@ -137,10 +148,42 @@ void ItemPlotter::plotPair(int pair) {
 }
 
 std::vector<PlottedItem> ItemPlotter::takePlotted() {
+  markTop();
   std::erase_if(items_, [](const PlottedItem& item) {
     return std::all_of(item.n.begin(), item.n.end(), [](int n) { return n == 0; });
   });
   return std::move(items_);
+}
+
+// The three that stand highest on both scales of the last pair together, in the upper half of either; fewer
+// where the next one stands as high as the last of them.
+void ItemPlotter::markTop() {
+  constexpr std::size_t kTop = 3;
+  constexpr std::size_t kLeast = 8;  // among fewer items nothing has to stand out
+  const auto p = static_cast<std::size_t>(lastPair_);
+  const PlotArea& area = canvas_.area;
+  std::vector<std::pair<double, PlottedItem*>> high;
+  std::size_t standing = 0;
+  for (PlottedItem& item : items_) {
+    if (item.n[p] == 0 || !item.onScale[p])
+      continue;
+    ++standing;
+    const double across = (item.centre[p].x - area.X1) / (area.X2 - area.X1),
+                 up = (area.Y2 - item.centre[p].y) / (area.Y2 - area.Y1);
+    if (across >= 0.5 && up >= 0.5)
+      high.push_back({across + up, &item});
+  }
+  if (standing < kLeast)
+    return;
+  std::stable_sort(high.begin(), high.end(), [](const auto& a, const auto& b) { return a.first > b.first; });
+  std::size_t count = std::min(kTop, high.size());
+  constexpr double kSame = 1e-3;
+  while (count > 0 && count < high.size() && high[count - 1].first - high[count].first < kSame) --count;
+  for (std::size_t i = 0; i < count; ++i) {
+    high[i].second->top = true;
+    dressKey(*arrayOf(canvas_.surface, Part::key, lastPair_).find(high[i].second->n[p]),
+             canvas_.theme().highlight);
+  }
 }
 
 // Each miss is told, in the order met; the message does not name computed values.
@@ -163,23 +206,55 @@ void ItemPlotter::addItem(PlottedItem& item, const PairLook& look, int n) {
   item.centre[p] = pointOf(canvas_.area, across, up);
   item.onScale[p] = across != kOffScale && up != kOffScale;
 
+  addKey(item, look, tipOf(item.risk, vertical, horizontal));
+  if (look.pair > 0)
+    joinToPairBefore(item, look);
+}
+
+// The key on its disc, and all that may stand in its place.
+void ItemPlotter::addKey(const PlottedItem& item, const PairLook& look, const std::string& tip) {
+  const auto p = static_cast<std::size_t>(look.pair);
+  const look::Theme& theme = canvas_.theme();
+  const double type = canvas_.labelFont.size * kTwipsPerPoint;
+  const int n = item.n[p];
   host::Element label = makeLabel(riskAt(item.risk).identifier + kPairMarks[look.pair], canvas_.labelFont);
   label.item = item.id;
-  label.colour = look.key;
-  const double width = std::max(canvas_.keyWidth, textWidth(label.caption, label.font));
-  place(label, item.centre[p], width, canvas_.keyHeight);
-  host::Element shadow = label;
-  placeShadow(shadow, label);
+  label.opaque = true;
+  label.cornerRadius = canvas_.keyHeight / 2;
+  label.ringWidth = kRing * type;
+  label.ringColour = theme.ground;
+  place(label, item.centre[p],
+        std::max(canvas_.keyHeight, textWidth(label.caption, label.font) + kKeySides * type),
+        canvas_.keyHeight);
+  dressKey(label, look.disc);
+  host::Element shadow = makeLabel(label.caption, label.font);
+  shadow.item = item.id;
+  shadow.width = label.width;
+  shadow.height = label.height;
+  shadow.align = label.align;
   shadow.colour = kComplement - label.colour;
-  label.toolTip = tipOf(item.risk, vertical, horizontal);
+  placeShadow(shadow, label);
   look.shadows.add(n, std::move(shadow));
+  host::Element ghost = label;
+  ghost.ringWidth = 0;
+  ghost.backColour = blend(theme.ground, look.disc, kGhostDisc);
+  ghost.colour = blend(ghost.backColour, theme.text, kGhostText);
+  look.ghosts.add(n, std::move(ghost));
+  host::Element dot;
+  dot.kind = host::Element::Kind::ellipse;
+  dot.item = item.id;
+  dot.toolTip = tip;
+  dot.colour = theme.ground;
+  dot.borderWidth = canvas_.px(1);
+  dot.backColour = look.disc;
+  place(dot, item.centre[p], kDotSize * type, kDotSize * type);
+  look.dots.add(n, std::move(dot));
+  label.toolTip = tip;
   look.keys.add(n, std::move(label));
-  if (look.pair > 0)
-    joinToPairBefore(item, look, width);
 }
 
 // A line shows only between two places that are both on the plot.
-void ItemPlotter::joinToPairBefore(PlottedItem& item, const PairLook& look, double width) {
+void ItemPlotter::joinToPairBefore(PlottedItem& item, const PairLook& look) {
   const auto p = static_cast<std::size_t>(look.pair);
   if (item.n[p - 1] == 0)
     return;
@@ -188,12 +263,13 @@ void ItemPlotter::joinToPairBefore(PlottedItem& item, const PairLook& look, doub
   host::Element line = makeLine(from.x, from.y, to.x, to.y);
   line.item = item.id;
   line.colour = look.line;
-  line.borderWidth = canvas_.px(2);
+  line.borderWidth = canvas_.px(1.5);
   host::Element blob;
   blob.kind = host::Element::Kind::ellipse;
   blob.item = item.id;
   const double size = canvas_.px(8);
-  place(blob, edgeTowards(to, from, width + size, canvas_.keyHeight), size, size);
+  place(blob, edgeTowards(to, from, look.keys.find(item.n[p])->width + size, canvas_.keyHeight + size), size,
+        size);
   blob.backColour = look.line;
   blob.bordered = false;
   look.lines->add(item.n[p], std::move(line));

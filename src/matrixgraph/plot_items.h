@@ -19,6 +19,9 @@ double itemFraction(int risk, int assessment, bool diversity, int multiPlotTop);
 // Superscripts taken off, so that a caption can be compared with an identifier.
 std::string keyOfCaption(const std::string& caption);
 
+// A key on a disc of that colour.
+void dressKey(host::Element& key, std::int32_t disc);
+
 // Puts a shadow a pixel right of and below its label.
 void placeShadow(host::Element& shadow, const host::Element& label);
 
@@ -27,6 +30,7 @@ class ItemPlotter {
   // `dataMessage` gets a line for each item and assessment without votes.
   ItemPlotter(GraphCanvas& canvas, const PlotRequest& request, bool diversity, std::string& dataMessage);
   void plotPair(int pair);
+  const std::array<std::int32_t, kPairs>& discs() const { return discs_; }
   std::vector<PlottedItem> takePlotted();  // the items that stand in some pair, in list order
 
  private:
@@ -35,17 +39,21 @@ class ItemPlotter {
   // The arrays and colours of the pair being plotted.
   struct PairLook {
     int pair;
-    host::ElementArray &keys, &shadows;
+    host::ElementArray &keys, &shadows, &dots, &ghosts;
     host::ElementArray *lines, *blobs;  // null for pair 0
-    std::int32_t key, line;
+    std::int32_t disc = 0, line = 0;
   };
   PairLook lookOf(int pair) const;
   void addItem(PlottedItem& item, const PairLook& look, int n);
-  void joinToPairBefore(PlottedItem& item, const PairLook& look, double width);
+  void addKey(const PlottedItem& item, const PairLook& look, const std::string& tip);
+  void joinToPairBefore(PlottedItem& item, const PairLook& look);
+  void markTop();
 
   GraphCanvas& canvas_;
   const PlotRequest request_;
   const bool diversity_;
+  int lastPair_ = 0;
+  std::array<std::int32_t, kPairs> discs_{};
   std::array<int, 2> multiPlotTop_{};
   std::string& dataMessage_;
   std::vector<PlottedItem> items_;  // by index into glo.risks

@@ -98,7 +98,7 @@ void xyVoteGraph::drawGraph(int pair1First, int pair1Second, int pair2First, int
   trapErrors(kFormName, "drawGraph", [&] {
     selectedRiskIndex = -1;
     zoomedItemKey.clear();
-    view.zoomedItem = host::kNoItem;
+    view.zoomedItem = view.selectedItem = host::kNoItem;
     drag_ = {};
     if (positiveValues(request) <= 1) {
       failGraph();

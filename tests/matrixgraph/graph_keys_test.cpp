@@ -15,11 +15,11 @@ class GraphKeys : public test::ActionCases, protected test::GraphExercise {
     registerGraphForms();
     addItems(28);  // "A" to "Z", "A2", "B2"
     for (int a = 1; a <= 4; ++a) addScale(a, "Name" + std::to_string(a), 5);
-    for (int item : {0, 1, 2, 27})
-      for (int a : {1, 2}) vote(item, a, "3;");
+    for (const auto& [item, votes] : {std::pair{0, "3;"}, {1, "2;"}, {2, "1;"}, {27, "5;"}})
+      for (int a : {1, 2}) vote(item, a, votes);
     vote(0, 3, "4;");  // A alone stands in pair 2
     vote(0, 4, "4;");
-    vote(3, 3, "4;");  // D stands in pair 2 only
+    vote(3, 3, "2;");  // D stands in pair 2 only
     vote(3, 4, "4;");
     for (std::size_t item = 4; item < 27; ++item) glo.risks[item].voting = false;
     // draw [VERTICAL HORIZONTAL ...]

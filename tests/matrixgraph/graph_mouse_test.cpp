@@ -101,6 +101,7 @@ TEST(GraphView, OneRuleSaysWhatIsSeen) {
   const PlottedItem item{.risk = 0, .id = 5, .n = {1, 1, 0, 0}, .joined = {false, true, false, false}};
   GraphView all;
   all.roundVisible.fill(true);
+  all.shadows = true;
   struct Case {
     const char* name;
     void (*change)(PlottedItem&, GraphView&);

@@ -287,9 +287,7 @@ TEST_F(MatrixGraph, CaptionsKeepApartAndInside) {
       const double left = centreX(across) - textWidth(across.caption, across.font) / 2;
       EXPECT_TRUE(up.top + up.height <= across.top + 0.01 || up.left + up.width <= left)
           << points << " points at " << width;
-      EXPECT_LE(
-          form.surface().find("criteria1Label", 0)->top + form.surface().find("criteria1Label", 0)->height,
-          below + 1);
+      EXPECT_GE(form.surface().find("criteria1Label", 0)->left, up.left + up.width);
       for (const char* title : {"graphTitle", "criteria1Label", "criteria2Label"}) {
         const host::Element& one = *form.surface().find(title, 0);
         EXPECT_GE(one.left, 0) << title;
@@ -299,20 +297,76 @@ TEST_F(MatrixGraph, CaptionsKeepApartAndInside) {
     }
 }
 
-// Type grows with the surface and shrinks with the number of keys, down to the size of the exercise.
-TEST_F(MatrixGraph, KeysAreLargeWhileThereIsRoom) {
+// Type is a part of the height, the smallest for many keys; a size of the exercise is obeyed down to that.
+TEST_F(MatrixGraph, KeysAreReadFromTheBackRow) {
   struct Case {
     int width, height, items;
     double own, points;
   };
   for (const Case& c :
-       {Case{1024, 768, 3, 12, 20}, Case{1920, 1080, 50, 12, 28.125}, Case{3840, 2160, 3, 12, 56.25},
-        Case{1024, 768, 3, 30, 30}, Case{1024, 768, 200, 9, 10}, Case{1024, 768, 400, 12, 12}}) {
+       {Case{1024, 768, 3, 12, 0.033 * 768 * 0.75}, Case{1920, 1080, 40, 12, 0.033 * 1080 * 0.75},
+        Case{1920, 1080, 41, 12, 0.028 * 1080 * 0.75}, Case{1024, 768, 3, 30, 30},
+        Case{1024, 768, 400, 9, 0.028 * 768 * 0.75}}) {
     addItems(c.items);
     voteAll();
     glo.itemPlotFont.size = c.own;
-    EXPECT_DOUBLE_EQ(draw(kOnePair, c.width, c.height).surface().find("labelRisk", 1)->font.size, c.points)
+    EXPECT_NEAR(draw(kOnePair, c.width, c.height).surface().find("labelRisk", 1)->font.size, c.points, 1e-9)
         << c.items << " items at " << c.width;
+  }
+}
+
+// Keys at one place: the selected one is seen, else the first; the others are a dot and a number.
+TEST_F(MatrixGraph, NoKeyCoversAnother) {
+  voteAll();
+  xyVoteGraph& form = draw(kOnePair);
+  struct Case {
+    int selected;
+    Texts keys;
+    std::size_t dots;
+  };
+  for (const Case& c : {Case{-1, {"A"}, 2}, Case{2, {"C"}, 2}, Case{1, {"B"}, 2}}) {
+    form.List1_Click(c.selected);
+    EXPECT_EQ(captions(form.surface(), "labelRisk"), c.keys) << c.selected;
+    EXPECT_EQ(all(form.surface(), "dot").size(), c.dots);
+    EXPECT_EQ(captions(form.surface(), "keysBehind"), Texts{"+2"});
+  }
+  form.Form_KeyPress('A');  // alone and grown about its place; the others are ghosts
+  const host::Element& key = *form.surface().find("labelRisk", 1);
+  EXPECT_TRUE(key.visible);
+  EXPECT_NEAR(key.width / form.surface().find("labelRisk", 2)->width, 1.4, 1e-9);
+  EXPECT_NEAR(centreX(key), centreX(*form.surface().find("labelRisk", 2)), 1e-6);
+  EXPECT_EQ(all(form.surface(), "keysBehind").size(), 0U);
+  // From the middle of the plot to its upper edge, the keys do not meet any more.
+  vote(2, 1, "5;");
+  form.tmr_load_Timer();
+  EXPECT_EQ(captions(form.surface(), "labelRisk"), (Texts{"A", "C"}));
+}
+
+// Every item and its score in a sentence, wherever it is missing.
+TEST_F(MatrixGraph, TellsInThePlotWhatDoesNotStandThere) {
+  struct Case {
+    const char* name;
+    std::vector<std::pair<int, int>> votes;  // item, assessment
+    const char* note;
+    const char* score;
+  };
+  for (const Case& c :
+       {Case{"nothing", {}, "No item has votes on both scales yet. Name1 0 of 3, Name2 0 of 3", "3;"},
+        Case{"one scale",
+             {{0, 1}, {2, 1}},
+             "No item has votes on both scales yet. Name1 2 of 3, Name2 0 of 3",
+             "3;"},
+        Case{"one item", {{0, 1}, {0, 2}, {1, 2}}, "1 of 3 items have votes on both scales", "3;"},
+        Case{"off", {{0, 1}, {0, 2}}, "1 of 3 items have votes on both scales, 1 off the scale", "7;"},
+        Case{"all", {{0, 1}, {0, 2}, {1, 1}, {1, 2}, {2, 1}, {2, 2}}, "", "3;"}}) {
+    glo.voteRecords.assign("");
+    for (const auto& [item, assessment] : c.votes) vote(item, assessment, c.score);
+    const xyVoteGraph& form = draw(kOnePair);
+    const host::Element* note = form.surface().find("plotNote", 0);
+    EXPECT_EQ(note != nullptr ? note->toolTip : "", c.note) << c.name;
+    for (const host::Element* key : all(form.surface(), "labelRisk"))
+      EXPECT_TRUE(centreX(*key) > 2458 + 100 || centreX(*key) < 0 || centreY(*key) > 1e5)
+          << c.name << " at the origin";
   }
 }
 

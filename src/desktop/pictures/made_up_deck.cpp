@@ -33,8 +33,6 @@ constexpr std::array<SlideText, 8> kTexts{
      {"Which risks do we take with us?", ""},
      {"Thank you", "Results will be sent round"}}};
 
-constexpr std::int32_t kNavy = 0x5a2d12, kWhite = 0xffffff;  // red lowest
-
 }  // namespace
 
 std::string MadeUpTags::Item(std::string_view key) const {
@@ -58,8 +56,8 @@ std::vector<std::string> MadeUpTags::Names() const {
 
 void MadeUpSlide::Export(const std::string& file, std::string_view format, int width, int height) {
   deck::SlideDrawing drawing;
-  drawing.background = kNavy;
-  drawing.textColour = kWhite;
+  drawing.background = kNavyScheme.ground;
+  drawing.textColour = kNavyScheme.text;
   drawing.title = title_;
   std::string line;
   for (const char c : shape_.Text() + "\r")
@@ -80,7 +78,7 @@ MadeUpDeck::MadeUpDeck(int slides, bool readOnly) : readOnly_(readOnly) {
 }
 
 std::int32_t MadeUpDeck::SchemeColour(int entry) {
-  return entry == 1 ? kNavy : entry == 2 ? kWhite : -1;
+  return entry == 1 ? scheme_.ground : entry == 2 ? scheme_.text : -1;
 }
 
 }  // namespace qrn::pictures

@@ -61,6 +61,13 @@ class MadeUpSlide : public host::Slide {
   MadeUpTags tags_;
 };
 
+// Ground and text of the slides; red lowest.
+struct Scheme {
+  std::int32_t ground, text;
+};
+inline constexpr Scheme kNavyScheme{0x5a2d12, 0xffffff}, kDarkScheme{0x3a2313, 0xfbf7f4},
+    kLightScheme{0xfafcfb, 0x2e2014};
+
 class MadeUpDeck : public host::Presentation {
  public:
   explicit MadeUpDeck(int slides, bool readOnly = false);
@@ -77,9 +84,11 @@ class MadeUpDeck : public host::Presentation {
   std::optional<host::MasterFont> MasterTitleFont() override { return std::nullopt; }
   std::optional<host::MasterFont> MasterBodyFont() override { return std::nullopt; }
   std::int32_t SchemeColour(int entry) override;
+  void setScheme(const Scheme& scheme) { scheme_ = scheme; }
 
  private:
   bool readOnly_;
+  Scheme scheme_ = kNavyScheme;
   MadeUpTags tags_;
   std::vector<std::unique_ptr<MadeUpSlide>> slides_;
 };

@@ -2,6 +2,8 @@
 
 #include <array>
 #include <cstdint>
+#include <sstream>
+#include <string>
 
 #include "core/glo.h"
 #include "core/item_label.h"
@@ -11,7 +13,7 @@ namespace qrn::pictures {
 
 namespace {
 
-constexpr std::array<const char*, 12> kItems{"Benches along the quay",
+constexpr std::array<const char*, 26> kItems{"Benches along the quay",
                                              "A ferry to the north bank every quarter of an hour",
                                              "Night lights on the cranes",
                                              "Dredge the inner basin to six metres",
@@ -22,7 +24,21 @@ constexpr std::array<const char*, 12> kItems{"Benches along the quay",
                                              "Move the bus terminal to the pier",
                                              "Public bath in the dry dock",
                                              "Workshops to let to boat builders",
-                                             "Close the front to cars on Sundays"};
+                                             "Close the front to cars on Sundays",
+                                             "A lift to the upper town",
+                                             "Warm rooms for winter swimmers",
+                                             "Sort the waste of the fish market on the spot",
+                                             "A stage that floats",
+                                             "Repair the old slipway",
+                                             "Charging points for boats and cars",
+                                             "Open the lighthouse to visitors",
+                                             "More police at night",
+                                             "A school of sailing for everyone",
+                                             "Toilets that stay open",
+                                             "Raise the quay by half a metre before the next high water",
+                                             "A tram from the station",
+                                             "Let artists paint the silos",
+                                             "Water taxis between the basins"};
 constexpr std::array<const char*, 4> kTitles{"Value to the town", "Effort", "Urgency",
                                              "Support in the council"};
 constexpr std::array<const char*, 10> kScale{"None at all", "Very low",      "Low",  "Rather low",
@@ -86,6 +102,17 @@ void addVotes(int items, int points, int keypads) {
 }
 
 }  // namespace
+
+void keepVotes(int items) {
+  std::string kept;
+  std::istringstream records(glo.voteRecords.text());
+  for (std::string record; std::getline(records, record);) {
+    const std::string key = record.substr(record.rfind(',') + 1);
+    if (std::stoi(key) < items)
+      kept += record + "\n";
+  }
+  glo.voteRecords.assign(kept);
+}
 
 void fillExercise(MadeUpDeck& deck, int items, int points, int keypads) {
   glo = Glo{};

@@ -9,6 +9,9 @@ namespace qrn::pictures {
 // must outlive the use of `glo`.
 void fillExercise(MadeUpDeck& deck, int items, int points, int keypads);
 
+// Takes the votes of all items but the first `items` away.
+void keepVotes(int items);
+
 // Gives what stands in `glo` the words of many scripts.
 void translateExercise();
 

@@ -69,7 +69,15 @@ void deliverEvents() {
   for (int i = 0; i < 5; ++i) QCoreApplication::processEvents();
 }
 
-int takeAll(const QString& folder) {
+struct Set {
+  const char* name;
+  void (*take)(Album&);
+};
+constexpr Set kSets[]{{"deck", takeDeckWindow}, {"show", takeSlideShow}, {"keypads", takeKeypads},
+                      {"dialogs", takeDialogs}, {"forms", takeForms},    {"graphs", takeGraphs}};
+
+// The set of that name, or every one.
+int takeAll(const QString& folder, const QString& name) {
   SteadyClock clock;
   qt::QtLoop loop;
   qt::QtTextMeasure measure;
@@ -86,11 +94,9 @@ int takeAll(const QString& folder) {
   neighbours.files = &files;
   neighbours.environment = &environment;
   Album album(folder);
-  takeDeckWindow(album);
-  takeSlideShow(album);
-  takeKeypads(album);
-  takeDialogs(album);
-  takeForms(album);
+  for (const Set& set : kSets)
+    if (name.isEmpty() || name == set.name)
+      set.take(album);
   return album.count();
 }
 
@@ -98,13 +104,14 @@ int takeAll(const QString& folder) {
 
 int main(int argc, char** argv) {
   const QApplication application(argc, argv);
-  if (argc != 2) {
-    std::cerr << "usage: quorin-pictures DIR\n";
+  if (argc < 2 || argc > 3) {
+    std::cerr << "usage: quorin-pictures DIR [deck|show|keypads|dialogs|forms|graphs]\n";
     return 2;
   }
   qrn::desktop::applyStyle(*qApp);
   try {
-    std::cout << qrn::pictures::takeAll(QString::fromLocal8Bit(argv[1])) << " pictures\n";
+    std::cout << qrn::pictures::takeAll(QString::fromLocal8Bit(argv[1]), argc > 2 ? argv[2] : "")
+              << " pictures\n";
     return 0;
   } catch (const std::exception& error) {
     std::cerr << "quorin-pictures: " << error.what() << "\n";

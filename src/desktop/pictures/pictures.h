@@ -32,5 +32,6 @@ void takeSlideShow(Album& album);
 void takeKeypads(Album& album);
 void takeDialogs(Album& album);
 void takeForms(Album& album);
+void takeGraphs(Album& album);
 
 }  // namespace qrn::pictures
