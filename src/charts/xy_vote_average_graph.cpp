@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "analysis/weighting_selector.h"
 #include "charts/average_kinds.h"
 #include "core/common.h"
 #include "core/diagnostics.h"
@@ -16,14 +17,8 @@ namespace qrn {
 
 namespace {
 
-namespace key = host::key;
-
 constexpr const char* kFormName = "xyVoteAverageGraph";
 constexpr int kMultiPlotAssessment = 10;  // the first number that is a multi-plot
-
-std::size_t slotOf(int assessment) {
-  return static_cast<std::size_t>(assessment - 1);
-}
 
 }  // namespace
 
@@ -38,14 +33,6 @@ void xyVoteAverageGraph::Form_Load() {
 
 void xyVoteAverageGraph::Form_Resize() {
   draw();
-}
-
-void xyVoteAverageGraph::Form_MouseDown(int, double x, double y) {
-  const host::Hit hit = host::hitTest(
-      surface(), x, y,
-      [](const host::ElementArray&, const host::Element& element) { return element.item != host::kNoItem; });
-  if (hit)
-    selectItem(hit.element->index);
 }
 
 void xyVoteAverageGraph::drawGraph(int assessmentNumber, int roundNumber) {
@@ -179,82 +166,6 @@ void xyVoteAverageGraph::draw() {
   host::host().forms->refresh(name);
 }
 
-void xyVoteAverageGraph::Form_KeyDown(int keyCode, int shift) {
-  if ((shift & key::altMask) != 0) {
-    if (!handleAltKeys(keyCode, shift))
-      return;
-  } else if (shift == 0) {
-    handlePlainKeys(keyCode);
-  }
-  host::host().forms->refresh(name);
-}
-
-bool xyVoteAverageGraph::handleAltKeys(int keyCode, int shift) {
-  if (keyCode == 'D' && (shift & key::shiftMask) != 0) {
-    diversityButtonVisible = true;
-  } else if (keyCode == 'D') {
-    averageLabelVisible = !averageLabelVisible;
-  } else if (keyCode >= '1' && keyCode <= '6') {
-    const int picked = keyCode - '0';
-    if (glo.assessmentInfo[slotOf(picked)].active)
-      drawGraph(picked, 0);
-  } else if (keyCode == 'L') {
-    listVisible ? hideList() : showList();
-  } else if (keyCode == 'I') {
-    cmd_info_Click();
-  } else if (keyCode == key::up || keyCode == key::down) {
-    buttonsVisible = keyCode == key::up;
-  } else {
-    return false;
-  }
-  return true;
-}
-
-void xyVoteAverageGraph::handlePlainKeys(int keyCode) {
-  const int last = static_cast<int>(List1.size()) - 1;
-  switch (keyCode) {
-    case key::escape:
-      if (!displayedInShow())
-        cmd_close_Click();
-      break;
-    case key::f3:
-      redraw();
-      break;
-    case key::left:
-    case key::up:
-      selectItem(std::max(ListIndex - 1, 0));
-      break;
-    case key::right:
-    case key::down:
-      selectItem(std::min(ListIndex + 1, last));
-      break;
-    case key::pageUp:
-      showPage(chart.Page.Current - 1);
-      break;
-    case key::pageDown:
-      pageOn();
-      break;
-    case 'N':
-      if (displayedInShow())
-        cmd_close_Click();
-      break;
-    case key::home:
-      selectItem(0);
-      break;
-    case key::end:
-      selectItem(last);
-      break;
-    case 'L':
-      listVisible ? hideList() : showList();
-      break;
-    case 'I':
-      cmd_info_Click();
-      break;
-    default:
-      break;
-  }
-}
-
 // Behind the last page the show goes on.
 void xyVoteAverageGraph::pageOn() {
   if (displayedInShow() && chart.Page.Current >= chart.pageCount())
@@ -265,6 +176,7 @@ void xyVoteAverageGraph::pageOn() {
 
 void registerChartForms() {
   host::host().forms->define(kFormName, [] { return std::make_unique<xyVoteAverageGraph>(); });
+  registerWeightingForm();
 }
 
 const host::Surface& drawAverageGraph(int assessment, int widthPx, int heightPx) {

@@ -6,7 +6,7 @@
 
 #include "charts/chart_display.h"
 #include "charts/chart_layout.h"
-#include "host/forms.h"
+#include "host/actions.h"
 #include "host/surface.h"
 
 namespace qrn {
@@ -14,9 +14,9 @@ namespace qrn {
 struct xyVoteAverageGraph : host::Form {
   xyVoteAverageGraph();
   void Form_Load() override;
-  void Form_KeyDown(int keyCode, int shift) override;
+  host::ActionTable actions() override;
   void Form_Resize() override;
-  void Form_MouseDown(int button, double x, double y) override;  // selects the item of the bar
+  void Form_MouseDown(int button, double x, double y) override;
 
   // assessmentNumber below 10: the averages of that assessment; 10 and 11: multi-plot 1 and 2. roundNumber 0
   // is the current result.
@@ -54,10 +54,15 @@ struct xyVoteAverageGraph : host::Form {
   std::string labelCategory;
 
  private:
+  std::vector<host::Action> walkActions();
+  std::vector<host::Action> assessmentActions();
+  std::vector<host::Action> kindActions();
+  std::vector<host::Action> panelActions();
+  std::vector<host::Action> formActions();
+  void askWeightings();
   void show(int displayKind);  // glo.averageDisplayKind
+  bool shows(int kind) const;
   void draw();
-  bool handleAltKeys(int keyCode, int shift);
-  void handlePlainKeys(int keyCode);
   void pageOn();
 
   ChartSurface lowered_;

@@ -66,7 +66,7 @@ void attachFormWindows(host::FormRegistry& forms, WindowStack& stack) {
   forms.attach("xyVoteRuntime", surfaceViewOf<xyVoteRuntime>(forms, stack, addToVote));
   forms.attach("xyVoteAverageGraph", surfaceViewOf<xyVoteAverageGraph>(forms, stack, addToAverageGraph));
   forms.attach("xyVoteGraph", surfaceViewOf<xyVoteGraph>(forms, stack, addToMatrixGraph));
-  for (const char* dialog : {"xyVoteQuitOptions", host::kHelpForm}) forms.attach(dialog, controlView(stack));
+  for (const char* dialog : {"xyVoteQuitOptions", "weightingSelector", host::kHelpForm}) forms.attach(dialog, controlView(stack));
 }
 
 }  // namespace qrn::desktop

@@ -68,11 +68,16 @@ KeyStroke readKey(std::string_view word) {
   return stroke;
 }
 
+// Keys that count on: letters, digits, and the digits of the number pad.
+bool countsOn(int code) {
+  return std::isupper(code) || std::isdigit(code) || (code >= key::numpad0 && code < key::numpad0 + 10);
+}
+
 // How many keys from `at` on are neighbours on the keyboard.
 std::size_t runAt(const std::vector<KeyStroke>& keys, std::size_t at) {
   std::size_t end = at + 1;
   while (end < keys.size() && keys[end].code == keys[end - 1].code + 1 && keys[end].shift == keys[at].shift &&
-         std::isalnum(keys[at].code))
+         countsOn(keys[at].code) && countsOn(keys[end].code))
     ++end;
   return end - at;
 }
@@ -114,7 +119,7 @@ void perform(const Action& action, int keyCode) {
 
 std::string keyName(const KeyStroke& stroke) {
   const std::string plain = plainKeyName(stroke.code);
-  if (plain.empty() || stroke.shift == kAnyShift)
+  if (plain.empty() || stroke.shift < 0)
     return plain;
   std::string name;
   for (const auto& [mask, word] : kModifiers)

@@ -8,23 +8,25 @@
 #include <string_view>
 #include <vector>
 
+#include "host/forms.h"
+
 namespace qrn::host {
 
-class Form;
+inline constexpr int kAnyShift = -1;  // whatever else is held down
+inline constexpr int kNoAlt = -2;     // whatever else is held down but Alt
 
-inline constexpr int kAnyShift = -1;
-
-// A key as forms test it, see host::key. `shift` is a mask, or kAnyShift: whatever else is held down.
+// A key as forms test it, see host::key. `shift` is a mask or one of the above.
 struct KeyStroke {
   int code = 0;
   int shift = 0;
   bool matches(int keyCode, int held) const {
-    return code == keyCode && (shift == kAnyShift || shift == held);
+    return code == keyCode &&
+           (shift == kAnyShift || shift == held || (shift == kNoAlt && (held & key::altMask) == 0));
   }
   bool operator==(const KeyStroke&) const = default;
 };
 
-// "Ctrl+L", "F3", "Space"; kAnyShift adds nothing.
+// "Ctrl+L", "F3", "Space"; kAnyShift and kNoAlt add nothing.
 std::string keyName(const KeyStroke& stroke);
 // The keys of "B,Esc,Alt+L,F3", whatever their case. Throws HostError (bad data) for a word that names no
 // key.

@@ -8,7 +8,7 @@ namespace qrn::host {
 
 namespace {
 
-constexpr double kKeysShare = 0.32;  // of the panel's width
+constexpr double kKeysShare = 0.38;  // of the panel's width
 constexpr int kMostRows = 14;
 
 }  // namespace

@@ -102,7 +102,7 @@ std::vector<host::Action> xyVoteGraph::pairActions() {
   Actions rows;
   rows.push_back({.name = "menuHideShowAllPlots",
                   .caption = "All items",
-                  .keys = {{key::multiply, key::ctrlMask}, {'A', key::ctrlMask}, {'8', key::ctrlMask}},
+                  .keys = {{'A', key::ctrlMask}, {key::multiply, key::ctrlMask}, {'8', key::ctrlMask}},
                   .menus = {kMenu, kHideShowMenu, kItemMenu},
                   .perform = [this] { showAll(); },
                   .help = "Show all items in all pairs"});

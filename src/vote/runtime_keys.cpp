@@ -1,12 +1,9 @@
-// The keys of the voting form: one table while a vote runs, another while its result is up.
+// What the keys of the voting form do.
 #include "core/common.h"
-#include "core/diagnostics.h"
 #include "core/glo.h"
 #include "host/dialogs.h"
 #include "host/host.h"
-#include "host/system.h"
 #include "host/wait.h"
-#include "host/windows.h"
 #include "store/exercise_text.h"
 #include "vote/count_up_vote.h"
 #include "vote/link/comms.h"
@@ -21,21 +18,10 @@ namespace {
 
 namespace key = host::key;
 
-constexpr std::int64_t kRepeatGuard = 100000;  // microseconds
-constexpr double kAfterClose = 0.2;            // seconds
+constexpr double kAfterClose = 0.2;  // seconds
 
 host::FormRegistry& forms() {
   return *host::host().forms;
-}
-
-void freeCursor() {
-  if (host::host().windows)
-    host::host().windows->freeCursor();
-}
-
-bool goesOn(int keyCode) {
-  return keyCode == key::space || keyCode == key::enter || keyCode == key::right || keyCode == key::down ||
-         keyCode == key::pageDown || keyCode == 'N';
 }
 
 int digitOf(int keyCode) {
@@ -50,51 +36,14 @@ bool keyboardVotes() {
 
 }  // namespace
 
-// A click on the count acts as Space.
-void xyVoteRuntime::Form_MouseDown(int button, double x, double y) {
-  const host::Hit hit = host::hitTest(surface(), x, y);
-  if (button == host::mouse::left && hit && hit.array->name() == "uctl_votesCast")
-    uctl_votesCast_Click();
+bool xyVoteRuntime::resultShown() const {
+  return bars.Visible || lbl_averageScore.Visible;
 }
 
-void xyVoteRuntime::Form_KeyDown(int keyCode, int shift) {
-  if (keyCode == key::clear)
-    keyCode = 'R';
-  if (keyCode == key::enter)
-    keyCode = key::space;
-  // Each key renews the guard, one that is dropped too: a key that is held never comes through again.
-  const std::int64_t now = host::host().clock->microseconds();
-  const bool repeated = keyCode == lastKey_ && lastKeyAt_ >= 0 && now - lastKeyAt_ < kRepeatGuard;
-  lastKey_ = keyCode;
-  lastKeyAt_ = now;
-  if (repeated)
-    return;
-  trapErrors("xyVoteRuntime", "Form_KeyDown", [&] {
-    if (!takesKeys())
-      return;
-    if (state == VoteState::resultUp)
-      keyAfterVote(keyCode, shift);
-    else
-      keyDuringVote(keyCode);
-  });
-  forms().refresh(name);
-}
-
-void xyVoteRuntime::keyAfterVote(int keyCode, int shift) {
-  if ((shift & key::altMask) != 0) {
-    if (keyCode != 'D')
-      return;
-    const bool on = !(bars.Visible || lbl_averageScore.Visible);
-    ShowBars(on && glo.runByShowBarGraph != 0);
-    ShowAverageScore(lbl_averageScore.Caption, on && glo.CheckAverageScoreIndicator == 1);
-  } else if (goesOn(keyCode)) {
-    freeCursor();
-    endResult(VoteOutcome::held);
-  } else if (keyCode == 'R') {
-    endResult(VoteOutcome::again);
-  } else if (keyCode == key::escape) {
-    askHowToLeave();
-  }
+void xyVoteRuntime::toggleResult() {
+  const bool on = !resultShown();
+  ShowBars(on && glo.runByShowBarGraph != 0);
+  ShowAverageScore(lbl_averageScore.Caption, on && glo.CheckAverageScoreIndicator == 1);
 }
 
 void xyVoteRuntime::endResult(VoteOutcome how) {
@@ -106,27 +55,8 @@ bool xyVoteRuntime::takesKeys() const {
   return state == VoteState::resultUp || (state == VoteState::open && glo.voteOpen);
 }
 
-void xyVoteRuntime::keyDuringVote(int keyCode) {
-  if (goesOn(keyCode)) {
-    endVoteKey();
-  } else if (keyCode == key::escape || keyCode == 'Q') {
-    askHowToLeave();
-  } else if (keyCode == 'R') {
-    glo.restartVote = true;
-    glo.voteAbandoned = 1;
-  } else if (keyCode == 'A') {
-    cursorShown = !cursorShown;
-    if (host::host().windows)
-      host::host().windows->showCursor(cursorShown);
-  } else if (keyCode == 'K') {
-    toggleKeypadPanel();
-  } else if (keyCode == key::subtract || keyCode == key::minus) {
-    keepVotingKeypads();
-  } else if (keyCode == key::add || keyCode == key::equal) {
-    forgetActiveKeypads();
-  } else if (digitOf(keyCode) >= 0 || keyCode == 'Z' || keyCode == 'G') {
-    keyboardKey(keyCode);
-  }
+// A vote that has just been closed shows nobody missing.
+void xyVoteRuntime::afterKey() {
   if (glo.voteComplete != 1)
     return;
   uctl_kpadsNotVoted.BeginChecking(false);

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "charts/vote_screen/vote_screen.h"
+#include "host/actions.h"
 #include "host/controls.h"
 #include "vote/keypads_not_voted.h"
 #include "vote/link/vote_outcome.h"
@@ -45,6 +46,7 @@ struct xyVoteRuntime : VoteForm {
   void Form_Load() override { LayOutAgain(); }
   void Form_MouseDown(int button, double x, double y) override;
   void Form_KeyDown(int keyCode, int shift) override;
+  host::ActionTable actions() override;
   bool Form_QueryUnload(bool byUser) override;
   void Form_Unload() override;
   void Form_Resize() override;
@@ -64,8 +66,11 @@ struct xyVoteRuntime : VoteForm {
   bool runEnds() const;
   static bool checksKeypads();  // a vote looks for keypads that have not voted
 
-  void keyAfterVote(int keyCode, int shift);
-  void keyDuringVote(int keyCode);
+  std::vector<host::Action> openActions();
+  std::vector<host::Action> resultActions();
+  void afterKey();
+  bool resultShown() const;
+  void toggleResult();
   void endVoteKey();
   void keyboardKey(int keyCode);
   bool keyboardTurnedOn();
@@ -82,10 +87,9 @@ struct xyVoteRuntime : VoteForm {
 
   enum class Jump { none, back, target };
   Jump jump_ = Jump::none;
-  bool voteHeld_ = false;        // the step has been voted and saved
-  std::vector<int> listOrder_;   // sort keys in the order of the walk
-  std::int64_t lastKeyAt_ = -1;  // microseconds
-  int lastKey_ = 0;
+  bool voteHeld_ = false;       // the step has been voted and saved
+  std::vector<int> listOrder_;  // sort keys in the order of the walk
+  host::KeyGuard keyGuard_;
 };
 
 // The dialog of the Esc key.

@@ -5,7 +5,6 @@
 namespace qrn {
 namespace {
 
-namespace key = host::key;
 using test::GraphWorld;
 using Texts = std::vector<std::string>;
 
@@ -144,32 +143,6 @@ TEST_F(AverageGraph, CategoryLabelNamesTheSelectedOnes) {
   EXPECT_EQ(form.DoCategoryLabel(), "Category: Plant, People");
 }
 
-TEST_F(AverageGraph, KeysWalkItemsAndPages) {
-  addItems(10);
-  for (int item = 0; item < 10; ++item) vote(item, 1, "3;");
-  glo.barCountAuto = false;
-  glo.runByAverageBarCount = 4;
-  xyVoteAverageGraph& form = draw();
-  EXPECT_TRUE(form.cmd_scrollVisible);
-  struct Case {
-    int keyCode, item, page;
-  };
-  const Case cases[] = {
-      {key::home, 0, 1},     {key::left, 0, 1},   {key::pageDown, 0, 2}, {key::pageDown, 0, 3},
-      {key::pageDown, 0, 3}, {key::end, 9, 3},    {key::right, 9, 3},    {key::up, 8, 3},
-      {key::left, 7, 2},     {key::pageUp, 7, 1}, {key::down, 8, 3},
-  };
-  for (const Case& c : cases) {
-    form.Form_KeyDown(c.keyCode, 0);
-    EXPECT_EQ(form.ListIndex, c.item) << c.keyCode;
-    EXPECT_EQ(form.chart.Page.Current, c.page) << c.keyCode;
-  }
-  EXPECT_EQ(captions(form.surface(), "bottomAxisLabel"), (Texts{"I: item 8", "J: item 9"}));
-  EXPECT_EQ(captions(form.surface(), "LabelCategory"), Texts{"Page 3 of 3"});
-  glo.barCountAuto = true;  // a picture has no pages to turn
-  EXPECT_EQ(all(draw().surface(), "bars").size(), 10U);
-}
-
 TEST_F(AverageGraph, AClickOnABarSelectsItsItem) {
   xyVoteAverageGraph& form = draw();
   const host::Element& bar = *form.surface().find("bars", 1);
@@ -177,32 +150,6 @@ TEST_F(AverageGraph, AClickOnABarSelectsItsItem) {
   EXPECT_EQ(form.ListIndex, 1);
   form.Form_MouseDown(host::mouse::left, 5, 5);
   EXPECT_EQ(form.ListIndex, 1);
-}
-
-TEST_F(AverageGraph, KeysPickAssessmentsAndPanels) {
-  xyVoteAverageGraph& form = draw();
-  form.Form_KeyDown('3', key::altMask);
-  EXPECT_EQ(captions(form.surface(), "header"), Texts{"Average: Name3"});
-  form.Form_KeyDown('6', key::altMask);  // not in the exercise
-  EXPECT_EQ(form.request.assessment, 3);
-  form.Form_KeyDown('D', key::altMask);
-  EXPECT_EQ(captions(form.surface(), "LabelCategory"), Texts{"Average: 2.00"});
-  form.Form_KeyDown('D', key::altMask | key::shiftMask);
-  EXPECT_TRUE(form.diversityButtonVisible);
-  form.Form_KeyDown('L', 0);
-  EXPECT_TRUE(form.listVisible);
-  world.expectMsgBox("item 2, assessment 3");
-  form.Form_KeyDown('I', 0);
-}
-
-TEST_F(AverageGraph, EscClosesUnlessTheShowDisplaysIt) {
-  for (const bool display : {true, false}) {
-    glo.cmdMode = display ? "DISPLAY" : "EDIT";
-    draw().Form_KeyDown(key::escape, 0);
-    EXPECT_EQ(world.forms.isLoaded("xyVoteAverageGraph"), display);
-    draw().Form_KeyDown(key::pageDown, 0);  // behind the last page the show moves on
-    EXPECT_EQ(world.forms.isLoaded("xyVoteAverageGraph"), !display);
-  }
 }
 
 TEST_F(AverageGraph, LowersAgainOnlyForOtherDataOrSize) {

@@ -2,6 +2,8 @@
 //
 //   keys Alt+L,b     what has changed, one line a thing
 //   do NAME          a row of a menu or a button
+//   plan WORD ...    what the next dialog is answered: CONTROL=VALUE, the name of a button, keys
+//   yes TEXT         the next question, which holds this text, is answered yes
 //   menu NAME        its rows: "x" marked, "-" not enabled, "|" a line above
 //   help
 //   walk             every key of the table, each on a fresh form; * is the key's own letter or digit
@@ -29,6 +31,8 @@ class ActionCases : public CaseTest {
     on("do", [this](const Words& words) {
       tellChange([&] { EXPECT_TRUE(form()->actions().perform(words.rest(0))) << words.rest(0); });
     });
+    on("plan", [this](const Words& words) { plan_ = words; });
+    on("yes", [this](const Words& words) { testHost().expectMsgBox(words.rest(0), host::Answer::yes); });
     on("menu", [this](const Words& words) { tellMenu(words.rest(0)); });
     on("help", [this](const Words&) {
       for (const host::KeyHelp& row : form()->actions().help()) tell(row.keys + ": " + row.caption);
@@ -52,7 +56,7 @@ class ActionCases : public CaseTest {
     dialogs.answersAll = true;
     dialogs.asked.clear();
     std::vector<std::string> lines;
-    testHost().at(kReading, [&] { closeHelp(lines); });
+    testHost().at(kReading, [&] { answerDialog(lines); });
     const State before = state();
     act();
     host::waitUntil([] { return false; }, 2 * kReading);
@@ -71,12 +75,25 @@ class ActionCases : public CaseTest {
     return text.size() <= kLongest ? text : text.substr(0, kLongest) + "...";
   }
 
-  void closeHelp(std::vector<std::string>& lines) {
-    auto* help = dynamic_cast<host::formHelp*>(testHost().forms.find(host::kHelpForm));
-    if (help == nullptr)
+  // A dialog that came up is told; then it gets what was planned for it, else Esc.
+  void answerDialog(std::vector<std::string>& lines) {
+    for (const std::string& name : testHost().forms.loadedNames()) {
+      auto* dialog = dynamic_cast<host::ControlForm*>(testHost().forms.find(name));
+      if (dialog == nullptr || !dialog->visible)
+        continue;
+      lines.push_back("dialog " + dialog->title);
+      for (const std::string& word : std::exchange(plan_, {"Esc"})) {
+        const std::size_t equals = word.find('=');
+        const host::Control* control = dialog->find(word.substr(0, equals));
+        if (control == nullptr)
+          host::strikeKeys(*dialog, word);
+        else if (equals == word.npos)
+          control->pressed();
+        else if (const std::string problem = host::give(*control, word.substr(equals + 1)); !problem.empty())
+          lines.push_back(problem);
+      }
       return;
-    lines.push_back("help with " + std::to_string(help->List1.rows().size()) + " rows");
-    host::strikeKeys(*help, "Esc");
+    }
   }
 
   // The key's own letter or digit, where it stands as a word.
@@ -123,7 +140,9 @@ class ActionCases : public CaseTest {
     }
   }
 
-  static constexpr double kReading = 0.002;  // seconds until a help that came up is closed again
+  std::vector<std::string> plan_{"Esc"};
+
+  static constexpr double kReading = 0.002;  // seconds until a dialog that came up is answered
   static constexpr std::size_t kLongest = 100;
 };
 

@@ -207,22 +207,7 @@ TEST_F(Runner, asksBeforeClosingAVoteWithoutVotes) {
   EXPECT_EQ(saved().size(), 6U);
 }
 
-TEST_F(Runner, dropsAKeyRepeatedWithinATenthOfASecond) {
-  scripts = {[this] {
-    world.at(0.2, [this] { press(1, "3"); });
-    keyAt(0.5, 'A');
-    keyAt(0.55, 'A');
-    world.at(0.58, [this] { EXPECT_TRUE(runtime().cursorShown); });
-    keyAt(0.65, 'A');
-    world.at(0.7, [this] { EXPECT_FALSE(runtime().cursorShown); });
-    keyAt(1, key::space);
-    keyAt(2, key::space);
-  }};
-  run();
-  EXPECT_EQ(saved().size(), 6U);
-}
-
-// Also where the system does not tell a repeat from a new stroke.
+// Where the system does not tell a repeat from a new stroke.
 TEST_F(Runner, aHeldKeyStoresNothing) {
   scripts = {[this] {
     for (int i = 0; i < 50; ++i) keyAt(0.3 + 0.03 * i, key::enter);

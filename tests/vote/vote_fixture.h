@@ -19,9 +19,9 @@
 
 namespace qrn {
 
-class VoteFixture : public ::testing::Test {
+class VoteExercise {
  protected:
-  VoteFixture() {
+  VoteExercise() {
     glo = Glo{};
     glo.oPresentation = &world.presentation;
     glo.oVoteSlide = &world.presentation.Slides(1);
@@ -53,9 +53,6 @@ class VoteFixture : public ::testing::Test {
         opened();
     };
   }
-
-  // Nobody is left waiting: a whole run takes less than two simulated minutes.
-  void TearDown() override { EXPECT_LT(world.clock.micros, std::int64_t{120} * 1000000); }
 
   xyVoteRuntime& runtime() { return host::host().forms->as<xyVoteRuntime>("xyVoteRuntime"); }
   void key(int code, int shift = 0) { runtime().Form_KeyDown(code, shift); }
@@ -109,6 +106,12 @@ class VoteFixture : public ::testing::Test {
   test::TestHost world;
   std::vector<std::function<void()>> scripts;
   std::size_t opens = 0;
+};
+
+class VoteFixture : public ::testing::Test, protected VoteExercise {
+ protected:
+  // Nobody is left waiting: a whole run takes less than two simulated minutes.
+  void TearDown() override { EXPECT_LT(world.clock.micros, std::int64_t{120} * 1000000); }
 };
 
 }  // namespace qrn

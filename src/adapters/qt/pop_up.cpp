@@ -16,6 +16,7 @@ constexpr const char* kSheet = R"(
   QMenu::item { padding: @gappx @labelpx @gappx @wordpx; border-radius: 6px; }
   QMenu::item:selected { background: @data; color: @onData; }
   QMenu::item:disabled { color: @quiet; background: transparent; }
+  QMenu::right-arrow { width: @halfpx; height: @halfpx; }
   QMenu::separator { height: 2px; background: @line; margin: @gappx; }
   QMenu::indicator { width: @halfpx; height: @halfpx; left: @gappx; border-radius: 4px; border: 2px solid @line; }
   QMenu::indicator:checked { background: @highlight; border-color: @highlight; }
