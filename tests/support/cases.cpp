@@ -176,7 +176,7 @@ Words::Words(const std::string& line) : line_(line) {
 }
 
 std::string Words::rest(std::size_t from) const {
-  return from < starts_.size() ? unescaped(std::string_view(line_).substr(starts_[from])) : "";
+  return unescaped(as(from));
 }
 
 void CaseTest::run(const std::vector<CaseStep>& steps) {
@@ -194,6 +194,11 @@ void CaseTest::run(const std::vector<CaseStep>& steps) {
     for (const std::string& one : wanted) difference += "\n  expected: " + one;
     ADD_FAILURE_AT(case_->file.c_str(), step.line) << difference;
   }
+}
+
+void CaseTest::runLine(const std::string& line) {
+  const CaseStep step{case_->line, line, {}, {}};
+  tell(perform(step, line));
 }
 
 // What the command tells; a command may run others in its midst.

@@ -52,7 +52,10 @@ class Words : public std::vector<std::string> {
   explicit Words(const std::string& line);
   std::string word(std::size_t n) const { return n < size() ? (*this)[n] : ""; }
   int number(std::size_t n) const { return n < size() ? std::stoi((*this)[n]) : 0; }
-  std::string rest(std::size_t from) const;  // from that word on, as it stands
+  std::string rest(std::size_t from) const;  // from that word on, quotes and all, without escapes
+  std::string as(std::size_t from) const {   // as it stands
+    return from < starts_.size() ? line_.substr(starts_[from]) : "";
+  }
 
  private:
   std::string line_;
@@ -72,9 +75,12 @@ class CaseTest : public ::testing::Test {
     told_ += lines + (lines.empty() || lines.ends_with('\n') ? "" : "\n");
   }
   std::string take() { return std::exchange(told_, ""); }  // what the command at hand has told
-  void runBlock() { run(*block_); }                        // of the command at hand
-  std::function<void()> blockLater() {
-    return [this, block = block_] { run(*block); };
+  void runLine(const std::string& line);
+  void runBlock() { run(*block_); }  // of the command at hand
+  // The block of the command at hand for another time, or the command that its words end with.
+  std::function<void()> later(const Words& words, std::size_t from) {
+    const std::string line = words.as(from);
+    return [this, block = *block_, line] { line.empty() ? run(block) : runLine(line); };
   }
 
  private:

@@ -1,5 +1,7 @@
 #include "support/run_case.h"
 
+#include <algorithm>
+#include <cctype>
 #include <sstream>
 
 #include "core/model.h"
@@ -7,23 +9,35 @@
 
 namespace qrn::test {
 
-RunCase::RunCase() {
+namespace {
+
+void makeItems(const std::vector<std::string>& sortKeys) {
+  glo.risks.assign(sortKeys.size() + 1, RiskRecord{});
+  for (std::size_t i = 0; i < sortKeys.size(); ++i) {
+    glo.risks[i].sortKey = std::stoi(sortKeys[i]);
+    glo.risks[i].ID = static_cast<int>(i);
+    glo.risks[i].text = "item " + sortKeys[i];
+    glo.risks[i].voting = true;
+  }
+}
+
+}  // namespace
+
+void beginRun(TestHost& world) {
   glo = Glo{};
   glo.oPowerPoint = &world.program;
   glo.oPresentation = &world.presentation;
   glo.oVoteSlide = &world.presentation.slide(1);
   glo.appPath = "/install/";
   glo.matrixPath = "/tmp/t/quorin/";
-  begin();
-  memberCommands();
-  worldCommands();
+  beginExercise();
 }
 
-void RunCase::begin() {
+void beginExercise() {
   static_cast<Exercise&>(glo) = Exercise{};
   initXYVote();
   glo.CheckAutoSave = 0;
-  items({"10", "11", "12"});
+  makeItems({"10", "11", "12"});
   const char* const texts[] = {"Fire", "Flood", "Theft"};
   for (std::size_t i = 0; i < 3; ++i) glo.risks[i].text = texts[i];
   for (std::size_t a = 0; a < 9; ++a) {
@@ -34,14 +48,14 @@ void RunCase::begin() {
   glo.assessmentTitles[1] = "Likelihood";
 }
 
+RunCase::RunCase() {
+  beginRun(world);
+  memberCommands();
+  worldCommands();
+}
+
 void RunCase::items(const std::vector<std::string>& sortKeys) {
-  glo.risks.assign(sortKeys.size() + 1, RiskRecord{});
-  for (std::size_t i = 0; i < sortKeys.size(); ++i) {
-    glo.risks[i].sortKey = std::stoi(sortKeys[i]);
-    glo.risks[i].ID = static_cast<int>(i);
-    glo.risks[i].text = "item " + sortKeys[i];
-    glo.risks[i].voting = true;
-  }
+  makeItems(sortKeys);
 }
 
 void RunCase::store(const std::string& text) {
@@ -78,8 +92,8 @@ void RunCase::memberCommands() {
   on("show", [this](const Words& words) {
     for (const std::string& path : words) tell(path + " = " + memberText(path));
   });
-  on("items", [this](const Words& words) { items(words); });
-  on("fresh", [this](const Words&) { begin(); });
+  on("items", [](const Words& words) { items(words); });
+  on("fresh", [](const Words&) { beginExercise(); });
   on("votes", [](const Words& words) {
     glo.liveVotes = words;
     glo.liveVotes.emplace_back("9");  // the spare element, which nothing reads
@@ -90,17 +104,22 @@ void RunCase::worldCommands() {
   const auto tagCommand = [this](MemoryTags& tags, const Words& words) {
     if (words.size() == 1)
       return tell(escaped(tags.Item(words[0])));
-    tags.values[words[0]] = words[1].empty() ? "" : words.rest(1);
+    std::string name = words[0];
+    std::transform(name.begin(), name.end(), name.begin(), ::toupper);
+    tags.values[name] = words[1].empty() ? "" : words.rest(1);
     glo.voteRecords.forget();
     glo.postalRecords.forget();
   };
   on("tag", [this, tagCommand](const Words& words) { tagCommand(slideTags(), words); });
   on("decktag", [this, tagCommand](const Words& words) { tagCommand(world.presentation.tagStore, words); });
   on("asks", [this](const Words& words) { questions(words); });
-  on("at", [this](const Words& words) { world.at(std::stod(words.word(0)), blockLater()); });
+  on("at", [this](const Words& words) { world.at(std::stod(words.word(0)), later(words, 1)); });
   on("wait", [](const Words& words) { host::waitUntil([] { return false; }, std::stod(words.word(0))); });
   on("full", [this](const Words& words) {
-    (words.word(1) == "files" ? world.files.failAtWrite : slideTags().failAtWrite) = words.number(0);
+    int& fails = words.word(1) == "files"  ? world.files.failAtWrite
+                 : words.word(1) == "deck" ? world.presentation.tagStore.failAtWrite
+                                           : slideTags().failAtWrite;
+    fails = words.number(0);
   });
   on("errors", [this](const Words&) { tell(newErrors()); });
   on("infos", [this](const Words&) {

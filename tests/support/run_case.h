@@ -18,12 +18,15 @@
 
 namespace qrn::test {
 
+// `glo` as the run of `world`, with a new exercise of three items and two assessments on slide 1.
+void beginRun(TestHost& world);
+void beginExercise();
+
 class RunCase : public CaseTest {
  protected:
   RunCase();
   ~RunCase() override { glo = Glo{}; }
-  void begin();  // a new exercise in the run
-  void items(const std::vector<std::string>& sortKeys);
+  static void items(const std::vector<std::string>& sortKeys);
   void questions(const Words& words);
   MemoryTags& slideTags() { return world.presentation.slide(1).tagStore; }
   // The records as the slide will show them at the next read.

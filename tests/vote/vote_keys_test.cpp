@@ -1,16 +1,24 @@
 // What the facilitator does while a vote is open and while its result is up, told in case files.
 #include "support/action_cases.h"
+#include "support/run_case.h"
 #include "vote/count_up_vote.h"
-#include "vote/vote_fixture.h"
+#include "vote/link/comms.h"
+#include "vote/link/keypad_arrays.h"
+#include "vote/xy_vote_runtime.h"
 
 namespace qrn {
 namespace {
 
 using test::Words;
 
-class VoteKeys : public test::ActionCases, protected VoteExercise {
+class VoteKeys : public test::ActionCases {
  protected:
   VoteKeys() {
+    test::beginRun(world);
+    glo.baseType = "HW";
+    glo.keypadsNotVotedHi = 4;
+    registerComms();
+    registerVoteForms();
     // open [VOTE ...]: a vote that these have come for; result: the same, closed
     for (const char* what : {"open", "result"})
       on(what, [this, what](const Words& words) {
@@ -40,6 +48,7 @@ class VoteKeys : public test::ActionCases, protected VoteExercise {
     });
   }
 
+  xyVoteRuntime& runtime() { return world.forms.as<xyVoteRuntime>("xyVoteRuntime"); }
   host::Form* form() override { return world.forms.find("xyVoteRuntime"); }
   test::TestHost& testHost() override { return world; }
   void renew() override {
@@ -74,13 +83,14 @@ class VoteKeys : public test::ActionCases, protected VoteExercise {
             {"panel", now.uctl_kpadsNotVoted.Visible ? "shown" : ""},
             {"result", std::string(now.bars.Visible ? "bars " : "") +
                            (now.lbl_averageScore.Visible ? "statistics" : "")},
-            {"outcome", VoteExercise::outcome()},
+            {"outcome", world.presentation.tags().Item("qrnVoteTerminated")},
             {"votes", votes},
             {"base", glo.baseType},
             {"keypads", std::to_string(glo.activeKeypads.size())},
             {"sent", sent}};
   }
 
+  test::TestHost world;
   Words votes_{""};
   VoteState state_ = VoteState::open;
 };
