@@ -115,7 +115,8 @@ void VoteCase::tellSaved(std::size_t from) {
 }
 
 void VoteCase::tellSent() {
-  tell(escaped(joined(std::exchange(world.link.sent, {}), " | ")));
+  std::vector<std::string>& sent = room_ ? room_->sent : world.link.sent;
+  tell(escaped(joined(std::exchange(sent, {}), " | ")));
 }
 
 void VoteCase::runCommands() {

@@ -16,8 +16,12 @@ class RoomLink : public host::ControllerLink {
   bool makeLink(bool) override { return true; }
   bool linked() const override { return true; }
   bool controllerReady() override { return true; }
-  void sendToController(std::string_view text) override { room.fromProgram(text); }
+  void sendToController(std::string_view text) override {
+    sent.emplace_back(text);
+    room.fromProgram(text);
+  }
   controller::Room room;
+  std::vector<std::string> sent;
 
  private:
   void fetch();

@@ -345,6 +345,7 @@ void comms::decodeKeyLine(std::string_view line) {
 // Who is in the room, where the controller knows. Keypads of the list that are not there are not waited for;
 // those that are there and not in the list have been left out by the facilitator, except in a rehearsal.
 void comms::takePresent(std::string_view value) {
+  presentTold_ = true;
   const std::vector<std::string_view> present = pieces(value, ",");
   std::vector<std::string> list = room();
   std::erase_if(list, [&](const std::string& keypad) {
@@ -381,11 +382,14 @@ void comms::decodeOffset(std::string_view value) {
     const int last = to16Bits(fields[3]) + offset;
     for (int keypad = to16Bits(fields[2]) + offset; keypad <= last; ++keypad) {
       glo.activeKeypadList += std::to_string(keypad) + ",";
-      glo.keypadPortInfo.push_back(std::to_string(keypad - offset) + "," + std::to_string(offset) + "," +
-                                   std::to_string(base));
+      const std::string port =
+          std::to_string(keypad - offset) + "," + std::to_string(offset) + "," + std::to_string(base);
+      if (std::find(glo.keypadPortInfo.begin(), glo.keypadPortInfo.end(), port) == glo.keypadPortInfo.end())
+        glo.keypadPortInfo.push_back(port);
     }
   }
-  if (!glo.oPresentation || !room().empty())
+  // Who tells who is there need not be scanned: with nobody there each answer would call for the next one.
+  if (!glo.oPresentation || !room().empty() || presentTold_)
     return;
   // With no base in use each answer would call for the next one: an empty scan is told once.
   const bool emptyScan = glo.activeKeypadList.empty();

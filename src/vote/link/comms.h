@@ -57,13 +57,14 @@ struct comms : host::Form {
   void tmr_decodeDataFromController_Timer();
   void decodeKeyLine(std::string_view line);
   void decodeOffset(std::string_view value);
-  static void takePresent(std::string_view value);
+  void takePresent(std::string_view value);
   static void takeJoined(std::string_view value);
   void decodeVotes(const std::vector<std::string_view>& lines);
   bool controllerIsReady();
 
   std::int64_t linkFailedAt_ = -1, notReadyAt_ = -1;  // microseconds; -1 when it went well last time
 
+  bool presentTold_ = false;       // the controller knows who is there
   bool emptyScanWritten_ = false;  // an empty scan is told to the controller once, not with every answer
 };
 
