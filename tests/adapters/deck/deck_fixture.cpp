@@ -6,223 +6,96 @@
 #include <zip.h>
 
 #include <algorithm>
-#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
 
+#include "support/cases.h"
+
 namespace qrn::test {
 
 namespace {
 
 constexpr const char* kHead = "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\r\n";
-constexpr const char* kMl = "application/vnd.openxmlformats-officedocument.presentationml.";
+constexpr const char* kRelationships = "http://schemas.openxmlformats.org/officeDocument/2006/relationships";
+constexpr const char* kNames =
+    " xmlns:a=\"http://schemas.openxmlformats.org/drawingml/2006/main\" "
+    "xmlns:r=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships\" "
+    "xmlns:p=\"http://schemas.openxmlformats.org/presentationml/2006/main\"";
 
-struct Names {
-  std::string p, a, r;
-};
-
-Names namesOf(const DeckOptions& options) {
-  if (options.strict)
-    return {"http://purl.oclc.org/ooxml/presentationml/main", "http://purl.oclc.org/ooxml/drawingml/main",
-            "http://purl.oclc.org/ooxml/officeDocument/relationships"};
-  return {"http://schemas.openxmlformats.org/presentationml/2006/main",
-          "http://schemas.openxmlformats.org/drawingml/2006/main",
-          "http://schemas.openxmlformats.org/officeDocument/2006/relationships"};
+std::string everywhere(std::string text, const std::string& what, const std::string& by) {
+  for (std::size_t at = 0; (at = text.find(what, at)) != std::string::npos; at += by.size())
+    text.replace(at, what.size(), by);
+  return text;
 }
 
-std::string open(const Names& n, const std::string& element) {
-  return "<p:" + element + " xmlns:a=\"" + n.a + "\" xmlns:r=\"" + n.r + "\" xmlns:p=\"" + n.p + "\">";
+std::string numbered(const std::string& text, int slide) {
+  return everywhere(everywhere(text, "#", std::to_string(slide)), "@", std::to_string(301 - slide));
 }
 
-// Each entry: id, kind, target.
-std::string rels(const Names& n, const std::vector<std::array<std::string, 3>>& all) {
-  std::string text = std::string(kHead) +
-                     "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\">";
-  for (const auto& one : all)
-    text +=
-        "<Relationship Id=\"" + one[0] + "\" Type=\"" + n.r + "/" + one[1] + "\" Target=\"" + one[2] + "\"/>";
-  return text + "</Relationships>";
+// What stands in [[KIND ...]], as often as its kind says; `slide` is that of the part, 0 for others.
+std::string piece(const std::string& kind, const std::string& text, int slide, const DeckOptions& options) {
+  std::string all;
+  if (kind == "*")
+    for (int i = 1; i <= options.slides; ++i) all += numbered(text, i);
+  else if (kind == "T" ? options.tagged : kind == "1T" ? slide == 1 && options.tagged : slide == 2)
+    all = text;
+  return all;
 }
 
-std::string shape(int id, const std::string& name, const std::string& placeholder, const std::string& text,
-                  const std::string& inside = "") {
-  return "<p:sp><p:nvSpPr><p:cNvPr id=\"" + std::to_string(id) + "\" name=\"" + name +
-         "\"/><p:cNvSpPr/><p:nvPr>" + placeholder + inside +
-         "</p:nvPr></p:nvSpPr><p:spPr><a:xfrm><a:off x=\"700000\" y=\"" +
-         std::to_string(400000 + 1500000 * (id - 2)) +
-         "\"/><a:ext cx=\"7000000\" cy=\"1200000\"/></a:xfrm></p:spPr><p:txBody><a:bodyPr/><a:lstStyle/>" +
-         text + "</p:txBody></p:sp>";
-}
-
-std::string paragraph(const std::string& text) {
-  return "<a:p><a:r><a:rPr lang='en-GB' dirty=\"0\"/><a:t>" + text + "</a:t></a:r></a:p>";
-}
-
-std::string tree(const std::string& shapes) {
-  return "<p:spTree><p:nvGrpSpPr><p:cNvPr id=\"1\" name=\"\"/><p:cNvGrpSpPr/><p:nvPr/></p:nvGrpSpPr>"
-         "<p:grpSpPr/>" +
-         shapes + "</p:spTree>";
-}
-
-std::string slide(const Names& n, int number, bool tagged) {
-  const std::string no = std::to_string(number);
-  return std::string(kHead) + "<!-- kept -->" + open(n, "sld") + "<p:cSld>" +
-         tree(shape(2, "Title " + no, "<p:ph type=\"title\"/>", paragraph("Question " + no)) +
-              shape(3, "Content", "<p:ph idx=\"1\"/>",
-                    "<a:p><a:r><a:t> </a:t></a:r><a:r><a:rPr b=\"1\"/><a:t>one &amp; two</a:t></a:r></a:p>"
-                    "<a:p><a:r><a:t>three</a:t></a:r><a:br/><a:r><a:t>four</a:t></a:r></a:p>",
-                    "<p:custDataLst><p:tags r:id=\"rShape\"/></p:custDataLst>") +
-              "<p:pic><p:nvPicPr><p:cNvPr id=\"9\" name=\"Picture\" descr=\"raw\nline end\"/><p:cNvPicPr/>"
-              "<p:nvPr/></p:nvPicPr><p:blipFill/><p:spPr/></p:pic>") +
-         (tagged ? "\r\n<p:custDataLst><p:custData r:id='rData'/><p:tags r:id=\"rTags\"/></p:custDataLst>"
-                 : "") +
-         "<p:extLst><p:ext "
-         "uri=\"{X}\"/></p:extLst></p:cSld>\r\n<p:clrMapOvr><a:masterClrMapping/></p:clrMapOvr></p:sld>";
-}
-
-std::string tagList(const Names& n, const std::string& tags) {
-  return std::string(kHead) + open(n, "tagLst") + tags + "</p:tagLst>";
-}
-
-std::string theme(const Names& n) {
-  std::string text = std::string(kHead) + "<a:theme xmlns:a=\"" + n.a +
-                     "\" name=\"T\"><a:themeElements><a:clrScheme name=\"C\">"
-                     "<a:dk1><a:sysClr val=\"windowText\" lastClr=\"010203\"/></a:dk1>"
-                     "<a:lt1><a:sysClr val=\"window\" lastClr=\"FFFFFF\"/></a:lt1>"
-                     "<a:dk2><a:srgbClr val=\"102030\"/></a:dk2><a:lt2><a:srgbClr val=\"E0E1E2\"/></a:lt2>";
-  for (int i = 1; i <= 5; ++i)
-    text += "<a:accent" + std::to_string(i) + "><a:srgbClr val=\"A0B0C" + std::to_string(i) +
-            "\"/></a:accent" + std::to_string(i) + ">";
-  return text +
-         "</a:clrScheme><a:fontScheme name=\"F\"><a:majorFont><a:latin typeface=\"Big Face\"/></a:majorFont>"
-         "<a:minorFont><a:latin typeface=\"Small "
-         "Face\"/></a:minorFont></a:fontScheme></a:themeElements></a:theme>";
-}
-
-std::string master(const Names& n) {
-  return std::string(kHead) + open(n, "sldMaster") +
-         "<p:cSld><p:bg><p:bgPr><a:solidFill><a:schemeClr val=\"bg1\"/>"
-         "</a:solidFill><a:effectLst/></p:bgPr></p:bg>" +
-         tree(shape(2, "Title", "<p:ph type=\"title\"/>", paragraph("Click")) +
-              shape(3, "Body", "<p:ph type=\"body\" idx=\"1\"/>", paragraph("Click"))) +
-         "</p:cSld><p:clrMap bg1=\"lt1\" tx1=\"dk1\" bg2=\"dk2\" tx2=\"lt2\" accent1=\"accent1\" "
-         "accent2=\"accent2\" "
-         "accent3=\"accent3\" accent4=\"accent4\" accent5=\"accent5\" accent6=\"accent6\" hlink=\"hlink\" "
-         "folHlink=\"folHlink\"/><p:sldLayoutIdLst><p:sldLayoutId id=\"2147483649\" r:id=\"rId1\"/>"
-         "<p:sldLayoutId id=\"2147483650\" "
-         "r:id=\"rId2\"/></p:sldLayoutIdLst><p:txStyles><p:titleStyle><a:lvl1pPr>"
-         "<a:defRPr sz=\"4400\" b=\"1\" u=\"sng\"><a:solidFill><a:schemeClr val=\"accent1\"/></a:solidFill>"
-         "<a:latin typeface=\"+mj-lt\"/></a:defRPr></a:lvl1pPr></p:titleStyle><p:bodyStyle><a:lvl1pPr>"
-         "<a:defRPr sz=\"2800\" i=\"1\"><a:solidFill><a:schemeClr val=\"tx1\"/></a:solidFill>"
-         "<a:latin typeface=\"+mn-lt\"/></a:defRPr></a:lvl1pPr></p:bodyStyle></p:txStyles></p:sldMaster>";
-}
-
-std::string contentTypes(const DeckOptions& options) {
-  std::string text =
-      std::string(kHead) +
-      "<Types xmlns=\"http://schemas.openxmlformats.org/package/2006/content-types\">"
-      "<Default Extension=\"rels\" ContentType=\"application/vnd.openxmlformats-package.relationships+xml\"/>"
-      "<Default Extension=\"xml\" ContentType=\"application/xml\"/>"
-      "<Default Extension=\"png\" ContentType=\"image/png\"/>";
-  const auto add = [&](const std::string& name, const std::string& type) {
-    text += "<Override PartName=\"/" + name + "\" ContentType=\"" + type + "\"/>";
-  };
-  add("ppt/presentation.xml", std::string(kMl) + "presentation.main+xml");
-  for (int i = 1; i <= options.slides; ++i)
-    add("ppt/slides/slide" + std::to_string(i) + ".xml", std::string(kMl) + "slide+xml");
-  add("ppt/slideMasters/slideMaster1.xml", std::string(kMl) + "slideMaster+xml");
-  for (const char* number : {"1", "2"})
-    add("ppt/slideLayouts/slideLayout" + std::string(number) + ".xml", std::string(kMl) + "slideLayout+xml");
-  add("ppt/theme/theme1.xml", "application/vnd.openxmlformats-officedocument.theme+xml");
-  add("ppt/notesSlides/notesSlide7.xml", std::string(kMl) + "notesSlide+xml");
-  for (int i = 1; i <= (options.tagged ? 3 : 1); ++i)
-    add("ppt/tags/tag" + std::to_string(i) + ".xml", std::string(kMl) + "tags+xml");
-  return text + "</Types>";
-}
-
-std::string presentation(const Names& n, const DeckOptions& options) {
-  std::string text =
-      kHead + open(n, "presentation") +
-      "<p:sldMasterIdLst><p:sldMasterId id=\"2147483648\" r:id=\"rIdM\"/></p:sldMasterIdLst><p:sldIdLst>";
-  for (int i = 1; i <= options.slides; ++i)  // ids fall: 300, 299 ...
-    text += "<p:sldId id=\"" + std::to_string(301 - i) + "\" r:id=\"s" + std::to_string(i) + "\"/>";
-  text += "</p:sldIdLst><p:sldSz cx=\"12192000\" cy=\"6858000\"/><p:notesSz cx=\"6858000\" cy=\"9144000\"/>";
-  if (options.tagged)
-    text += "<p:custDataLst><p:tags r:id=\"rIdTags\"/></p:custDataLst>";
-  return text + "<p:defaultTextStyle/></p:presentation>";
-}
-
-std::string layout(const Names& n, const std::string& type) {
-  return std::string(kHead) + replaced(open(n, "sldLayout"), ">", " type=\"" + type + "\">") +
-         "<p:cSld name=\"L\">" + tree(shape(2, "Title", "<p:ph type=\"title\"/>", paragraph("Click"))) +
-         "</p:cSld><p:clrMapOvr><a:masterClrMapping/></p:clrMapOvr></p:sldLayout>";
-}
-
-void addSlides(PartList& parts, const Names& n, const DeckOptions& options) {
-  for (int i = 1; i <= options.slides; ++i) {
-    const std::string no = std::to_string(i);
-    std::vector<std::array<std::string, 3>> of = {
-        {"rLayout", "slideLayout", "../slideLayouts/slideLayout1.xml"},
-        {"rShape", "tags", "../tags/tag1.xml"}};
-    if (i == 2)
-      of.push_back({"rNotes", "notesSlide", "../notesSlides/notesSlide7.xml"});
-    if (i == 1 && options.tagged)
-      of.push_back({"rTags", "tags", options.absolute ? "/ppt/tags/tag2.xml" : "../tags/tag2.xml"});
-    parts.emplace_back("ppt/slides/slide" + no + ".xml", slide(n, i, i == 1 && options.tagged));
-    parts.emplace_back("ppt/slides/_rels/slide" + no + ".xml.rels", rels(n, of));
+std::string made(std::string text, int slide, const DeckOptions& options) {
+  for (std::size_t at; (at = text.find("[[")) != std::string::npos;) {
+    const std::size_t blank = text.find(' ', at), end = text.find("]]", at);
+    text.replace(
+        at, end + 2 - at,
+        piece(text.substr(at + 2, blank - at - 2), text.substr(blank + 1, end - blank - 1), slide, options));
   }
+  if (slide > 0)
+    text = numbered(text, slide);
+  if (options.absolute)
+    text = everywhere(everywhere(text, "\"slides/", "\"/ppt/slides/"), "\"../tags/tag2", "\"/ppt/tags/tag2");
+  text = everywhere(everywhere(text, "\"~", std::string("\"") + kRelationships), "~", kNames);
+  if (options.strict)
+    for (const char* dialect : {"presentationml", "drawingml", "officeDocument"})
+      text = everywhere(text, std::string("schemas.openxmlformats.org/") + dialect + "/2006",
+                        std::string("purl.oclc.org/ooxml/") + dialect);
+  return (options.bom ? "\xEF\xBB\xBF" : "") + (kHead + text);
+}
+
+// Name and text of the parts as they stand in the file.
+const PartList& templates() {
+  static const PartList all = [] {
+    PartList parts;
+    std::ifstream file(QUORIN_DECK_PARTS);
+    for (std::string line; std::getline(file, line);)
+      if (line.starts_with("=== "))
+        parts.emplace_back(line.substr(4), "");
+      else if (!parts.empty())
+        parts.back().second += unescaped(line.substr(std::min<std::size_t>(2, line.size())));
+    return parts;
+  }();
+  return all;
 }
 
 }  // namespace
 
 PartList deckParts(const DeckOptions& options) {
-  const Names n = namesOf(options);
   PartList parts;
-  parts.emplace_back("[Content_Types].xml", contentTypes(options));
-  parts.emplace_back("_rels/.rels", rels(n, {{"rId1", "officeDocument", "ppt/presentation.xml"}}));
-  std::vector<std::array<std::string, 3>> ofDeck = {{"rIdM", "slideMaster", "slideMasters/slideMaster1.xml"}};
-  for (int i = 1; i <= options.slides; ++i)
-    ofDeck.push_back(
-        {"s" + std::to_string(i), "slide",
-         (options.absolute ? "/ppt/slides/slide" : "slides/slide") + std::to_string(i) + ".xml"});
-  if (options.tagged)
-    ofDeck.push_back({"rIdTags", "tags", "tags/tag3.xml"});
-  parts.emplace_back("ppt/_rels/presentation.xml.rels", rels(n, ofDeck));
-  parts.emplace_back("ppt/presentation.xml", presentation(n, options));
-  addSlides(parts, n, options);
-  parts.emplace_back("ppt/slideMasters/slideMaster1.xml", master(n));
-  parts.emplace_back("ppt/slideMasters/_rels/slideMaster1.xml.rels",
-                     rels(n, {{"rId1", "slideLayout", "../slideLayouts/slideLayout1.xml"},
-                              {"rId2", "slideLayout", "../slideLayouts/slideLayout2.xml"},
-                              {"rId3", "theme", "../theme/theme1.xml"}}));
-  for (const auto& [no, type] : {std::pair{"1", "obj"}, {"2", "titleOnly"}}) {
-    parts.emplace_back("ppt/slideLayouts/slideLayout" + std::string(no) + ".xml", layout(n, type));
-    parts.emplace_back("ppt/slideLayouts/_rels/slideLayout" + std::string(no) + ".xml.rels",
-                       rels(n, {{"rId1", "slideMaster", "../slideMasters/slideMaster1.xml"}}));
+  const PartList& all = templates();
+  for (std::size_t i = 0; i < all.size(); ++i) {
+    const auto& [name, text] = all[i];
+    if (name.find('#') != std::string::npos) {  // a slide and its relationships
+      for (int slide = 1; slide <= options.slides; ++slide)
+        for (const std::size_t at : {i, i + 1})
+          parts.emplace_back(numbered(all[at].first, slide), made(all[at].second, slide, options));
+      ++i;
+    } else if (const std::size_t tagged = name.find(" [[T"); tagged == std::string::npos || options.tagged) {
+      parts.emplace_back(name.substr(0, tagged), made(text, 0, options));
+    }
   }
-  parts.emplace_back("ppt/theme/theme1.xml", theme(n));
-  parts.emplace_back("ppt/tags/tag1.xml", tagList(n, "<p:tag name=\"OFSHAPE\" val=\"1\"/>"));
-  if (options.tagged) {
-    parts.emplace_back(
-        "ppt/tags/tag2.xml",
-        tagList(n,
-                "<p:tag name='FOREIGN' val='it&apos;s'/>\r\n<p:tag name=\"TIMING\" val=\"|1.5\"/>"
-                "<p:tag name=\"QRNVOTES\" val=\"old&#xA;\"/>"));
-    parts.emplace_back("ppt/tags/tag3.xml", tagList(n, "<p:tag name=\"OTHER\" val=\"o\"/>"));
-  }
-  parts.emplace_back("ppt/notesSlides/notesSlide7.xml",
-                     kHead + open(n, "notes") + "<p:cSld>" +
-                         tree(shape(2, "Slide Image", "<p:ph type=\"sldImg\"/>", "") +
-                              shape(3, "Notes", "<p:ph type=\"body\" idx=\"1\"/>", paragraph("a.mtx note"))) +
-                         "</p:cSld></p:notes>");
   parts.emplace_back("ppt/media/image1.png", std::string("\x89PNG\r\n\0\0not a picture", 20));
-  if (options.bom)
-    for (auto& [name, text] : parts)
-      if (text.rfind("<?xml", 0) == 0)
-        text.insert(0, "\xEF\xBB\xBF");
   return parts;
 }
 
