@@ -51,11 +51,11 @@ std::vector<host::Action> xyVoteAverageGraph::walkActions() {
       {.name = "previous",
        .caption = "The item before",
        .keys = {{key::left, 0}, {key::up, 0}},
-       .perform = [this] { selectItem(std::max(ListIndex - 1, 0)); }},
+       .perform = [this] { selectItem(std::max(List1.current() - 1, 0)); }},
       {.name = "next",
        .caption = "The next item",
        .keys = {{key::right, 0}, {key::down, 0}},
-       .perform = [this] { selectItem(std::min(ListIndex + 1, static_cast<int>(List1.size()) - 1)); }},
+       .perform = [this] { selectItem(std::min(List1.current() + 1, lastRow())); }},
       {.name = "first",
        .caption = "The first item",
        .keys = {{key::home, 0}},
@@ -63,7 +63,7 @@ std::vector<host::Action> xyVoteAverageGraph::walkActions() {
       {.name = "last",
        .caption = "The last item",
        .keys = {{key::end, 0}},
-       .perform = [this] { selectItem(static_cast<int>(List1.size()) - 1); }},
+       .perform = [this] { selectItem(lastRow()); }},
       {.name = "pageBack",
        .caption = "The page before",
        .keys = {{key::pageUp, 0}},
@@ -209,7 +209,11 @@ void xyVoteAverageGraph::Form_MouseDown(int button, double x, double y) {
   if (hit)
     selectItem(hit.element->index);
   if (button == host::mouse::right)
-    host::popUp(*this, kMenu, true);
+    openMenu();
+}
+
+void xyVoteAverageGraph::openMenu() {
+  host::popUp(*this, kMenu, true);
 }
 
 // The kind that is up is drawn with the new weights.

@@ -81,7 +81,7 @@ void addAverages(const ChartRequest& request, ChartModel& model, ChartSeries& se
     const std::string row = withoutLineFeeds(itemLabel(item));
     series.Add(value.value, request.withIdentifier ? row : withoutLineFeeds(GetItemText(item)),
                glo.runByAverageGraphBarColour, risk.ID);
-    model.rows.push_back({row, item, risk.sortKey});
+    model.rows.push_back({row, item});
   }
 }
 

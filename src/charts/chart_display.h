@@ -14,7 +14,6 @@ namespace qrn {
 struct ListRow {
   std::string text;
   int risk = -1;  // index into glo.risks
-  int sortKey = 0;
 };
 
 struct ChartRequest {

@@ -24,6 +24,8 @@ constexpr int kMultiPlotAssessment = 10;  // the first number that is a multi-pl
 
 xyVoteAverageGraph::xyVoteAverageGraph() : Form(kFormName) {
   request.form = kFormName;
+  List1.selectionChanged = [this](int row) { selectItem(row); };
+  List1.menuWanted = [this](int) { openMenu(); };
 }
 
 void xyVoteAverageGraph::Form_Load() {
@@ -118,12 +120,14 @@ void xyVoteAverageGraph::hideList() {
 }
 
 void xyVoteAverageGraph::selectItem(int row) {
-  if (row < 0 || row >= static_cast<int>(List1.size()))
+  if (row < 0 || row > lastRow())
     return;
-  ListIndex = row;
+  if (row != List1.current())
+    return List1.select(row);  // and here again
   chart.selectedPoint = row;
   if (chart.Page.MaxPointsPerPage > 0)
     showPage(row / chart.Page.MaxPointsPerPage + 1);
+  host::host().forms->refresh(name);
 }
 
 void xyVoteAverageGraph::showPage(int page) {
@@ -143,26 +147,24 @@ const host::Surface& xyVoteAverageGraph::surface() {
 }
 
 void xyVoteAverageGraph::draw() {
-  const int selected = ListIndex >= 0 ? List1[static_cast<std::size_t>(ListIndex)].risk : -1;
   const int page = chart.Page.Current;
   request.width = ScaleWidth;
   request.height = ScaleHeight;
   giveIdentifiers();
   ChartModel model = DisplayAverageChart(request);
   chart = std::move(model.chart);
-  List1 = std::move(model.rows);
-  ListIndex = -1;
+  std::vector<host::PanelRow> rows;
+  for (ListRow& row : model.rows) rows.push_back({.cells = {std::move(row.text)}, .id = row.risk});
+  List1.setRows(std::move(rows));
   showPage(page);
   labelCategory = DoCategoryLabel();
   cmd_scrollVisible = chart.pageCount() > 1;
   double sum = 0;
   for (const ChartPoint& point : chart.SERIES(0).points) sum += point.value;
   averageLabel.clear();
-  if (!List1.empty())
-    averageLabel = "Average: " + formatPlaces(sum / static_cast<double>(List1.size()), 2);
-  for (int row = 0; row < static_cast<int>(List1.size()); ++row)
-    if (selected >= 0 && List1[static_cast<std::size_t>(row)].risk == selected)
-      selectItem(row);
+  if (lastRow() >= 0)
+    averageLabel = "Average: " + formatPlaces(sum / (lastRow() + 1), 2);
+  selectItem(List1.current());
   host::host().forms->refresh(name);
 }
 

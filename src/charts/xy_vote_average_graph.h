@@ -7,6 +7,7 @@
 #include "charts/chart_display.h"
 #include "charts/chart_layout.h"
 #include "host/actions.h"
+#include "host/panel.h"
 #include "host/surface.h"
 
 namespace qrn {
@@ -41,8 +42,7 @@ struct xyVoteAverageGraph : host::Form {
 
   ChartRequest request;
   TChart chart;
-  std::vector<ListRow> List1;
-  int ListIndex = -1;    // selected row of List1
+  host::Panel List1;     // a row for each bar; its id is the index into glo.risks
   std::string infoText;  // items without data, as shown behind the info button
   bool infoButton = false;
   bool listVisible = false;
@@ -60,8 +60,10 @@ struct xyVoteAverageGraph : host::Form {
   std::vector<host::Action> panelActions();
   std::vector<host::Action> formActions();
   void askWeightings();
+  void openMenu();
   void show(int displayKind);  // glo.averageDisplayKind
   bool shows(int kind) const;
+  int lastRow() const { return static_cast<int>(List1.rows().size()) - 1; }
   void draw();
   void pageOn();
 

@@ -8,7 +8,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPainter>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSignalBlocker>
@@ -21,42 +20,14 @@
 #include "desktop/panel_view.h"
 #include "host/host.h"
 #include "render/fonts.h"
-#include "render/render.h"
 
 namespace qrn::desktop {
 
 namespace {
 
-constexpr double kDim = 0.72;  // how much of what is behind the ground takes away
 constexpr double kWidest = 0.8, kTallest = 0.9, kWidestList = 0.36, kWidestGrid = 0.72;  // of the screen
 constexpr int kMostRows = 5;                // that a list asks room for
 constexpr int kFrame = 8, kScrollBar = 18;  // pixels
-
-constexpr const char* kSheet = R"(
-  #card { background: @card; border-radius: 16px; }
-  QWidget { color: @text; font-size: @labelpx; background: transparent; border: none; }
-  QLabel#title { font-weight: bold; font-size: @wordpx; }
-  QLabel#help, QLabel#problem { font-size: @floorpx; color: @quiet; }
-  QLabel#problem { color: @alarm; }
-  QPushButton { background: @field; border: 2px solid @line; border-radius: 8px; padding: 8px 20px; }
-  QPushButton#primary { background: @data; color: @onData; border-color: @data; font-weight: bold; }
-  QPushButton:focus, QLineEdit:focus, QComboBox:focus, QTreeView:focus { border: 3px solid @highlight; }
-  QPushButton:disabled, QCheckBox:disabled, QRadioButton:disabled, QLabel:disabled { color: @quiet; }
-  QLineEdit, QComboBox { background: @field; border: 2px solid @line; border-radius: 8px; padding: 6px 12px; }
-  QCheckBox:focus, QRadioButton:focus { color: @highlight; }
-  QCheckBox::indicator, QRadioButton::indicator { width: @labelpx; height: @labelpx; background: @field; border: 2px solid @line; }
-  QCheckBox::indicator { border-radius: 6px; }
-  QRadioButton::indicator { border-radius: @halfpx; }
-  QCheckBox::indicator:checked, QRadioButton::indicator:checked { background: @data; border: 4px solid @onData; }
-  QComboBox QAbstractItemView { background: @card; selection-background-color: @data; selection-color: @onData; }
-  QTreeView { background: @field; border: 2px solid @line; border-radius: 8px; outline: none; padding: 4px; }
-  QTreeView::item { padding: 6px 8px; border-radius: 6px; }
-  QTreeView::item:selected { background: @data; color: @onData; }
-  QHeaderView::section { background: @field; border: none; padding: 6px 8px; color: @quiet; }
-  QScrollBar:vertical { background: @field; width: 14px; }
-  QScrollBar::handle:vertical { background: @line; border-radius: 5px; min-height: 40px; margin: 2px; }
-  QScrollBar::add-line, QScrollBar::sub-line { height: 0; width: 0; }
-)";
 
 }  // namespace
 
@@ -65,6 +36,7 @@ ControlWindow::ControlWindow(host::ControlForm& form, WindowStack& stack)
       form_(form),
       stack_(stack),
       theme_(slideTheme()),
+      scrim_(theme_),
       card_(new QWidget(this)),
       problem_(new QLabel(card_)) {
   setObjectName(render::toQt(form.name));
@@ -83,7 +55,7 @@ int ControlWindow::px(look::Size size) const {
 void ControlWindow::build() {
   using look::Size;
   const int gap = px(Size::floor) / 2;
-  setStyleSheet(qt::themed(kSheet, theme_, stack_.placeForForms().height()));
+  setStyleSheet(qt::cardSheet(theme_, stack_.placeForForms().height()));
   auto* layout = new QVBoxLayout(card_);
   layout->setContentsMargins(2 * px(Size::floor), px(Size::item) / 2, 2 * px(Size::floor),
                              px(Size::item) / 2);
@@ -294,7 +266,7 @@ void ControlWindow::focusFirst() {
 void ControlWindow::standOver() {
   QWidget* front = stack_.front();
   const QRect place = stack_.placeForForms();
-  behind_ = front != nullptr && front != this ? front->grab() : QPixmap();
+  scrim_.take(front != this ? front : nullptr);
   setGeometry(place);
   const QSize most(static_cast<int>(place.width() * kWidest), static_cast<int>(place.height() * kTallest));
   card_->ensurePolished();
@@ -306,14 +278,7 @@ void ControlWindow::standOver() {
 }
 
 void ControlWindow::paintEvent(QPaintEvent*) {
-  QPainter painter(this);
-  QColor veil = render::toColour(theme_.ground);
-  painter.fillRect(rect(), veil);
-  if (behind_.isNull())
-    return;
-  painter.drawPixmap(rect(), behind_);
-  veil.setAlphaF(static_cast<float>(kDim));
-  painter.fillRect(rect(), veil);
+  scrim_.paint(*this);
 }
 
 void ControlWindow::keyPressEvent(QKeyEvent* event) {

@@ -3,12 +3,12 @@
 // them.
 #pragma once
 
-#include <QPixmap>
 #include <QPointer>
 #include <QWidget>
 #include <functional>
 #include <vector>
 
+#include "adapters/qt/staged_dialog.h"
 #include "desktop/window_stack.h"
 #include "host/controls.h"
 #include "look/theme.h"
@@ -47,7 +47,7 @@ class ControlWindow : public QWidget {
   host::ControlForm& form_;
   WindowStack& stack_;
   look::Theme theme_;
-  QPixmap behind_;
+  qt::Scrim scrim_;
   QWidget* card_;
   QLabel* problem_;
   QWidget* first_ = nullptr;                  // where the keyboard begins

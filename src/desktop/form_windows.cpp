@@ -29,34 +29,10 @@ void addToVote(xyVoteRuntime& form, SurfaceWindow::Source& source) {
 }
 
 template <class T>
-SideListSource listOf(T& form, std::function<void(int)> chosen) {
-  return {[&form] { return form.listVisible; },
-          [&form] {
-            std::vector<std::string> lines;
-            for (const ListRow& row : form.List1) lines.push_back(row.text);
-            return lines;
-          },
-          [&form] { return form.ListIndex; },
-          std::move(chosen),
-          {},
-          {}};
-}
-
-void addToAverageGraph(xyVoteAverageGraph& form, SurfaceWindow::Source& source) {
+void addToGraph(T& form, SurfaceWindow::Source& source) {
+  source.list = SideListSource{[&form] { return form.listVisible; }, &form.List1};
+  source.info = true;
   source.barShown = [&form] { return form.buttonsVisible; };
-  source.list = listOf(form, [&form](int row) {
-    form.selectItem(row);
-    host::host().forms->refresh(form.name);
-  });
-  source.info = InfoSource{[&form] { return form.infoButton; }, [&form] { form.cmd_info_Click(); }};
-}
-
-void addToMatrixGraph(xyVoteGraph& form, SurfaceWindow::Source& source) {
-  source.barShown = [&form] { return form.buttonsVisible; };
-  source.list = listOf(form, [&form](int row) { form.List1_Click(row); });
-  source.list->opened = [&form](int row) { form.List1_DblClick(row); };
-  source.list->menuAsked = [&form](int row) { form.List1_RightClick(row); };
-  source.info = InfoSource{[&form] { return form.cmd_info; }, [&form] { form.cmd_info_Click(); }};
 }
 
 }  // namespace
@@ -64,9 +40,11 @@ void addToMatrixGraph(xyVoteGraph& form, SurfaceWindow::Source& source) {
 void attachFormWindows(host::FormRegistry& forms, WindowStack& stack) {
   forms.attach("blankForm", blankView(forms, stack));
   forms.attach("xyVoteRuntime", surfaceViewOf<xyVoteRuntime>(forms, stack, addToVote));
-  forms.attach("xyVoteAverageGraph", surfaceViewOf<xyVoteAverageGraph>(forms, stack, addToAverageGraph));
-  forms.attach("xyVoteGraph", surfaceViewOf<xyVoteGraph>(forms, stack, addToMatrixGraph));
-  for (const char* dialog : {"xyVoteQuitOptions", "weightingSelector", host::kHelpForm}) forms.attach(dialog, controlView(stack));
+  forms.attach("xyVoteAverageGraph",
+               surfaceViewOf<xyVoteAverageGraph>(forms, stack, addToGraph<xyVoteAverageGraph>));
+  forms.attach("xyVoteGraph", surfaceViewOf<xyVoteGraph>(forms, stack, addToGraph<xyVoteGraph>));
+  for (const char* dialog : {"xyVoteQuitOptions", "weightingSelector", host::kHelpForm})
+    forms.attach(dialog, controlView(stack));
 }
 
 }  // namespace qrn::desktop

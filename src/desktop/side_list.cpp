@@ -1,12 +1,11 @@
 #include "desktop/side_list.h"
 
-#include <QMouseEvent>
-#include <QSignalBlocker>
 #include <algorithm>
 #include <utility>
 
 #include "adapters/qt/themed.h"
 #include "core/windows/slide_theme.h"
+#include "host/actions.h"
 #include "look/theme.h"
 #include "render/fonts.h"
 
@@ -26,89 +25,50 @@ QString themed(const char* sheet, const QWidget& window) {
 
 }  // namespace
 
-SideList::SideList(SideListSource source, QWidget* parent) : QListWidget(parent), source_(std::move(source)) {
-  setObjectName("List1");
+SideList::SideList(SideListSource source, QWidget* parent)
+    : PanelView(*source.panel, "List1", parent), source_(std::move(source)) {
   setFocusPolicy(Qt::NoFocus);  // the keys are the form's
-  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  setTextElideMode(Qt::ElideRight);
-  setUniformItemSizes(true);
   hide();
 }
 
-int SideList::rowAt(const QMouseEvent& event) const {
-  return row(itemAt(event.position().toPoint()));
-}
-
-// What is told may end the list, so nothing follows it.
-void SideList::mouseReleaseEvent(QMouseEvent* event) {
-  QListWidget::mouseReleaseEvent(event);
-  const int row = rowAt(*event);
-  if (row < 0)
-    return;
-  if (event->button() == Qt::LeftButton)
-    source_.chosen(row);
-  else if (event->button() == Qt::RightButton && source_.menuAsked)
-    source_.menuAsked(row);
-}
-
-void SideList::mouseDoubleClickEvent(QMouseEvent* event) {
-  const int row = rowAt(*event);
-  if (row >= 0 && event->button() == Qt::LeftButton && source_.opened)
-    source_.opened(row);
-}
-
-void SideList::showLines() {
-  while (count() > static_cast<int>(lines_.size())) delete takeItem(count() - 1);
-  for (int row = 0; row < static_cast<int>(lines_.size()); ++row) {
-    const QString line = render::toQt(lines_[static_cast<std::size_t>(row)]).simplified();
-    if (row == count())
-      addItem(line);
-    if (item(row)->text() != line)
-      item(row)->setText(line);
-    item(row)->setToolTip(line);
-  }
-}
-
-int SideList::sync() {
+int SideList::stand() {
   const QWidget& window = *parentWidget();
   if (!source_.visible()) {
     hide();
     return 0;
   }
-  const QSignalBlocker quiet(this);
-  if (std::vector<std::string> lines = source_.lines(); lines != lines_) {
-    lines_ = std::move(lines);
-    showLines();
-  }
-  setCurrentRow(source_.current());
   const int width = static_cast<int>(window.width() * kShare);
   const QRect place(window.width() - width, 0, width, window.height());
   if (geometry() != place || isHidden()) {
     setGeometry(place);
-    setStyleSheet(themed("QListWidget { background: @surface; border: none; font-size: %1px; outline: none; }"
-                         "QListWidget::item { border: none; padding: %2px; color: @text; }"
-                         "QListWidget::item:selected { background: @data; color: @onData; }",
+    setStyleSheet(themed("QTreeView { background: @surface; border: none; font-size: %1px; outline: none; }"
+                         "QTreeView::item { border: none; padding: %2px; color: @text; }"
+                         "QTreeView::item:selected { background: @data; color: @onData; }",
                          window)
                       .arg(typeFor(window))
                       .arg(typeFor(window) / 3));
     show();
   }
+  sync();
   return width;
 }
 
-InfoButton::InfoButton(InfoSource source, QWidget* parent)
-    : QPushButton("i", parent), source_(std::move(source)) {
+InfoButton::InfoButton(host::Form& form, QWidget* parent) : QPushButton("i", parent), form_(form) {
   setObjectName("cmd_info");
   setFocusPolicy(Qt::NoFocus);
-  setToolTip("Items without data (Alt+I)");
-  connect(this, &QPushButton::clicked, this, [this] { source_.clicked(); });
+  connect(this, &QPushButton::clicked, this, [this] { form_.actions().perform("cmd_info"); });
   hide();
 }
 
 // In the upper right corner of the graph, where neither titles nor captions stand.
 void InfoButton::sync(int graphWidth) {
   const QWidget& window = *parentWidget();
-  setVisible(source_.visible());
+  const host::ActionTable table = form_.actions();
+  const host::Action* info = table.find("cmd_info");
+  setVisible(info != nullptr && host::isEnabled(*info));
+  if (isHidden())
+    return;
+  setToolTip(render::toQt(info->caption + " (" + host::keyName(info->keys.front()) + ")"));
   const int side = 2 * typeFor(window);
   setGeometry(graphWidth - side * 3 / 2, side / 4, side, side);
   setStyleSheet(themed("background: @surface; color: @text; border: 2px solid @quiet; border-radius: %1px; "

@@ -1,53 +1,38 @@
 // The list beside a graph, and the small button that tells which items lack data.
 #pragma once
 
-#include <QListWidget>
 #include <QPushButton>
 #include <functional>
-#include <string>
-#include <vector>
+
+#include "desktop/panel_view.h"
+#include "host/forms.h"
 
 namespace qrn::desktop {
 
 struct SideListSource {
   std::function<bool()> visible;
-  std::function<std::vector<std::string>()> lines;
-  std::function<int()> current;  // -1: none
-  std::function<void(int row)> chosen;
-  std::function<void(int row)> opened, menuAsked;  // a double and a right click; may be left out
+  host::Panel* panel = nullptr;
 };
 
-class SideList : public QListWidget {
+class SideList : public PanelView {
  public:
   SideList(SideListSource source, QWidget* parent);
-  // Takes what the form holds and stands at the right of the parent. Returns the width it takes, 0 when
+  // Takes what the panel holds and stands at the right of the parent. Returns the width it takes, 0 when
   // hidden.
-  int sync();
-
- protected:
-  void mouseReleaseEvent(QMouseEvent* event) override;
-  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  int stand();
 
  private:
-  int rowAt(const QMouseEvent& event) const;  // -1 where there is none
-  void showLines();
-
   SideListSource source_;
-  std::vector<std::string> lines_;  // as shown
 };
 
-struct InfoSource {
-  std::function<bool()> visible;
-  std::function<void()> clicked;
-};
-
+// Does the row "cmd_info" of the form's table, and is seen while that can be done.
 class InfoButton : public QPushButton {
  public:
-  InfoButton(InfoSource source, QWidget* parent);
+  InfoButton(host::Form& form, QWidget* parent);
   void sync(int graphWidth);  // pixels, without the list beside it
 
  private:
-  InfoSource source_;
+  host::Form& form_;
 };
 
 }  // namespace qrn::desktop

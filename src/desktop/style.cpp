@@ -64,9 +64,6 @@ QPushButton:default:focus { border: 3px solid @ink; padding: 6px 14px; }
 QPushButton:disabled { background: @ground; color: @greyed; border-color: @line; }
 QLineEdit { background: @card; border: 1px solid @edge; border-radius: 6px; padding: 8px; }
 QLineEdit:focus { border: 3px solid @accent; padding: 6px; }
-QInputDialog QLabel { font-size: 20px; }
-QInputDialog QLineEdit { min-width: 480px; font-size: 20px; }
-QInputDialog QPushButton { min-width: 88px; }
 QToolTip { background: @ink; color: @card; border: none; padding: 6px 8px; }
 QStatusBar { background: @card; border-top: 1px solid @line; }
 QStatusBar::item { border: none; }

@@ -38,7 +38,7 @@ SurfaceWindow::SurfaceWindow(host::Form& form, host::FormRegistry& forms, Source
   if (source_.list)
     list_ = new SideList(*source_.list, this);
   if (source_.info)
-    info_ = new InfoButton(*source_.info, this);
+    info_ = new InfoButton(form_, this);
   if (source_.barShown)
     bar_ = new CommandBar(form_, source_.barShown, this);
   hideCursor_->setSingleShot(true);
@@ -66,7 +66,7 @@ void SurfaceWindow::catchUp() {
   stale_ = false;
   const int before = listWidth_;
   if (list_)
-    listWidth_ = list_->sync();
+    listWidth_ = list_->stand();
   if (info_)
     info_->sync(width() - listWidth_);
   if (bar_)

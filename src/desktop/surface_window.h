@@ -23,8 +23,8 @@ class SurfaceWindow : public QWidget {
     std::function<const host::Surface&()> surface;
     std::function<bool()> cursorHeld;    // true while the mouse cursor is to stay in sight
     std::optional<SideListSource> list;  // shown at the right, the surface beside it
-    std::optional<InfoSource> info;
-    std::function<bool()> barShown;  // whether the form's buttons are to be seen; left out: it has none
+    bool info = false;                   // the button for the items without data
+    std::function<bool()> barShown;      // whether the form's buttons are to be seen; left out: it has none
   };
   SurfaceWindow(host::Form& form, host::FormRegistry& forms, Source source);
 

@@ -128,7 +128,7 @@ std::vector<host::Action> xyVoteGraph::pairActions() {
 
 // What is there for one item stands in its menu while the list has a row of it.
 std::vector<host::Action> xyVoteGraph::itemActions() {
-  const bool listed = ListIndex >= 0 && selectedRiskIndex >= 0 && riskOfRow(ListIndex) == selectedRiskIndex;
+  const bool listed = selectedRiskIndex >= 0 && List1.rowOfId(selectedRiskIndex) >= 0;
   const std::string one =
       listed ? glo.risks[static_cast<std::size_t>(selectedRiskIndex)].identifier : std::string();
   const auto menuIf = [&](bool there) {
@@ -197,7 +197,7 @@ std::vector<host::Action> xyVoteGraph::formActions() {
 void xyVoteGraph::Form_KeyDown(int keyCode, int shift) {
   const host::ActionTable table = actions();
   const Action* action = table.forKey(keyCode, shift);
-  if (action == nullptr || (List1.size() < 2 && action->name != "goOn"))
+  if (action == nullptr || (List1.rows().size() < 2 && action->name != "goOn"))
     return;
   keyHandled = true;
   table.performKey(keyCode, shift);
@@ -205,7 +205,7 @@ void xyVoteGraph::Form_KeyDown(int keyCode, int shift) {
 }
 
 void xyVoteGraph::Form_KeyPress(int keyAscii) {
-  if (List1.size() >= 2 && actions().performTyped(keyAscii))
+  if (List1.rows().size() >= 2 && actions().performTyped(keyAscii))
     host::host().forms->refresh(name);
 }
 

@@ -96,11 +96,15 @@ void xyVoteGraph::showLetter(const std::string& itemKey) {
     zoomTo(risk, itemKey);
 }
 
+const std::string& xyVoteGraph::textOfRow(int row) const {
+  return List1.rows()[static_cast<std::size_t>(row)].cells.front();
+}
+
 int xyVoteGraph::selectListRow(const std::string& itemKey) {
-  for (std::size_t row = 0; row < List1.size(); ++row)
-    if (keyOfRow(List1[row].text) == itemKey) {
-      ListIndex = static_cast<int>(row);
-      return List1[row].risk;
+  for (int row = 0; row < static_cast<int>(List1.rows().size()); ++row)
+    if (keyOfRow(textOfRow(row)) == itemKey) {
+      List1.select(row);
+      return riskOfRow(row);
     }
   return -1;
 }
@@ -202,7 +206,7 @@ void xyVoteGraph::PlotItemDistribution(const std::string& keyOrIndex) {
 }
 
 void xyVoteGraph::gotoDistributionGraph(const PlotRequest& pairs) {
-  std::string itemKey = ListIndex >= 0 ? keyOfRow(List1[static_cast<std::size_t>(ListIndex)].text) : "";
+  std::string itemKey = List1.current() >= 0 ? keyOfRow(textOfRow(List1.current())) : "";
   if (!itemKey.empty() && itemKey.back() == '*')
     itemKey.pop_back();
   distributionRisk = itemKey.empty() ? -1 : riskOfKey(itemKey);

@@ -84,34 +84,28 @@ void xyVoteGraph::RightClickItem(const host::Element& label) {
   host::popUp(*this, kItemMenu, true);
 }
 
-void xyVoteGraph::List1_Click(int row) {
-  selectItem(riskOfRow(row));
-}
-
 void xyVoteGraph::List1_DblClick(int row) {
-  const int risk = riskOfRow(row);
-  selectItem(risk);
-  openItem(risk);
+  openItem(riskOfRow(row));
 }
 
+// -1: beside the rows.
 void xyVoteGraph::List1_RightClick(int row) {
-  selectItem(riskOfRow(row));
-  host::popUp(*this, kItemMenu, true);
+  host::popUp(*this, riskOfRow(row) < 0 ? kMenu : kItemMenu, true);
 }
 
 int xyVoteGraph::riskOfRow(int row) const {
-  return row >= 0 && row < static_cast<int>(List1.size()) ? List1[static_cast<std::size_t>(row)].risk : -1;
+  return row >= 0 && row < static_cast<int>(List1.rows().size())
+             ? List1.rows()[static_cast<std::size_t>(row)].id
+             : -1;
 }
 
 // An item that has no row leaves the list as it is.
 void xyVoteGraph::selectItem(int risk) {
   if (risk < 0)
     return;
+  if (const int row = List1.rowOfId(risk); row >= 0 && row != List1.current())
+    return List1.select(row);  // and here again
   selectedRiskIndex = risk;
-  const auto row =
-      std::find_if(List1.begin(), List1.end(), [&](const ListRow& one) { return one.risk == risk; });
-  if (row != List1.end())
-    ListIndex = static_cast<int>(row - List1.begin());
   view.selectedItem = glo.risks[static_cast<std::size_t>(risk)].ID;
   showView();
 }

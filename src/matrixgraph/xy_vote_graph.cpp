@@ -49,7 +49,11 @@ bool computeMultiPlots(const PlotRequest& request) {
 
 }  // namespace
 
-xyVoteGraph::xyVoteGraph() : Form(kFormName), tmr_load(kLoadDelayMs, [this] { tmr_load_Timer(); }) {}
+xyVoteGraph::xyVoteGraph() : Form(kFormName), tmr_load(kLoadDelayMs, [this] { tmr_load_Timer(); }) {
+  List1.selectionChanged = [this](int row) { selectItem(riskOfRow(row)); };
+  List1.activated = [this](int row) { List1_DblClick(row); };
+  List1.menuWanted = [this](int row) { List1_RightClick(row); };
+}
 
 void xyVoteGraph::Form_Load() {
   trapErrors(kFormName, "Form_Load", [&] {
@@ -140,18 +144,22 @@ void xyVoteGraph::setTitle(const std::string& text) {
   model_.setTitle(text);
 }
 
-// One row for each item on the graph, in the order of the sort keys.
+// One row for each item on the graph, in the order of the sort keys; none is selected.
 void xyVoteGraph::showRiskList() {
-  List1.clear();
-  ListIndex = -1;
+  std::vector<host::PanelRow> rows;
   for (const PlottedItem& item : model_.plotted) {
     const RiskRecord& record = glo.risks[static_cast<std::size_t>(item.risk)];
     std::string text = itemLabel(item.risk) + (record.newItem ? "*" : "");
     text = replaceAll(replaceAll(replaceAll(std::move(text), "\r\n", "  "), "\n", "  "), "\r", "  ");
-    List1.push_back({text, item.risk, record.sortKey});
+    rows.push_back({.cells = {std::move(text)}, .id = item.risk});
   }
-  std::stable_sort(List1.begin(), List1.end(),
-                   [](const ListRow& a, const ListRow& b) { return a.sortKey < b.sortKey; });
+  const auto sortKey = [](const host::PanelRow& row) {
+    return glo.risks[static_cast<std::size_t>(row.id)].sortKey;
+  };
+  std::stable_sort(rows.begin(), rows.end(),
+                   [&](const host::PanelRow& a, const host::PanelRow& b) { return sortKey(a) < sortKey(b); });
+  List1.setRows({});
+  List1.setRows(std::move(rows));
 }
 
 void xyVoteGraph::cmd_info_Click() {

@@ -8,7 +8,7 @@
 
 #include "charts/chart_display.h"
 #include "host/actions.h"
-#include "host/forms.h"
+#include "host/panel.h"
 #include "host/surface.h"
 #include "host/wait.h"
 #include "matrixgraph/matrix_model.h"
@@ -43,7 +43,7 @@ struct xyVoteGraph : host::Form {
   // there is one, and builds the list anew.
   void DblClickItem(const host::Element& label);
   void RightClickItem(const host::Element& label);
-  void List1_Click(int row);
+  void List1_Click(int row) { List1.select(row); }
   void List1_DblClick(int row);
   void List1_RightClick(int row);
   void cmd_info_Click();
@@ -64,9 +64,8 @@ struct xyVoteGraph : host::Form {
   GraphView view;         // what is seen of the items
   bool cmd_info = false;  // the button beside the axes is shown
   bool buttonsVisible = false, listVisible = false;
-  std::string graphTitle;  // as shown, after the ampersand rule
-  std::vector<ListRow> List1;
-  int ListIndex = -1;
+  std::string graphTitle;     // as shown, after the ampersand rule
+  host::Panel List1;          // a row for each item on the graph; its id is the index into glo.risks
   int distributionRisk = -1;  // the last request to the distribution graph
   PlotRequest distributionPairs = kNoPairs;
   host::Timer tmr_load;
@@ -97,6 +96,7 @@ struct xyVoteGraph : host::Form {
   void filterByDigit(int digit);
   void escapeOrSpace();
   int riskOfRow(int row) const;  // -1 outside the list
+  const std::string& textOfRow(int row) const;
   void selectItem(int risk);
   void openItem(int risk);
 

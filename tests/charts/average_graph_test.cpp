@@ -72,7 +72,7 @@ TEST_F(AverageGraph, WhatNobodyVotedOnIsNoScore) {
   EXPECT_EQ(form.infoText,
             "Data not found for these items: \r\nitem 1, assessment 1\r\nitem 2, assessment 1");
   form.drawGraphDiversity();
-  EXPECT_EQ(form.List1.size(), 1U);
+  EXPECT_EQ(form.List1.rows().size(), 1U);
   form.drawGraphCategoriesCumulative();
   EXPECT_EQ(values(form), (std::vector<double>{5.0F / 3, 4}));  // 0, 3 and 2; 4 alone
   form.drawGraph(10, 0);
@@ -81,10 +81,10 @@ TEST_F(AverageGraph, WhatNobodyVotedOnIsNoScore) {
   glo.demographicQuestions = {{1, 1, "", "", "d,t,2;2;2;", 1, true, {{1, "Sales", true}}}};
   glo.demographicFilterOn = true;
   form.drawGraph(1, 0);
-  EXPECT_TRUE(form.List1.empty());
+  EXPECT_TRUE(form.List1.rows().empty());
   EXPECT_NE(form.infoText.find("item 0, assessment 1"), std::string::npos);
   form.drawGraphCategoriesCumulative();
-  EXPECT_TRUE(form.List1.empty());
+  EXPECT_TRUE(form.List1.rows().empty());
 }
 
 TEST_F(AverageGraph, WeightedCumulativeTakesMissingAveragesAsTheyStand) {
@@ -128,7 +128,7 @@ TEST_F(AverageGraph, AStoredRoundShowsWhatWasStored) {
   xyVoteAverageGraph& form = draw();
   form.drawGraph(1, 3);
   EXPECT_EQ(captions(form.surface(), "barValue"), (Texts{"0.00", "3.50"}));
-  EXPECT_EQ(form.List1[1].text, "B: item 1");
+  EXPECT_EQ(form.List1.rows()[1].cells[0], "B: item 1");
 }
 
 TEST_F(AverageGraph, CategoryLabelNamesTheSelectedOnes) {
@@ -147,9 +147,9 @@ TEST_F(AverageGraph, AClickOnABarSelectsItsItem) {
   xyVoteAverageGraph& form = draw();
   const host::Element& bar = *form.surface().find("bars", 1);
   form.Form_MouseDown(host::mouse::left, bar.left + 10, bar.bottom() - 10);
-  EXPECT_EQ(form.ListIndex, 1);
+  EXPECT_EQ(form.List1.current(), 1);
   form.Form_MouseDown(host::mouse::left, 5, 5);
-  EXPECT_EQ(form.ListIndex, 1);
+  EXPECT_EQ(form.List1.current(), 1);
 }
 
 TEST_F(AverageGraph, LowersAgainOnlyForOtherDataOrSize) {

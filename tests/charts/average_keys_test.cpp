@@ -49,7 +49,9 @@ class AverageKeys : public test::ActionCases, protected test::GraphExercise {
       if (info.active)
         weights += std::to_string(info.weight) + (info.weightingOn ? "! " : " ");
     for (const std::string& text : captions(now.surface(), "LabelCategory")) foot += text;
-    return {{"row", now.ListIndex < 0 ? "" : now.List1[static_cast<std::size_t>(now.ListIndex)].text},
+    return {{"row", now.List1.current() < 0
+                        ? ""
+                        : now.List1.rows()[static_cast<std::size_t>(now.List1.current())].cells[0]},
             {"foot", foot},
             {"header", captions(now.surface(), "header").front()},
             {"list", now.listVisible ? "beside it" : "away"},

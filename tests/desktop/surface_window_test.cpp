@@ -9,7 +9,28 @@ namespace {
 using namespace qrn;
 
 struct GraphForm : host::Form {
-  GraphForm() : Form("graph") {}
+  GraphForm() : Form("graph") {
+    List1.setRows({{.cells = {"A: one"}, .id = 1}, {.cells = {"B: two"}, .id = 2}});
+    List1.select(1);
+    List1.selectionChanged = [this](int row) { tellRow("chosen", row); };
+    List1.activated = [this](int row) { tellRow("opened", row); };
+    List1.menuWanted = [this](int row) { tellRow("menu", row); };
+  }
+  host::ActionTable actions() override {
+    const auto noting = [this](const char* what) { return [this, what] { done += what; }; };
+    return host::ActionTable({{.name = "cmd_info",
+                               .caption = "Without data",
+                               .keys = {{'I', host::key::altMask}},
+                               .perform = noting("info "),
+                               .enabled = [this] { return lacksData; }},
+                              {.name = "cmd_list",
+                               .caption = "List",
+                               .keys = {{'L', host::key::altMask}},
+                               .menus = {host::kCommandBar},
+                               .perform = noting("list "),
+                               .checked = [] { return true; }},
+                              {.name = "more", .caption = "R & D", .menus = {host::kCommandBar}}});
+  }
   void Form_Load() override { widthAtLoad = ScaleWidth; }
   void Form_KeyDown(int keyCode, int shift) override {
     keys += "down " + std::to_string(keyCode) + "/" + std::to_string(shift) + " ";
@@ -47,26 +68,22 @@ struct GraphForm : host::Form {
   double widthAtLoad = 0;
   int resizes = 0, surfacesAsked = 0;
   bool mayClose = true, askedByUser = false, listVisible = false;
-  std::string rows;
+  std::string rows, done;
+  bool lacksData = false;
+  host::Panel List1;
 };
 
 class SurfaceWindow : public ::testing::Test {
  protected:
   SurfaceWindow() {
     world.forms.define("graph", [] { return std::make_unique<GraphForm>(); });
-    world.forms.attach(
-        "graph", desktop::surfaceViewOf<GraphForm>(
-                     world.forms, stack, [](GraphForm& form, desktop::SurfaceWindow::Source& source) {
-                       source.list =
-                           desktop::SideListSource{[&form] { return form.listVisible; },
-                                                   [] {
-                                                     return std::vector<std::string>{"A: one", "B: two"};
-                                                   },
-                                                   [] { return 1; },
-                                                   [&form](int row) { form.tellRow("chosen", row); },
-                                                   [&form](int row) { form.tellRow("opened", row); },
-                                                   [&form](int row) { form.tellRow("menu", row); }};
-                     }));
+    world.forms.attach("graph",
+                       desktop::surfaceViewOf<GraphForm>(
+                           world.forms, stack, [](GraphForm& form, desktop::SurfaceWindow::Source& source) {
+                             source.list = {[&form] { return form.listVisible; }, &form.List1};
+                             source.info = true;
+                             source.barShown = [&form] { return form.listVisible; };
+                           }));
   }
   GraphForm& form() { return world.forms.as<GraphForm>("graph"); }
   QWidget& window() { return *stack.formWindow("graph"); }
@@ -155,9 +172,9 @@ TEST_F(SurfaceWindow, TheListTakesItsShareAndTheGraphStaysWhole) {
   form().listVisible = true;
   world.forms.show("graph");
   QCoreApplication::processEvents();
-  auto* list = window().findChild<QListWidget*>("List1");
+  auto* list = window().findChild<desktop::PanelView*>("List1");
   ASSERT_TRUE(list->isVisible());
-  EXPECT_EQ(list->currentItem()->text(), "B: two");
+  EXPECT_EQ(list->currentIndex().data().toString(), "B: two");
   const QSize size = window().size();
   QTest::mouseClick(&window(), Qt::LeftButton, {}, QPoint(list->x(), size.height() / 2));
   QTest::mouseClick(&window(), Qt::LeftButton, {}, QPoint(0, size.height() / 2));
@@ -168,16 +185,36 @@ TEST_F(SurfaceWindow, TheListTakesItsShareAndTheGraphStaysWhole) {
   EXPECT_EQ(form().mouse,
             (std::vector<std::string>{"down1" + at(1), "up" + at(1), "down1" + at(0), "up" + at(0)}))
       << "the graph ends beside the list, with its proportions";
-  const auto click = [&](Qt::MouseButton button) {
-    QTest::mouseClick(list->viewport(), button, {}, list->visualItemRect(list->item(0)).center());
-  };
-  click(Qt::LeftButton);
-  click(Qt::RightButton);
-  QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(1)).center());
+  const auto middleOf = [&](int row) { return list->visualRect(list->model()->index(row, 0)).center(); };
+  QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, middleOf(0));
+  QContextMenuEvent menu(QContextMenuEvent::Mouse, middleOf(0), list->viewport()->mapToGlobal(middleOf(0)));
+  QApplication::sendEvent(list->viewport(), &menu);
+  QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, middleOf(1));
   EXPECT_EQ(form().rows.substr(0, 13), "chosen0 menu0") << form().rows;
   EXPECT_NE(form().rows.find("opened1"), std::string::npos) << form().rows;
   QTest::keyClick(&window(), Qt::Key_L);
   EXPECT_EQ(form().keys, "down 76/0 press 108 ") << "the keys stay the form's";
+}
+
+TEST_F(SurfaceWindow, ButtonsComeFromTheActionTable) {
+  world.forms.show("graph");
+  QCoreApplication::processEvents();
+  auto* bar = window().findChild<QWidget*>(host::kCommandBar);
+  auto* info = window().findChild<QPushButton*>("cmd_info");
+  EXPECT_TRUE(bar->isHidden() && info->isHidden());
+  form().listVisible = form().lacksData = true;
+  world.forms.refresh("graph");
+  QCoreApplication::processEvents();
+  EXPECT_EQ(info->toolTip(), "Without data (Alt+I)");
+  std::string said;
+  for (auto* button : bar->findChildren<QPushButton*>()) {
+    said += "[" + button->text().toStdString() + (button->isChecked() ? " on" : "") +
+            (button->isEnabled() ? "]" : " greyed]");
+    QTest::mouseClick(button, Qt::LeftButton);
+  }
+  EXPECT_EQ(said, "[List  Alt+L on][R && D greyed]");
+  QTest::mouseClick(info, Qt::LeftButton);
+  EXPECT_EQ(form().done, "list info ");
 }
 
 TEST_F(SurfaceWindow, TheWindowBeneathIsInFrontAgainWhenItGoes) {

@@ -30,33 +30,42 @@ class GraphMouse : public GraphWorld {
   double x(int n) { return key(n).left + key(n).width / 2; }
   double y(int n) { return key(n).top + key(n).height / 2; }
   std::string selection() {
-    return std::to_string(form().selectedRiskIndex) + " row " + std::to_string(form().ListIndex);
+    return std::to_string(form().selectedRiskIndex) + " row " + std::to_string(form().List1.current());
   }
 };
 
 TEST_F(GraphMouse, APressSelectsTheItemAndItsRow) {
+  const auto rowsWithout = [&](int risk) {
+    std::vector<host::PanelRow> rows = form().List1.rows();
+    std::erase_if(rows, [&](const host::PanelRow& row) { return row.id == risk; });
+    form().List1.setRows(std::move(rows));
+  };
   EXPECT_EQ(key(3).item, 38);
-  std::rotate(form().List1.begin(), form().List1.begin() + 1, form().List1.end());  // rows B C D A
+  rowsWithout(0);  // rows B C D
   form().Form_MouseDown(mouse::left, x(2), y(2));
   EXPECT_EQ(selection(), "1 row 0");
-  form().Form_MouseDown(mouse::right, x(1), y(1));
-  EXPECT_EQ(selection(), "0 row 3");
-  form().Form_MouseDown(mouse::left, 10, 10);  // where nothing stands
-  EXPECT_EQ(selection(), "0 row 3");
-  form().List1.pop_back();
-  form().Form_DblClick(x(3), y(3));
-  EXPECT_EQ(form().List1.size(), 4U) << "the list is built anew";
-  EXPECT_EQ(selection(), "2 row 2");
-  form().List1.pop_back();
-  form().Form_MouseDown(mouse::right, x(4), y(4));  // on the graph and not in the list
+  form().Form_MouseDown(mouse::right, x(4), y(4));
   EXPECT_EQ(selection(), "3 row 2");
+  form().Form_MouseDown(mouse::left, 10, 10);  // where nothing stands
+  EXPECT_EQ(selection(), "3 row 2");
+  form().Form_MouseDown(mouse::right, x(1), y(1));  // on the graph and not in the list
+  EXPECT_EQ(selection(), "0 row 2");
   EXPECT_EQ(world.dialogs.asked.back(), "[menuHideShowAllPlots][cmd_list]") << "no rows for the item";
-  for (const int row : {0, -1, 9}) form().List1_Click(row);
-  EXPECT_EQ(selection(), "0 row 0");
-  form().List1_RightClick(1);
-  EXPECT_EQ(selection(), "1 row 1");
-  form().List1_DblClick(2);
+  form().Form_DblClick(x(3), y(3));
+  EXPECT_EQ(form().List1.rows().size(), 4U) << "the list is built anew";
   EXPECT_EQ(selection(), "2 row 2");
+  host::Panel& list = form().List1;
+  list.select(0);
+  EXPECT_EQ(selection(), "0 row 0");
+  rowsWithout(3);
+  list.activated(1);
+  EXPECT_EQ(list.rows().size(), 4U);
+  EXPECT_EQ(selection(), "1 row 1");
+  const std::size_t asked = world.dialogs.asked.size();
+  list.menuWanted(1);
+  list.menuWanted(-1);
+  EXPECT_EQ(world.dialogs.asked.size(), asked + 2);
+  EXPECT_NE(world.dialogs.asked.back(), world.dialogs.asked[asked]) << "beside the rows it is the graph's";
 }
 
 TEST_F(GraphMouse, ADraggedLabelKeepsThePlaceOfThePress) {
@@ -93,7 +102,7 @@ TEST_F(GraphMouse, ADoubleClickOpensTheFormOfTheItem) {
     world.forms.unload("xyVoteGraph");
   });
   xyVoteGraph& gone = form();
-  gone.List1_DblClick(0);
+  gone.List1.activated(0);
   EXPECT_FALSE(world.forms.isLoaded("xyVoteGraph"));
 }
 

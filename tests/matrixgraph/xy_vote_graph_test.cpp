@@ -176,8 +176,8 @@ TEST_F(MatrixGraph, LeavesOutWhatIsNotVotingOrNotInACategoryShown) {
   glo.categories[0].Selected = false;
   glo.categories[1] = {7, "Plant & tools", {1, -1}, true, true, 0};
   xyVoteGraph& form = draw(kOnePair);
-  ASSERT_EQ(form.List1.size(), 1U);
-  EXPECT_EQ(form.List1[0].text, "B: item 1");
+  ASSERT_EQ(form.List1.rows().size(), 1U);
+  EXPECT_EQ(form.List1.rows()[0].cells[0], "B: item 1");
   EXPECT_EQ(form.surface().find("LabelCategory", 0)->toolTip, "Category: Plant & tools, ");
   glo.categories[0].Selected = true;
   EXPECT_EQ(draw(kOnePair).surface().find("LabelCategory", 0)->toolTip, "Category: ALL  ");
@@ -251,7 +251,7 @@ TEST_F(MatrixGraph, DrawsByItsTimerAfterLoading) {
   voteAll();
   world.forms.load("xyVoteGraph");
   auto& form = world.forms.as<xyVoteGraph>("xyVoteGraph");
-  host::waitUntil([&] { return !form.List1.empty(); });
+  host::waitUntil([&] { return !form.List1.rows().empty(); });
   EXPECT_EQ(glo.lastDrawnPairings, kOnePair);
   EXPECT_FALSE(form.tmr_load.enabled());
 }

@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileDialog>
-#include <QInputDialog>
 #include <QKeyEvent>
 #include <QPointer>
 
@@ -84,14 +83,12 @@ host::Answer QtDialogs::MsgBox(const std::string& message, const std::string& ti
 
 std::optional<std::string> QtDialogs::InputBox(const std::string& prompt, const std::string& title,
                                                const std::string& preset) {
-  const QPointer<QInputDialog> box = new QInputDialog(parent());
+  const QPointer<InputCard> box = new InputCard(text(prompt), text(preset), parent());
   box->setWindowTitle(text(title));
-  box->setLabelText(text(prompt));
-  box->setTextValue(text(preset));
   const int result = ask(*box);
   std::optional<std::string> answer;
   if (box && result == QDialog::Accepted)
-    answer = box->textValue().toStdString();
+    answer = box->text().toStdString();
   delete box;
   return answer;
 }

@@ -3,20 +3,17 @@
 #include <QHBoxLayout>
 #include <QKeySequence>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QShortcut>
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "adapters/qt/type_scale.h"
+#include "render/render.h"
 
 namespace qrn::qt {
 
 namespace {
-
-int px(int pixels, double scale) {
-  return static_cast<int>(pixels * scale);
-}
 
 struct Choice {
   const char* caption;
@@ -24,7 +21,7 @@ struct Choice {
 };
 
 std::vector<Choice> choicesOf(host::Buttons buttons) {
-  const Choice ok{"OK", host::Answer::ok}, cancel{"Cancel", host::Answer::cancel},
+  const Choice ok{"&OK", host::Answer::ok}, cancel{"&Cancel", host::Answer::cancel},
       yes{"&Yes", host::Answer::yes}, no{"&No", host::Answer::no};
   switch (buttons) {
     case host::Buttons::okCancel:
@@ -40,100 +37,126 @@ std::vector<Choice> choicesOf(host::Buttons buttons) {
 }
 
 struct Sign {
-  const char *letter, *colour;
+  const char* letter = "";
+  std::int32_t colour = 0, ink = 0;
 };
 
-Sign signOf(host::Icon icon) {
+Sign signOf(host::Icon icon, const look::Theme& theme) {
   switch (icon) {
     case host::Icon::information:
-      return {"i", "#0b57a4"};
+      return {"i", theme.data, theme.onData};
     case host::Icon::question:
-      return {"?", "#0b57a4"};
+      return {"?", theme.data, theme.onData};
     case host::Icon::exclamation:
-      return {"!", "#9a4a00"};
+      return {"!", theme.highlight, theme.onHighlight};
     case host::Icon::critical:
-      return {"×", "#a31a1a"};
+      return {"×", theme.alarm, look::inkOn(theme.alarm)};
     case host::Icon::none:
       break;
   }
-  return {"", ""};
+  return {};
 }
 
-QLabel* signLabel(host::Icon icon, double scale, QWidget* parent) {
-  const Sign sign = signOf(icon);
+QLabel* signLabel(const Sign& sign, int type, QWidget* parent) {
   auto* label = new QLabel(QString::fromUtf8(sign.letter), parent);
-  const int side = px(48, scale);
+  const int side = type * 12 / 5;
   label->setFixedSize(side, side);
   label->setAlignment(Qt::AlignCenter);
   label->setStyleSheet(
-      QString("background: %1; color: #ffffff; border-radius: %2px; font-size: %3px; font-weight: bold;")
-          .arg(sign.colour)
+      QString("background: %1; color: %2; border-radius: %3px; font-size: %4px; font-weight: bold;")
+          .arg(render::toColour(sign.colour).name(), render::toColour(sign.ink).name())
           .arg(side / 2)
-          .arg(px(30, scale)));
+          .arg(type * 3 / 2));
   return label;
 }
 
-QLabel* textLabel(const QString& text, double scale, QWidget* parent) {
+QLabel* textLabel(const QString& text, int type, int width, QWidget* parent) {
   auto* label = new QLabel(text, parent);
   label->setTextFormat(Qt::PlainText);
-  label->setStyleSheet(QString("font-size: %1px;").arg(px(20, scale)));
+  label->setStyleSheet(QString("font-size: %1px;").arg(type));
   label->ensurePolished();
   label->setWordWrap(true);
-  const QRect needed = label->fontMetrics().boundingRect(
-      QRect(0, 0, px(QuestionBox::kTextWidth, scale), 1 << 20), Qt::TextWordWrap | Qt::AlignLeft, text);
-  label->setMinimumSize(std::max(px(320, scale), needed.width() + 4),
-                        std::max(px(48, scale), needed.height() + 4));
+  const QRect needed =
+      label->fontMetrics().boundingRect(QRect(0, 0, width, 1 << 20), Qt::TextWordWrap | Qt::AlignLeft, text);
+  label->setMinimumSize(std::max(16 * type, needed.width() + 4),
+                        std::max(type * 12 / 5, needed.height() + 4));
   label->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   return label;
+}
+
+QString withPlainLineEnds(QString text) {
+  return text.replace("\r\n", "\n").replace('\r', '\n');
+}
+
+QVBoxLayout* layOut(QWidget* card, int type) {
+  auto* layout = new QVBoxLayout(card);
+  layout->setContentsMargins(type * 8 / 5, type * 6 / 5, type * 8 / 5, type * 6 / 5);
+  layout->setSpacing(type * 6 / 5);
+  return layout;
+}
+
+QHBoxLayout* buttonRow(int type) {
+  auto* row = new QHBoxLayout;
+  row->setSpacing(type * 2 / 5);
+  row->addStretch();
+  return row;
 }
 
 }  // namespace
 
 QuestionBox::QuestionBox(const QString& text, host::Buttons buttons, host::Icon icon, host::Answer enter,
                          QWidget* parent)
-    : QDialog(parent), text_(text), answer_(host::safeAnswer(buttons)) {
+    : StagedDialog(parent), text_(withPlainLineEnds(text)), answer_(host::safeAnswer(buttons)) {
   setObjectName("question");
-  text_.replace("\r\n", "\n").replace('\r', '\n');
-  const double scale = typeScale(parent);
   auto* upper = new QHBoxLayout;
-  upper->setSpacing(px(24, scale));
+  upper->setSpacing(type() * 6 / 5);
   if (icon != host::Icon::none)
-    upper->addWidget(signLabel(icon, scale, this), 0, Qt::AlignTop);
-  upper->addWidget(textLabel(text_, scale, this), 1);
-  auto* lower = new QHBoxLayout;
-  lower->setSpacing(px(8, scale));
-  lower->addStretch();
-  for (const Choice& choice : choicesOf(buttons)) {
-    QPushButton* button = makeButton(choice.caption, choice.answer, scale);
-    if (choice.answer == enter) {
-      button->setDefault(true);
-      button->setFocus();
-    }
-    lower->addWidget(button);
-  }
-  auto* layout = new QVBoxLayout(this);
-  layout->setContentsMargins(px(32, scale), px(24, scale), px(32, scale), px(24, scale));
-  layout->setSpacing(px(24, scale));
+    upper->addWidget(signLabel(signOf(icon, theme()), type(), card()), 0, Qt::AlignTop);
+  upper->addWidget(textLabel(text_, type(), textWidth(), card()), 1);
+  QHBoxLayout* lower = buttonRow(type());
+  for (const Choice& choice : choicesOf(buttons))
+    lower->addWidget(answerButton(choice.caption, choice.answer, choice.answer == enter));
+  QVBoxLayout* layout = layOut(card(), type());
   layout->addLayout(upper, 1);
   layout->addLayout(lower);
-  layout->setSizeConstraint(QLayout::SetFixedSize);
+  standInTheMiddle();
 }
 
-QPushButton* QuestionBox::makeButton(const char* caption, host::Answer answer, double scale) {
-  auto* button = new QPushButton(caption, this);
-  button->setMinimumWidth(px(104, scale));
-  button->setStyleSheet(QString("font-size: %1px; min-height: %2px;").arg(px(16, scale)).arg(px(20, scale)));
-  button->setAutoDefault(true);
+QPushButton* QuestionBox::answerButton(const char* caption, host::Answer answer, bool primary) {
+  QPushButton* button = makeButton(caption, primary);
   connect(button, &QPushButton::clicked, this, [this, answer] {
     answer_ = answer;
     accept();
   });
-  if (caption[0] == '&') {  // the letter answers without Alt too
-    auto* letter = new QShortcut(QKeySequence(QString(QLatin1Char(caption[1]))), this);
-    letter->setAutoRepeat(false);
-    connect(letter, &QShortcut::activated, button, &QPushButton::click);
-  }
+  auto* letter = new QShortcut(QKeySequence(QString(QLatin1Char(caption[1]))), this);  // without Alt too
+  letter->setAutoRepeat(false);
+  connect(letter, &QShortcut::activated, button, &QPushButton::click);
   return button;
+}
+
+InputCard::InputCard(const QString& prompt, const QString& preset, QWidget* parent) : StagedDialog(parent) {
+  setObjectName("input");
+  QHBoxLayout* lower = buttonRow(type());
+  for (const bool taken : {true, false}) {
+    QPushButton* button = makeButton(taken ? "OK" : "Cancel", taken);
+    connect(button, &QPushButton::clicked, this, taken ? &QDialog::accept : &QDialog::reject);
+    lower->addWidget(button);
+  }
+  edit_ = new QLineEdit(preset, card());
+  edit_->setMinimumWidth(textWidth());
+  if (!staged())
+    edit_->setStyleSheet(QString("font-size: %1px;").arg(type()));
+  edit_->selectAll();
+  edit_->setFocus();
+  QVBoxLayout* layout = layOut(card(), type());
+  layout->addWidget(textLabel(withPlainLineEnds(prompt), type(), textWidth(), card()));
+  layout->addWidget(edit_);
+  layout->addLayout(lower);
+  standInTheMiddle();
+}
+
+QString InputCard::text() const {
+  return edit_->text();
 }
 
 }  // namespace qrn::qt

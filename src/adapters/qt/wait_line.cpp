@@ -4,6 +4,9 @@
 #include <QScreen>
 #include <algorithm>
 
+#include "core/windows/slide_theme.h"
+#include "render/render.h"
+
 namespace qrn::qt {
 
 WaitLine::WaitLine()
@@ -13,7 +16,6 @@ WaitLine::WaitLine()
   setAttribute(Qt::WA_ShowWithoutActivating);
   setFocusPolicy(Qt::NoFocus);
   setAutoFillBackground(true);
-  setPalette(QColor(0x5a, 0xa9, 0xff));
 }
 
 void WaitLine::begin(QWidget* over) {
@@ -32,6 +34,7 @@ void WaitLine::appear() {
   const QRect place = over_ ? QRect(over_->mapToGlobal(QPoint(0, 0)), over_->size())
                             : QGuiApplication::primaryScreen()->geometry();
   const int thickness = std::max(3, place.height() / 200);
+  setPalette(render::toColour(slideTheme().data));
   setGeometry(place.left(), place.bottom() + 1 - thickness, place.width(), thickness);
   show();
   raise();
