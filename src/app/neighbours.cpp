@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "adapters/deck/deck.h"
+#include "adapters/deck/overwrite.h"
 #include "adapters/link/link.h"
 #include "adapters/qt/dialogs.h"
 #include "adapters/qt/loop.h"
@@ -108,6 +109,11 @@ Neighbours::Neighbours(Kind kind) : parts_(std::make_unique<Parts>()) {
   world.sound = &parts_->sound;
   parts_->dialogs = std::make_unique<qt::QtDialogs>(
       [this] { return parts_->dialogParent ? parts_->dialogParent() : nullptr; });
+  parts_->dialogs->setWhyNotOverwritten([](const std::string& target) {
+    auto* program = host::host().presentationProgram;
+    const auto* deck = program != nullptr ? program->ActivePresentation() : nullptr;
+    return deck::whyNotOverwritten(target, deck != nullptr ? deck->FullName() : "");
+  });
   world.dialogs = parts_->dialogs.get();
 }
 
@@ -238,6 +244,7 @@ cli::CliHooks Neighbours::cliHooks() {
     return made;
   };
   hooks.saveSurface = render::saveSurface;
+  hooks.whyNotOverwritten = deck::whyNotOverwritten;
   return hooks;
 }
 

@@ -59,6 +59,7 @@ class Parser {
       if (!parsed(words))
         return kWrongUsage;
       ReadGlobalSettingsFromINIFile();
+      checkOutputs();
       if (action_)
         action_();
       if (!std::cout.flush())
@@ -86,6 +87,20 @@ class Parser {
     return true;
   }
 
+  // A file that a subcommand writes.
+  CLI::Option* addOutput(CLI::App& command, const char* name, const DeckArguments& deck, std::string& file,
+                         const char* help) {
+    outputs_.push_back({deck, file});
+    return command.add_option(name, file, help);
+  }
+
+  // Before anything is opened, so that nothing is touched.
+  void checkOutputs() const {
+    for (const auto& [deck, file] : outputs_)
+      if (const std::string why = file.empty() ? "" : hooks_.whyNotOverwritten(file, deck.deck); !why.empty())
+        throw HostError(Fault::world, 75, why);
+  }
+
   void addInfo() {
     auto* command = app_.add_subcommand("info", "lists the slides of a deck and what is on them");
     addDeck(*command, info_);
@@ -99,12 +114,12 @@ class Parser {
     auto* out = command->add_subcommand("export", "writes the exercise of a slide to a file");
     addDeck(*out, mtx_);
     addSlide(*out, mtx_.slide);
-    out->add_option("--out", mtx_.file, "the file to write")->required();
+    addOutput(*out, "--out", mtx_, mtx_.out, "the file to write")->required();
     out->callback([this] { action_ = [this] { runMtxExport(mtx_, hooks_); }; });
     auto* in = command->add_subcommand("import", "reads the exercise of a slide from a file");
     addDeck(*in, mtx_);
     addSlide(*in, mtx_.slide);
-    in->add_option("--from", mtx_.file, "the file to read")->required();
+    in->add_option("--from", mtx_.from, "the file to read")->required();
     in->callback([this] { action_ = [this] { runMtxImport(mtx_, hooks_); }; });
   }
 
@@ -161,12 +176,18 @@ class Parser {
     command->add_option("--size", size_, "WIDTHxHEIGHT in pixels")->check([this](const std::string& text) {
       return parseSize(text, graph_.widthPx, graph_.heightPx);
     });
-    command->add_option("--out", graph_.out, "FILE.png, .jpg or .svg")->required();
-    command->add_option("--geometry", graph_.geometry, "FILE.json for the place of every element, in twips");
+    addOutput(*command, "--out", graph_, graph_.out, "FILE.png, .jpg or .svg")->required();
+    addOutput(*command, "--geometry", graph_, graph_.geometry,
+              "FILE.json for the place of every element, in twips");
     command->callback([this] { action_ = [this] { runGraph(graph_, hooks_); }; });
   }
 
+  struct Output {
+    const DeckArguments& deck;
+    const std::string& file;
+  };
   const CliHooks& hooks_;
+  std::vector<Output> outputs_;
   CLI::App app_{"quorin matrix: the workshop beside the slide deck", "quorin-matrix"};
   std::function<void()> action_;
   InfoArguments info_;

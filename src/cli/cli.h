@@ -37,6 +37,8 @@ struct CliHooks {
   std::function<std::unique_ptr<host::ControllerLink>(const RehearsalOptions&)> makeLink;
   // Draws to a file, format by its ending; throws HostError.
   std::function<void(const host::Surface&, const std::string& file, int widthPx, int heightPx)> saveSurface;
+  // Why a file may not be written while that deck is worked on, "" when it may.
+  std::function<std::string(const std::string& target, const std::string& deck)> whyNotOverwritten;
 };
 
 // True when the first word names a subcommand.

@@ -64,6 +64,8 @@ bool showsScores(const host::Surface& surface) {
 
 void runGraph(const GraphArguments& arguments, const CliHooks& hooks) {
   checkEnding(arguments.out);
+  if (arguments.geometry == arguments.out)
+    throw UsageError("--out and --geometry take two files");
   const PlotRequest request = plotRequest(arguments.pairs);
   setScreenDimensions(arguments.widthPx * kTwipsPerPixel, arguments.heightPx * kTwipsPerPixel);
   Workshop workshop(arguments, Access::read, hooks);

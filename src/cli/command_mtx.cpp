@@ -34,19 +34,19 @@ std::string someOf(const std::set<std::string>& names) {
 void runMtxExport(const MtxArguments& arguments, const CliHooks& hooks) {
   Workshop workshop(arguments, Access::read, hooks);
   workshop.loadExercise(arguments.slide);
-  host::host().files->write(arguments.file, writeExercise(glo));
+  host::host().files->write(arguments.out, writeExercise(glo));
 }
 
 void runMtxImport(const MtxArguments& arguments, const CliHooks& hooks) {
   Workshop workshop(arguments, Access::write, hooks);
   workshop.selectSlide(arguments.slide);
-  const std::string text = host::host().files->read(arguments.file);
+  const std::string text = host::host().files->read(arguments.from);
   if (!looksLikeExerciseText(text))
-    throw HostError(Fault::badData, 0, arguments.file + " is not an exercise text; nothing was changed");
+    throw HostError(Fault::badData, 0, arguments.from + " is not an exercise text; nothing was changed");
   const ExerciseReading reading = readExercise(text, glo);
   takeExercise(reading);
   if (!reading.complete || reading.damagedValues > 0)
-    std::cerr << "quorin-matrix: " << arguments.file
+    std::cerr << "quorin-matrix: " << arguments.from
               << (reading.complete ? " is damaged: " : " is cut short: ") << glo.itemCount()
               << " items could be read, " << reading.damagedValues << " values could not\n";
   if (!reading.missingFonts.empty())

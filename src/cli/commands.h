@@ -26,7 +26,7 @@ struct InfoArguments : DeckArguments {
 };
 
 struct MtxArguments : DeckArguments {
-  std::string file;
+  std::string from, out;
   int slide = 0;
 };
 

@@ -99,6 +99,16 @@ TEST_F(Dialogs, FileQuestionEndsOnEsc) {
   EXPECT_EQ(dialogs.FileDialog({false, "/", "", "Presentations (*.pptx)|*.pptx", "Open"}), std::nullopt);
 }
 
+TEST_F(Dialogs, AFileThatMayNotBeWrittenIsAskedForAgain) {
+  std::string told;
+  qtDialogs.setWhyNotOverwritten([&](const std::string& file) { return told.empty() ? told = file : ""; });
+  const auto save = [&] { return dialogs.FileDialog({true, "/nowhere", "deck.pptx", "All (*)|*", "Save"}); };
+  whenAsked(key(Qt::Key_Return));
+  world.at(0.1, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape); });
+  world.at(0.15, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Return); });
+  EXPECT_EQ(save(), told);
+}
+
 TEST_F(Dialogs, AMenuIsDoneByKeysAndByMouseAndEscChoosesNothing) {
   using Act = std::function<void(QMenu&)>;
   const auto keys = [](std::vector<Qt::Key> which) -> Act {

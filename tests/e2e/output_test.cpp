@@ -70,6 +70,30 @@ TEST(Output, ThatCannotBeWrittenIsToldAndCostsNoVote) {
   }
 }
 
+TEST(Output, NeverGoesOverTheDeckOrAnother) {
+  const TempFolder folder;
+  const std::string deck = folder.sampleDeck(), other = folder.sampleDeck("other.pptx");
+  const std::string same = folder.file("same.svg"), picture = folder.file("picture.svg"),
+                    whole = readFile(deck);
+  std::filesystem::create_hard_link(deck, same);
+  const std::vector<std::string> graph{"graph", deck, "--slide", "4", "--kind", "average", "--out"},
+      text{"mtx", "export", deck, "--slide", "4", "--journal", "aside", "--out"};
+  writeFile(deck + ".journal", "no journal");
+  for (const auto& [words, more] : {std::pair{text, std::vector{deck}},
+                                    {text, {other}},
+                                    {graph, {same}},
+                                    {graph, {picture, "--geometry", other}},
+                                    {graph, {picture, "--geometry", deck + ".journal"}}}) {
+    std::vector<std::string> all = words;
+    all.insert(all.end(), more.begin(), more.end());
+    const Outcome outcome = matrix(all);
+    EXPECT_EQ(outcome.code, 1) << more.back();
+    EXPECT_NE(outcome.err.find(more.back() + " is "), std::string::npos) << outcome.err;
+    EXPECT_TRUE(readFile(deck) == whole && readFile(other) == whole && !std::filesystem::exists(picture));
+    EXPECT_EQ(readFile(deck + ".journal"), "no journal");
+  }
+}
+
 void asNobody() {
   constexpr unsigned kNobody = 65534;
   if (::geteuid() == 0 && (::setgid(kNobody) != 0 || ::setuid(kNobody) != 0))

@@ -94,6 +94,16 @@ std::optional<std::string> QtDialogs::InputBox(const std::string& prompt, const 
 }
 
 std::optional<std::string> QtDialogs::FileDialog(const host::FileQuestion& question) {
+  for (;;) {
+    const std::optional<std::string> chosen = chooseFile(question);
+    const std::string why = chosen && question.save && whyNot_ ? whyNot_(*chosen) : "";
+    if (why.empty())
+      return chosen;
+    MsgBox(why + ".", host::kTitle, host::Buttons::ok, host::Icon::exclamation, std::nullopt);
+  }
+}
+
+std::optional<std::string> QtDialogs::chooseFile(const host::FileQuestion& question) {
   const QPointer<QFileDialog> box =
       new QFileDialog(parent(), text(question.title), text(question.folder), nameFilter(question.filter));
   box->setOption(QFileDialog::DontUseNativeDialog);

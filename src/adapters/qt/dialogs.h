@@ -27,11 +27,17 @@ class QtDialogs : public host::Dialogs {
   void Info(const std::string& line) override;
   // Who is told the lines of Info: the facilitator, not the room.
   void setStatusLine(std::function<void(const std::string& line)> say) { say_ = std::move(say); }
+  // Why a file may not be written, "" when it may: a file chosen for saving is asked for again until it may.
+  void setWhyNotOverwritten(std::function<std::string(const std::string& file)> why) {
+    whyNot_ = std::move(why);
+  }
 
  private:
   QWidget* parent() const;
+  std::optional<std::string> chooseFile(const host::FileQuestion& question);
   std::function<QWidget*()> parent_;
   std::function<void(const std::string&)> say_;
+  std::function<std::string(const std::string&)> whyNot_;
   std::unique_ptr<WaitLine> waitLine_;
 };
 

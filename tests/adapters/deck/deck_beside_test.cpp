@@ -10,6 +10,7 @@
 
 #include "adapters/deck/deck.h"
 #include "adapters/deck/deck_fixture.h"
+#include "adapters/deck/overwrite.h"
 
 namespace qrn::test {
 namespace {
@@ -75,6 +76,26 @@ TEST(DeckBeside, AGroupIsKeptByWhoeverBelongsToIt) {
             0);
   EXPECT_EQ(standingOf(file), (Standing{0660, kNobody, kTeam}));
   EXPECT_EQ(standingOf(file + ".backup"), (Standing{0660, kNobody, kTeam}));
+}
+
+// By name, by any link, and where nothing stands yet.
+TEST(DeckBeside, NothingOfADeckNorAnotherDeckIsWrittenOver) {
+  const TempFolder folder;
+  const std::string file = folder.deck(), other = folder.file("Other.PPTX");
+  for (const char* name : {"Other.PPTX", "talk.pptx.backup", "talk.pptx.lock.2", "picture.svg"})
+    writeFile(folder.file(name), "x");
+  std::filesystem::create_hard_link(file, folder.file("hard.svg"));
+  std::filesystem::create_symlink(folder.file("talk.pptx.lock.2"), folder.file("soft.svg"));
+  std::filesystem::create_symlink(other, folder.file("other.svg"));
+  std::filesystem::create_symlink(folder.path(), folder.file("way"));
+  std::filesystem::create_symlink("talk.pptx", folder.file("short.pptx"));
+  for (const char* name : {"talk.pptx", "way/talk.pptx", "./way/talk.pptx.journal", "talk.pptx.journal",
+                           "talk.pptx.journal.3", "talk.pptx.backup", "talk.pptx.lock", "talk.pptx.lock.2",
+                           "hard.svg", "soft.svg", "Other.PPTX", "other.svg"})
+    for (const std::string& deck : {file, folder.file("way/short.pptx")})
+      EXPECT_NE(deck::whyNotOverwritten(folder.file(name), deck), "") << name;
+  for (const char* name : {"picture.svg", "new.pptx", "talk.svg", "talk.pptx.svg", "nowhere/x.svg"})
+    EXPECT_EQ(deck::whyNotOverwritten(folder.file(name), file), "") << name;
 }
 
 std::string whyNotOpened(const std::string& file) {
