@@ -178,6 +178,19 @@ class TextReader {
   void take(S<float> value);
   void take(S<double> value);
 
+  // A text in quotes that may hold more of them: `endOf` tells, from the place behind the first, where the
+  // last stands, or nothing.
+  template <class EndOf>
+  void takeQuoted(T value, EndOf endOf) {
+    skipToValue();
+    const std::size_t open = at_ + 1;
+    const auto end = text_[at_] == '"' ? endOf(open) : std::nullopt;
+    if (!end)
+      return take(value);
+    value.v = text_.substr(open, *end - open);
+    at_ = *end + 1;
+    passSeparator();
+  }
   // Count of a list, at most what the rest of the text can hold; a negative one is 0, a damaged one nothing.
   std::optional<std::size_t> count();
   std::string_view wholeLine();
@@ -220,6 +233,7 @@ class TextReader {
   void passToFlags();
   bool atEnd();         // nothing but blanks and line ends is left
   bool nextIsQuoted();  // the next value is a text in quotes
+  std::string_view text() const { return text_; }
   std::size_t remaining() const { return text_.size() - at_; }
   int damaged() const { return damaged_; }
   void countDamage() { ++damaged_; }

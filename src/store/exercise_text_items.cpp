@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <unordered_map>
 
+#include "store/exercise_text_notes.h"
+
 namespace qrn::mtx {
 
 // An item whose text is there is kept, however much of the rest is missing. Its identity and key are set
@@ -14,6 +16,7 @@ void readItems(TextReader& a, Exercise& x) {
     return;
   x.risks.assign(1, RiskRecord{});
   x.risks.reserve(std::min(*told, a.remaining() / kShortestItem + 1) + 1);
+  NotesEnds notesEnds(a.text());
   for (std::size_t i = 0; i < *told; ++i) {
     std::string text;
     a.take(Q(text));
@@ -22,7 +25,8 @@ void readItems(TextReader& a, Exercise& x) {
     risk.text = std::move(text);
     risk.ID = risk.sortKey = static_cast<int>(i);
     risk.active[9] = risk.active[10] = true;
-    a.line(I(risk.ID), I(risk.sortKey), B(risk.voting), T(risk.notes));
+    a.line(I(risk.ID), I(risk.sortKey), B(risk.voting));
+    a.takeQuoted(T(risk.notes), [&](std::size_t open) { return notesEnds.of(i, open); });
     a.passToFlags();
     activeFlags(a, risk);
     risk.active[9] = risk.active[10] = true;

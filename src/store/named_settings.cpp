@@ -4,6 +4,8 @@
 #include <cmath>
 #include <unordered_map>
 
+#include "store/exercise_text_notes.h"
+
 namespace qrn::mtx {
 namespace {
 
@@ -284,6 +286,7 @@ void writeNamedSettings(TextWriter& a, Exercise& x) {
   writeMultiPlots(a, x);
   writeDemographics(a, x);
   writeTable(a, x, settingsAfter<TextWriter>());
+  writeNotesLengths(a, x);
 }
 
 void readNamedSettings(TextReader& a, Exercise& x) {

@@ -2,6 +2,7 @@
 #include "store/exercise_text.h"
 
 #include <fstream>
+#include <random>
 
 #include "core/common.h"
 #include "core/edit.h"
@@ -208,6 +209,31 @@ TEST_F(ExerciseText, quotesBecomeSingleWhereTheFormatSaysSo) {
   saveXY();
   for (std::size_t i = 0; i < changed.size(); ++i) EXPECT_EQ(*changed[i], "a'b'") << i;
   for (std::size_t i = 0; i < kept.size(); ++i) EXPECT_EQ(*kept[i], "a\"b\"") << i;
+}
+
+// Whatever the notes hold, and also without our own word on how long they are, all that follows stays in
+// step.
+TEST_F(ExerciseText, notesOfAnyKindComeBackAndMoveNothing) {
+  const std::string flags = "#TRUE#,#TRUE#,#TRUE#,#TRUE#,#TRUE#,#TRUE#,#TRUE#,#TRUE#,#TRUE#,#TRUE#,#TRUE#";
+  const std::vector<std::string> plainParts{"\"", ",", "\r\n", "\n", "#TRUE#", "7", "-1", "word", " ", "'"};
+  std::vector<std::string> parts = plainParts;
+  parts.insert(parts.end(),
+               {"\"\r\n" + flags + "\r\n", "\"next\",1,2,#TRUE#,\"", "\"NotesLengths\",\"0:1|\""});
+  std::minstd_rand random(5);
+  for (int round = 0; round < 40; ++round) {
+    const bool foreign = round % 2 == 1;
+    const auto& from = foreign ? plainParts : parts;
+    fill(100);
+    for (int i = 0; i < glo.itemCount(); ++i) {
+      std::string& notes = glo.risks[static_cast<std::size_t>(i)].notes = "";
+      for (auto n = random() % 9; n > 0; --n) notes += from[random() % from.size()];
+    }
+    text = writeExercise(glo);
+    const Exercise expected = afterReload(glo);
+    if (foreign)
+      put(text.rfind("\"NotesLengths"), std::string::npos, "");
+    ASSERT_TRUE(load() == expected && reading.complete && reading.damagedValues == 0) << "round " << round;
+  }
 }
 
 TEST_F(ExerciseText, cutAnywhereKeepsWhatStandsBefore) {
