@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "analysis/multiplot.h"
+#include "analysis/multiplot_form.h"
 #include "analysis/weighting_selector.h"
 #include "charts/average_kinds.h"
 #include "charts/xy_vote_average_graph.h"
@@ -125,9 +126,13 @@ std::vector<host::Action> xyVoteAverageGraph::kindActions() {
               .caption = "Weightings...",
               .keys = {{'U', 0}},
               .menus = {kMenu},
-              .perform = [this] { askWeightings(); },
+              .perform = [this] { askAndRedraw(kWeightingForm); },
               .separated = true,
               .help = "The weights of the weighted cumulative averages"},
+             {.name = "xyVoteGraphPopupMultiPlot",
+              .caption = "MultiPlots...",
+              .menus = {kMenu},
+              .perform = [this] { askAndRedraw(kMultiPlotForm); }},
              {.name = "redraw", .caption = "Draw it again", .keys = {{key::f3, 0}}, .perform = [this] {
                 redraw();
               }}});
@@ -216,14 +221,9 @@ void xyVoteAverageGraph::openMenu() {
   host::popUp(*this, kMenu, true);
 }
 
-// The kind that is up is drawn with the new weights.
-void xyVoteAverageGraph::askWeightings() {
-  host::FormRegistry& forms = *host::host().forms;
-  forms.showModal(kWeightingForm);
-  const auto* answer = dynamic_cast<weightingSelector*>(forms.find(kWeightingForm));
-  const bool changed = answer != nullptr && answer->accepted;
-  forms.unload(kWeightingForm);
-  if (changed && forms.find(name) == this)
+// What is up is drawn with what the dialog has set.
+void xyVoteAverageGraph::askAndRedraw(const char* dialog) {
+  if (host::askWith(dialog) && host::host().forms->find(name) == this)
     redraw();
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "analysis/multiplot_form.h"
 #include "analysis/weighting_selector.h"
 #include "charts/average_kinds.h"
 #include "core/common.h"
@@ -179,6 +180,7 @@ void xyVoteAverageGraph::pageOn() {
 void registerChartForms() {
   host::host().forms->define(kFormName, [] { return std::make_unique<xyVoteAverageGraph>(); });
   registerWeightingForm();
+  registerMultiPlotForm();
 }
 
 const host::Surface& drawAverageGraph(int assessment, int widthPx, int heightPx) {

@@ -59,7 +59,7 @@ struct xyVoteAverageGraph : host::Form {
   std::vector<host::Action> kindActions();
   std::vector<host::Action> panelActions();
   std::vector<host::Action> formActions();
-  void askWeightings();
+  void askAndRedraw(const char* dialog);
   void openMenu();
   void show(int displayKind);  // glo.averageDisplayKind
   bool shows(int kind) const;

@@ -1,5 +1,6 @@
 #include "desktop/control_window.h"
 
+#include <QApplication>
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QCloseEvent>
@@ -29,6 +30,11 @@ constexpr double kWidest = 0.8, kTallest = 0.9, kWidestList = 0.36, kWidestGrid 
 constexpr int kMostRows = 5;                // that a list asks room for
 constexpr int kFrame = 8, kScrollBar = 18;  // pixels
 
+// Captions are plain words: "&" is a letter of them.
+QString plain(const std::string& caption) {
+  return render::toQt(caption).replace('&', "&&");
+}
+
 }  // namespace
 
 ControlWindow::ControlWindow(host::ControlForm& form, WindowStack& stack)
@@ -46,6 +52,13 @@ ControlWindow::ControlWindow(host::ControlForm& form, WindowStack& stack)
   problem_->setObjectName("problem");
   problem_->setWordWrap(true);
   build();
+  // What was not taken gives way to the value when somebody goes on.
+  connect(qApp, &QApplication::focusChanged, this, [this](const QWidget* left) {
+    if (left == nullptr || refused_.empty() || !formStands())
+      return;
+    refused_.clear();
+    sync();
+  });
 }
 
 int ControlWindow::px(look::Size size) const {
@@ -75,7 +88,10 @@ void ControlWindow::build() {
     }
     if (control.place != Place::under || cell == nullptr) {
       cell = new QVBoxLayout;
-      row->addLayout(cell, 1);
+      row->addLayout(cell, control.place != Place::beside || control.kind == host::Control::Kind::list ||
+                                   control.kind == host::Control::Kind::text
+                               ? 1
+                               : 0);
     }
     cell->addWidget(widgetFor(control));
   }
@@ -92,11 +108,11 @@ void ControlWindow::build() {
 
 QPushButton* ControlWindow::footButton(const std::string& caption, bool primary,
                                        void (host::ControlForm::*press)()) {
-  auto* button = new QPushButton(render::toQt(caption), card_);
+  auto* button = new QPushButton(plain(caption), card_);
   if (primary)
     button->setObjectName("primary");
   connect(button, &QPushButton::clicked, this, [this, press] {
-    if (formStands())
+    if (formStands() && (refused_.empty() || press == &host::ControlForm::dismiss))
       (form_.*press)();
   });
   return button;
@@ -147,11 +163,12 @@ void ControlWindow::took(const host::Control& control, const std::string& value)
 }
 
 QWidget* ControlWindow::checkBox(host::Control& control) {
-  auto* box = new QCheckBox(render::toQt(control.caption), card_);
+  auto* box = new QCheckBox(plain(control.caption), card_);
   connect(box, &QCheckBox::clicked, this, [this, &control](bool on) { took(control, on ? "-1" : "0"); });
   syncs_.push_back([box, &control] {
     const QSignalBlocker quiet(box);
     box->setChecked(host::valueOf(control) != "0");
+    box->setText(plain(control.caption));
   });
   return box;
 }
@@ -164,7 +181,7 @@ QWidget* ControlWindow::radioButtons(host::Control& control) {
     layout->addWidget(new QLabel(render::toQt(control.caption), whole));
   auto* group = new QButtonGroup(whole);
   for (std::size_t place = 0; place < control.choices.size(); ++place) {
-    auto* button = new QRadioButton(render::toQt(control.choices[place]), whole);
+    auto* button = new QRadioButton(plain(control.choices[place]), whole);
     group->addButton(button, static_cast<int>(place));
     layout->addWidget(button);
   }
@@ -188,7 +205,11 @@ QWidget* ControlWindow::comboBox(host::Control& control) {
   whole->setFocusProxy(box);
   connect(box, &QComboBox::activated, this,
           [this, &control](int place) { took(control, std::to_string(place)); });
-  syncs_.push_back([box, &control] { box->setCurrentIndex(std::atoi(host::valueOf(control).c_str())); });
+  syncs_.push_back([box, &control] {
+    for (int place = 0; place < box->count(); ++place)
+      box->setItemText(place, render::toQt(control.choices[static_cast<std::size_t>(place)]));
+    box->setCurrentIndex(std::atoi(host::valueOf(control).c_str()));
+  });
   return whole;
 }
 
@@ -236,7 +257,7 @@ QWidget* ControlWindow::panelBox(host::Control& control) {
 }
 
 QWidget* ControlWindow::pushButton(host::Control& control) {
-  auto* button = new QPushButton(render::toQt(control.caption), card_);
+  auto* button = new QPushButton(plain(control.caption), card_);
   connect(button, &QPushButton::clicked, this, [this, &control] {
     const QPointer<ControlWindow> self(this);
     if (formStands() && control.pressed)
@@ -255,7 +276,10 @@ void ControlWindow::sync() {
   for (const auto& one : syncs_) one();
   const std::string& why = refused_.empty() ? form_.problem : refused_;
   problem_->setText(render::toQt(why));
+  const bool shown = !problem_->isHidden();
   problem_->setVisible(!why.empty());
+  if (isVisible() && shown == why.empty())
+    fitCard();
 }
 
 void ControlWindow::focusFirst() {
@@ -268,9 +292,15 @@ void ControlWindow::standOver() {
   const QRect place = stack_.placeForForms();
   scrim_.take(front != this ? front : nullptr);
   setGeometry(place);
-  const QSize most(static_cast<int>(place.width() * kWidest), static_cast<int>(place.height() * kTallest));
   card_->ensurePolished();
   for (const auto& one : sizes_) one();
+  fitCard();
+}
+
+void ControlWindow::fitCard() {
+  const QSize place = size();
+  const QSize most(static_cast<int>(place.width() * kWidest), static_cast<int>(place.height() * kTallest));
+  card_->layout()->invalidate();
   card_->setMaximumSize(most);
   const QSize size = card_->layout()->sizeHint().expandedTo(QSize(most.width() / 2, 0)).boundedTo(most);
   card_->setGeometry(
@@ -288,6 +318,8 @@ void ControlWindow::keyPressEvent(QKeyEvent* event) {
     button->click();
     return;
   }
+  if (stroke.keyCode == host::key::enter && !refused_.empty())
+    return;  // it says why
   const QPointer<ControlWindow> self(this);
   if (stroke.keyCode != 0 && formStands())
     form_.Form_KeyDown(stroke.keyCode, stroke.shift);

@@ -42,6 +42,7 @@ class ControlWindow : public QWidget {
   QWidget* pushButton(host::Control& control);
   QPushButton* footButton(const std::string& caption, bool primary, void (host::ControlForm::*press)());
   void took(const host::Control& control, const std::string& value);
+  void fitCard();  // around what it holds, in the middle
   int px(look::Size size) const;
 
   host::ControlForm& form_;

@@ -43,7 +43,7 @@ void attachFormWindows(host::FormRegistry& forms, WindowStack& stack) {
   forms.attach("xyVoteAverageGraph",
                surfaceViewOf<xyVoteAverageGraph>(forms, stack, addToGraph<xyVoteAverageGraph>));
   forms.attach("xyVoteGraph", surfaceViewOf<xyVoteGraph>(forms, stack, addToGraph<xyVoteGraph>));
-  for (const char* dialog : {"xyVoteQuitOptions", "weightingSelector", host::kHelpForm})
+  for (const char* dialog : {"xyVoteQuitOptions", "weightingSelector", "multiplot", host::kHelpForm})
     forms.attach(dialog, controlView(stack));
 }
 

@@ -138,6 +138,15 @@ void ControlForm::Form_KeyDown(int keyCode, int) {
     dismiss();
 }
 
+bool askWith(const std::string& form) {
+  FormRegistry& forms = *host().forms;
+  forms.showModal(form);
+  const auto* answered = dynamic_cast<const ControlForm*>(forms.find(form));
+  const bool accepted = answered != nullptr && answered->accepted;
+  forms.unload(form);
+  return accepted;
+}
+
 bool ControlForm::Form_QueryUnload(bool byUser) {
   if (!byUser)
     return true;

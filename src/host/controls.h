@@ -83,4 +83,7 @@ struct ControlForm : Form {
   void close();
 };
 
+// Shows a dialog made of controls until it is answered; true when it was accepted.
+bool askWith(const std::string& form);
+
 }  // namespace qrn::host

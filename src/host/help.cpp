@@ -8,8 +8,8 @@ namespace qrn::host {
 
 namespace {
 
-constexpr double kKeysShare = 0.38;  // of the panel's width
 constexpr int kMostRows = 14;
+constexpr double kMostForKeys = 0.5;  // of the panel's width
 
 }  // namespace
 
@@ -17,14 +17,20 @@ formHelp::formHelp() : ControlForm(kHelpForm) {
   title = "Keys";
   acceptCaption = "Close";
   dismissCaption = "";
-  List1.columns = {{.title = "Key", .width = kKeysShare}, {.title = "What it does"}};
+  List1.columns = {{.title = "Key", .width = kMostForKeys}, {.title = "What it does"}};
   controls = {{.kind = Control::Kind::list, .name = "List1", .panel = &List1}};
 }
 
 void formHelp::tell(const std::vector<KeyHelp>& help) {
   std::vector<PanelRow> rows;
-  for (const KeyHelp& one : help)
+  std::size_t keys = 1, captions = 1;  // letters of the longest
+  for (const KeyHelp& one : help) {
     rows.push_back({.cells = {one.keys, one.caption}, .id = static_cast<int>(rows.size())});
+    keys = std::max(keys, one.keys.size());
+    captions = std::max(captions, one.caption.size());
+  }
+  List1.columns[0].width =
+      std::min(kMostForKeys, static_cast<double>(keys) / static_cast<double>(keys + captions));
   controls.front().rows = std::min(kMostRows, static_cast<int>(rows.size()));
   List1.setRows(std::move(rows));
 }

@@ -1,4 +1,5 @@
 // What the matrix graph can do, told once: its keys, menus, buttons and help read this table.
+#include "analysis/multiplot_form.h"
 #include "core/glo.h"
 #include "core/show_keys.h"
 #include "host/help.h"
@@ -172,6 +173,15 @@ std::vector<host::Action> xyVoteGraph::formActions() {
            .keys = {{key::f10, 0}, {key::f10, key::shiftMask}, {key::rightSuper, kAnyShift}},
            .menus = {host::kCommandBar},
            .perform = [this] { host::popUp(*this, kMenu); }},
+          {.name = "xyVoteGraphPopupMultiPlot",
+           .caption = "MultiPlots...",
+           .menus = {kMenu},
+           .perform =
+               [this] {
+                 if (host::askWith(kMultiPlotForm))
+                   tmr_load.setEnabled(true);
+               },
+           .separated = true},
           [this] {
             Action help = host::helpAction(*this);
             help.menus = {kMenu, host::kCommandBar};

@@ -25,6 +25,17 @@ class AverageKeys : public test::ActionCases, protected test::GraphExercise {
     on("draw", [this](const Words&) { renew(); });
     on("mode", [](const Words& words) { glo.cmdMode = words.word(0); });
     on("multiplot", [](const Words&) { glo.multiPlot[0].Enabled = glo.multiPlot[0].Assessments[0] = true; });
+    on("multiplots", [this](const Words&) {
+      for (std::size_t plot = 0; plot < 2; ++plot) {
+        const MultiPlotRecord& record = glo.multiPlot[plot];
+        std::string parts;
+        for (std::size_t part = 0; part < 10; ++part)
+          if (record.Assessments[part])
+            parts += " " + std::to_string(part) + ":" + record.ToolTips[part];
+        tell(glo.assessmentTitles[9 + plot] + (record.Enabled ? " on" : " off") + parts + " type " +
+             std::to_string(record.PlotType) + (record.ReverseCalc ? " reversed" : ""));
+      }
+    });
     // right ROW: a right click on that bar, from 0
     on("right", [this](const Words& words) {
       const host::Element& bar = *graph().surface().find("bars", words.number(0));

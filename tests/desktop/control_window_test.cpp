@@ -94,6 +94,11 @@ TEST_F(ControlWindowTest, WhatIsRefusedIsToldAndChangesNothing) {
   EXPECT_EQ(form->weight, 9);
   EXPECT_EQ(window->findChild<QLabel*>("problem")->text(), "Weight is a number from 1 to 20.");
   EXPECT_EQ(edit->text(), "99") << "what is being typed stays";
+  QTest::keyClick(edit, Qt::Key_Return);
+  EXPECT_TRUE(form->visible) << "and is not passed over";
+  window->findChild<QTreeView*>("list")->setFocus();
+  EXPECT_EQ(edit->text(), "9");
+  EXPECT_TRUE(window->findChild<QLabel*>("problem")->isHidden());
   QTest::keyClick(edit, Qt::Key_Escape);
   EXPECT_FALSE(form->accepted);
   EXPECT_FALSE(form->visible);

@@ -7,7 +7,6 @@
 #include "desktop/pictures/made_up_exercise.h"
 #include "desktop/pictures/pictures.h"
 #include "desktop/window_stack.h"
-#include "host/help.h"
 #include "host/host.h"
 #include "matrixgraph/xy_vote_graph.h"
 #include "vote/xy_vote_runtime.h"
@@ -37,7 +36,6 @@ class FormPictures {
   void takeQuitOptions();
   void takeAverageGraph();
   void takeMatrixGraph();
-  void takeHelp(const std::string& form);
 
  private:
   static host::FormRegistry& forms() { return *host::host().forms; }
@@ -107,17 +105,6 @@ void FormPictures::takeMatrixGraph() {
   take("xyVoteGraph", "buttons");
 }
 
-// Over the form as it stands.
-void FormPictures::takeHelp(const std::string& form) {
-  host::Form* below = forms().find(form);
-  forms().define(host::kHelpForm, [] { return std::make_unique<host::formHelp>(); });
-  forms().as<host::formHelp>(host::kHelpForm).tell(below->actions().help());
-  forms().show(host::kHelpForm);
-  if (QWidget* window = stack_.front())
-    album_.take(*window, QString("formHelp-%1-%2").arg(QString::fromStdString(form), crowd_.name));
-  forms().unload(host::kHelpForm);
-}
-
 }  // namespace
 
 void takeForms(Album& album) {
@@ -134,8 +121,6 @@ void takeForms(Album& album) {
         pictures.takeQuitOptions();
       pictures.takeAverageGraph();
       pictures.takeMatrixGraph();
-      if (size == kSizes[0])
-        pictures.takeHelp("xyVoteGraph");
     }
   FormPictures pictures(album, stack, kSizes[1], {"scripts", 12, 5, 40});
   translateExercise();

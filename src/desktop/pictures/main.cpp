@@ -74,7 +74,8 @@ struct Set {
   void (*take)(Album&);
 };
 constexpr Set kSets[]{{"deck", takeDeckWindow}, {"show", takeSlideShow}, {"keypads", takeKeypads},
-                      {"dialogs", takeDialogs}, {"forms", takeForms},    {"graphs", takeGraphs}};
+                      {"dialogs", takeDialogs}, {"forms", takeForms},    {"graphs", takeGraphs},
+                      {"stage", takeStage}};
 
 // The set of that name, or every one.
 int takeAll(const QString& folder, const QString& name) {
@@ -105,7 +106,7 @@ int takeAll(const QString& folder, const QString& name) {
 int main(int argc, char** argv) {
   const QApplication application(argc, argv);
   if (argc < 2 || argc > 3) {
-    std::cerr << "usage: quorin-pictures DIR [deck|show|keypads|dialogs|forms|graphs]\n";
+    std::cerr << "usage: quorin-pictures DIR [deck|show|keypads|dialogs|forms|graphs|stage]\n";
     return 2;
   }
   qrn::desktop::applyStyle(*qApp);

@@ -33,5 +33,6 @@ void takeKeypads(Album& album);
 void takeDialogs(Album& album);
 void takeForms(Album& album);
 void takeGraphs(Album& album);
+void takeStage(Album& album);  // what stands over the graphs
 
 }  // namespace qrn::pictures
