@@ -1,6 +1,8 @@
 // graph: the average graph or the matrix graph as a picture, with the place of every element beside it.
 #include <algorithm>
 #include <iostream>
+#include <set>
+#include <string>
 
 #include "analysis/multiplot.h"
 #include "charts/xy_vote_average_graph.h"
@@ -48,16 +50,29 @@ void checkMultiPlots(const GraphArguments& arguments) {
                           " is not set up: there is nothing to draw");
 }
 
-// True when a bar or an item stands inside the picture.
-bool showsScores(const host::Surface& surface) {
-  const auto inside = [&](const host::Element& element) {
-    return element.visible && element.left < surface.width && element.right() > 0 &&
-           element.top < surface.height && element.bottom() > 0;
-  };
-  return std::any_of(surface.arrays().begin(), surface.arrays().end(), [&](const host::ElementArray& array) {
-    return (array.name() == "bars" || array.name().starts_with("labelRisk")) &&
-           std::any_of(array.begin(), array.end(), inside);
-  });
+bool standsInside(const host::Element& element, const host::Surface& surface) {
+  return element.visible && element.left < surface.width && element.right() > 0 &&
+         element.top < surface.height && element.bottom() > 0;
+}
+
+// Why no bar and no item stands inside the picture; "" when one does.
+std::string whyEmpty(const host::Surface& surface) {
+  std::set<int> outside;
+  for (const host::ElementArray& array : surface.arrays()) {
+    if (array.name() != "bars" &&
+        !(array.name().starts_with("labelRisk") && !array.name().ends_with("Shadow")))
+      continue;
+    for (const host::Element& element : array) {
+      if (standsInside(element, surface))
+        return "";
+      if (element.item != host::kNoItem)
+        outside.insert(element.item);
+    }
+  }
+  if (outside.empty())
+    return "No item has a score to show; the graph is empty";
+  return std::to_string(outside.size()) + (outside.size() == 1 ? " item is" : " items are") +
+         " off the scale; the graph is empty";
 }
 
 }  // namespace
@@ -79,8 +94,8 @@ void runGraph(const GraphArguments& arguments, const CliHooks& hooks) {
   hooks.saveSurface(surface, arguments.out, arguments.widthPx, arguments.heightPx);
   if (!arguments.geometry.empty())
     host::host().files->write(arguments.geometry, geometryJson(surface));
-  if (!showsScores(surface))
-    std::cerr << "quorin-matrix: No item has a score to show; the graph is empty\n";
+  if (const std::string why = whyEmpty(surface); !why.empty())
+    std::cerr << "quorin-matrix: " << why << "\n";
 }
 
 }  // namespace qrn::cli

@@ -27,10 +27,6 @@ constexpr double kArrow = 0.62;      // of the type's size: the triangle behind 
 constexpr std::int32_t kUntouchedColour = 0xffffff;
 constexpr int kQuarters = 4, kSolid = 1, kDotted = 3;
 
-std::string doubledAmpersand(const std::string& text) {
-  return replaceAll(text, "&", "&&");
-}
-
 // Captions of one size. Where their slots are narrower than `least`, every second, third ... is
 // shown.
 struct FittedCaptions {
@@ -60,7 +56,7 @@ std::int32_t labelColour(const GraphCanvas& canvas, std::int32_t themes) {
 }
 
 host::Element captionElement(const GraphCanvas& canvas, const FittedText& text, const std::string& whole) {
-  host::Element label = makeLabel(doubledAmpersand(text.caption), text.font);
+  host::Element label = makeLabel(text.caption, text.font);
   label.toolTip = whole;
   label.align = host::Align::centre;
   label.height = text.height;
@@ -124,7 +120,7 @@ void addTitle(GraphCanvas& canvas, const char* array, const std::string& title, 
   FittedText text = fitText(title, font, width, place.height, canvas.captionFont.size);
   if (text.caption != title)
     text = fitText(withSplitWord(title), font, width, place.height, canvas.captionFont.size);
-  host::Element label = makeLabel(doubledAmpersand(text.caption), text.font);
+  host::Element label = makeLabel(text.caption, text.font);
   label.toolTip = title;
   label.width = std::max(text.width, kNarrowestTitle);
   label.height = text.height;

@@ -23,10 +23,6 @@ void say(const std::string& text) {
   host::host().dialogs->MsgBox(text, host::kTitle, host::Buttons::ok, host::Icon::information);
 }
 
-std::string exerciseTitle() {
-  return replaceAll(glo.listTitle, " & ", " && ");
-}
-
 std::string keyOfRow(const std::string& row) {
   return row.substr(0, row.find(':'));
 }
@@ -38,10 +34,10 @@ int riskOfKey(const std::string& itemKey) {
   return -1;
 }
 
-// Identifier, ": " and text, with "&" doubled and no line ends at its end.
+// Identifier, ": " and text, with no line ends at its end.
 std::string zoomTitle(int risk) {
   const RiskRecord& record = glo.risks[static_cast<std::size_t>(risk)];
-  std::string title = record.identifier + ": " + replaceAll(record.text, "&", "&&");
+  std::string title = record.identifier + ": " + record.text;
   while (!title.empty() && (title.back() == '\r' || title.back() == '\n' || title.back() == ' '))
     title.pop_back();
   return std::string(trimBlanks(title));
@@ -61,7 +57,7 @@ void xyVoteGraph::escapeOrSpace() {
   const bool filterOpen = forms.isLoaded(kFilterForm) && zoomedItemKey.empty();
   if (filterOpen)
     forms.unload(kFilterForm);
-  if (filterOpen || graphTitle != exerciseTitle())
+  if (filterOpen || graphTitle != glo.listTitle)
     showAll();
   else if (!displayedInShow())
     cmd_close_Click();
@@ -153,7 +149,7 @@ void xyVoteGraph::showView() {
 }
 
 void xyVoteGraph::menuHideShowAllPlots() {
-  setTitle(exerciseTitle());
+  setTitle(glo.listTitle);
   view.zoomedItem = host::kNoItem;
   for (int pair = 1; pair <= kPairs; ++pair)
     view.roundVisible[static_cast<std::size_t>(pair - 1)] = onGraph(pair);

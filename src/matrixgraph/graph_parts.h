@@ -71,6 +71,7 @@ struct GraphView {
   int selectedItem = host::kNoItem;  // ID of the item with a ring
   double growth = 1.4;               // of the key of the item shown alone
   bool pairLines = true;
+  bool covering = true;  // a key that another one covers becomes a dot
   bool shadows = false;  // of keys; the discs that they stand on make them needless
 };
 

@@ -39,7 +39,8 @@ void MatrixModel::show(const GraphView& view) {
   undress();
   GraphView all = view;
   all.zoomedItem = host::kNoItem;
-  const std::vector<KeyInFront> fronts = coverKeys(canvas.surface, plotted, all);
+  const std::vector<KeyInFront> fronts =
+      view.covering ? coverKeys(canvas.surface, plotted, all) : std::vector<KeyInFront>{};
   const bool zoomed = view.zoomedItem != host::kNoItem;
   for (const GraphArray& array : kGraphArrays) {
     host::ElementArray* elements = canvas.surface.find(array.name);

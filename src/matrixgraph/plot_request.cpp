@@ -28,6 +28,15 @@ int positiveValues(const PlotRequest& request) {
   return static_cast<int>(std::count_if(request.begin(), request.end(), [](int value) { return value > 0; }));
 }
 
+bool hasBothAxes(const PlotRequest& request) {
+  bool vertical = false, horizontal = false;
+  for (int pair = 0; pair < kPairs; ++pair) {
+    vertical = vertical || verticalOf(request, pair) > 0;
+    horizontal = horizontal || horizontalOf(request, pair) > 0;
+  }
+  return vertical && horizontal;
+}
+
 // glo.matrixAxes counts assessments from 0, glo.remainingAssessments from 1.
 PlotRequest pairsOfExercise() {
   PlotRequest pairs = kNoPairs;

@@ -23,6 +23,7 @@ constexpr bool pairUsed(const PlotRequest& request, int pair) {
   return verticalOf(request, pair) > 0 && horizontalOf(request, pair) > 0;
 }
 int positiveValues(const PlotRequest& request);
+bool hasBothAxes(const PlotRequest& request);
 
 // The pairs an exercise asks for: its axes and its further assessments where they can be drawn, else its
 // first two active assessments; kNoPairs when there are not two.

@@ -59,7 +59,7 @@ void xyVoteGraph::Form_Load() {
   trapErrors(kFormName, "Form_Load", [&] {
     progress("Loading Matrix Graph");
     progress("Setting titles");
-    graphTitle = replaceAll(glo.listTitle, " & ", " && ");
+    graphTitle = glo.listTitle;
     progress("Setting Graph Labels");
     fillPairs();
     tmr_load.setEnabled(true);
@@ -79,7 +79,7 @@ void xyVoteGraph::tmr_load_Timer() {
   tmr_load.setEnabled(false);
   progress("Drawing Matrix Graph");
   const PlotRequest p = choosePairs();
-  if (positiveValues(p) < 2) {
+  if (!hasBothAxes(p)) {
     say("Unable to display, as two assessments are not available");
     failGraph();
     return;
@@ -104,7 +104,7 @@ void xyVoteGraph::drawGraph(int pair1First, int pair1Second, int pair2First, int
     zoomedItemKey.clear();
     view.zoomedItem = view.selectedItem = host::kNoItem;
     drag_ = {};
-    if (positiveValues(request) <= 1) {
+    if (!hasBothAxes(request)) {
       failGraph();
       return;
     }
@@ -133,7 +133,7 @@ void xyVoteGraph::plot(const PlotRequest& request) {
     return;
   }
   model_.show(view);
-  setTitle(replaceAll(glo.listTitle, " & ", " && "));
+  setTitle(glo.listTitle);
   showRiskList();
   progress("");
   host::host().forms->refresh(name);
@@ -185,6 +185,7 @@ const host::Surface& drawMatrixGraph(const PlotRequest& pairs, int widthPx, int 
   auto& form = forms.as<xyVoteGraph>(kFormName);
   form.ScaleWidth = widthPx * kTwipsPerPixel;
   form.ScaleHeight = heightPx * kTwipsPerPixel;
+  form.view.covering = false;
   if (pairs != kNoPairs)
     glo.currentPlotPairings = pairs;
   form.tmr_load_Timer();

@@ -64,7 +64,7 @@ struct xyVoteGraph : host::Form {
   GraphView view;         // what is seen of the items
   bool cmd_info = false;  // the button beside the axes is shown
   bool buttonsVisible = false, listVisible = false;
-  std::string graphTitle;     // as shown, after the ampersand rule
+  std::string graphTitle;
   host::Panel List1;          // a row for each item on the graph; its id is the index into glo.risks
   int distributionRisk = -1;  // the last request to the distribution graph
   PlotRequest distributionPairs = kNoPairs;
@@ -117,8 +117,8 @@ struct xyVoteGraph : host::Form {
 void registerGraphForms();
 
 // The graph without a window: loads the form at that size in pixels and draws `pairs` (kNoPairs: those of the
-// exercise). The reference stays good while the form is loaded. Throws HostError (bad data) when it cannot be
-// shown.
+// exercise), every key in its place whether others cover it or not. The reference stays good while the form
+// is loaded. Throws HostError (bad data) when it cannot be shown.
 const host::Surface& drawMatrixGraph(const PlotRequest& pairs, int widthPx, int heightPx);
 
 }  // namespace qrn

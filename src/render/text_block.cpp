@@ -11,7 +11,7 @@ constexpr double kOverhang = 0.25;  // of the type's size
 
 std::vector<std::string> linesOf(const host::Element& label) {
   QString text = toQt(label.caption);
-  text.replace("\r\n", "\n").replace('\r', '\n').replace("&&", "&");
+  text.replace("\r\n", "\n").replace('\r', '\n');
   if (label.wordWrap && label.width > 0)
     return host::wrapText(fromQt(text), label.font, label.width);
   std::vector<std::string> lines;

@@ -187,7 +187,7 @@ TEST_F(Render, LabelsAlignInTheirWidth) {
   }
 }
 
-TEST_F(Render, WrappedTextStaysInItsWidthAndDoubledAmpersandsAreOne) {
+TEST_F(Render, WrappedTextStaysInItsWidthAndAmpersandsStandAsWritten) {
   host::Surface shown = surface(300, 300);
   Element text = label(20, 10, 120, "one two three four");
   text.wordWrap = true;
@@ -201,7 +201,7 @@ TEST_F(Render, WrappedTextStaysInItsWidthAndDoubledAmpersandsAreOne) {
     put(one, label(10, 5, 200, caption));
     return inkOf(render::surfaceImage(one, {300, 60})).width();
   };
-  EXPECT_EQ(widthOf("A && B"), widthOf("A & B"));
+  EXPECT_GT(widthOf("A && B"), widthOf("A & B"));
 }
 
 TEST_F(Render, AnotherSizeKeepsProportionsInTheMiddleAndTheGroundFillsAll) {

@@ -183,6 +183,13 @@ TEST_F(Road, AScoreThatNobodyGaveIsNone) {
   EXPECT_EQ(table[5].substr(0, 30), "    4.00       0.00      0.00%");
   EXPECT_EQ(table[table.size() - 3].substr(0, 10), "       -  ");
   EXPECT_EQ(table.back(), "MultiPlot 2 is not set up");
+  // Nor is a score none because the scale does not reach it.
+  const std::string key = std::to_string(items[0]["sortKey"].get<int>());
+  writeFile(folder.file("votes"), "d,t,9;," + key + "C1\r\nd,t,9;," + key + "C2\r\n");
+  matrix({"tags", deck, "--slide", kSlide, "--set", "QRNVOTES", "--from", folder.file("votes")});
+  const Outcome graph = matrix({"graph", deck, "--slide", kSlide, "--kind", "matrix", "--pairs", "2,1",
+                                "--out", folder.file("off.png")});
+  EXPECT_NE(graph.err.find("1 item is off the scale"), std::string::npos) << graph.err;
 }
 
 TEST_F(Road, EveryVoteThatWasToldAsSavedSurvivesAKill) {

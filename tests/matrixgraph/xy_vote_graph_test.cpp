@@ -243,8 +243,11 @@ TEST_F(MatrixGraph, TakesItsPairsFromTheExercise) {
 
 TEST_F(MatrixGraph, ClosesWithAMessageWithoutTwoAssessments) {
   for (std::size_t a = 1; a < 4; ++a) glo.assessmentInfo[a].active = false;
-  world.expectMsgBox("quorin matrix: Unable to display, as two assessments are not available");
-  EXPECT_THROW(drawMatrixGraph(kNoPairs, 1024, 768), HostError);
+  for (const PlotRequest& pairs : {kNoPairs, {1, -1, 2, -1, -1, -1, -1, -1}, {-1, 1, -1, 2, -1, 3, -1, 4}}) {
+    glo.currentPlotPairings = kNoPairs;
+    world.expectMsgBox("quorin matrix: Unable to display, as two assessments are not available");
+    EXPECT_THROW(drawMatrixGraph(pairs, 1024, 768), HostError);
+  }
 }
 
 TEST_F(MatrixGraph, DrawsByItsTimerAfterLoading) {
@@ -315,10 +318,15 @@ TEST_F(MatrixGraph, KeysAreReadFromTheBackRow) {
   }
 }
 
-// Keys at one place: the selected one is seen, else the first; the others are a dot and a number.
+// In a window, keys at one place: the selected one is seen, else the first; the others are a dot and a
+// number.
 TEST_F(MatrixGraph, NoKeyCoversAnother) {
   voteAll();
   xyVoteGraph& form = draw(kOnePair);
+  EXPECT_EQ(captions(form.surface(), "labelRisk"), (Texts{"A", "B", "C"})) << "without a window";
+  EXPECT_EQ(all(form.surface(), "dot").size() + all(form.surface(), "keysBehind").size(), 0U);
+  form.view.covering = true;
+  form.tmr_load_Timer();
   struct Case {
     int selected;
     Texts keys;
