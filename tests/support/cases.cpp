@@ -181,6 +181,8 @@ std::string Words::rest(std::size_t from) const {
 
 void CaseTest::run(const std::vector<CaseStep>& steps) {
   for (const CaseStep& step : steps) {
+    if (IsSkipped())
+      return;
     const std::string line = withValues(step.text);
     Lines wanted;
     for (const std::string& text : step.expected) wanted.push_back(withValues(text));
@@ -223,7 +225,7 @@ std::string CaseTest::perform(const CaseStep& step, const std::string& line) {
   } catch (const std::exception& error) {
     tell("failed: " + escaped(error.what()));
   }
-  return std::exchange(told_, before);
+  return shown(std::exchange(told_, before));
 }
 
 void CaseTest::performFor(const CaseStep& step, const std::string& line) {

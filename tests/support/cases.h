@@ -75,6 +75,7 @@ class CaseTest : public ::testing::Test {
     told_ += lines + (lines.empty() || lines.ends_with('\n') ? "" : "\n");
   }
   std::string take() { return std::exchange(told_, ""); }  // what the command at hand has told
+  virtual std::string shown(std::string told) const { return told; }  // as case files hold it
   void runLine(const std::string& line);
   void runBlock() { run(*block_); }  // of the command at hand
   // The block of the command at hand for another time, or the command that its words end with.

@@ -1,5 +1,6 @@
 #include "adapters/deck/deck_fixture.h"
 
+#include <grp.h>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -184,8 +185,10 @@ int inChild(const std::function<int()>& body) {
   return WIFEXITED(status) ? WEXITSTATUS(status) : 99;
 }
 
-void becomeNobody() {
+void becomeNobody(const unsigned* group) {
   constexpr unsigned kNobody = 65534;
+  if (group != nullptr)
+    ::setgroups(1, group);
   if (::geteuid() == 0 && (::setgid(kNobody) != 0 || ::setuid(kNobody) != 0))
     throw std::runtime_error("cannot give up root");
 }

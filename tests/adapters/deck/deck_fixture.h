@@ -37,8 +37,8 @@ std::string stateOf(host::Presentation& deck);
 
 // Runs `body` in a process of its own; its result, 98 for an exception, 99 when it was killed.
 int inChild(const std::function<int()>& body);
-// Gives up the rights of root, which no file mode stops. For children only.
-void becomeNobody();
+// Gives up the rights of root, which no file mode stops, but for those of a group. For children only.
+void becomeNobody(const unsigned* group = nullptr);
 
 // A folder of its own for one test, gone with it, and one beside it where open decks are noted.
 class TempFolder {

@@ -49,21 +49,6 @@ void workshop(Deck& deck, const std::function<void()>& stored) {
   }
 }
 
-TEST(DeckJournal, SaysWhetherTheFileHoldsAllThatIsStored) {
-  const TempFolder folder;
-  const std::string file = folder.deck();
-  {
-    const auto deck = Deck::open(file);
-    EXPECT_TRUE(deck->Saved());
-    deck->tags().Add("A", "b");
-    EXPECT_FALSE(deck->Saved());
-  }
-  const auto deck = Deck::open(file);
-  EXPECT_FALSE(deck->Saved());
-  deck->Save();
-  EXPECT_TRUE(deck->Saved());
-}
-
 TEST(DeckJournal, CutOffAtAnyByteKeepsWhatWasWholeBefore) {
   const TempFolder folder;
   const std::string file = folder.deck({3, false, false, false, true}), journal = file + ".journal";
@@ -126,63 +111,6 @@ TEST(DeckJournal, SavingCutOffAnywhereStoresNothingTwiceAndLosesNothing) {
     deck->Save();
     EXPECT_EQ(stateOf(*Deck::open(file, {true, nullptr, "", {}})), more) << one.cutOff;
   }
-}
-
-TEST(DeckJournal, OfAnotherStateIsRefusedAndKept) {
-  const TempFolder folder;
-  const std::string file = folder.deck(), journal = file + ".journal";
-  {
-    const auto deck = Deck::open(file);
-    deck->Slides(2).tags().Append("QRNVOTES", "1;");
-    deck->Slides(2).tags().Append("QRNVOTES", "2;");
-    deck->tags().Add("A", "a");
-  }
-  const std::string stored = readFile(journal);
-  PartList parts = readZip(file);  // another program renumbers the slides and puts the second one first
-  std::string& list = part(parts, "ppt/presentation.xml");
-  list = replaced(list, "<p:sldId id=\"299\" r:id=\"s2\"/>", "");
-  list = replaced(list, "<p:sldIdLst>", "<p:sldIdLst><p:sldId id=\"777\" r:id=\"s2\"/>");
-  writeZip(file, parts);
-  const std::string changedDeck = readFile(file);
-  try {
-    Deck::open(file);
-    ADD_FAILURE() << "opened";
-  } catch (const deck::JournalRefused& refused) {
-    EXPECT_THAT(refused.what(), HasSubstr("talk.pptx.journal"));
-    EXPECT_EQ(refused.changes(), 3);
-  }
-  EXPECT_EQ(readFile(journal), stored);
-  EXPECT_EQ(readFile(file), changedDeck);
-
-  EXPECT_EQ(openedState(file, OtherJournal::apply), "A=a;|QRNVOTES=1;2;;|||");
-  EXPECT_EQ(readFile(journal + ".1"), stored) << "kept for good measure";
-  EXPECT_EQ(openedState(file), "A=a;|QRNVOTES=1;2;;|||") << "from now on it is this deck's journal";
-
-  writeFile(journal, stored);
-  EXPECT_EQ(openedState(file, OtherJournal::setAside), "||||");
-  EXPECT_EQ(readFile(journal + ".2"), stored);
-}
-
-TEST(DeckJournal, DamagedInTheMiddleIsNotTakenForCutOff) {
-  const TempFolder folder;
-  const std::string file = folder.deck(), journal = file + ".journal";
-  std::vector<std::size_t> ends;
-  {
-    const auto deck = Deck::open(file);
-    for (const char* name : {"A", "B", "C"}) {
-      deck->tags().Add(name, name);
-      ends.push_back(readFile(journal).size());
-    }
-  }
-  std::string bytes = readFile(journal);
-  bytes[ends[1] - 1] = static_cast<char>(bytes[ends[1] - 1] ^ 1);
-  writeFile(journal, bytes);
-  EXPECT_THROW(Deck::open(file), deck::JournalRefused);
-  EXPECT_EQ(readFile(journal), bytes);
-  EXPECT_EQ(openedState(file, OtherJournal::apply), "A=A;C=C;||||");
-  EXPECT_EQ(readFile(journal + ".1"), bytes);
-  writeFile(journal, std::string(300, 'x'));
-  EXPECT_THROW(Deck::open(file), deck::JournalRefused) << "no journal at all";
 }
 
 // Right checksums, impossible contents: what can be stored is, the rest is told, and the journal is kept.
@@ -340,105 +268,6 @@ TEST(DeckJournal, ARecordThatFindsNoRoomIsNotStoredAtAll) {
               0);
   EXPECT_EQ(readFile(file + ".journal").size(), size);
   EXPECT_EQ(Deck::open(file)->Slides(1).tags().Item("QRNVOTES"), "one");
-}
-
-TEST(DeckJournal, ADeckOrFolderThatCannotBeWrittenSaysSo) {
-  const TempFolder folder;
-  const std::string file = folder.deck();
-  ASSERT_EQ(::chmod(file.c_str(), 0444), 0);
-  ASSERT_EQ(::chmod(folder.path().c_str(), 0777), 0);
-  const std::string before = readFile(file);
-  EXPECT_EQ(inChild([&] {
-              becomeNobody();
-              const auto deck = Deck::open(file);
-              deck->Slides(1).tags().Add("A", "kept");
-              if (!deck->ReadOnly() || !deck->WhyNoVotes().empty() ||
-                  deck->foreignSaveWarning().value_or("").find("journal") == std::string::npos)
-                return 1;
-              try {
-                deck->Save();
-              } catch (const HostError& error) {
-                return error.number() == 70 ? 0 : 2;
-              }
-              return 3;
-            }),
-            0)
-      << "read-only deck";
-  EXPECT_EQ(readFile(file), before);
-  EXPECT_EQ(Deck::open(file)->Slides(1).tags().Item("A"), "kept");
-  std::filesystem::remove(file + ".journal");
-  ASSERT_EQ(::chmod(folder.path().c_str(), 0555), 0);
-  for (const unsigned mode : {0444U, 0666U}) {
-    ASSERT_EQ(::chmod(file.c_str(), mode), 0);
-    EXPECT_EQ(inChild([&] {
-                becomeNobody();
-                const auto deck = Deck::open(file);
-                if (deck->WhyNoVotes().find(folder.path()) == std::string::npos)
-                  return 1;
-                try {
-                  deck->Slides(1).tags().Add("A", "lost");
-                } catch (const HostError& error) {
-                  return error.number() == 70 && deck->Slides(1).tags().Item("A").empty() ? 0 : 2;
-                }
-                return 3;
-              }),
-              0)
-        << "read-only folder, deck " << mode;
-  }
-  ASSERT_EQ(::chmod(folder.path().c_str(), 0755), 0);
-}
-
-TEST(DeckJournal, OneWriterAtATimeAndAKilledOneStopsNobody) {
-  const TempFolder folder;
-  const std::string file = folder.deck();
-  {
-    const auto first = Deck::open(file);
-    first->Slides(1).tags().Add("A", "1");
-    EXPECT_THROW(Deck::open(file), deck::DeckInUse);
-    const auto reader = Deck::open(file, {true, nullptr, "", {}});
-    EXPECT_EQ(reader->Slides(1).tags().Item("A"), "1");
-    EXPECT_THROW(reader->Slides(1).tags().Add("A", "2"), HostError);
-    EXPECT_THROW(reader->Save(), HostError);
-  }
-  EXPECT_EQ(inChild([&] {
-              const auto deck = Deck::open(file);
-              ::raise(SIGKILL);
-              return 0;
-            }),
-            99);
-  EXPECT_TRUE(std::filesystem::exists(file + ".lock"));
-  EXPECT_EQ(Deck::open(file)->Slides(1).tags().Item("A"), "1");
-  EXPECT_FALSE(std::filesystem::exists(file + ".lock"));
-}
-
-TEST(DeckJournal, ADeckSavedByAnotherProgramMeanwhileIsNotOverwritten) {
-  const TempFolder folder;
-  const std::string file = folder.deck();
-  const auto deck = Deck::open(file);
-  deck->Slides(1).tags().Add("A", "1");
-  folder.deck({2, false, false, false, false});
-  const std::string foreign = readFile(file);
-  EXPECT_THROW(deck->Save(), HostError);
-  EXPECT_EQ(readFile(file), foreign);
-  EXPECT_TRUE(std::filesystem::exists(file + ".journal"));
-}
-
-TEST(DeckJournal, LinksAreKept) {
-  const TempFolder folder;
-  const std::string file = folder.deck();
-  std::filesystem::create_directory(folder.file("desk"));
-  const std::string link = folder.file("desk/link.pptx");
-  std::filesystem::create_symlink(file, link);
-  {
-    const auto deck = Deck::open(link);
-    EXPECT_EQ(deck->path(), folder.file("desk"));
-    EXPECT_EQ(deck->FullName(), link);
-    deck->Slides(1).tags().Add("A", "1");
-    EXPECT_TRUE(std::filesystem::exists(file + ".journal"));
-    deck->Save();
-  }
-  EXPECT_TRUE(std::filesystem::is_symlink(link));
-  EXPECT_EQ(Deck::open(file)->Slides(1).tags().Item("A"), "1");
 }
 
 }  // namespace

@@ -89,20 +89,6 @@ INSTANTIATE_TEST_SUITE_P(Decks, DeckKinds,
                                            Kind{"StrictTaggedMarked", {3, true, true, true, true}}),
                          [](const auto& kind) { return kind.param.name; });
 
-TEST(DeckTags, StandInTheSchemasPlaces) {
-  const TempFolder folder;
-  const std::string file = folder.deck();
-  const auto deck = Deck::open(file);
-  deck->Slides(1).tags().Add("A", "1");
-  deck->tags().Add("A", "1");
-  deck->Save();
-  PartList parts = readZip(file);
-  EXPECT_THAT(part(parts, "ppt/slides/slide1.xml"),
-              HasSubstr("</p:spTree><p:custDataLst><p:tags r:id=\"rId3\"/>"
-                        "</p:custDataLst><p:extLst>"));
-  EXPECT_THAT(part(parts, "ppt/presentation.xml"), HasSubstr("</p:custDataLst><p:defaultTextStyle/>"));
-}
-
 std::string wide(std::string_view text, bool bigFirst) {
   std::string units;
   for (const char c : text) {
@@ -156,87 +142,6 @@ TEST(DeckTags, AListInAnotherEncodingStaysInIt) {
     expected += one.encoded("<p:tag name=\"QRNMATRIX\" val=\"") + one.ours + one.encoded("\"/>") + end;
     EXPECT_EQ(part(parts, "ppt/tags/tag2.xml"), expected);
     EXPECT_EQ(Deck::open(file)->Slides(1).tags().Item("QRNMATRIX"), "\u00E9 \u20AC \U0001F600");
-  }
-}
-
-TEST(DeckTags, NamesOfAnyScriptAreFoundInAnyCase) {
-  const struct {
-    const char *small, *capital;
-  } names[] = {{"caf\u00E9 \u00FF\u00B5", "CAF\u00C9 \u0178\u039C"},  // Latin-1
-               {"\u0142\u017E\u0133\u01C6\u1E61", "\u0141\u017D\u0132\u01C4\u1E60"},
-               {"\u03AC\u03BB\u03C6\u03B1\u03C2\u1F80", "\u0386\u039B\u03A6\u0391\u03A3\u1F88"},
-               {"\u0436\u0451\u0491\u04CF", "\u0416\u0401\u0490\u04C0"},
-               {"\u0561\u10D0\U00010428\uFF41", "\u0531\u1C90\U00010400\uFF21"},
-               {"stra\u00DFe \u0131", "STRA\u1E9EE \u0131"}};
-  const TempFolder folder;
-  PartList parts = deckParts({3, false, false, false, true});
-  std::string& list = part(parts, "ppt/tags/tag2.xml");
-  list = replaced(list, "FOREIGN", "\u00F6sterreich");
-  writeZip(folder.file("talk.pptx"), parts);
-  for (const auto& name : names) {
-    const auto deck = Deck::open(folder.file("talk.pptx"));
-    host::Tags& tags = deck->Slides(1).tags();
-    EXPECT_EQ(tags.Item("\u00D6STERREICH"), "it's");
-    tags.Add(name.small, "1");
-    tags.Append(name.capital, "2");
-    deck->Save();
-    const auto again = Deck::open(folder.file("talk.pptx"), {true, nullptr, "", {}});
-    EXPECT_EQ(again->Slides(1).tags().Item(name.small), "12") << name.small;
-    tags.Delete(name.small);
-    EXPECT_EQ(tags.Item(name.capital), "") << name.capital;
-  }
-  parts = readZip(folder.file("talk.pptx"));
-  EXPECT_THAT(part(parts, "ppt/tags/tag2.xml"), HasSubstr("<p:tag name='\u00F6sterreich' val='it&apos;s'/>"));
-}
-
-TEST(DeckTags, ValuesComeBackExactly) {
-  std::string large;
-  for (int i = 0; large.size() < 3000000; ++i) large += "C" + std::to_string(i) + ";1;2;X;-;\r\n";
-  const std::vector<std::string> values = {"",
-                                           " blank ends ",
-                                           "a\r\nb\rc\nd\te",
-                                           "\"quotes\" 'single' <&> ]]> &#xD;",
-                                           "\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80",
-                                           "\r\n",
-                                           large};
-  const TempFolder folder;
-  const std::string file = folder.deck({3, false, false, false, true});
-  {
-    const auto deck = Deck::open(file);
-    for (std::size_t i = 0; i < values.size(); ++i)
-      deck->Slides(1).tags().Add("v" + std::to_string(i), values[i]);
-    deck->Save();
-  }
-  const auto deck = Deck::open(file);
-  for (std::size_t i = 0; i < values.size(); ++i) {
-    const std::string got = deck->Slides(1).tags().Item("V" + std::to_string(i));
-    ASSERT_EQ(got.size(), values[i].size()) << i;
-    EXPECT_TRUE(got == values[i]) << i;
-  }
-}
-
-TEST(DeckTags, TextThatXmlCannotHoldIsMappedAndSoBothInMemoryAndInTheDeck) {
-  const std::map<std::string, std::string> mapped = {{std::string("a\0b", 3),
-                                                      "a\xEF\xBF\xBD"
-                                                      "b"},
-                                                     {"\x01\x1F", "\xEF\xBF\xBD\xEF\xBF\xBD"},
-                                                     {"caf\xE9 \x80", "caf\xC3\xA9 \xE2\x82\xAC"},
-                                                     {"\xEF\xBF\xBE", "\xEF\xBF\xBD"},
-                                                     {"\xED\xA0\x80", "\xEF\xBF\xBD"},
-                                                     {"\xC3", "\xC3\x83"}};
-  const TempFolder folder;
-  const std::string file = folder.deck();
-  for (const bool again : {false, true}) {
-    const auto deck = Deck::open(file);
-    int i = 0;
-    for (const auto& [value, expected] : mapped) {
-      const std::string name = "T" + std::to_string(i++);
-      if (!again)
-        deck->Slides(1).tags().Append(name, value);
-      EXPECT_EQ(deck->Slides(1).tags().Item(name), expected) << name;
-    }
-    if (!again)
-      deck->Save();
   }
 }
 
@@ -305,61 +210,6 @@ TEST(DeckTags, LargePartsOfOthersStayWhereverOursStand) {
     EXPECT_TRUE(part(after, "ppt/media/film2.mp4") == film.substr(1));
     EXPECT_THAT(part(after, "ppt/tags/tag2.xml"), HasSubstr(votes));
   }
-}
-
-TEST(DeckTags, DeletedTagsGoAndTheOthersStay) {
-  const TempFolder folder;
-  const std::string file = folder.deck({3, false, false, false, true});
-  {
-    const auto deck = Deck::open(file);
-    deck->Slides(1).tags().Delete("qrnVotes");
-    deck->Slides(1).tags().Delete("absent");
-    deck->Save();
-  }
-  PartList parts = readZip(file);
-  EXPECT_THAT(
-      part(parts, "ppt/tags/tag2.xml"),
-      HasSubstr(
-          "<p:tag name='FOREIGN' val='it&apos;s'/>\r\n<p:tag name=\"TIMING\" val=\"|1.5\"/></p:tagLst>"));
-}
-
-TEST(DeckTags, AReferenceToAMissingListReadsEmptyAndHeals) {
-  for (const bool relationship : {true, false}) {
-    const TempFolder folder;
-    PartList parts = deckParts({3, false, false, false, true});
-    std::erase_if(parts, [](const auto& one) { return one.first == "ppt/tags/tag2.xml"; });
-    if (!relationship)
-      part(parts, "ppt/slides/slide1.xml") =
-          replaced(part(parts, "ppt/slides/slide1.xml"), "rTags", "rNowhere");
-    writeZip(folder.file("talk.pptx"), parts);
-    {
-      const auto deck = Deck::open(folder.file("talk.pptx"));
-      EXPECT_TRUE(deck->Slides(1).tags().Names().empty());
-      deck->Slides(1).tags().Add("A", "1");
-      deck->Save();
-    }
-    EXPECT_EQ(Deck::open(folder.file("talk.pptx"))->Slides(1).tags().Item("A"), "1");
-    PartList after = readZip(folder.file("talk.pptx"));
-    const std::string& types = part(after, "[Content_Types].xml");
-    EXPECT_EQ(types.find("/ppt/tags/tag2.xml"), types.rfind("/ppt/tags/tag2.xml")) << "named twice";
-  }
-}
-
-TEST(DeckTags, SlidesThatShareAListArePartedByAChange) {
-  const TempFolder folder;
-  PartList parts = deckParts({3, false, false, false, true});
-  part(parts, "ppt/slides/slide3.xml") = part(parts, "ppt/slides/slide1.xml");
-  part(parts, "ppt/slides/_rels/slide3.xml.rels") = part(parts, "ppt/slides/_rels/slide1.xml.rels");
-  writeZip(folder.file("talk.pptx"), parts);
-  {
-    const auto deck = Deck::open(folder.file("talk.pptx"));
-    deck->Slides(3).tags().Add("QRNVOTES", "third");
-    deck->Save();
-  }
-  const auto deck = Deck::open(folder.file("talk.pptx"));
-  EXPECT_EQ(deck->Slides(1).tags().Item("QRNVOTES"), "old\n");
-  EXPECT_EQ(deck->Slides(3).tags().Item("QRNVOTES"), "third");
-  EXPECT_EQ(deck->Slides(3).tags().Item("FOREIGN"), "it's");
 }
 
 }  // namespace

@@ -1,0 +1,405 @@
+// Decks told as conversations: what is stored in them, what other programs do to them and what stands beside
+// them.
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <map>
+#include <set>
+#include <sstream>
+#include <thread>
+
+#include "adapters/deck/deck.h"
+#include "adapters/deck/deck_fixture.h"
+#include "host/errors.h"
+#include "support/cases.h"
+
+namespace qrn::test {
+namespace {
+
+using deck::Deck;
+using deck::OpenOptions;
+namespace fs = std::filesystem;
+
+class DeckCase : public CaseTest {
+ protected:
+  DeckCase() {
+    folder.deck();
+    fileCommands();
+    standingCommands();
+    partCommands();
+    openCommands();
+    tagCommands();
+    slideCommands();
+    processCommands();
+  }
+  std::string shown(std::string told) const override {
+    for (std::size_t at; (at = told.find(folder.path() + "/")) != std::string::npos;)
+      told.erase(at, folder.path().size() + 1);
+    for (std::size_t at; (at = told.find(folder.path())) != std::string::npos;)
+      told.replace(at, folder.path().size(), "FOLDER");
+    const std::string us = "process " + std::to_string(process_);
+    if (const std::size_t at = told.find(us); at != std::string::npos)
+      told.replace(at, us.size(), "process US");
+    return told;
+  }
+  std::string path(const Words& words, std::size_t n) const {
+    return words.word(n) == "." ? folder.path()
+                                : folder.file(words.word(n).empty() ? "talk.pptx" : words.word(n));
+  }
+  Deck& deck() { return *decks_.back(); }
+  host::Tags& tagsOf(const std::string& slide) {
+    return slide == "deck" ? deck().tags() : deck().Slides(std::stoi(slide)).tags();
+  }
+  static OpenOptions reading() { return {true, nullptr, "", {}, {}}; }
+
+ private:
+  // All files stand in one folder; without a name it is talk.pptx.
+  void fileCommands() {
+    // deck [clean] [FILE] [slides=N] [strict] [bom] [absolute] [tagged]
+    on("deck", [this](const Words& words) {
+      DeckOptions options;
+      std::string name = "talk.pptx";
+      for (const std::string& word : words)
+        if (word.starts_with("slides="))
+          options.slides = std::stoi(word.substr(7));
+        else if (word == "clean")
+          for (const std::string& old : folder.names()) fs::remove_all(folder.file(old));
+        else if (word.find('.') != std::string::npos)
+          name = word;
+        else
+          (word == "strict"     ? options.strict
+           : word == "bom"      ? options.bom
+           : word == "absolute" ? options.absolute
+                                : options.tagged) = true;
+      writeZip(folder.file(name), deckParts(options));
+    });
+    on("folder", [this](const Words& words) {
+      std::string names;
+      for (const auto& entry : fs::directory_iterator(words.empty() ? folder.path() : folder.file(words[0])))
+        sorted_.insert(entry.path().filename().string());
+      for (const std::string& name : std::exchange(sorted_, {})) names += (names.empty() ? "" : " ") + name;
+      tell(names.empty() ? "empty" : names);
+    });
+    on("rename", [this](const Words& words) { fs::rename(path(words, 0), path(words, 1)); });
+    on("copy", [this](const Words& words) { fs::copy_file(path(words, 0), path(words, 1)); });
+    on("remove", [this](const Words& words) { fs::remove(path(words, 0)); });
+    on("mkdir", [this](const Words& words) { fs::create_directory(path(words, 0)); });
+    on("write", [this](const Words& words) { writeFile(path(words, 0), words.rest(1)); });
+    on("hardlink", [this](const Words& words) { fs::create_hard_link(path(words, 0), path(words, 1)); });
+    on("symlink", [this](const Words& words) { fs::create_symlink(path(words, 0), path(words, 1)); });
+    on("content", [this](const Words& words) { tell(escaped(readFile(path(words, 0)))); });
+    on("holds", [this](const Words& words) {
+      tell(readFile(path(words, 0)).find(words.rest(1)) == std::string::npos ? "no" : "yes");
+    });
+    on("keep", [this](const Words& words) { kept_[words.word(0)] = readFile(path(words, 0)); });
+    on("same", [this](const Words& words) {
+      tell(readFile(path(words, 0)) == kept_[words.word(words.size() > 1 ? 1 : 0)] ? "" : "changed");
+    });
+    on("putback", [this](const Words& words) {
+      writeFile(path(words, 0), kept_[words.word(words.size() > 1 ? 1 : 0)]);
+    });
+    on("flip", [this](const Words& words) {
+      std::string bytes = readFile(path(words, 0));
+      const std::size_t at = bytes.find(words[1]);
+      bytes[at] = static_cast<char>(bytes[at] ^ 1);
+      writeFile(path(words, 0), bytes);
+    });
+    on("soon", [this](const Words& words) {
+      soon_ = std::jthread([file = path(words, 0), text = words.rest(1)] {
+        ::usleep(10000);
+        writeFile(file, text);
+      });
+    });
+    on("joined", [this](const Words&) { soon_.join(); });
+  }
+  void standingCommands() {
+    on("root", [](const Words&) {
+      if (::geteuid() != 0)
+        GTEST_SKIP() << "only root can play another user";
+    });
+    on("mode", [this](const Words& words) {
+      EXPECT_EQ(::chmod(path(words, 0).c_str(), static_cast<mode_t>(std::stoi(words[1], nullptr, 8))), 0);
+    });
+    on("owner", [this](const Words& words) {
+      EXPECT_EQ(::chown(path(words, 0).c_str(), static_cast<uid_t>(words.number(1)),
+                        static_cast<gid_t>(words.number(2))),
+                0);
+    });
+    on("standing", [this](const Words& words) {
+      for (std::size_t i = 0; i < words.size(); ++i) {
+        struct stat info {};
+        if (::stat(path(words, i).c_str(), &info) != 0) {
+          tell(words[i] + " is not there");
+          continue;
+        }
+        std::ostringstream text;
+        text << words[i] << " " << std::oct << (info.st_mode & 07777U) << std::dec << " " << info.st_uid
+             << ":" << info.st_gid;
+        tell(text.str());
+      }
+    });
+    on("attribute", [this](const Words& words) {
+      const std::string file = path(words, 0), name = words[1];
+      if (words.size() > 2 &&
+          ::setxattr(file.c_str(), name.c_str(), words[2].data(), words[2].size(), 0) != 0)
+        GTEST_SKIP() << "no extended attributes on this file system";
+      std::string got(100, '\0');
+      const ssize_t size = ::getxattr(file.c_str(), name.c_str(), got.data(), got.size());
+      tell(words.size() > 2 ? ""
+           : size < 0       ? "none"
+                            : "'" + escaped(got.substr(0, static_cast<std::size_t>(size))) + "'");
+    });
+    on("lock", [this](const Words& words) {
+      lock_ = ::open(path(words, 0).c_str(), O_RDWR | O_CREAT, 0600);
+      EXPECT_EQ(::flock(lock_, LOCK_EX), 0);
+    });
+    on("unlock", [this](const Words&) { ::close(lock_); });
+    on("notes", [this](const Words&) {
+      tell(fs::is_empty(folder.path() + "-state/quorin-matrix/open") ? "none" : "noted");
+    });
+  }
+  // Parts are those of talk.pptx, changed as another program would.
+  void partCommands() {
+    const auto change = [this](const std::function<void(PartList&)>& act) {
+      PartList parts = readZip(folder.file("talk.pptx"));
+      act(parts);
+      writeZip(folder.file("talk.pptx"), parts);
+    };
+    on("part", [change](const Words& words) {
+      change([&](PartList& parts) {
+        part(parts, words[0]) = replaced(part(parts, words[0]), words[1], words.word(2));
+      });
+    });
+    on("newpart", [change](const Words& words) {
+      change([&](PartList& parts) { part(parts, words[0]) = words.rest(1); });
+    });
+    on("nopart", [change](const Words& words) {
+      change([&](PartList& parts) {
+        std::erase_if(parts, [&](const auto& one) { return one.first.find(words[0]) != std::string::npos; });
+      });
+    });
+    // count PART TEXT: how often it stands there
+    on("count", [this](const Words& words) {
+      PartList parts = readZip(folder.file("talk.pptx"));
+      const std::string& text = part(parts, words[0]);
+      int times = 0;
+      for (std::size_t at = 0; (at = text.find(words.rest(1), at)) != std::string::npos; ++at) ++times;
+      tell(std::to_string(times));
+    });
+    on("copypart", [change](const Words& words) {
+      change([&](PartList& parts) { part(parts, words[1]) = std::string(part(parts, words[0])); });
+    });
+    on("utf16", [change](const Words& words) {
+      change([&](PartList& parts) {
+        std::string& text = part(parts, words[0]);
+        std::string wide = "\xFF\xFE";
+        for (const char c : replaced(text, "UTF-8", "UTF-16")) wide += {c, '\0'};
+        text = wide;
+      });
+    });
+    // What has changed in the parts since "parts": the piece between what is the same at both ends.
+    on("parts", [this](const Words&) { parts_ = readZip(folder.file("talk.pptx")); });
+    on("changes", [this](const Words& words) { tellChanges(words.word(0)); });
+  }
+  void tellChanges(const std::string& only) {
+    for (const auto& [name, text] : readZip(folder.file("talk.pptx"))) {
+      const std::string& before = part(parts_, name);
+      if (text == before || name.find(only) == std::string::npos)
+        continue;
+      std::size_t from = 0, end = 0;
+      while (from < text.size() && from < before.size() && text[from] == before[from]) ++from;
+      while (end < text.size() - from && end < before.size() - from &&
+             text[text.size() - 1 - end] == before[before.size() - 1 - end])
+        ++end;
+      tell(name + ": " + escaped(before.substr(from, before.size() - end - from)) + " => " +
+           escaped(text.substr(from, text.size() - end - from)));
+    }
+  }
+  void openCommands() {
+    // open [FILE] [reading] [apply] [aside]: the deck at hand from now on, until "close" gives back the one
+    // before
+    on("open", [this](const Words& words) {
+      OpenOptions options;
+      std::string name;
+      for (const std::string& word : words)
+        if (word == "reading")
+          options.readOnly = true;
+        else if (word == "apply" || word == "aside")
+          options.otherJournal = word == "apply" ? deck::OtherJournal::apply : deck::OtherJournal::setAside;
+        else
+          name = word;
+      options.tell = [this](const std::string& text) { tell("told: " + escaped(text)); };
+      decks_.push_back(Deck::open(name.empty() ? folder.file("talk.pptx") : folder.file(name), options));
+      if (const auto warning = deck().foreignSaveWarning())
+        tell("warning: " + escaped(*warning));
+    });
+    on("close", [this](const Words&) { decks_.pop_back(); });
+    // peek [FILE]: all tags of it, the deck's and then slide after slide
+    on("peek",
+       [this](const Words& words) { tell(escaped(stateOf(*Deck::open(path(words, 0), reading())))); });
+    // opens: whether it does, and leaves all as it was
+    on("opens", [this](const Words& words) { tellOpens(path(words, 0)); });
+    on("warning", [this](const Words&) { tell(escaped(deck().foreignSaveWarning().value_or("none"))); });
+    on("save", [this](const Words&) { deck().Save(); });
+    on("saved", [this](const Words&) { tell(deck().Saved() ? "yes" : "no"); });
+    on("names", [this](const Words&) { tell(deck().path() + " " + deck().FullName()); });
+    on("votes", [this](const Words&) {
+      tell((deck().ReadOnly() ? "read-only " : "") +
+           (deck().WhyNoVotes().empty() ? "may be stored" : deck().WhyNoVotes()));
+    });
+    on("restore", [this](const Words&) {
+      const deck::RestoreResult result = deck().restoreFromBackup();
+      tell(std::to_string(result.tags) + " tags");
+      for (const std::string& line : result.notPlaced) tell("not placed: " + line);
+    });
+  }
+  void tellOpens(const std::string& file) {
+    const std::string before = fs::is_regular_file(file) ? readFile(file) : "";
+    const std::size_t names = folder.names().size();
+    std::string told = "opened";
+    try {
+      const auto one = Deck::open(file);
+      for (int i = 1; i <= one->SlideCount() && told == "opened"; ++i)
+        if (const std::string damage = one->Slides(i).Damage(); !damage.empty())
+          told = damage;
+    } catch (const HostError& error) {
+      told = error.what();
+      if (error.fault() == Fault::program)
+        told += " (a fault of the program)";
+    }
+    tell(escaped(told));
+    if (names != folder.names().size() || (fs::is_regular_file(file) && readFile(file) != before))
+      tell("and has left something behind");
+  }
+  // SLIDE is a number or "deck"
+  void tagCommands() {
+    on("add", [this](const Words& words) { tagsOf(words[0]).Add(words[1], words.rest(2)); });
+    on("append", [this](const Words& words) { tagsOf(words[0]).Append(words[1], words.rest(2)); });
+    on("vote", [this](const Words& words) { tagsOf("1").Append("QRNVOTES", words.rest(0)); });
+    on("delete", [this](const Words& words) { tagsOf(words[0]).Delete(words[1]); });
+    on("tag", [this](const Words& words) { tell("'" + escaped(tagsOf(words[0]).Item(words[1])) + "'"); });
+    on("tags", [this](const Words& words) {
+      std::string names;
+      for (const std::string& name : tagsOf(words[0]).Names()) names += name + " ";
+      tell(names.empty() ? "none" : names);
+    });
+    on("state", [this](const Words&) { tell(escaped(stateOf(deck()))); });
+  }
+  void slideCommands() {
+    on("slides", [this](const Words&) {
+      for (int i = 1; i <= deck().SlideCount(); ++i) {
+        host::Slide& slide = deck().Slides(i);
+        tell(std::to_string(slide.slideIndex()) + ": " + std::to_string(slide.slideID()) + " " +
+             slide.Title() + (slide.Hidden() ? " hidden" : "") +
+             (slide.Damage().empty() ? "" : ", damaged: " + slide.Damage()));
+      }
+      tell(std::to_string(deck().SlideWidth()) + " x " + std::to_string(deck().SlideHeight()));
+    });
+    on("slide", [this](const Words& words) { deck().Slides(words.number(0)); });
+    on("new", [this](const Words& words) {
+      tell("at " + std::to_string(deck().AddTitleOnlySlide(words.number(0)).slideIndex()));
+    });
+    // shapes SLIDE [notes]
+    on("shapes", [this](const Words& words) {
+      for (host::Shape* shape : shapesOf(words)) {
+        static const std::map<host::PlaceholderType, std::string> kinds{
+            {host::PlaceholderType::title, " title"}, {host::PlaceholderType::other, " placeholder"}};
+        const auto kind = kinds.find(shape->Placeholder());
+        tell(shape->Name() + (kind == kinds.end() ? "" : kind->second) + (shape->Visible() ? "" : " hidden") +
+             ": " + (shape->HasTextFrame() ? escaped(shape->Text()) : "no text"));
+      }
+    });
+    // shape SLIDE notes|slide NUMBER hide|show|delete|TEXT
+    on("shape", [this](const Words& words) {
+      host::Shape& shape = *shapesOf(words).at(static_cast<std::size_t>(words.number(2) - 1));
+      const std::string what = words.rest(3);
+      if (what == "delete")
+        shape.Delete();
+      else if (what == "hide" || what == "show")
+        shape.SetVisible(what == "show");
+      else
+        shape.SetText(what);
+    });
+    on("look", [this](const Words&) {
+      for (const auto& font : {deck().MasterTitleFont(), deck().MasterBodyFont()}) {
+        std::ostringstream text;
+        if (font)
+          text << "'" << font->name << "' " << font->size << (font->bold ? " bold" : "")
+               << (font->italic ? " italic" : "") << (font->underline ? " underlined" : "") << " " << std::hex
+               << font->colour;
+        tell(font ? text.str() : "no font");
+      }
+      std::ostringstream scheme;
+      for (int entry = 0; entry <= 11; ++entry) {
+        const std::int32_t colour = deck().SchemeColour(entry);
+        scheme << (entry > 0 ? " " : "") << (colour < 0 ? "-" : "") << std::hex << (colour < 0 ? 0 : colour);
+      }
+      tell(scheme.str());
+    });
+  }
+  std::vector<host::Shape*> shapesOf(const Words& words) {
+    host::Slide& slide = deck().Slides(words.number(0));
+    return words.word(1) == "notes" ? slide.NotesPageShapes() : slide.Shapes();
+  }
+  // What happens in a process of its own tells its lines on its own.
+  void processCommands() {
+    on("killed", [this](const Words&) {
+      EXPECT_EQ(inChild([this] {
+                  runBlock();
+                  if (HasFailure())
+                    return 1;
+                  ::raise(SIGKILL);
+                  return 0;
+                }),
+                99);
+    });
+    on("nobody", [this](const Words& words) {
+      EXPECT_EQ(inChild([this, &words] {
+                  const auto group = static_cast<gid_t>(words.number(0));
+                  becomeNobody(words.empty() ? nullptr : &group);
+                  runBlock();
+                  decks_.clear();
+                  return HasFailure() ? 1 : 0;
+                }),
+                0);
+    });
+    on("holder", [this](const Words&) {
+      EXPECT_EQ(::pipe(ends_), 0);
+      holder_ = ::fork();
+      if (holder_ == 0) {
+        char end = 0;
+        ::close(ends_[1]);
+        runBlock();
+        fs::create_directory(folder.file("ready"));
+        ::_exit(::read(ends_[0], &end, 1) == 0 && !HasFailure() ? 0 : 1);
+      }
+      while (!fs::exists(folder.file("ready"))) ::usleep(1000);
+    });
+    on("letgo", [this](const Words&) {
+      ::close(ends_[1]);
+      int status = 0;
+      ::waitpid(holder_, &status, 0);
+      tell(status == 0 ? "" : "failed");
+    });
+  }
+
+  TempFolder folder;
+  const pid_t process_ = ::getpid();
+  std::vector<std::unique_ptr<Deck>> decks_;
+  std::map<std::string, std::string> kept_;
+  std::set<std::string> sorted_;
+  PartList parts_;
+  std::jthread soon_;
+  int lock_ = -1, ends_[2] = {};
+  pid_t holder_ = 0;
+};
+
+const bool kRegistered = registerCases<DeckCase>("DeckCase", QUORIN_CASES);
+
+}  // namespace
+}  // namespace qrn::test
