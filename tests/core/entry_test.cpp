@@ -1,379 +1,251 @@
-// A run from its command line to what it shows, on a scripted presentation.
-#include <gmock/gmock.h>
+// A run from its command line to what it shows, and to its end, told as conversations.
+#include "core/run/entry.h"
 
-#include "core/entry_fixture.h"
+#include "core/run/end_program.h"
+#include "core/windows/blank_form.h"
+#include "core/windows/presentation_windows.h"
+#include "store/exercise_text.h"
+#include "support/run_case.h"
+#include "vote/link/comms.h"
 
-namespace qrn {
+namespace qrn::test {
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-
-// Command line and modes
-
-TEST_F(EntryTest, SplitsTheCommandLine) {
-  struct Case {
-    std::string line, file, mode, slide, field4, field5;
-  };
-  for (const Case& c :
-       std::vector<Case>{{"", "", "", "", "", ""},
-                         {"qrnmatrix", "QRNMATRIX", "", "", "", ""},
-                         {" qrnmatrix , s ,3, four , five ", "QRNMATRIX", "S", "3", "FOUR", "FIVE"},
-                         {"a,b,c,d,e,f,g", "A", "B", "C", "D", "E"},
-                         {",display", "", "DISPLAY", "", "", ""}}) {
-    glo = Glo{};
-    splitCommandLine(c.line);
-    EXPECT_THAT(
-        (std::vector<std::string>{glo.cmdFile, glo.cmdMode, glo.cmdSlide, glo.cmdField4, glo.cmdField5}),
-        ElementsAre(c.file, c.mode, c.slide, c.field4, c.field5))
-        << c.line;
-  }
-}
-
-TEST_F(EntryTest, ModesStandForFilesSlidesAndOtherModes) {
-  struct Case {
-    std::string line, file, mode, slide;
-  };
-  for (const Case& c : std::vector<Case>{{"X,WIZARD", "WIZARD", "WIZARD", ""},
-                                         {"X,S", "X", "SETUP", ""},
-                                         {"X,W", "WIZARD", "W", ""},
-                                         {"X,3", "X", "DISPLAY", "3"},
-                                         {"X,0", "X", "0", ""},
-                                         {"X,-2", "X", "-2", ""},
-                                         {"X,SERIES VOTE,keep", "X", "SERIES VOTE", "KEEP"}}) {
-    glo = Glo{};
-    splitCommandLine(c.line);
-    applyModes();
-    EXPECT_THAT((std::vector<std::string>{glo.cmdFile, glo.cmdMode, glo.cmdSlide}),
-                ElementsAre(c.file, c.mode, c.slide))
-        << c.line;
-  }
-}
-
-TEST_F(EntryTest, MakeAsksForFileAndMode) {
-  world.expectInputBox("Debug mode: What file? *.mtx or qrnmatrix for v4", "qrnmatrix");
-  world.expectInputBox("Debug mode: What type? Setup (S), Slidenumber, Wizard (W)", "w");
-  splitCommandLine("x,make");
-  applyModes();
-  EXPECT_EQ(glo.cmdFile, "WIZARD");
-  EXPECT_EQ(glo.cmdMode, "W");
-}
-
-// Attaching
-
-TEST_F(EntryTest, EndsWithoutAWordWhenTheProgramDoesNotRun) {
-  world.program.running = false;
-  Main("QRNMATRIX,S");
-  EXPECT_TRUE(glo.closing);
-  EXPECT_THAT(world.dialogs.asked, IsEmpty());
-  EXPECT_THAT(world.forms.loadedNames(), IsEmpty());
-}
-
-TEST_F(EntryTest, TellsWhenNoPresentationIsThere) {
-  world.program.presentation = nullptr;
-  world.program.showRuns = false;
-  world.expectMsgBox("Matrix: No PowerPoint presentation detected");
-  world.expectMsgBox("quorinMatrix Auto Close: Matrix is closing because");
-  Main("QRNMATRIX,S");
-  EXPECT_TRUE(glo.closing);
-  EXPECT_THAT(errorLog(), HasSubstr("Procedure: Main"));
-}
-
-TEST_F(EntryTest, TellsWhenThereIsNoSlideToOpen) {
-  world.program.show.index = 0;
-  world.expectMsgBox("Matrix: There is no PowerPoint presentation loaded");
-  Main("QRNMATRIX,S");
-  EXPECT_TRUE(glo.closing);
-}
-
-TEST_F(EntryTest, GoesOnAfterAFolderThatCannotBeMade) {
-  struct NoFolders : test::MemoryFiles {
-    void makeFolder(const std::string& path) override {
-      if (path.rfind("/tmp/", 0) == 0)
-        throw HostError(Fault::world, number, path);
-    }
-    int number = 75;
-  } files;
-  host::host().files = &files;
-  storeExercise();
-  Main("QRNMATRIX,SETUP");
-  EXPECT_FALSE(glo.closing);
-  EXPECT_EQ(glo.listTitle, "Risks");
-  EXPECT_EQ(glo.assessments[0].lbl_Risk.left, glo.PowerPointSlideShow_RECT.width() * 15 / 2)
-      << "half of the show";
-  EXPECT_EQ(glo.assessments[0].lbl_Risk.top, glo.PowerPointSlideShow_RECT.height() * 15 / 2);
-  EXPECT_THAT(files.files["/appdata/quorin/Err.log"], HasSubstr("/tmp/t/quorin"));
-  files.files.clear();
-  files.number = 70;
-  Main("QRNMATRIX,SETUP");
-  EXPECT_EQ(files.files["/appdata/quorin/Err.log"].find("/tmp/t/quorin"), std::string::npos);
-  host::host().files = &world.files;
-}
-
-TEST_F(EntryTest, SetsFoldersSlideAndActivity) {
-  storeExercise();
-  tags().Add("qrnCurrentSlide", "2");
-  world.program.show.index = 1;
-  Main("QRNMATRIX,SETUP");
-  EXPECT_EQ(glo.tempPath, "/work");
-  EXPECT_EQ(glo.matrixPath, "/tmp/t/quorin/");
-  EXPECT_EQ(glo.appPath, "/install/");
-  EXPECT_EQ(glo.currentSlideID, 257);
-  EXPECT_EQ(world.program.show.index, 2);
-  EXPECT_EQ(tags().Item("qrnActivity"), "Matrix Active");
-  EXPECT_EQ(glo.listTitle, "Risks");
-  EXPECT_EQ(glo.assessments[0].lbl_Risk.left, glo.PowerPointSlideShow_RECT.width() * 15 / 2)
-      << "half of the show";
-  EXPECT_EQ(glo.assessments[0].lbl_Risk.top, glo.PowerPointSlideShow_RECT.height() * 15 / 2);
-  EXPECT_THAT(world.forms.loadedNames(), ElementsAre("comms", "blankForm"));
-}
-
-TEST_F(EntryTest, ASlideNumberAsModeOpensThatSlide) {
-  storeExercise(kVote);
-  world.program.show.index = 3;
-  closeFormAt(1, "xyVoteAverageGraph");
-  closeFormAt(2, "xyVoteGraph");
-  Main("QRNMATRIX,2");
-  EXPECT_EQ(glo.currentSlide, 2);
-  EXPECT_THAT(loaded, ElementsAre("xyVoteAverageGraph", "xyVoteGraph"));
-}
-
-struct SecondProgram : test::MemoryProgram {
-  bool PreviousInstance() const override { return true; }
-  bool AppActivate(const std::string& title) override {
-    activated = title;
-    return others;
-  }
-  void CloseApplication(const std::string& title) override { closed = title; }
-  bool others = false;
-  std::string activated, closed;
+// A program that may run for the second time, beside others of its kind.
+struct SecondProgram : MemoryProgram {
+  bool PreviousInstance() const override { return previous; }
+  bool AppActivate(const std::string&) override { return others; }
+  void CloseApplication(const std::string& title) override { closed += title; }
+  bool previous = false, others = false;
+  std::string closed;
 };
 
-TEST_F(EntryTest, WaitsForThePreviousRunToStoreItsVote) {
-  struct Case {
-    double tagAt;  // seconds; 0 never
-    bool others;
-    std::string line;
-    bool ends;
-    std::string closed;
-  };
-  for (const Case& c : std::vector<Case>{{2, true, "QRNMATRIX,SETUP", false, ""},
-                                         {0, true, "QRNMATRIX,SETUP", true, ""},
-                                         {0, false, "QRNMATRIX,SETUP", false, "Matrix"},
-                                         {0, true, "WIZARD", false, ""}}) {
-    SecondProgram second;
-    second.presentation = &world.presentation;
-    second.window.index = 2;
-    second.others = c.others;
-    host::host().presentationProgram = &second;
-    tags().Delete("qrnVoteTerminated");
-    if (c.tagAt > 0)
-      world.at(c.tagAt, [&] { tags().Add("qrnVoteTerminated", "Vote finished"); });
-    Main(c.line);
-    EXPECT_EQ(glo.closing, c.ends) << c.line << c.tagAt;
-    EXPECT_EQ(second.closed, c.closed);
-    EXPECT_EQ(tags().Item("qrnVoteTerminated"), "");
-    EXPECT_EQ(glo.appTitle, c.ends ? "Matrix2" : "Matrix");
-    releaseObjects();
-    host::host().presentationProgram = &world.program;
+struct FragileFiles : MemoryFiles {
+  void makeFolder(const std::string& path) override {
+    if (folderFault != 0 && path.starts_with("/tmp/"))
+      throw HostError(Fault::world, folderFault, path);
+    MemoryFiles::makeFolder(path);
   }
-}
+  int folderFault = 0;
+};
 
-// Old exercise files
+struct FragilePresentation : MemoryPresentation {
+  FragilePresentation() : MemoryPresentation(3) {}
+  void Save() override { throw HostError(Fault::world, 61, "The disk is full"); }
+};
 
-class OldFileTest : public EntryTest {
+// A slide whose picture tells which of its shapes were seen.
+struct ShownSlide : MemorySlide {
+  ShownSlide() : MemorySlide(900, 1) {}
+  void Export(const std::string& file, std::string_view format, int width, int height) override {
+    what =
+        file + " " + std::string(format) + " " + std::to_string(width) + "x" + std::to_string(height) + ":";
+    for (const MemoryShape& shape : shapes) what += shape.visible ? " " + shape.name : "";
+    if (fails)
+      throw HostError(Fault::world, 5, "no pictures here");
+  }
+  bool fails = false;
+  std::string what;
+};
+
+class EntryCase : public RunCase {
  protected:
-  OldFileTest() {
-    text = exercise(2);
-    world.files.files = {{"/work/Old.mtx", text},
-                         {"/work/Old.log", "log"},
-                         {"/work/votes.rec", "\"Old.mtx1C2\",a,b,\"5;6;\",9:00,1/1/2003,g,h\r\n"}};
-    slideTags().Add("qrnMatrixLog", "risk = 1\r\n");
-    world.presentation.slide(2).shapes = {test::MemoryShape("matrix"), test::MemoryShape("Title 1")};
-    world.presentation.slide(2).notes = {test::MemoryShape("Notes", "see Old.mtx")};
+  EntryCase() {
+    glo = Glo{};
+    host::host().presentationProgram = &program;
+    host::host().files = &files;
+    program.presentation = &world.presentation;
+    program.showRuns = true;
+    program.show.index = program.window.index = 2;
+    world.link.canShare = world.link.canStart = false;
+    registerComms();
+    registerBlankForm();
+    for (const char* name : {"Wizard", "xyVoteRuntime", "xyVoteAverageGraph", "xyVoteGraph"})
+      world.forms.define(name, [this, name] {
+        tell(std::string(name) + " comes up");
+        return std::make_unique<host::Form>(name);
+      });
+    entryHooks() = EntryHooks{[this] { tell("the vote begins"); }, {}, {}};
+    runCommands();
+    slideCommands();
+    programCommands();
+    backgroundCommands();
   }
-  std::string text;
+  ~EntryCase() override {
+    releaseObjects();
+    entryHooks() = EntryHooks{};
+  }
+  MemorySlide& slide() { return world.presentation.slide(2); }
+  static std::string exercise(const Words& keys) {
+    beginExercise();
+    glo.listTitle = "Risks";
+    glo.assessments[0].lbl_Risk = {1536, 0, 7680, 5760};
+    items(keys);
+    return writeExercise(glo);
+  }
+  void runCommands() {
+    // main LINE: what comes up, and whether the run has ended
+    on("main", [this](const Words& words) {
+      releaseObjects();
+      world.program.keysSent.clear();
+      Main(words.rest(0));
+      tell(std::string(glo.closing ? "ended" : "runs") +
+           (program.keysSent.empty() ? "" : ", keys " + program.keysSent));
+      program.keysSent.clear();
+    });
+    on("split", [this](const Words& words) {
+      glo = Glo{};
+      splitCommandLine(words.rest(0));
+      tell(glo.cmdFile + "|" + glo.cmdMode + "|" + glo.cmdSlide + "|" + glo.cmdField4 + "|" + glo.cmdField5);
+    });
+    on("modes", [this](const Words& words) {
+      glo = Glo{};
+      splitCommandLine(words.rest(0));
+      applyModes();
+      tell(glo.cmdFile + "|" + glo.cmdMode + "|" + glo.cmdSlide);
+    });
+    on("input", [this](const Words& words) { world.expectInputBox(words.rest(1), words[0]); });
+    on("forms", [this](const Words&) {
+      std::string names;
+      for (const std::string& name : world.forms.loadedNames())
+        names += name + (world.forms.isVisible(name) ? "* " : " ");
+      tell(names.empty() ? "none" : names);
+    });
+    on("close", [this](const Words& words) { world.forms.unload(words[0]); });
+    // A vote that goes on until it is abandoned, or that ends the program twice.
+    on("startvote", [this](const Words& words) {
+      entryHooks().startVote = [this, does = words[0]] {
+        world.forms.show("xyVoteRuntime");
+        if (does == "waits") {
+          host::waitUntil([] { return glo.voteAbandoned != 0; });
+          return;
+        }
+        glo.listTitle = "Changed";
+        glo.keyboardTurnedOn = true;
+        world.link.sent.clear();
+        endProgram();
+        endProgram();
+      };
+    });
+    on("end", [this](const Words& words) {
+      endProgram(words.word(0) == "yes", words.word(1) == "yes");
+      tell("keys " + program.keysSent);
+    });
+  }
+  // Tags and exercises are those of slide 2.
+  void slideCommands() {
+    on("exercise", [this](const Words& words) {
+      slide().tagStore.values.clear();
+      slide().tagStore.Add("qrnMatrix", exercise(words));
+      glo = Glo{};
+    });
+    on("onslide", [this](const Words& words) {
+      if (words.size() > 1)
+        slide().tagStore.Add(words[0], words.rest(1));
+      else
+        tell(escaped(slide().tagStore.Item(words[0])));
+    });
+    on("stopped", [this](const Words& words) {
+      slide().tagStore.Add("QRNVOTES", "1/1/2026,9:00:00,5;6;,1C1\r\n");
+      if (!words.empty())
+        slide().tagStore.Add("qrnMatrixLog",
+                             "category = 1\r\nassessment = 1\r\nrisk = 1\r\nprocess finished = " + words[0] +
+                                 "\r\nrisk list\r\n");
+    });
+    // file NAME TEXT; "exercise" stands for the text of one with two items
+    on("file", [this](const Words& words) {
+      files.files[words[0]] = words.word(1) == "exercise" ? exercise(Words("1 2 3")) : words.rest(1);
+      glo = words.word(1) == "exercise" ? Glo{} : glo;
+    });
+    on("nofile", [this](const Words& words) { files.files.erase(words[0]); });
+    on("files", [this](const Words&) {
+      for (const auto& [name, text] : files.files) tell(name);
+    });
+    on("oldslide", [this](const Words&) {
+      slide().shapes = {MemoryShape("matrix"), MemoryShape("Title 1")};
+      slide().notes = {MemoryShape("Notes", "see Old.mtx")};
+    });
+    on("shapes", [this](const Words&) {
+      for (const MemoryShape& shape : slide().shapes) tell(shape.name + (shape.deleted ? " deleted" : ""));
+      for (const MemoryShape& shape : slide().notes) tell("note: " + escaped(shape.text));
+    });
+    on("label", [this](const Words&) {
+      const LayoutRect& label = glo.assessments[0].lbl_Risk;
+      const host::WindowRect& show = glo.PowerPointSlideShow_RECT;
+      tell(std::to_string(label.left / static_cast<float>(15 * show.width())) + " of its width, " +
+           std::to_string(label.top / static_cast<float>(15 * show.height())) + " of its height");
+    });
+    on("saves", [this](const Words&) { tell(std::to_string(world.presentation.saves)); });
+    on("changed", [this](const Words&) {
+      tell(slide().tagStore.Item("qrnMatrix").find("Changed") == std::string::npos ? "no" : "yes");
+    });
+  }
+  void programCommands() {
+    // program [stopped] [noshow] [nodeck] [fulldisk] [second] [others] [readonly]
+    on("program", [this](const Words& words) {
+      const auto has = [&](const char* word) {
+        return std::find(words.begin(), words.end(), word) != words.end();
+      };
+      program.running = !has("stopped");
+      program.showRuns = !has("noshow");
+      program.presentation = has("nodeck") ? nullptr : has("fulldisk") ? &full : &world.presentation;
+      program.previous = has("second");
+      program.others = has("others");
+      world.presentation.whyNoVotes = has("readonly") ? "The folder is read-only." : "";
+    });
+    on("showat", [this](const Words& words) { program.show.index = words.number(0); });
+    on("shows", [this](const Words&) { tell(std::to_string(program.show.index)); });
+    on("closed", [this](const Words&) { tell(std::exchange(program.closed, "")); });
+    on("nofolders", [this](const Words& words) { files.folderFault = words.number(0); });
+    on("link", [this](const Words&) { world.link.canShare = true; });
+    on("sent", [this](const Words&) {
+      for (const std::string& command : std::exchange(world.link.sent, {})) tell(command);
+    });
+    on("fault", [this](const Words& words) {
+      tell(files.files["/appdata/quorin/Err.log"].find(words.rest(0)) == std::string::npos ? "no" : "yes");
+      files.files.erase("/appdata/quorin/Err.log");
+    });
+  }
+  void backgroundCommands() {
+    // background [fails]: of a slide with a visible shape and a hidden one
+    on("background", [this](const Words& words) {
+      ShownSlide shown;
+      shown.shapes = {MemoryShape("a"), MemoryShape("b")};
+      shown.shapes[1].visible = false;
+      shown.fails = words.word(0) == "fails";
+      glo.oPresentation = &world.presentation;
+      glo.oVoteSlide = &shown;
+      glo.matrixPath = "/tmp/t/quorin/";
+      glo.usePPTBackground = true;
+      blankForm form;
+      form.DoBackground();
+      tell(shown.what);
+      tell("'" + form.background.file + "'" + (form.background.gradient ? " gradient " : " plain ") +
+           std::to_string(form.surface.background) + (shown.shapes[0].visible ? " a" : "") +
+           (shown.shapes[1].visible ? " b" : ""));
+      glo.oVoteSlide = nullptr;
+    });
+    on("settings", [this](const Words& words) {
+      glo.backgroundFile = words[0];
+      glo.backgroundMode = words.number(1);
+      tell("'" + currentBackground().file + "'" + (currentBackground().gradient ? " gradient" : " plain"));
+    });
+    // ratio LEFT TOP RIGHT BOTTOM WIDTH HEIGHT: where a slide of that size stands in that show
+    on("ratio", [this](const Words& words) {
+      const host::WindowRect at = AdjustSlideShowRECTforScreenRatio(
+          {words.number(0), words.number(1), words.number(2), words.number(3)}, words.number(4),
+          words.number(5));
+      tell(std::to_string(at.left) + " " + std::to_string(at.top) + " " + std::to_string(at.right) + " " +
+           std::to_string(at.bottom));
+    });
+  }
+
+  FragileFiles files;
+  FragilePresentation full;
+  SecondProgram program;
 };
 
-TEST_F(OldFileTest, BecomesTheExerciseOfTheSlide) {
-  Main("old.MTX,SETUP");
-  EXPECT_EQ(slideTags().Item("qrnMatrix"), text);
-  EXPECT_EQ(slideTags().Item("qrnVotes"), "1/1/2003,9:00,5;6;,1C2\r\n");
-  EXPECT_EQ(slideTags().Item("qrnMatrixLog"), "");
-  EXPECT_TRUE(world.presentation.slide(2).shapes[0].deleted);
-  EXPECT_FALSE(world.presentation.slide(2).shapes[1].deleted);
-  EXPECT_THAT(world.presentation.slide(2).notes[0].text, HasSubstr("This slide is a quorin Matrix exercise"));
-  EXPECT_FALSE(world.files.fileExists("/work/Old.mtx"));
-  EXPECT_FALSE(world.files.fileExists("/work/Old.log"));
-  EXPECT_EQ(world.presentation.saves, 1);
-  EXPECT_EQ(glo.cmdFile, "QRNMATRIX");
-  EXPECT_EQ(glo.cmdSlide, "OLD.MTX");
-  EXPECT_EQ(glo.itemCount(), 2);
-}
-
-TEST_F(OldFileTest, EndsWhenItDoesNotStandBesideThePresentation) {
-  Main("other.mtx,SETUP");
-  EXPECT_TRUE(glo.closing);
-  EXPECT_EQ(slideTags().Item("qrnMatrix"), "");
-  EXPECT_THAT(world.dialogs.asked, IsEmpty());
-}
-
-TEST_F(OldFileTest, StaysWhenThePresentationCannotBeSaved) {
-  struct FullDisk : test::MemoryPresentation {
-    FullDisk() : MemoryPresentation(3) {}
-    void Save() override { throw HostError(Fault::world, 61, "The disk is full"); }
-  } full;
-  world.program.presentation = &full;
-  world.expectMsgBox("The disk is full");
-  Main("old.mtx,SETUP");
-  EXPECT_TRUE(world.files.fileExists("/work/Old.mtx"));
-  EXPECT_TRUE(world.files.fileExists("/work/Old.log"));
-  releaseObjects();
-}
-
-// First form
-
-TEST_F(EntryTest, TheWizardComesUpAlone) {
-  Main("QRNMATRIX,WIZARD");
-  EXPECT_TRUE(world.forms.isVisible("Wizard"));
-  EXPECT_EQ(glo.backgroundFile, "/install/tmpbg.bmp");
-  EXPECT_FALSE(world.forms.isLoaded("comms"));
-}
-
-TEST_F(EntryTest, DisplayNeedsARunningShow) {
-  world.program.showRuns = false;
-  world.program.window.index = 2;
-  storeExercise();
-  world.expectMsgBox(
-      "quorin matrix: PowerPoint slideshow is not running, can not start quorin matrix in show mode");
-  Main("QRNMATRIX,DISPLAY");
-  EXPECT_TRUE(glo.closing);
-  EXPECT_EQ(votes, 0);
-}
-
-TEST_F(EntryTest, DisplayOfASlideWithoutAnExerciseTellsSo) {
-  world.expectMsgBox("Could not find Matrix vote on slide.");
-  Main("QRNMATRIX,DISPLAY");
-  EXPECT_TRUE(glo.closing);
-  EXPECT_EQ(votes, 0);
-}
-
-// What the facilitator gets on reaching a matrix slide.
-TEST_F(EntryTest, ShowsTheVoteUntilTheExerciseIsFinishedAndTheGraphsAfterwards) {
-  enum Log { none, unfinished, finished };
-  struct Case {
-    std::string line, votesText;
-    Log log;
-    std::vector<std::optional<host::Answer>> answers;  // none: Enter
-    int votes;
-    bool graphs;
-    std::string votesAfter;
-  };
-  const std::string display = "QRNMATRIX,DISPLAY";
-  using host::Answer;
-  const std::nullopt_t enter = std::nullopt;
-  for (const Case& c :
-       std::vector<Case>{{display, "", none, {}, 1, false, ""},
-                         {display, "", unfinished, {}, 1, false, ""},
-                         {display, kVote, finished, {}, 0, true, kVote},
-                         {display, kVote, none, {}, 0, true, kVote},
-                         {display, kVote, unfinished, {Answer::yes}, 1, false, kVote},
-                         {display, kVote, unfinished, {Answer::no, Answer::yes, Answer::yes}, 1, false, ""},
-                         {display, kVote, unfinished, {Answer::no, Answer::yes, Answer::no}, 0, false, kVote},
-                         {display, kVote, unfinished, {Answer::no, Answer::no}, 0, false, kVote},
-                         {display, kVote, unfinished, {enter}, 1, false, kVote},
-                         {display, kVote, unfinished, {Answer::no, enter}, 0, false, kVote},
-                         {display, kVote, unfinished, {Answer::no, Answer::yes, enter}, 0, false, kVote},
-                         {display, kVote, unfinished, {Answer::cancel}, 0, false, kVote},
-                         {"QRNMATRIX,SERIES VOTE", kVote, finished, {}, 1, false, kVote},
-                         {"QRNMATRIX,SETUP", "", none, {}, 0, false, ""}}) {
-    loaded.clear();
-    votes = 0;
-    slideTags().values.clear();
-    storeExercise(c.votesText);
-    if (c.log != none)
-      storeLog(c.log == finished);
-    const std::vector<std::string> questions{
-        "Would you like to continue from where it was previously stopped?",
-        "Would you like to clear the data and restart?", "This will delete all live data"};
-    for (std::size_t i = 0; i < c.answers.size(); ++i)
-      world.dialogs.expected.push_back({"msg", questions[i], c.answers[i], {}});
-    if (c.graphs) {
-      closeFormAt(1, "xyVoteAverageGraph");
-      closeFormAt(2, "xyVoteGraph");
-    }
-    Main(c.line);
-    EXPECT_EQ(votes, c.votes) << c.line << c.log << c.answers.size();
-    EXPECT_EQ(loaded.size(), c.graphs ? 2U : 0U) << c.line << c.log;
-    EXPECT_EQ(slideTags().Item("QRNVOTES"), c.votesAfter) << c.line << c.log;
-    EXPECT_EQ(world.program.keysSent, c.graphs || c.votes == 1 ? "~" : "") << c.line << c.log;
-    EXPECT_TRUE(world.dialogs.expected.empty());
-    releaseObjects();
-    world.program.keysSent.clear();
-  }
-}
-
-TEST_F(EntryTest, WhereVotesCannotBeStoredTheRoomIsNotAskedToVote) {
-  world.presentation.whyNoVotes = "The folder is read-only.";
-  for (const bool unfinished : {false, true}) {
-    loaded.clear();
-    slideTags().values.clear();
-    storeExercise(unfinished ? kVote : "");
-    if (unfinished)
-      storeLog(false);
-    world.expectMsgBox("The vote was not started. The folder is read-only.", host::Answer::ok);
-    closeFormAt(1, "xyVoteAverageGraph");
-    closeFormAt(2, "xyVoteGraph");
-    Main("QRNMATRIX,DISPLAY");
-    EXPECT_EQ(votes, 0);
-    EXPECT_EQ(loaded.size(), 2U) << "the graphs show what there is";
-    EXPECT_TRUE(world.dialogs.expected.empty());
-    releaseObjects();
-  }
-}
-
-TEST_F(EntryTest, GraphsGoWhenTheShowMovesOn) {
-  storeExercise(kVote);
-  storeLog(true);
-  world.at(1, [&] { world.program.show.index = 3; });
-  Main("QRNMATRIX,DISPLAY");
-  EXPECT_TRUE(glo.closing);
-  EXPECT_THAT(loaded, ElementsAre("xyVoteAverageGraph"));
-  EXPECT_EQ(world.program.keysSent, "") << "the show needs no key to go on";
-}
-
-TEST_F(EntryTest, AShowThatEndsClosesTheRun) {
-  storeExercise();
-  entryHooks().startVote = [&] {
-    world.forms.show("xyVoteRuntime");
-    host::waitUntil([] { return glo.voteAbandoned != 0; });
-  };
-  world.at(1, [&] { world.program.showRuns = false; });
-  world.expectMsgBox(
-      "quorinMatrix Auto Close: Matrix is closing because the PowerPoint slide show is no longer");
-  Main("QRNMATRIX,DISPLAY");
-  EXPECT_TRUE(glo.closing);
-  EXPECT_FALSE(world.forms.isLoaded("xyVoteRuntime"));
-  EXPECT_TRUE(world.forms.isVisible("blankForm"));
-}
-
-TEST_F(EntryTest, TheDefaultTemplateBringsSettingsOnly) {
-  const std::string folder = "/install/matrix/templates/processes/";
-  world.files.files[folder + "my.mtt"] = exercise(3);
-  world.files.files[folder + "default.txt"] = "\"" + folder + "my.mtt\"\r\n";
-  Main("QRNMATRIX,SETUP");
-  EXPECT_EQ(glo.listTitle, "Risks");
-  EXPECT_EQ(glo.assessments[0].lbl_Risk.left, glo.PowerPointSlideShow_RECT.width() * 15 / 2)
-      << "half of the show";
-  EXPECT_EQ(glo.assessments[0].lbl_Risk.top, glo.PowerPointSlideShow_RECT.height() * 15 / 2);
-  EXPECT_EQ(glo.itemCount(), 0);
-  EXPECT_FALSE(glo.exerciseLoaded);
-  world.files.files.erase(folder + "my.mtt");
-  Main("QRNMATRIX,SETUP");
-  EXPECT_EQ(glo.listTitle, "List Title");
-  EXPECT_THAT(glo.remainingAssessments, ElementsAre(1, 2, 3, 4, 5, 6, 7, 8, 9));
-}
+const bool kRegistered = registerCases<EntryCase>("EntryCase", QUORIN_CASES);
 
 }  // namespace
-}  // namespace qrn
+}  // namespace qrn::test

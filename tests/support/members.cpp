@@ -181,6 +181,7 @@ void Walk::at(Glo& r) {
         MEMBER(multiPlot),
         MEMBER(demographicLogicalOperator),
         MEMBER(runByOption),
+        MEMBER(runByGraphLabelColour),
         MEMBER(runByShowBarGraph),
         MEMBER(runByShowAverages),
         MEMBER(runByShowAveragesEnd),
