@@ -22,7 +22,8 @@ class Walk {
   void at(Glo& g);
 
  private:
-  using Fields = std::initializer_list<std::pair<const char*, std::function<void()>>>;
+  using Field = std::pair<const char*, std::function<void()>>;
+  using Fields = std::initializer_list<Field>;
 
   std::string next() {
     const std::size_t end = std::min(rest_.find('.'), rest_.size());
@@ -104,199 +105,74 @@ class Walk {
   const std::string* value_;
 };
 
-#define MEMBER(name)           \
-  {                            \
-#name, [&] { at(r.name); } \
-  }
+#define MEMBER(name) Field(#name, [&] { at(r.name); }),
+#define AGAIN() NEXT
+#define BRACKETS ()
+#define NEXT(name, ...) MEMBER(name) __VA_OPT__(AGAIN BRACKETS(__VA_ARGS__))
+#define FOUR(...) THREE(THREE(THREE(THREE(__VA_ARGS__))))
+#define THREE(...) TWO(TWO(TWO(TWO(__VA_ARGS__))))
+#define TWO(...) ONE(ONE(ONE(ONE(__VA_ARGS__))))
+#define ONE(...) __VA_ARGS__
+// The members of these names of `r`.
+#define MEMBERS(...) \
+  { FOUR(FOUR(NEXT(__VA_ARGS__))) }
 
 void Walk::at(FontRecord& r) {
   if (!rest_.empty())
-    return pick({MEMBER(name), MEMBER(size), MEMBER(bold)});
+    return pick(MEMBERS(name, size, bold));
   shown = r.name + " " + std::to_string(static_cast<int>(r.size)) + (r.bold ? " bold" : "");
 }
 void Walk::at(RiskRecord& r) {
-  pick({MEMBER(text),
-        MEMBER(ID),
-        MEMBER(benchmark),
-        MEMBER(active),
-        MEMBER(sortKey),
-        MEMBER(voting),
-        MEMBER(notes),
-        MEMBER(owners),
-        MEMBER(rootCauses),
-        MEMBER(text3),
-        MEMBER(text5),
-        MEMBER(shortText),
-        MEMBER(newItem),
-        MEMBER(sifterScore),
-        MEMBER(average),
-        MEMBER(counted),
-        MEMBER(standardDeviation),
-        MEMBER(diversity),
-        MEMBER(cumulative),
-        MEMBER(weightedCumulative),
-        MEMBER(voted),
-        MEMBER(plotText),
-        MEMBER(postalData),
-        MEMBER(identifier)});
+  pick(MEMBERS(text, ID, benchmark, active, sortKey, voting, notes, owners, rootCauses, text3, text5,
+               shortText, newItem, sifterScore, average, counted, standardDeviation, diversity, cumulative,
+               weightedCumulative, voted, plotText, postalData, identifier));
 }
 void Walk::at(AssessmentRecord& r) {
-  pick({MEMBER(voteType), MEMBER(titleFont), MEMBER(font2), MEMBER(font3), MEMBER(imageFile),
-        MEMBER(lbl_Risk), MEMBER(img_chart), MEMBER(Img_VC), MEMBER(pcaQuestion), MEMBER(sifterCutoff),
-        MEMBER(pointColours), MEMBER(showScaleText), MEMBER(scalePointCount)});
+  pick(MEMBERS(voteType, titleFont, font2, font3, imageFile, lbl_Risk, img_chart, Img_VC, pcaQuestion,
+               sifterCutoff, pointColours, showScaleText, scalePointCount));
 }
 void Walk::at(AssessmentInfoRecord& r) {
-  pick({MEMBER(active), MEMBER(votingOrder), MEMBER(showEndMessage), MEMBER(weight), MEMBER(weightingOn),
-        MEMBER(bands)});
+  pick(MEMBERS(active, votingOrder, showEndMessage, weight, weightingOn, bands));
 }
 void Walk::at(BandRecord& r) {
-  pick({MEMBER(colour), MEMBER(low), MEMBER(high), MEMBER(label)});
+  pick(MEMBERS(colour, low, high, label));
 }
 void Walk::at(CategoryRecord& r) {
-  pick({MEMBER(CategoryID), MEMBER(CategoryName), MEMBER(CategoryItems), MEMBER(Selected), MEMBER(Enabled),
-        MEMBER(CategoryParent)});
+  pick(MEMBERS(CategoryID, CategoryName, CategoryItems, Selected, Enabled, CategoryParent));
 }
 void Walk::at(MultiPlotRecord& r) {
-  pick({MEMBER(Enabled), MEMBER(Assessments), MEMBER(PlotType), MEMBER(ReverseCalc)});
+  pick(MEMBERS(Enabled, Assessments, PlotType, ReverseCalc));
 }
 void Walk::at(SifterSorterRecord& r) {
-  pick({MEMBER(includeRatio), MEMBER(maxNumberOfItemsVotedOn), MEMBER(allocateMaxPointsPerItem),
-        MEMBER(allocateMaxPointsTotal), MEMBER(orderCreateListFromTopXItems), MEMBER(option1), MEMBER(pair1),
-        MEMBER(pair2)});
+  pick(MEMBERS(includeRatio, maxNumberOfItemsVotedOn, allocateMaxPointsPerItem, allocateMaxPointsTotal,
+               orderCreateListFromTopXItems, option1, pair1, pair2));
 }
 void Walk::at(Glo& r) {
-  pick({MEMBER(risks),
-        MEMBER(listTitle),
-        MEMBER(exerciseName),
-        MEMBER(listOrder),
-        MEMBER(categories),
-        MEMBER(CategoryMode),
-        MEMBER(gridColWidths),
-        MEMBER(scaleLabels),
-        MEMBER(assessmentTitles),
-        MEMBER(assessments),
-        MEMBER(assessmentInfo),
-        MEMBER(defaultAlign),
-        MEMBER(opt_abstain),
-        MEMBER(multiPlot),
-        MEMBER(demographicLogicalOperator),
-        MEMBER(runByOption),
-        MEMBER(runByGraphLabelColour),
-        MEMBER(runByShowBarGraph),
-        MEMBER(runByShowAverages),
-        MEMBER(runByShowAveragesEnd),
-        MEMBER(runByShowScatter),
-        MEMBER(OptionListPopup),
-        MEMBER(runByCat574e),
-        MEMBER(runByCatPrefs),
-        MEMBER(CheckAutoSave),
-        MEMBER(CheckUseLivePostal),
-        MEMBER(ComboReOrder),
-        MEMBER(OptionMatrixItemNavigation),
-        MEMBER(endOfVoteSoundOn),
-        MEMBER(endOfVoteSoundFile),
-        MEMBER(workshopNumber),
-        MEMBER(runByAverageBarCount),
-        MEMBER(barCountAuto),
-        MEMBER(barColours1),
-        MEMBER(barColours2),
-        MEMBER(chartPointCount),
-        MEMBER(optionAveragePairing),
-        MEMBER(pairAssessments),
-        MEMBER(remainingAssessments),
-        MEMBER(matrixTitleFont),
-        MEMBER(OptionScatterScale),
-        MEMBER(TextScatterScaleAbbreviate),
-        MEMBER(XYGridLinesAsQuarters),
-        MEMBER(averageMatrixChoice),
-        MEMBER(matrixGraphDisplay),
-        MEMBER(checkOverrideRagging),
-        MEMBER(chk_OwnerEnabled),
-        MEMBER(chk_SublistEnabled),
-        MEMBER(ComboListPopup),
-        MEMBER(CheckAverageScoreIndicator),
-        MEMBER(statsBoxX),
-        MEMBER(statsBoxY),
-        MEMBER(opt_StatsBoxPosition),
-        MEMBER(matrixBackgroundFlag),
-        MEMBER(backgroundFile),
-        MEMBER(usePPTBackground),
-        MEMBER(SifterSorterSettings),
-        MEMBER(MainVoteSettings),
-        MEMBER(lookUpEditorFlags),
-        MEMBER(overlayBoundaries),
-        MEMBER(resumePending),
-        MEMBER(runFinished),
-        MEMBER(logCategory),
-        MEMBER(logPairCount),
-        MEMBER(logAssessments),
-        MEMBER(currentRisk),
-        MEMBER(currentItem),
-        MEMBER(currentAssessment),
-        MEMBER(voteAssessmentNumber),
-        MEMBER(singleVoteRun),
-        MEMBER(jumpItem),
-        MEMBER(jumpAssessment),
-        MEMBER(quitRequested),
-        MEMBER(liveVotes),
-        MEMBER(postalVotes),
-        MEMBER(keypadIncluded),
-        MEMBER(abstainCount),
-        MEMBER(voteType),
-        MEMBER(limits),
-        MEMBER(points),
-        MEMBER(allocation),
-        MEMBER(preVoteText),
-        MEMBER(voteText),
-        MEMBER(voteTitle),
-        MEMBER(options),
-        MEMBER(startFrom),
-        MEMBER(voteTextOptionCount),
-        MEMBER(votesCast),
-        MEMBER(voteComplete),
-        MEMBER(voteAbandoned),
-        MEMBER(abstainEnabled),
-        MEMBER(allowedVotes),
-        MEMBER(voteOpen),
-        MEMBER(baseType),
-        MEMBER(keyboardFlag),
-        MEMBER(maxKeypads),
-        MEMBER(keypadsNotVotedPopupOn),
-        MEMBER(keypadsNotVotedHowManyToShow),
-        MEMBER(keypadsNotVotedLo),
-        MEMBER(keypadsNotVotedHi),
-        MEMBER(keypadsNotVotedClose),
-        MEMBER(keypadsNotVotedClosePercent),
-        MEMBER(numKeypads),
-        MEMBER(useOffsets),
-        MEMBER(baseOffsets),
-        MEMBER(keypadPortInfo),
-        MEMBER(activeKeypads),
-        MEMBER(roomRehearsed),
-        MEMBER(activeKeypadList),
-        MEMBER(scanMarked),
-        MEMBER(demographicFilterOn),
-        MEMBER(demographicFilterText),
-        MEMBER(listOrderCode),
-        MEMBER(dataMessage),
-        MEMBER(returnToEditor),
-        MEMBER(closing),
-        MEMBER(cmdFile),
-        MEMBER(cmdMode),
-        MEMBER(cmdSlide),
-        MEMBER(cmdField4),
-        MEMBER(cmdField5),
-        MEMBER(currentSlide),
-        MEMBER(currentSlideID),
-        MEMBER(appTitle),
-        MEMBER(tempPath),
-        MEMBER(matrixPath),
-        MEMBER(appPath),
-        MEMBER(exerciseLoaded),
-        MEMBER(sifterLines),
-        MEMBER(hasSifterData)});
+  pick(MEMBERS(
+      risks, listTitle, exerciseName, listOrder, categories, CategoryMode, gridColWidths, scaleLabels,
+      assessmentTitles, assessments, assessmentInfo, defaultAlign, opt_abstain, multiPlot,
+      demographicLogicalOperator, runByOption, runByGraphLabelColour, runByShowBarGraph, runByShowAverages,
+      runByShowAveragesEnd, runByShowScatter, OptionListPopup, runByCat574e, runByCatPrefs, CheckAutoSave,
+      CheckUseLivePostal, ComboReOrder, OptionMatrixItemNavigation, endOfVoteSoundOn, endOfVoteSoundFile,
+      workshopNumber, runByAverageBarCount, barCountAuto, barColours1, barColours2, chartPointCount,
+      optionAveragePairing, pairAssessments, remainingAssessments, matrixTitleFont, OptionScatterScale,
+      TextScatterScaleAbbreviate, XYGridLinesAsQuarters, averageMatrixChoice, matrixGraphDisplay,
+      checkOverrideRagging, chk_OwnerEnabled, chk_SublistEnabled, ComboListPopup, CheckAverageScoreIndicator,
+      statsBoxX, statsBoxY, opt_StatsBoxPosition, matrixBackgroundFlag, backgroundFile, usePPTBackground,
+      SifterSorterSettings, MainVoteSettings, lookUpEditorFlags, overlayBoundaries, resumePending,
+      runFinished, logCategory, logPairCount, logAssessments, currentRisk, currentItem, currentAssessment,
+      voteAssessmentNumber, singleVoteRun, jumpItem, jumpAssessment, quitRequested, liveVotes, postalVotes,
+      keypadIncluded, abstainCount, voteType, limits, points, allocation, preVoteText, voteText, voteTitle,
+      options, startFrom, voteTextOptionCount, votesCast, voteComplete, voteAbandoned, abstainEnabled,
+      allowedVotes, voteOpen, baseType, keyboardFlag, maxKeypads, keypadsNotVotedPopupOn,
+      keypadsNotVotedHowManyToShow, keypadsNotVotedLo, keypadsNotVotedHi, keypadsNotVotedClose,
+      keypadsNotVotedClosePercent, numKeypads, useOffsets, baseOffsets, keypadPortInfo, activeKeypads,
+      roomRehearsed, activeKeypadList, scanMarked, demographicFilterOn, demographicFilterText, listOrderCode,
+      dataMessage, returnToEditor, closing, cmdFile, cmdMode, cmdSlide, cmdField4, cmdField5, currentSlide,
+      currentSlideID, appTitle, tempPath, matrixPath, appPath, exerciseLoaded, sifterLines, hasSifterData));
 }
 
+#undef MEMBERS
 #undef MEMBER
 
 }  // namespace
