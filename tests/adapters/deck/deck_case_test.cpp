@@ -15,6 +15,7 @@
 
 #include "adapters/deck/deck.h"
 #include "adapters/deck/deck_fixture.h"
+#include "adapters/deck/overwrite.h"
 #include "host/errors.h"
 #include "support/cases.h"
 
@@ -245,6 +246,10 @@ class DeckCase : public CaseTest {
     // opens: whether it does, and leaves all as it was
     on("opens", [this](const Words& words) { tellOpens(path(words, 0)); });
     on("warning", [this](const Words&) { tell(escaped(deck().foreignSaveWarning().value_or("none"))); });
+    on("overwrite", [this](const Words& words) {
+      const std::string why = deck::whyNotOverwritten(folder.file(words[0]), folder.file(words[1]));
+      tell(why.empty() ? "may be" : why);
+    });
     on("save", [this](const Words&) { deck().Save(); });
     on("saved", [this](const Words&) { tell(deck().Saved() ? "yes" : "no"); });
     on("names", [this](const Words&) { tell(deck().path() + " " + deck().FullName()); });
