@@ -16,6 +16,7 @@
 #include "store/progress_log.h"
 #include "store/vote_store.h"
 #include "vote/link/comms.h"
+#include "vote/vote_plan.h"
 #include "vote/xy_vote_runtime.h"
 
 namespace qrn::cli {
@@ -131,6 +132,8 @@ void runVote(const VoteArguments& arguments, const CliHooks& hooks) {
   workshop.loadExercise(arguments.slide);
   if (arguments.by.size() != 0)
     glo.runByOption = arguments.by == "assessment" ? 1 : 0;
+  if (const std::string why = whyNothingToVote(); !why.empty())
+    throw HostError(Fault::badData, 0, why);
   readlog();
   glo.cmdFile = "QRNMATRIX";
   glo.cmdMode = "S";

@@ -154,6 +154,16 @@ struct Exercise {
   int itemCount() const { return upperBound(risks); }
   // Number of scale labels of assessment `a` (0 to 9).
   int labelCount(int a) const { return upperBound(scaleLabels[static_cast<std::size_t>(a)]); }
+  // Whether items get an average on `assessment` (1 to 9) in the running order, and how many such there are.
+  bool isScored(int assessment) const {
+    const std::size_t a = static_cast<std::size_t>(assessment - 1);
+    return assessmentInfo[a].active && assessments[a].voteType == 1;
+  }
+  int scoredCount() const {
+    int count = 0;
+    for (int assessment = 1; assessment <= kAssessments; ++assessment) count += isScored(assessment) ? 1 : 0;
+    return count;
+  }
 };
 
 inline constexpr std::array<float, kZoomSteps> kZoomFactors{1.0F, 1.25F, 1.5F, 1.75F, 2.0F, 2.25F, 2.5F};

@@ -22,6 +22,7 @@ namespace {
 
 constexpr const char* kTag = "qrnMatrixLog";
 constexpr const char* kLineEnd = "\r\n";
+constexpr int kSifter = 2, kBalance = 3;  // kinds of assessments that are not voted item by item
 constexpr std::size_t kHeadRoom = 512, kItemRoom = 32;  // bytes of the text, about
 constexpr std::string_view kRiskList = "risk list";
 constexpr std::string_view kFinished = "process finished";
@@ -128,17 +129,16 @@ void readLogText(const std::string& text) {
   int records = -1;
   for (const std::string& line : lines) {
     const std::size_t equals = line.find('=');
-    if (inList)
+    const bool named = equals != std::string::npos;
+    if (named && isWord(line.substr(0, equals), kRecords))  // older logs have it before the list
+      records = static_cast<int>(std::clamp(qrnVal(line.substr(equals + 1)), 0.0, 2147483647.0));
+    else if (inList)
       readItemLine(line);
     else if (isWord(line, kRiskList))
       inList = true;
-    else if (equals == std::string::npos)
-      continue;
-    else if (isWord(line.substr(0, equals), kFinished))
+    else if (named && isWord(line.substr(0, equals), kFinished))
       finished = isWord(line.substr(equals + 1), "True");
-    else if (isWord(line.substr(0, equals), kRecords))
-      records = static_cast<int>(std::clamp(qrnVal(line.substr(equals + 1)), 0.0, 2147483647.0));
-    else
+    else if (named)
       readValue(line.substr(0, equals), line.substr(equals + 1));
   }
   if (records >= 0 && !finished)
@@ -162,9 +162,9 @@ std::string logText(Place place, bool processFinished) {
     line("a" + std::to_string(a + 1), word(glo.logAssessments[a]));
   line("Assessment index", std::to_string(glo.voteStep));
   line(kFinished, word(processFinished));
-  line(kRecords, std::to_string(glo.voteRecords.recordCount()));
   text.append(kRiskList).append(kLineEnd);
   for (int i = 0; i < glo.itemCount(); ++i) appendItemLine(text, glo.risks[static_cast<std::size_t>(i)]);
+  line(kRecords, std::to_string(glo.voteRecords.recordCount()));
   return text;
 }
 
@@ -207,8 +207,26 @@ std::string qrnMatrixLog(bool processFinished) {
   return logText(nextVote(glo.currentItem, glo.currentAssessment), processFinished);
 }
 
+bool isAsked(int item, int assessment) {
+  const int kind = glo.assessments[static_cast<std::size_t>(assessment - 1)].voteType;
+  return glo.risks[static_cast<std::size_t>(item)].voting && kind != kSifter && kind != kBalance;
+}
+
+bool isVotable(int item, int assessment) {
+  return isAsked(item, assessment) && glo.labelCount(assessment - 1) >= 2;
+}
+
+bool votesDue() {
+  for (std::size_t a = 0; a < kAssessments; ++a)
+    for (int item = 0; glo.assessmentInfo[a].active && item < glo.itemCount(); ++item)
+      if (isVotable(item, static_cast<int>(a) + 1) && !glo.risks[static_cast<std::size_t>(item)].voted[a])
+        return true;
+  return false;
+}
+
 bool readlog() {
   bool found = false;
+  resetLogState();
   trapErrors("ProgressLog", "readlog", [&] {
     const std::string text = glo.oVoteSlide == nullptr ? "" : glo.oVoteSlide->tags().Item(kTag);
     found = !text.empty();

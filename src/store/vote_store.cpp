@@ -87,9 +87,21 @@ std::string correctedToken(const std::string& vote) {
   return value >= 0 && value <= 9 ? plainNumber(value) + ";" : "";
 }
 
+// Keypads that a record has a place for. With phones there could be many more than are in the room.
+std::size_t recordWidth() {
+  std::size_t width = glo.liveVotes.empty() ? 0 : glo.liveVotes.size() - 1;
+  if (glo.baseType != "PHONES")
+    return width;
+  double highest = 0;
+  for (const std::string& keypad : glo.activeKeypads) highest = std::max(highest, qrnVal(keypad));
+  while (width > 0 && static_cast<double>(width) > highest && savedToken(glo.liveVotes[width - 1]) == "-;")
+    --width;
+  return width;
+}
+
 std::string votesField(std::string (*token)(const std::string&)) {
   std::string votes;
-  for (std::size_t i = 0; i + 1 < glo.liveVotes.size(); ++i) votes += token(glo.liveVotes[i]);
+  for (std::size_t i = 0, width = recordWidth(); i < width; ++i) votes += token(glo.liveVotes[i]);
   return votes;
 }
 

@@ -97,6 +97,7 @@ void waitForClose(VoteForm& form) {
 void votePass(VoteForm& form) {
   comms& link = theComms();
   glo.voteComplete = glo.voteAbandoned = 0;
+  ResizeVoteArrays();  // records read meanwhile have made them as wide as themselves
   ResetVotes();
   glo.votesCast = 0;
   ShowVotesCast(glo.options);

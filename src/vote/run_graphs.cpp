@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "analysis/multiplot.h"
 #include "charts/xy_vote_average_graph.h"
 #include "core/glo.h"
 #include "host/forms.h"
@@ -14,20 +15,9 @@ namespace {
 
 constexpr const char* kAverageGraph = "xyVoteAverageGraph";
 constexpr const char* kMatrixGraph = "xyVoteGraph";
-constexpr int kScalar = 1;
-
-bool active(int assessment) {
-  return glo.assessmentInfo[static_cast<std::size_t>(assessment - 1)].active;
-}
 
 bool scalar(int assessment) {
-  return glo.assessments[static_cast<std::size_t>(assessment - 1)].voteType == kScalar;
-}
-
-int scalarCount() {
-  int count = 0;
-  for (int a = 1; a <= kAssessments; ++a) count += active(a) && scalar(a) ? 1 : 0;
-  return count;
+  return glo.assessments[static_cast<std::size_t>(assessment - 1)].voteType == 1;
 }
 
 }  // namespace
@@ -54,27 +44,27 @@ void showEndOfAssessmentGraphs(int assessment) {
   const std::size_t a = static_cast<std::size_t>(assessment - 1);
   if (glo.runByShowAverages[a] != 0 && scalar(assessment))
     showAverageGraph(assessment);
-  if (assessment > 1 && glo.runningOrderAverageGraph[a] != 0 && scalarCount() > 1)
+  if (assessment > 1 && glo.runningOrderAverageGraph[a] != 0 && glo.scoredCount() > 1)
     showMatrixGraph();
 }
 
 void showEndOfItemGraphs() {
   for (int a = 1; a <= kAssessments; ++a)
-    if (active(a) && scalar(a) && glo.runByShowAverages[static_cast<std::size_t>(a - 1)] != 0)
+    if (glo.isScored(a) && glo.runByShowAverages[static_cast<std::size_t>(a - 1)] != 0)
       showAverageGraph(a);
-  if (glo.runByShowScatter != 0 && scalarCount() > 1)
+  if (glo.runByShowScatter != 0 && glo.scoredCount() > 1)
     showMatrixGraph();
 }
 
 void showEndOfProcessGraphs() {
   if (glo.runByShowAveragesEnd != 0)
     for (int a = 1; a <= kAssessments; ++a)
-      if (active(a) && scalar(a))
+      if (glo.isScored(a))
         showAverageGraph(a);
   for (int plot = 0; plot < 2; ++plot)
-    if (glo.runByShowAverages[9] != 0 && glo.multiPlot[static_cast<std::size_t>(plot)].Enabled)
+    if (glo.runByShowAverages[9] != 0 && multiPlotSetUp(plot))
       showAverageGraph(10 + plot);
-  if ((glo.runByShowAveragesEnd != 0 || glo.runningOrderAverageGraph[0] != 0) && scalarCount() > 1)
+  if ((glo.runByShowAveragesEnd != 0 || glo.runningOrderAverageGraph[0] != 0) && glo.scoredCount() > 1)
     showMatrixGraph();
 }
 

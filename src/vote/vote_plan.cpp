@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "core/glo.h"
+#include "store/progress_log.h"
 
 namespace qrn {
 
@@ -85,10 +86,29 @@ std::size_t resumeStep(std::vector<VoteStep>& steps) {
   return static_cast<std::size_t>(first - steps.begin());
 }
 
+bool canBeVoted(const VoteStep& step) {
+  const int item = itemOfKey(step.sortKey);
+  return item >= 0 && isVotable(item, step.assessment);
+}
+
+std::string whyNothingToVote() {
+  if (voteProgress().due > 0)
+    return "";
+  const auto selected = [](const RiskRecord& item) { return item.voting; };
+  std::string why = "no active assessment has a scale of two points or more";
+  if (glo.itemCount() <= 0)
+    why = "the list has no items";
+  else if (std::none_of(glo.risks.begin(), glo.risks.end() - 1, selected))
+    why = "none of the " + std::to_string(glo.itemCount()) + " items is selected for voting";
+  else if (assessmentOrder().empty())
+    why = "no assessment is active";
+  return "There is nothing to vote on: " + why;
+}
+
 VoteProgress voteProgress() {
   VoteProgress progress;
   for (const VoteStep& step : stepsByItem()) {
-    if (step.sortKey == kSifterStep)
+    if (!canBeVoted(step))
       continue;
     ++progress.due;
     progress.voted += notVoted(step) ? 0 : 1;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <vector>
 
 #include "vote/xy_vote_runtime.h"
@@ -31,6 +32,11 @@ struct VoteProgress {
   int voted = 0, due = 0;
 };
 VoteProgress voteProgress();
+
+// Whether the walk votes there; else it passes the step over, or says that it has too few options.
+bool canBeVoted(const VoteStep& step);
+// A sentence when the exercise as it stands has no vote at all, else "".
+std::string whyNothingToVote();
 
 // Index into risks of the item with that key, -1 without one.
 int itemOfKey(int sortKey);

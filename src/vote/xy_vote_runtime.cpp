@@ -25,7 +25,6 @@ namespace {
 
 constexpr const char* kModule = "xyVoteRuntime";
 constexpr int kSingleItemSelect = 14, kSingleDigit = 9;
-constexpr int kBalance = 3;
 
 host::FormRegistry& forms() {
   return *host::host().forms;
@@ -33,10 +32,6 @@ host::FormRegistry& forms() {
 
 bool modeEndsProgram() {
   return glo.cmdMode == "SERIES VOTE" || glo.cmdMode == "DISPLAY";
-}
-
-const AssessmentRecord& currentAssessmentRecord() {
-  return glo.assessments[static_cast<std::size_t>(glo.currentAssessment - 1)];
 }
 
 }  // namespace
@@ -55,7 +50,10 @@ void xyVoteRuntime::startProcess() {
   ResizeVoteArrays();
   hideButtons();
   trapErrors(kModule, "startProcess", [&] {
-    if (glo.runByOption == 1)
+    if (const std::string why = glo.singleVoteRun ? "" : whyNothingToVote(); !why.empty()) {
+      glo.runFinished = true;
+      host::host().dialogs->MsgBox(why, host::kTitle, host::Buttons::ok, host::Icon::exclamation);
+    } else if (glo.runByOption == 1)
       byAssessment();
     else
       byItem();
@@ -137,13 +135,11 @@ bool xyVoteRuntime::takeStep(const VoteStep& step) {
     return false;
   }
   const int item = itemOfKey(step.sortKey);
-  if (!step.taken || item < 0 || !glo.risks[static_cast<std::size_t>(item)].voting)
+  if (!step.taken || item < 0 || !isAsked(item, step.assessment))
     return false;
   glo.currentItem = glo.currentRisk = item;
   glo.currentAssessment = step.assessment;
   glo.voteStep = step.step;
-  if (currentAssessmentRecord().voteType == kBalance)
-    return false;  // compared in pairs, not voted item by item
   voteHeld_ = false;
   trapErrors(kModule, "takeStep", [&] {
     DisplayVote(item, step.assessment, glo.assessmentVotePlan[static_cast<std::size_t>(step.assessment - 1)],
@@ -159,8 +155,7 @@ void xyVoteRuntime::afterStep(const std::vector<VoteStep>& steps, std::size_t at
   const bool itemRun = glo.runByOption == 1;
   const VoteStep& now = steps[at];
   for (std::size_t next = at + 1; next < steps.size(); ++next) {
-    const int item = itemOfKey(steps[next].sortKey);
-    if (!steps[next].taken || item < 0 || !glo.risks[static_cast<std::size_t>(item)].voting)
+    if (!steps[next].taken || !canBeVoted(steps[next]))
       continue;
     if (itemRun ? steps[next].sortKey == now.sortKey : steps[next].assessment == now.assessment)
       return;  // more to come
@@ -180,19 +175,15 @@ void xyVoteRuntime::afterStep(const std::vector<VoteStep>& steps, std::size_t at
 }
 
 std::size_t xyVoteRuntime::jumpTarget(const std::vector<VoteStep>& steps, std::size_t at) const {
-  const auto votable = [&](const VoteStep& step) {
-    const int item = itemOfKey(step.sortKey);
-    return item >= 0 && glo.risks[static_cast<std::size_t>(item)].voting;
-  };
   if (jump_ == Jump::target) {
     for (std::size_t i = 0; i < steps.size(); ++i)
       if (steps[i].assessment == glo.jumpAssessment && itemOfKey(steps[i].sortKey) == glo.jumpItem &&
-          votable(steps[i]))
+          canBeVoted(steps[i]))
         return i;
     return at;
   }
   for (std::size_t i = at; i-- > 0;)
-    if (votable(steps[i]))
+    if (canBeVoted(steps[i]))
       return i;
   return at;
 }
@@ -237,6 +228,14 @@ void xyVoteRuntime::doVote(int step) {
   state = VoteState::done;
 }
 
+// False when votes could not be stored: then the process is not finished.
+bool xyVoteRuntime::tellFinished() {
+  if (!saveLeftoverVotes())
+    return false;
+  writeLog(true);
+  return true;
+}
+
 void xyVoteRuntime::FinishOfVoteLoop() {
   glo.currentItem = std::clamp(glo.currentItem, 0, std::max(0, glo.itemCount() - 1));
   const bool normal = !runEnds() && !glo.singleVoteRun;
@@ -244,10 +243,11 @@ void xyVoteRuntime::FinishOfVoteLoop() {
   if (!normal)
     return;  // the record written after the last vote stands: the process can go on from there
   hideButtons();
+  const bool told = tellFinished();  // before the graphs: they may be left by the end of the program
   trapErrors(kModule, "FinishOfVoteLoop", [] { showEndOfProcessGraphs(); });
   restoreListOrder(listOrder_);
-  if (!glo.closing && saveLeftoverVotes())
-    writeLog(true);
+  if (!told && !glo.closing)
+    tellFinished();
 }
 
 // The table of results is a form of its own; it comes up once the last selected assessment has been voted.

@@ -60,6 +60,7 @@ struct xyVoteRuntime : VoteForm {
 
  private:
   void walk(std::vector<VoteStep> steps, std::size_t start);
+  bool tellFinished();
   bool takeStep(const VoteStep& step);  // false: passed over
   void afterStep(const std::vector<VoteStep>& steps, std::size_t at);
   std::size_t jumpTarget(const std::vector<VoteStep>& steps, std::size_t at) const;

@@ -139,6 +139,10 @@ class EntryCase : public RunCase {
       slide().tagStore.Add("qrnMatrix", exercise(words));
       glo = Glo{};
     });
+    on("put", [this](const Words&) {  // the exercise at hand
+      slide().tagStore.values.clear();
+      slide().tagStore.Add("qrnMatrix", writeExercise(glo));
+    });
     on("onslide", [this](const Words& words) {
       if (words.size() > 1)
         slide().tagStore.Add(words[0], words.rest(1));
@@ -150,7 +154,7 @@ class EntryCase : public RunCase {
       if (!words.empty())
         slide().tagStore.Add("qrnMatrixLog",
                              "category = 1\r\nassessment = 1\r\nrisk = 1\r\nprocess finished = " + words[0] +
-                                 "\r\nrisk list\r\n");
+                                 "\r\nrisk list\r\n" + unescaped(words.rest(1)));
     });
     // file NAME TEXT; "exercise" stands for the text of one with two items
     on("file", [this](const Words& words) {

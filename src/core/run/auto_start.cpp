@@ -1,7 +1,9 @@
 // What happens by itself when a show reaches a matrix slide: the vote while the exercise is not finished, the
 // graphs once it is.
+#include <algorithm>
 #include <string>
 
+#include "analysis/orders.h"
 #include "core/common.h"
 #include "core/diagnostics.h"
 #include "core/edit.h"
@@ -34,7 +36,10 @@ void deleteVotes() {
   glo.voteRecords.assign("");
   forgetLeftoverVotes();
   Edit edit("Delete votes");
-  for (RiskRecord& risk : glo.risks) risk.newItem = true;
+  for (RiskRecord& risk : glo.risks) {
+    risk.newItem = risk.voting = true;
+    std::fill_n(risk.active.begin(), kAssessments + 1, true);
+  }
   resetLogState();
   if (glo.workshopNumber > 0) {
     host::host().dialogs->MsgBox(
@@ -44,6 +49,8 @@ void deleteVotes() {
         host::kTitle, host::Buttons::ok, host::Icon::exclamation);
     glo.workshopNumber = 0;
   }
+  glo.currentItem = glo.currentRisk = 0;
+  reorderListAlpha(false);
   edit.commit();
 }
 
@@ -145,8 +152,9 @@ void checkResume() {
 }
 
 void showGraphs() {
-  for (const char* name : {"xyVoteAverageGraph", "xyVoteGraph"})
-    trapErrors("Vote", "Main", [&] { showUntilClosed(name); });
+  trapErrors("Vote", "Main", [] { showUntilClosed("xyVoteAverageGraph"); });
+  if (glo.scoredCount() > 1)
+    trapErrors("Vote", "Main", [] { showUntilClosed("xyVoteGraph"); });
 }
 
 }  // namespace qrn

@@ -209,10 +209,10 @@ void loadExercise() {
     return;
   }
   glo.exerciseLoaded = LoadXY("");
-  if (glo.exerciseLoaded)
-    readlog();
-  else
+  if (!glo.exerciseLoaded)
     LoadDefaultTemplate();
+  else if (readlog())
+    glo.resumePending = glo.resumePending && votesDue();
 }
 
 // The roster of names is empty until the controller sends it.

@@ -338,8 +338,11 @@ void comms::decodeKeyLine(std::string_view line) {
     decodeOffset(value);
   else if (keyword == "USEOFFSETS")
     glo.useOffsets = toBoolean(value);
-  else if (int* number = numberOf(keyword))
+  else if (int* number = numberOf(keyword)) {
     *number = to16Bits(value);
+    if (number == &glo.keypadsNotVotedHi && !glo.voteOpen)
+      ResizeVoteArrays(true);
+  }
 }
 
 // Who is in the room, where the controller knows. Keypads of the list that are not there are not waited for;
