@@ -226,13 +226,17 @@ void setReorderList() {
     multiPlotOrder(1, code == order::multiPlot2Descending);
 }
 
+bool countsInCumulative(const RiskRecord& item, std::size_t a) {
+  return glo.assessmentInfo[a].active && item.hasScore(a);
+}
+
 void computeCumulative() {
   for (int i = 0; i < glo.itemCount(); ++i) {
     RiskRecord& item = glo.risks[static_cast<std::size_t>(i)];
     int n = 0;
     item.cumulative = 0;
     for (std::size_t a = 0; a < kAssessments; ++a)
-      if (item.hasScore(a)) {
+      if (countsInCumulative(item, a)) {
         item.cumulative += item.average[a];
         ++n;
       }

@@ -2,8 +2,11 @@
 // glo.listOrder, for saving). Equal items keep their places in both directions.
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <string>
+
+#include "core/records.h"
 
 namespace qrn {
 
@@ -42,9 +45,13 @@ void reorderListBySifterSorter(bool decreasing);
 // The order of glo.listOrderCode again, after data has changed.
 void setReorderList();
 
-// From the scores as they stand: the mean of the assessments that somebody voted on into `cumulative` (0 when
-// there is none), and the weighted sum into `weightedCumulative`, where a missing average goes in as the 0
-// that stands there. Without a weighted assessment that is told, nothing changes, and false comes back.
+// Whether a score of the item on assessment `a` (0 to 8) goes into its cumulative: in the running order, and
+// voted.
+bool countsInCumulative(const RiskRecord& item, std::size_t a);
+
+// From the scores as they stand: the mean of the active assessments that somebody voted on into `cumulative`
+// (0 when there is none), and the weighted sum into `weightedCumulative`, where a missing average goes in as
+// the 0 that stands there. Without a weighted assessment that is told, nothing changes, and false comes back.
 void computeCumulative();
 bool computeWeightedCumulative();
 

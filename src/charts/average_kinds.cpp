@@ -20,6 +20,13 @@ std::size_t slotOf(const ChartRequest& request) {
   return static_cast<std::size_t>(std::clamp(request.assessment, 1, kAssessments) - 1);
 }
 
+bool hasCumulative(const RiskRecord& risk) {
+  for (std::size_t a = 0; a < kAssessments; ++a)
+    if (countsInCumulative(risk, a))
+      return true;
+  return false;
+}
+
 bool hasAnyScore(const RiskRecord& risk) {
   for (std::size_t a = 0; a < kAssessments; ++a)
     if (risk.hasScore(a))
@@ -100,7 +107,7 @@ constexpr std::array<AverageKind, 6> kKinds{{
      },
      [](const ChartRequest&) { return std::string("Cumulative averages"); },
      [](const ChartRequest&, const RiskRecord& risk) {
-       return ChartValue{hasAnyScore(risk), risk.cumulative};
+       return ChartValue{hasCumulative(risk), risk.cumulative};
      },
      [](const ChartRequest&) { return boundsOfAll(); }},
     {kWeightedCumulative, "0.00", false, false,

@@ -21,6 +21,15 @@ namespace {
 constexpr const char* kFormName = "xyVoteAverageGraph";
 constexpr int kMultiPlotAssessment = 10;  // the first number that is a multi-plot
 
+// The assessment at hand, or the first one that has averages when it has none.
+int firstShown() {
+  const int now = std::clamp(glo.currentAssessment, 1, kAssessments);
+  for (int a = 1; a <= kAssessments && !glo.isScored(now); ++a)
+    if (glo.isScored(a))
+      return a;
+  return now;
+}
+
 }  // namespace
 
 xyVoteAverageGraph::xyVoteAverageGraph() : Form(kFormName) {
@@ -30,7 +39,7 @@ xyVoteAverageGraph::xyVoteAverageGraph() : Form(kFormName) {
 }
 
 void xyVoteAverageGraph::Form_Load() {
-  request.assessment = std::clamp(glo.currentAssessment, 1, kAssessments);
+  request.assessment = firstShown();
   redraw();
 }
 
@@ -163,8 +172,10 @@ void xyVoteAverageGraph::draw() {
   double sum = 0;
   for (const ChartPoint& point : chart.SERIES(0).points) sum += point.value;
   averageLabel.clear();
+  const bool percent = chart.SERIES(0).ValueFormat.ends_with('%');
   if (lastRow() >= 0)
-    averageLabel = "Average: " + formatPlaces(sum / (lastRow() + 1), 2);
+    averageLabel =
+        "Average: " + formatPlaces(sum / (lastRow() + 1) * (percent ? 100 : 1), 2) + (percent ? "%" : "");
   selectItem(List1.current());
   host::host().forms->refresh(name);
 }

@@ -75,6 +75,20 @@ std::string whyEmpty(const host::Surface& surface) {
          " off the scale; the graph is empty";
 }
 
+// The picture and its geometry, or neither.
+void saveGraph(const host::Surface& surface, const GraphArguments& arguments, const CliHooks& hooks) {
+  host::Files& files = *host::host().files;
+  if (!arguments.geometry.empty())
+    files.write(arguments.geometry, geometryJson(surface));
+  try {
+    hooks.saveSurface(surface, arguments.out, arguments.widthPx, arguments.heightPx);
+  } catch (...) {
+    if (!arguments.geometry.empty() && files.fileExists(arguments.geometry))
+      files.Kill(arguments.geometry);
+    throw;
+  }
+}
+
 }  // namespace
 
 void runGraph(const GraphArguments& arguments, const CliHooks& hooks) {
@@ -91,9 +105,7 @@ void runGraph(const GraphArguments& arguments, const CliHooks& hooks) {
       arguments.kind == "average"
           ? drawAverageGraph(arguments.assessment, arguments.widthPx, arguments.heightPx)
           : drawMatrixGraph(request, arguments.widthPx, arguments.heightPx);
-  hooks.saveSurface(surface, arguments.out, arguments.widthPx, arguments.heightPx);
-  if (!arguments.geometry.empty())
-    host::host().files->write(arguments.geometry, geometryJson(surface));
+  saveGraph(surface, arguments, hooks);
   if (const std::string why = whyEmpty(surface); !why.empty())
     std::cerr << "quorin-matrix: " << why << "\n";
 }

@@ -61,7 +61,8 @@ std::string pointCaption(int assessment, int i) {
     return std::to_string(glo.assessments[static_cast<std::size_t>(assessment - 1)].startFrom + i);
   const auto& criteria = criteriaOf(assessment);
   const std::string text = i < upperBound(criteria) ? criteria[static_cast<std::size_t>(i)] : "";
-  return glo.OptionScatterScale == kAbbreviated ? abbreviated(text) : text;
+  const bool cut = glo.OptionScatterScale == kAbbreviated && glo.TextScatterScaleAbbreviate > 0;
+  return cut ? abbreviated(text) : text;  // cut to nothing, captions would tell nothing
 }
 
 }  // namespace

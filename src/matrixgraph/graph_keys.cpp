@@ -112,9 +112,17 @@ const PlottedItem* xyVoteGraph::plottedItem(int risk) const {
 }
 
 void xyVoteGraph::zoomTo(int risk, const std::string& itemKey) {
+  const PlottedItem* item = plottedItem(risk);
+  bool hidden = item != nullptr;
+  for (std::size_t pair = 0; hidden && pair < kPairs; ++pair)
+    hidden = item->n[pair] == 0 || !view.roundVisible[pair];
+  if (hidden) {
+    zoomedItemKey.clear();
+    say("Item " + itemKey + "\r\n is not currently displayed");
+    return;
+  }
   selectedRiskIndex = risk;
   setTitle(zoomTitle(risk));
-  const PlottedItem* item = plottedItem(risk);
   if (item == nullptr || item->n[0] == 0)
     say("Item " + itemKey + "\r\n does not have enough data to graph");
   else

@@ -62,6 +62,7 @@ TEST_F(AxisPlanTest, CaptionsByModeAndKind) {
       {"texts", 1, 0, 0, false, false, 4, {"rarely", "s2", "s3", "s4", "s5"}},
       {"cells", 1, 0, 0, true, false, 5, {"rarely", "s2", "s3", "s4", "s5", ""}},
       {"abbreviated", 1, 1, 3, false, false, 4, {"rar", "s2", "s3", "s4", "s5"}},
+      {"abbreviated to nothing", 1, 1, 0, false, false, 4, {"rarely", "s2", "s3", "s4", "s5"}},
       {"numbers from 1", 1, 2, 0, false, false, 4, {"1", "2", "3", "4", "5"}},
       {"numbers from 0", 2, 2, 0, false, false, 6, {"0", "1", "2", "3", "4", "5", "6"}},
       {"percentage type", 3, 0, 0, false, false, 4, {"0", "25", "50", "75", "100"}},

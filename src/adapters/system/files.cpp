@@ -33,10 +33,11 @@ namespace {
 // A file descriptor that closes itself.
 class Descriptor {
  public:
-  Descriptor(const std::string& path, int flags, const std::string& what)
+  // `name` is what a failure tells, where that is another than the path.
+  Descriptor(const std::string& path, int flags, const std::string& what, const std::string& name = "")
       : fd_(open(path.c_str(), flags | O_CLOEXEC, 0666)) {
     if (fd_ < 0)
-      fail(what, path);
+      fail(what, name.empty() ? path : name);
   }
   ~Descriptor() { ::close(fd_); }
   Descriptor(const Descriptor&) = delete;
@@ -143,7 +144,7 @@ void DiskFiles::write(const std::string& path, std::string_view text) {
   if (existed && ::access(target.c_str(), W_OK) != 0)
     fail("Could not write", path);
   try {
-    const Descriptor descriptor(fresh, O_WRONLY | O_CREAT | O_EXCL, "Could not write");
+    const Descriptor descriptor(fresh, O_WRONLY | O_CREAT | O_EXCL, "Could not write", path);
     if (existed)
       ::fchmod(descriptor.get(), old.st_mode & 07777);
     writeAll(descriptor.get(), text, path);

@@ -83,9 +83,10 @@ void GetAllScores() {
   LoadSifterSorterData();
   if (CompileSifterSorterData)
     CompileSifterSorterData(false);
-  for (int a = 0; a < kAssessments; ++a)
-    if (glo.assessmentInfo[static_cast<std::size_t>(a)].active)
-      refreshScores(a + 1);
+  for (const bool active : {false, true})  // what is told as missing is that of the active ones
+    for (int a = 0; a < kAssessments; ++a)
+      if (glo.assessmentInfo[static_cast<std::size_t>(a)].active == active)
+        refreshScores(a + 1);
 }
 
 std::vector<GroupScore> demographicGroupScores(int risk, int assessment) {

@@ -20,7 +20,8 @@ std::vector<RecordScore> refreshScores(int assessment);
 // Adds a line to `message` (which begins as kDataMessage) when `item` has no score on `assessment` (1 to 9).
 void tellIfMissing(std::string& message, const RiskRecord& item, int assessment);
 
-// Refreshes every assessment of the running order, and the sifter/sorter scores. The list's order stays.
+// Refreshes every assessment, in the running order or not, and the sifter/sorter scores. The list's order
+// stays.
 void GetAllScores();
 
 // Compiles the sifter/sorter votes; set by the subsystem that compares items.

@@ -1,8 +1,6 @@
 #include "store/scores/results.h"
 
 #include <cstddef>
-#include <numeric>
-#include <optional>
 #include <string_view>
 
 #include "core/glo.h"
@@ -33,26 +31,15 @@ ItemResult resultOf(RiskRecord& item) {
   return result;
 }
 
-// Scores of an assessment outside the running order are counted, its averages stay as they are.
-std::vector<RecordScore> scoresOf(std::size_t a) {
-  const int assessment = static_cast<int>(a) + 1;
-  if (glo.assessmentInfo[a].active)
-    return refreshScores(assessment);
-  std::vector<int> items(static_cast<std::size_t>(glo.itemCount() < 0 ? 0 : glo.itemCount()));
-  std::iota(items.begin(), items.end(), 0);
-  const std::optional<std::vector<int>> mask = currentMask();
-  return scoreRecords(assessment, items, mask ? &*mask : nullptr);
-}
-
 }  // namespace
 
 std::vector<ItemResult> results() {
   std::array<std::vector<RecordScore>, kAssessments> scores;
   std::string missing = kDataMessage;
   for (std::size_t a = 0; a < kAssessments; ++a) {
-    glo.dataMessage = kDataMessage;
-    scores[a] = scoresOf(a);
-    missing += glo.dataMessage.substr(std::string_view(kDataMessage).size());
+    scores[a] = refreshScores(static_cast<int>(a) + 1);
+    if (glo.assessmentInfo[a].active)
+      missing += glo.dataMessage.substr(std::string_view(kDataMessage).size());
   }
   glo.dataMessage = missing;
   std::vector<ItemResult> table;
