@@ -63,6 +63,11 @@ multiplot::multiplot() : ControlForm(kMultiPlotForm), plots_{glo.multiPlot[0], g
                .caption = "Name",
                .value = host::text(name_)}};
   addBoxes();
+  addKind();
+  showPlot(0);
+}
+
+void multiplot::addKind() {
   controls.push_back(
       {.kind = Control::Kind::choice,
        .name = "opt_plotType",
@@ -81,7 +86,6 @@ multiplot::multiplot() : ControlForm(kMultiPlotForm), plots_{glo.multiPlot[0], g
                       .enabled = [this] { return now_.PlotType == 5; },
                       .help = "Reverse the order of division",
                       .place = Control::Place::beside});
-  showPlot(0);
 }
 
 // A box and a label for each part that the plot can have.

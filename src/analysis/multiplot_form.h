@@ -25,6 +25,7 @@ struct multiplot : host::ControlForm {
  private:
   static constexpr std::size_t kBoxes = 10, kOther = 9;  // the last box is the other plot
   void addBoxes();
+  void addKind();
   void showPlot(int plot);
   std::size_t titleOf(int plot) const { return kAssessments + static_cast<std::size_t>(plot); }
 

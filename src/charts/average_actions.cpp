@@ -42,6 +42,7 @@ host::ActionTable xyVoteAverageGraph::actions() {
   add(rows, walkActions());
   add(rows, assessmentActions());
   add(rows, kindActions());
+  add(rows, valueActions());
   add(rows, panelActions());
   add(rows, formActions());
   return host::ActionTable(std::move(rows));
@@ -117,26 +118,29 @@ std::vector<host::Action> xyVoteAverageGraph::kindActions() {
                       .menus = {kMenu},
                       .perform = [this, plot] { drawGraphMultiPlot(plot); },
                       .checked = [this, plot] { return shows(plot == 0 ? kMultiPlot1 : kMultiPlot2); }});
-  add(rows, {{.name = "diversity",
-              .caption = "Diversity",
-              .menus = {kMenu},
-              .perform = [this] { shows(kDiversity) ? drawGraphCategories() : drawGraphDiversity(); },
-              .checked = [this] { return shows(kDiversity); }},
-             {.name = kWeightingForm,
-              .caption = "Weightings...",
-              .keys = {{'U', 0}},
-              .menus = {kMenu},
-              .perform = [this] { askAndRedraw(kWeightingForm); },
-              .separated = true,
-              .help = "The weights of the weighted cumulative averages"},
-             {.name = "xyVoteGraphPopupMultiPlot",
-              .caption = "MultiPlots...",
-              .menus = {kMenu},
-              .perform = [this] { askAndRedraw(kMultiPlotForm); }},
-             {.name = "redraw", .caption = "Draw it again", .keys = {{key::f3, 0}}, .perform = [this] {
-                redraw();
-              }}});
   return rows;
+}
+
+std::vector<host::Action> xyVoteAverageGraph::valueActions() {
+  return {{.name = "diversity",
+           .caption = "Diversity",
+           .menus = {kMenu},
+           .perform = [this] { shows(kDiversity) ? drawGraphCategories() : drawGraphDiversity(); },
+           .checked = [this] { return shows(kDiversity); }},
+          {.name = kWeightingForm,
+           .caption = "Weightings...",
+           .keys = {{'U', 0}},
+           .menus = {kMenu},
+           .perform = [this] { askAndRedraw(kWeightingForm); },
+           .separated = true,
+           .help = "The weights of the weighted cumulative averages"},
+          {.name = "xyVoteGraphPopupMultiPlot",
+           .caption = "MultiPlots...",
+           .menus = {kMenu},
+           .perform = [this] { askAndRedraw(kMultiPlotForm); }},
+          {.name = "redraw", .caption = "Draw it again", .keys = {{key::f3, 0}}, .perform = [this] {
+             redraw();
+           }}};
 }
 
 std::vector<host::Action> xyVoteAverageGraph::panelActions() {

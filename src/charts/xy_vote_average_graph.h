@@ -57,6 +57,7 @@ struct xyVoteAverageGraph : host::Form {
   std::vector<host::Action> walkActions();
   std::vector<host::Action> assessmentActions();
   std::vector<host::Action> kindActions();
+  std::vector<host::Action> valueActions();
   std::vector<host::Action> panelActions();
   std::vector<host::Action> formActions();
   void askAndRedraw(const char* dialog);

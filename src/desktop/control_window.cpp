@@ -26,7 +26,7 @@ namespace qrn::desktop {
 
 namespace {
 
-constexpr double kWidest = 0.8, kTallest = 0.9, kWidestList = 0.36, kWidestGrid = 0.72;  // of the screen
+constexpr double kWidest = 0.8, kTallest = 0.9, kWidestList = 0.36, kWidestGrid = 0.76;  // of the screen
 constexpr int kMostRows = 5;                // that a list asks room for
 constexpr int kFrame = 8, kScrollBar = 18;  // pixels
 

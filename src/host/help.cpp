@@ -10,6 +10,7 @@ namespace {
 
 constexpr int kMostRows = 14;
 constexpr double kMostForKeys = 0.5;  // of the panel's width
+constexpr double kWideKeys = 1.1;     // their letters are wider than those of sentences
 
 }  // namespace
 
@@ -30,7 +31,7 @@ void formHelp::tell(const std::vector<KeyHelp>& help) {
     captions = std::max(captions, one.caption.size());
   }
   List1.columns[0].width =
-      std::min(kMostForKeys, static_cast<double>(keys) / static_cast<double>(keys + captions));
+      std::min(kMostForKeys, kWideKeys * static_cast<double>(keys) / static_cast<double>(keys + captions));
   controls.front().rows = std::min(kMostRows, static_cast<int>(rows.size()));
   List1.setRows(std::move(rows));
 }

@@ -1,5 +1,8 @@
 // What the voting form can do, told once: one table while a vote is open, another while its result is up.
 // Keys, menu and help read them.
+#include <array>
+#include <iterator>
+
 #include "core/diagnostics.h"
 #include "core/glo.h"
 #include "host/help.h"
@@ -52,7 +55,8 @@ host::ActionTable xyVoteRuntime::actions() {
   if (state == VoteState::resultUp)
     rows = resultActions();
   else if (takesKeys())
-    rows = openActions();
+    for (Actions& some : std::array{openActions(), keypadActions()})
+      rows.insert(rows.end(), std::make_move_iterator(some.begin()), std::make_move_iterator(some.end()));
   const auto whole = [this, open = state == VoteState::open](const std::function<void()>& act) {
     trapErrors("xyVoteRuntime", "Form_KeyDown", act);
     if (open)
@@ -105,8 +109,11 @@ std::vector<host::Action> xyVoteRuntime::openActions() {
                  if (host::host().windows)
                    host::host().windows->showCursor(cursorShown);
                },
-           .checked = [this] { return cursorShown; }},
-          {.name = "keepVotingKeypads",
+           .checked = [this] { return cursorShown; }}};
+}
+
+std::vector<host::Action> xyVoteRuntime::keypadActions() {
+  return {{.name = "keepVotingKeypads",
            .caption = "Close it and keep only who has voted",
            .keys = with(kAnyShift, {key::subtract, key::minus}),
            .menus = {kMenu},

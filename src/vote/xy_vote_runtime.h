@@ -68,6 +68,7 @@ struct xyVoteRuntime : VoteForm {
   static bool checksKeypads();  // a vote looks for keypads that have not voted
 
   std::vector<host::Action> openActions();
+  std::vector<host::Action> keypadActions();  // of an open vote too
   std::vector<host::Action> resultActions();
   void afterKey();
   bool resultShown() const;

@@ -16,7 +16,7 @@ constexpr const char* kSheet = R"(
   QMenu::item { padding: @gappx @labelpx @gappx @wordpx; border-radius: 6px; }
   QMenu::item:selected { background: @data; color: @onData; }
   QMenu::item:disabled { color: @quiet; background: transparent; }
-  QMenu::right-arrow { width: @halfpx; height: @halfpx; }
+  QMenu::right-arrow { image: none; width: 0; }
   QMenu::separator { height: 2px; background: @line; margin: @gappx; }
   QMenu::indicator { width: @halfpx; height: @halfpx; left: @gappx; border-radius: 4px; border: 2px solid @line; }
   QMenu::indicator:checked { background: @highlight; border-color: @highlight; }
@@ -39,7 +39,7 @@ PopUp::PopUp(const std::vector<host::MenuRow>& rows, QWidget* parent) : QMenu(pa
 QMenu* PopUp::menuOf(const std::string& group) {
   if (group.empty())
     return this;
-  const QString title = plain(group);
+  const QString title = plain(group) + "\t\u203a";  // the arrow of the style is too small for a room
   for (QAction* action : actions())
     if (action->menu() && action->text() == title)
       return action->menu();
