@@ -1,218 +1,134 @@
 #include "desktop/deck_window.h"
 
 #include <QMenuBar>
-#include <QSet>
 
 #include "desktop/style.h"
-#include "desktop/window_world.h"
+#include "desktop/window_case.h"
 
+namespace qrn::test {
 namespace {
 
-using namespace qrn;
-
-class ReadOnlyDeck : public test::MemoryPresentation {
+class ReadOnlyDeck : public MemoryPresentation {
  public:
   using MemoryPresentation::MemoryPresentation;
   bool ReadOnly() const override { return true; }
 };
 
-class DeckWindow : public ::testing::Test {
+// A deck of five slides with an exercise on the second.
+class DeckWindowCase : public WindowCase {
  protected:
-  DeckWindow() {
-    test::MemorySlide& exercise = world.presentation.slide(2);
+  DeckWindowCase() : WindowCase(5) {
+    MemorySlide& exercise = world.presentation.slide(2);
     exercise.title = "Which proposals?";
     exercise.tagStore.Add("qrnMatrix", "exercise");
     exercise.tagStore.Add("QRNVOTES", "1,1;2;,1C1\r\n1,1;1;,2C1\r\n");
     window.show();
     window.activateWindow();
-    open(world.presentation);
+    open(&world.presentation);
+    keyCommands();
+    textCommands();
+    deckCommands();
   }
-  void open(host::Presentation& deck) {
-    pictures.setDeck(&deck);
-    window.setDeck(&deck);
+  void open(host::Presentation* deck) {
+    pictures.setDeck(deck);
+    window.setDeck(deck);
     QCoreApplication::processEvents();
   }
-  void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-    QTest::keyClick(window.focusWidget() ? window.focusWidget() : &window, key, modifiers);
+  void keyCommands() {
+    on("keys", [this](const Words& words) {
+      for (const std::string& key : words) press(window.focusWidget() ? *window.focusWidget() : window, key);
+    });
+    on("goto", [this](const Words& words) { window.GotoSlide(words.number(0)); });
+    on("at", [this](const Words&) { tell(std::to_string(window.SlideIndex())); });
+    on("busy", [this](const Words& words) { window.setBusy(words[0] == "yes"); });
+    on("close", [this](const Words&) { tell(window.close() && !window.isVisible() ? "closed" : ""); });
+    on("focus", [this](const Words&) {
+      tell(window.focusWidget() ? window.focusWidget()->objectName().toStdString() : "nothing");
+    });
   }
-  std::string done() { return std::exchange(calls, {}); }
-  std::vector<QPushButton*> buttons(bool (*which)(const QPushButton&)) {
+  // What labels say that hold these words, and what is offered.
+  void textCommands() {
+    on("text", [this](const Words& words) {
+      for (const QLabel* label : window.findChildren<QLabel*>())
+        if (label->isVisible() && label->text().toStdString().find(words.rest(0)) != std::string::npos)
+          return tell(label->text().toStdString());
+      tell("nothing");
+    });
+    on("says", [this](const Words& words) { window.say(QString::fromStdString(words.rest(0))); });
+    on("progress", [this](const Words& words) { window.sayProgress(QString::fromStdString(words.rest(0))); });
+    on("notice", [this](const Words&) { tell(window.notice().text().toStdString()); });
+    on("primary", [this](const Words&) {
+      for (const QPushButton* button : buttons())
+        if (button->isDefault())
+          tell(button->text().toStdString());
+    });
+    // offered TEXT: buttons and menu rows that hold it and can be chosen
+    on("offered", [this](const Words& words) {
+      int found = 0;
+      const QString part = QString::fromStdString(words.rest(0));
+      for (const QAction* action : window.findChildren<QAction*>())
+        found += action->text().contains(part) && action->isEnabled() ? 1 : 0;
+      for (const QPushButton* button : buttons())
+        found += button->text().contains(part) && button->isEnabled() ? 1 : 0;
+      tell(std::to_string(found));
+    });
+    on("mnemonics", [this](const Words&) {
+      std::map<QString, std::string> taken;
+      for (const QAction* menu : window.menuBar()->actions())
+        taken[QKeySequence::mnemonic(menu->text()).toString()] += menu->text().toStdString() + " ";
+      for (const QPushButton* button : buttons())
+        taken[QKeySequence::mnemonic(button->text()).toString()] += button->text().toStdString() + ", ";
+      for (const auto& [key, captions] : taken)
+        if (!key.isEmpty())
+          tell(key.toStdString() + ": " + captions);
+    });
+    // cut WIDTH HEIGHT: what has no room in a window of that size
+    on("cut", [this](const Words& words) {
+      desktop::applyStyle(*qApp);
+      const QSize size(words.number(0), words.number(1));
+      window.resize(size);
+      QCoreApplication::processEvents();
+      tell((window.size() == size ? "" : "does not shrink so far; ") + cutParts(window));
+    });
+  }
+  void deckCommands() {
+    on("votes", [this](const Words& words) {
+      world.presentation.slide(2).tagStore.Append("QRNVOTES", words.rest(0));
+      window.slideChanged(2);
+    });
+    on("facts", [this](const Words&) {
+      facts = desktop::ExerciseFacts{"Risks", 20, 4, 6, 6, 80};
+      window.slideChanged(2);
+    });
+    on("nodeck", [this](const Words&) { open(nullptr); });
+    on("readonly", [this](const Words&) { open(&readOnly); });
+    on("large", [this](const Words&) {
+      open(&large);
+      window.grab();
+      tell(pictures.wanted() < 40 ? "a few pictures are wanted" : "all pictures are wanted");
+    });
+  }
+  std::vector<QPushButton*> buttons() {
     std::vector<QPushButton*> found;
     for (QPushButton* button : window.findChildren<QPushButton*>())
-      if (button->isVisible() && which(*button))
+      if (button->isVisible())
         found.push_back(button);
     return found;
   }
-  // The one button that stands out.
-  QString primary() {
-    const auto found = buttons([](const QPushButton& button) { return button.isDefault(); });
-    return found.size() == 1 ? found[0]->text() : QString::number(found.size());
-  }
-  QString textOf(const char* part) {
-    for (const QLabel* label : window.findChildren<QLabel*>())
-      if (label->isVisible() && label->text().contains(part))
-        return label->text();
-    return {};
-  }
 
-  test::WindowWorld world{5};
+  ReadOnlyDeck readOnly{2};
+  MemoryPresentation large{400};
   desktop::SlidePictures pictures;
-  std::string calls;
   std::optional<desktop::ExerciseFacts> facts;
   desktop::DeckWindow window{
       pictures,
       [this](host::Slide& slide) { return facts ? facts : desktop::factsFromTags(slide); },
-      {[this] { calls += "open "; }, [this] { calls += "save "; }, [this] { calls += "keypads "; },
-       [this] { calls += "leave "; }, [this](int slide) { calls += "show " + std::to_string(slide) + " "; },
-       [this](int slide) { calls += "run " + std::to_string(slide) + " "; }}};
+      {[this] { tell("open"); }, [this] { tell("save"); }, [this] { tell("keypads"); },
+       [this] { tell("leave"); }, [this](int slide) { tell("show " + std::to_string(slide)); },
+       [this](int slide) { tell("run " + std::to_string(slide)); }}};
 };
 
-TEST_F(DeckWindow, EverythingIsDoneFromTheKeyboard) {
-  press(Qt::Key_F5);
-  EXPECT_EQ(done(), "show 0 ");
-  press(Qt::Key_Down);
-  press(Qt::Key_Down);
-  press(Qt::Key_F5, Qt::ShiftModifier);
-  EXPECT_EQ(done(), "show 3 ");
-  press(Qt::Key_K, Qt::ControlModifier);
-  press(Qt::Key_S, Qt::ControlModifier);
-  press(Qt::Key_O, Qt::ControlModifier);
-  press(Qt::Key_Q, Qt::ControlModifier);
-  EXPECT_EQ(done(), "keypads save open leave ");
-}
-
-TEST_F(DeckWindow, EnterOpensAnExerciseAndSaysWhenThereIsNone) {
-  press(Qt::Key_Return);
-  EXPECT_EQ(done(), "");
-  EXPECT_EQ(textOf("no exercise."), "Slide 1 holds no exercise. F5 starts the slide show.");
-  press(Qt::Key_Down);
-  press(Qt::Key_Return);
-  EXPECT_EQ(done(), "run 2 ");
-}
-
-TEST_F(DeckWindow, TellsWhatTheSlideAtHandHolds) {
-  window.GotoSlide(2);
-  EXPECT_EQ(textOf("Which"), "Which proposals?");
-  EXPECT_EQ(textOf("Slide 2"), "Slide 2 of 5 · exercise with 2 votes");
-  world.presentation.slide(2).tagStore.Append("QRNVOTES", "1,1;1;,3C1\r\n");
-  window.slideChanged(2);
-  EXPECT_TRUE(textOf("Slide 2").endsWith("3 votes"));
-  facts = desktop::ExerciseFacts{"Risks", 20, 4, 6, 6, 80};
-  window.slideChanged(2);
-  EXPECT_TRUE(textOf("Slide 2").endsWith("20 items · 4 assessments · 6 of 80 voted"));
-}
-
-TEST_F(DeckWindow, OffersTheRunOfAnExerciseOnlyWhereThereIsOneAndOneButtonStandsOut) {
-  const auto offered = [this] {
-    for (const QAction* action : window.findChildren<QAction*>())
-      if (action->text().contains("exercise") && action->isEnabled())
-        return true;
-    return !buttons([](const QPushButton& button) {
-              return button.text().contains("exercise") && button.isEnabled();
-            }).empty();
-  };
-  EXPECT_FALSE(offered());
-  EXPECT_EQ(primary(), "Start sho&w");
-  window.GotoSlide(2);
-  EXPECT_TRUE(offered());
-  EXPECT_EQ(primary(), "&Run exercise");
-  window.setDeck(nullptr);
-  EXPECT_FALSE(offered());
-  EXPECT_TRUE(primary().startsWith("&Open a deck"));
-}
-
-TEST_F(DeckWindow, ProgressLeavesWhatWasSaidSince) {
-  window.sayProgress("Writing Log File");
-  EXPECT_EQ(textOf("Writing"), "Writing Log File");
-  window.say("Saved");
-  window.sayProgress("");
-  EXPECT_EQ(textOf("Saved"), "Saved");
-  window.sayProgress("Matrix Loading");
-  window.sayProgress("");
-  EXPECT_EQ(textOf("Matrix"), "");
-}
-
-TEST_F(DeckWindow, NoTwoThingsShareAMnemonic) {
-  for (host::Presentation* deck :
-       {static_cast<host::Presentation*>(&world.presentation), static_cast<host::Presentation*>(nullptr)}) {
-    window.setDeck(deck);
-    QStringList captions;
-    for (const QAction* menu : window.menuBar()->actions()) captions << menu->text();
-    for (const QPushButton* button : buttons([](const QPushButton&) { return true; }))
-      captions << button->text();
-    EXPECT_GE(captions.size(), 5);
-    QSet<QKeySequence> taken;
-    for (const QString& caption : captions) {
-      const QKeySequence mnemonic = QKeySequence::mnemonic(caption);
-      EXPECT_TRUE(mnemonic.isEmpty() || !taken.contains(mnemonic)) << caption.toStdString();
-      taken.insert(mnemonic);
-    }
-  }
-}
-
-TEST_F(DeckWindow, TheListHasTheFocusAgainAfterARun) {
-  window.setBusy(true);
-  EXPECT_EQ(window.focusWidget(), nullptr);
-  window.setBusy(false);
-  ASSERT_NE(window.focusWidget(), nullptr);
-  EXPECT_EQ(window.focusWidget()->objectName(), "slides");
-}
-
-TEST_F(DeckWindow, NothingIsCutOnSmallScreens) {
-  desktop::applyStyle(*qApp);
-  facts = desktop::ExerciseFacts{"Risks", 20, 4, 6, 6, 80};
-  window.slideChanged(2);
-  window.GotoSlide(2);
-  for (const QSize size : {QSize(512, 384), QSize(960, 540), QSize(1024, 768)}) {
-    window.resize(size);
-    QCoreApplication::processEvents();
-    EXPECT_EQ(window.size(), size);
-    EXPECT_EQ(test::cutParts(window), "");
-  }
-}
-
-TEST_F(DeckWindow, NothingStartsWhileAnExerciseRuns) {
-  window.GotoSlide(2);
-  window.setBusy(true);
-  press(Qt::Key_F5);
-  press(Qt::Key_Return);
-  press(Qt::Key_S, Qt::ControlModifier);
-  window.close();
-  EXPECT_EQ(done(), "");
-  EXPECT_TRUE(window.isVisible());
-  window.setBusy(false);
-  window.close();
-  EXPECT_EQ(done(), "leave ");
-}
-
-TEST_F(DeckWindow, WithoutADeckOnlyOpeningAndKeypadsAreLeft) {
-  window.setDeck(nullptr);
-  QCoreApplication::processEvents();
-  EXPECT_EQ(textOf("No deck"), "No deck is open");
-  press(Qt::Key_F5);
-  press(Qt::Key_S, Qt::ControlModifier);
-  EXPECT_EQ(done(), "");
-  press(Qt::Key_Return);
-  press(Qt::Key_O, Qt::ControlModifier);
-  EXPECT_EQ(done(), "open open ") << "Enter takes the button";
-}
-
-TEST_F(DeckWindow, SaysThatADeckIsReadOnly) {
-  EXPECT_EQ(window.notice().text(), "");
-  ReadOnlyDeck deck(2);
-  open(deck);
-  EXPECT_TRUE(window.notice().text().contains("reading only"));
-  open(world.presentation);
-}
-
-TEST_F(DeckWindow, ReadsOnlyTheRowsInSightOfALargeDeck) {
-  test::MemoryPresentation deck(400);
-  open(deck);
-  window.grab();
-  EXPECT_LT(pictures.wanted(), 40);
-  press(Qt::Key_End);
-  EXPECT_EQ(window.SlideIndex(), 400);
-  open(world.presentation);
-}
+const bool kRegistered = registerCases<DeckWindowCase>("DeckWindowCase", QUORIN_CASES "/deck_window.case");
 
 }  // namespace
+}  // namespace qrn::test
