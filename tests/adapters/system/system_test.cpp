@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
@@ -13,116 +14,156 @@
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
+#include <map>
 #include <optional>
+#include <set>
+#include <sstream>
 #include <string>
 #include <thread>
 
 #include "adapters/system/files.h"
 #include "adapters/system/machine.h"
 #include "adapters/system/standard_streams.h"
-#include "host/errors.h"
+#include "support/cases.h"
 
 namespace qrn::system {
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
+using test::Words;
 
-// No file may grow beyond `bytes` during its lifetime, as on a full disk.
-class FullDisk {
- public:
-  explicit FullDisk(rlim_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
-    ::getrlimit(RLIMIT_FSIZE, &before_);
-    const rlimit small{bytes, before_.rlim_max};
-    ::setrlimit(RLIMIT_FSIZE, &small);
-  }
-  ~FullDisk() {
-    ::setrlimit(RLIMIT_FSIZE, &before_);
-    std::signal(SIGXFSZ, handler_);
-  }
-  FullDisk(const FullDisk&) = delete;
-  FullDisk& operator=(const FullDisk&) = delete;
-
- private:
-  rlimit before_{};
-  void (*handler_)(int);
-};
-
-// Sets an environment variable, or unsets it (null), for its lifetime.
-class Variable {
- public:
-  Variable(const char* name, const char* value) : name_(name) {
-    if (const char* old = std::getenv(name))
-      before_ = old;
-    set(value);
-  }
-  ~Variable() { set(before_ ? before_->c_str() : nullptr); }
-  Variable(const Variable&) = delete;
-  Variable& operator=(const Variable&) = delete;
-  void set(const char* value) const {
-    if (value)
-      ::setenv(name_, value, 1);
-    else
-      ::unsetenv(name_);
-  }
-
- private:
-  const char* name_;
-  std::optional<std::string> before_;
-};
-
-class SystemTest : public ::testing::Test {
+// Files on the disk, told as conversations. All names stand in one folder; DIR in a value is that folder.
+class SystemTest : public test::CaseTest {
  protected:
   SystemTest() {
     std::string name = (std::filesystem::temp_directory_path() / "system-test-XXXXXX").string();
     folder = ::mkdtemp(name.data());
+    for (const char* variable :
+         {"temp", "TEMP", "TMPDIR", "ALLUSERSPROFILE", "APPDATA", "XDG_CONFIG_HOME", "HOME"})
+      if (const char* value = std::getenv(variable))
+        before[variable] = value;
+      else
+        before[variable] = std::nullopt;
+    fileCommands();
+    processCommands();
   }
-  ~SystemTest() override { std::filesystem::remove_all(folder); }
+  ~SystemTest() override {
+    std::filesystem::remove_all(folder);
+    for (const auto& [name, value] : before) value ? ::setenv(name, value->c_str(), 1) : ::unsetenv(name);
+  }
   std::string at(const std::string& name) const { return folder + "/" + name; }
 
-  template <class Body>
-  static std::pair<int, std::string> errorOf(Body&& body) {
-    try {
-      body();
-    } catch (const HostError& error) {
-      return {error.number(), error.what()};
+  std::string shown(std::string told) const override {
+    for (std::size_t place; (place = told.find(folder)) != std::string::npos;)
+      told.replace(place, folder.size(), "DIR");
+    return told;
+  }
+  std::string path(const Words& words, std::size_t n) const {
+    return words[n][0] == '/' ? words[n] : at(words[n]);
+  }
+  // "x*9" is nine x, so that texts may be long
+  static std::string long_(const std::string& text) {
+    const std::size_t times = text.find('*');
+    return times == std::string::npos ? text : std::string(std::stoul(text.substr(times + 1)), text[0]);
+  }
+  void fileCommands() {
+    on("write", [this](const Words& words) { files.write(path(words, 0), long_(words.rest(1))); });
+    on("append", [this](const Words& words) { files.append(path(words, 0), long_(words.rest(1))); });
+    on("read", [this](const Words& words) { tell("'" + test::escaped(files.read(path(words, 0))) + "'"); });
+    on("kill", [this](const Words& words) { files.Kill(path(words, 0)); });
+    on("folder", [this](const Words& words) { files.makeFolder(path(words, 0)); });
+    on("is", [this](const Words& words) {
+      tell(files.fileExists(path(words, 0))     ? "a file"
+           : files.folderExists(path(words, 0)) ? "a folder"
+                                                : "nothing");
+    });
+    on("list", [this](const Words& words) {
+      std::string names;
+      for (const std::string& name : files.list(words.empty() ? folder : path(words, 0))) names += name + " ";
+      tell(names.empty() ? "empty" : names);
+    });
+    on("longname", [this](const Words&) {
+      files.write(at(".quorin-new-" + std::to_string(::getpid()) + "-1"), "of another user");
+      files.write(at(std::string(255, 'n')), "text");
+      tell(files.read(at(std::string(255, 'n'))) + " in " + std::to_string(files.list(folder).size()) +
+           " files");
+    });
+    on("symlink", [this](const Words& words) { std::filesystem::create_symlink(words[0], path(words, 1)); });
+    on("mode", [this](const Words& words) {
+      const std::string file = words[0] == "." ? folder : path(words, 0);
+      if (words.size() > 1)
+        ::chmod(file.c_str(), static_cast<mode_t>(std::stoi(words[1], nullptr, 8)));
+      struct stat info {};
+      ::lstat(file.c_str(), &info);
+      std::ostringstream text;
+      text << std::oct << (info.st_mode & 07777U) << (S_ISLNK(info.st_mode) ? " link" : "");
+      tell(text.str());
+    });
+  }
+  void processCommands() {
+    // In a process of its own: where files may grow to 4096 bytes, or as a user without rights.
+    on("small", [this](const Words&) {
+      std::signal(SIGXFSZ, SIG_IGN);
+      const rlimit limit{4096, 4096};
+      inChild([&] { return ::setrlimit(RLIMIT_FSIZE, &limit) == 0; });
+    });
+    on("nobody", [this](const Words&) {
+      inChild([] { return ::geteuid() != 0 || (::setgid(65534) == 0 && ::setuid(65534) == 0); });
+    });
+    on("runs", [this](const Words& words) { tell(processRuns(words[0]) ? "yes" : "no"); });
+    // variable NAME [VALUE]: set, or gone
+    on("variable", [](const Words& words) {
+      words.size() > 1 ? ::setenv(words[0].c_str(), words[1].c_str(), 1) : ::unsetenv(words[0].c_str());
+    });
+    on("temporary", [this](const Words&) { ::setenv("TMPDIR", folder.c_str(), 1); });
+    on("environ", [this](const Words& words) {
+      std::string value = MachineEnvironment().Environ(words[0]);
+      for (const std::string& own :
+           {"quorin-" + std::to_string(::getuid()), "/" + std::to_string(::getpid())})
+        if (const std::size_t place = value.find(own); place != std::string::npos)
+          value.replace(place, own.size(), own[0] == '/' ? "/RUN" : "USER");
+      tell("'" + value + "'");
+    });
+    // What is in the user's own temporary folder; a name without a slash is a folder there, "own" is this
+    // run's number.
+    on("left", [this](const Words& words) {
+      for (const std::string& name : words)
+        std::filesystem::create_directories(
+            userFolder() + (name.starts_with("own/") ? std::to_string(::getpid()) + name.substr(3) : name));
+    });
+    on("leftfile", [this](const Words& words) { files.write(userFolder() + words[0], words.rest(1)); });
+    on("user", [this](const Words&) {
+      std::string names =
+          MachineEnvironment().logFolder() + "/" == userFolder() ? "logs here:" : "logs elsewhere:";
+      for (const auto& entry : std::filesystem::recursive_directory_iterator(userFolder())) {
+        std::string name = entry.path().string().substr(userFolder().size());
+        if (const std::string own = std::to_string(::getpid()); name.starts_with(own))
+          name.replace(0, own.size(), "own");
+        found_.insert(name);
+      }
+      for (const std::string& name : std::exchange(found_, {})) names += " " + name;
+      tell(names);
+    });
+  }
+  std::string userFolder() const { return folder + "/quorin-" + std::to_string(::getuid()) + "/"; }
+  void inChild(const std::function<bool()>& prepare) {
+    const pid_t child = ::fork();
+    if (child == 0) {
+      const bool ready = prepare();
+      runBlock();
+      std::_Exit(ready && !HasFailure() ? 0 : 1);
     }
-    return {0, ""};
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    EXPECT_EQ(status, 0);
   }
 
   DiskFiles files;
   std::string folder;
+  std::set<std::string> found_;
+  std::map<const char*, std::optional<std::string>> before;
 };
 
-TEST_F(SystemTest, AWriteThatFailsLeavesTheOldFileAlone) {
-  files.write(at("deck"), "old");
-  std::pair<int, std::string> error;
-  {
-    const FullDisk disk(4096);
-    error = errorOf([&] { files.write(at("deck"), std::string(100000, 'n')); });
-  }
-  EXPECT_EQ(error.first, 61);
-  EXPECT_THAT(error.second, HasSubstr("The disk is full"));
-  EXPECT_EQ(files.read(at("deck")), "old");
-  EXPECT_THAT(files.list(folder), ElementsAre("deck"));
-}
-
-TEST_F(SystemTest, AnAppendThatFailsLeavesTheLinesBefore) {
-  files.append(at("log"), "first\r\n");
-  std::pair<int, std::string> error;
-  {
-    const FullDisk disk(4096);
-    error = errorOf([&] { files.append(at("log"), std::string(100000, 'n') + "\r\n"); });
-  }
-  EXPECT_EQ(error.first, 61);
-  files.append(at("log"), "second\r\n");
-  EXPECT_EQ(files.read(at("log")), "first\r\nsecond\r\n");
-}
-
-TEST_F(SystemTest, ADeviceWithoutSpaceReportsAFullDisk) {
-  EXPECT_EQ(errorOf([&] { files.write("/dev/full", "x"); }).first, 61);
-  EXPECT_TRUE(files.fileExists("/dev/full")) << "a device is never replaced";
-}
+const bool kRegistered = test::registerCases<SystemTest>("SystemCase", QUORIN_CASES);
 
 TEST_F(SystemTest, AReaderSeesTheOldFileOrTheNewOneWhole) {
   const std::string first(200000, 'a'), second(300000, 'b');
@@ -140,93 +181,6 @@ TEST_F(SystemTest, AReaderSeesTheOldFileOrTheNewOneWhole) {
     }
   }
   writer.join();
-}
-
-TEST_F(SystemTest, AWriteKeepsLinkAndPermissions) {
-  files.write(at("real"), "old");
-  ::chmod(at("real").c_str(), 0640);
-  std::filesystem::create_symlink("real", at("link"));
-  files.write(at("link"), "new");
-  EXPECT_TRUE(std::filesystem::is_symlink(at("link")));
-  EXPECT_EQ(files.read(at("real")), "new");
-  struct stat info {};
-  ::stat(at("real").c_str(), &info);
-  EXPECT_EQ(info.st_mode & 07777U, 0640U);
-}
-
-TEST_F(SystemTest, FilesAndFoldersAreToldApart) {
-  EXPECT_EQ(errorOf([&] { files.read(at("absent")); }).first, 53);
-  EXPECT_EQ(errorOf([&] { files.write(at("absent/file"), "x"); }).first, 53);
-  files.makeFolder(at("a/b"));
-  files.makeFolder(at("a/b"));
-  EXPECT_TRUE(files.folderExists(at("a/b")));
-  EXPECT_FALSE(files.fileExists(at("a/b")));
-  files.write(at("a/z"), "");
-  files.write(at("a/c"), "");
-  EXPECT_THAT(files.list(at("a")), ElementsAre("b", "c", "z"));
-  files.Kill(at("a/z"));
-  files.Kill(at("a/z"));
-  EXPECT_FALSE(files.fileExists(at("a/z")));
-  EXPECT_THAT(files.list(at("absent")), ElementsAre());
-}
-
-TEST_F(SystemTest, ANameAsLongAsTheFileSystemTakesIsWrittenBesideLeftovers) {
-  files.write(at(".quorin-new-" + std::to_string(::getpid()) + "-1"), "of another user");
-  files.write(at(std::string(255, 'n')), "text");
-  EXPECT_EQ(files.read(at(std::string(255, 'n'))), "text");
-  EXPECT_EQ(files.list(folder).size(), 2U);
-}
-
-// 0 when a user other than root is told that the file may not be written.
-int writeAsNobody(DiskFiles& files, const std::string& file) {
-  constexpr unsigned kNobody = 65534;
-  if (::geteuid() == 0 && (::setgid(kNobody) != 0 || ::setuid(kNobody) != 0))
-    return 2;
-  try {
-    files.write(file, "new");
-  } catch (const HostError& error) {
-    return error.number() == 70 ? 0 : 1;
-  }
-  return 3;
-}
-
-TEST_F(SystemTest, AFileThatMayNotBeWrittenStays) {
-  files.write(at("locked"), "old");
-  ::chmod(at("locked").c_str(), 0440);
-  ::chmod(folder.c_str(), 0777);
-  EXPECT_EXIT(std::_Exit(writeAsNobody(files, at("locked"))), ::testing::ExitedWithCode(0), "");
-  EXPECT_EQ(files.read(at("locked")), "old");
-}
-
-TEST_F(SystemTest, ClassicFoldersHavePlacesHere) {
-  const MachineEnvironment environment;
-  const Variable lower("temp", nullptr), upper("TEMP", nullptr), all("ALLUSERSPROFILE", nullptr);
-  const Variable own("APPDATA", nullptr), temporary("TMPDIR", folder.c_str());
-  const Variable config("XDG_CONFIG_HOME", "/config"), home("HOME", "/home/someone");
-  // What a killed run has left goes, but its logs stay; what is no run's folder is left alone. No process has
-  // a number as high as that.
-  const std::string user = folder + "/quorin-" + std::to_string(::getuid()) + "/";
-  const std::string earlier = std::to_string(::getpid()) + "/controller";
-  for (const std::string& made :
-       {std::string("99999999/controller"), std::string("999999999/quorin"), earlier, std::string("other")})
-    std::filesystem::create_directories(user + made);
-  files.write(user + "99999999/Err.log", "why");
-  EXPECT_THAT(environment.Environ("temp"), HasSubstr(folder + "/quorin-"));
-  EXPECT_EQ(environment.Environ("TEMP"), environment.Environ("temp"));
-  EXPECT_TRUE(files.folderExists(environment.Environ("temp")));
-  EXPECT_EQ(environment.logFolder() + "/", user);
-  EXPECT_TRUE(files.fileExists(user + "99999999/Err.log"));
-  EXPECT_FALSE(files.folderExists(user + "99999999/controller"));
-  EXPECT_FALSE(files.folderExists(user + "999999999"));
-  EXPECT_FALSE(files.folderExists(user + earlier));
-  EXPECT_TRUE(files.folderExists(user + "other"));
-  EXPECT_EQ(environment.Environ("ALLUSERSPROFILE"), "/etc/xdg");
-  EXPECT_EQ(environment.Environ("NO_SUCH_NAME"), "");
-  EXPECT_EQ(environment.Environ("APPDATA"), "/config");
-  config.set(nullptr);
-  EXPECT_EQ(environment.Environ("APPDATA"), "/home/someone/.config");
-  own.set("/own");
-  EXPECT_EQ(environment.Environ("APPDATA"), "/own");
 }
 
 // In a process of its own, which this ends. 0: as it should be.
@@ -262,11 +216,6 @@ TEST_F(SystemTest, TheLoopDrainsItsPumpsInOrder) {
   EXPECT_EQ(order, "ab");
   loop.yield();
   EXPECT_EQ(order, "ababc");
-}
-
-TEST_F(SystemTest, TellsWhichProgramsRun) {
-  EXPECT_TRUE(processRuns("SYSTEM_TEST"));
-  EXPECT_FALSE(processRuns("system_tes"));
 }
 
 TEST_F(SystemTest, RandomnessCanBeRepeated) {
