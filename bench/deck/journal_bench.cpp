@@ -9,6 +9,7 @@
 #include "adapters/deck/deck.h"
 #include "core/glo.h"
 #include "deck/bench_deck.h"
+#include "stopwatch.h"
 #include "store/progress_log.h"
 #include "store/vote_store.h"
 #include "support/test_host.h"
@@ -63,6 +64,32 @@ void VoteAndProgress(benchmark::State& state) {
 // Each item once.
 BENCHMARK(VoteAndProgress)->ArgName("items")->Arg(100)->Iterations(100)->Unit(benchmark::kMicrosecond);
 BENCHMARK(VoteAndProgress)->ArgName("items")->Arg(400)->Iterations(400)->Unit(benchmark::kMicrosecond);
+
+// Votes that are only in the journal, taken up when the deck is opened again. `ratio` is the time for that
+// over the time that opening the same deck takes when they stand in it; a replay that copied what is there
+// for each vote would let it grow with the number of votes.
+void Replay(benchmark::State& state) {
+  const qrn::bench::BenchDeck bench(1, 0);
+  const std::string record = "25/11/2026,10:00:00," + std::string(kKeypads * 2, '7') + ",1C1\r\n";
+  {
+    const auto deck = qrn::deck::Deck::open(bench.file());
+    for (int vote = 0; vote < state.range(0); ++vote) deck->Slides(1).tags().Append("QRNVOTES", record);
+  }
+  const std::string saved = bench.file() + ".saved.pptx";
+  std::filesystem::copy_file(bench.file(), saved);
+  std::filesystem::copy_file(bench.file() + ".journal", saved + ".journal");
+  qrn::deck::Deck::open(saved)->Save();
+  const auto votesOf = [](const std::string& file) {
+    return qrn::deck::Deck::open(file)->Slides(1).tags().Item("QRNVOTES").size();
+  };
+  double replay = 0, plain = 0;
+  for (auto _ : state) {
+    replay += qrn::bench::seconds([&] { benchmark::DoNotOptimize(votesOf(bench.file())); });
+    plain += qrn::bench::seconds([&] { benchmark::DoNotOptimize(votesOf(saved)); });
+  }
+  state.counters["ratio"] = replay / plain;
+}
+BENCHMARK(Replay)->ArgName("votes")->Arg(500)->Arg(2000)->Arg(8000)->Unit(benchmark::kMillisecond);
 
 // The text of the progress alone.
 void ProgressText(benchmark::State& state) {

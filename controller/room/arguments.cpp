@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "adapters/link/wire/wire.h"
+#include "base/utf8.h"
 
 namespace qrn::controller {
 
@@ -49,7 +50,7 @@ std::map<long, std::string> readNames(std::string_view text) {
       line.remove_suffix(1);
     const auto keypad = keypadNumber(cut(line, ','));
     if (keypad && *keypad > 0 && !line.empty())
-      names[*keypad] = link::validUtf8(line);
+      names[*keypad] = validUtf8(line);
   }
   return names;
 }

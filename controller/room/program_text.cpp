@@ -5,25 +5,18 @@
 #include <optional>
 
 #include "adapters/link/wire/wire.h"
+#include "base/text.h"
 
 namespace qrn::controller {
 
 namespace {
-
-std::string lower(std::string_view text) {
-  std::string result(text);
-  for (char& c : result)
-    if (c >= 'A' && c <= 'Z')
-      c = static_cast<char>(c - 'A' + 'a');
-  return result;
-}
 
 // Name and value at the first "=", the name in lower case.
 std::optional<std::pair<std::string, std::string_view>> setting(std::string_view text) {
   const std::size_t equals = text.find('=');
   if (equals == std::string_view::npos || equals > 32)
     return std::nullopt;
-  return std::make_pair(lower(text.substr(0, equals)), text.substr(equals + 1));
+  return std::make_pair(lowerCase(text.substr(0, equals)), text.substr(equals + 1));
 }
 
 void takeNumber(std::string_view text, long& into) {
@@ -76,7 +69,7 @@ Command commandOf(std::string_view text) {
       return Command::noted;
     return applySetting(text, unused) ? Command::setting : Command::unknown;
   }
-  const auto it = whole.find(lower(text.substr(0, 32)));
+  const auto it = whole.find(lowerCase(text.substr(0, 32)));
   return it == whole.end() ? Command::unknown : it->second;
 }
 
@@ -99,7 +92,7 @@ bool applySetting(std::string_view text, VoteSettings& settings) {
   else if (const auto words = texts.find(name); words != texts.end())
     settings.*(words->second) = value;
   else if (name == "abstain")
-    settings.abstain = lower(value) == "true" || value == "-1" || value == "1";
+    settings.abstain = lowerCase(value) == "true" || value == "-1" || value == "1";
   else if (name == "pcaoptions")
     settings.allowedVotes = allowedVotes(value);
   else

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "adapters/link/wire/wire.h"
+#include "host/names.h"
 
 namespace qrn::controller {
 
@@ -259,7 +260,7 @@ void Room::reply(std::string text) {
 KeyBlock Room::keyBlock() const {
   const std::vector<long> present = keypadsPresent();
   KeyBlock block;
-  block.baseType = keyboard_ ? "KBOARD" : options_.rehearse > 0 ? "REHEARSAL" : "PHONES";
+  block.baseType = keyboard_ ? kKeyboardBase : options_.rehearse > 0 ? "REHEARSAL" : "PHONES";
   block.lowest = options_.lowest;
   block.highest = options_.highest;
   block.popupOn = takesPhones() ? popupKeypads : 0;

@@ -3,25 +3,16 @@
 #include <algorithm>
 
 #include "adapters/link/wire/wire.h"
+#include "base/text.h"
+#include "host/names.h"
 
 namespace qrn::controller {
 
 namespace {
 
-std::vector<std::string> split(std::string_view text, char separator) {
-  std::vector<std::string> pieces;
-  for (;;) {
-    const std::size_t end = text.find(separator);
-    pieces.emplace_back(text.substr(0, end));
-    if (end == std::string_view::npos)
-      return pieces;
-    text.remove_prefix(end + 1);
-  }
-}
-
 std::optional<std::vector<long>> numbersOf(std::string_view press) {
   std::vector<long> numbers;
-  for (const std::string& piece : split(press, '|')) {
+  for (const std::string_view piece : splitFields(press, '|')) {
     const auto number = link::wholeNumber(piece);
     if (!number || *number > 100000 || numbers.size() >= static_cast<std::size_t>(maxListItems))
       return std::nullopt;
@@ -81,13 +72,13 @@ bool listTakes(const VoteSettings& settings, const std::vector<long>& numbers) {
 
 VoteKind kindOf(const VoteSettings& settings) {
   switch (settings.voteType) {
-    case 1:
+    case voteKind::rank:
       return VoteKind::rank;
-    case 3:
+    case voteKind::tag:
       return VoteKind::tag;
-    case 5:
+    case voteKind::order:
       return VoteKind::order;
-    case 6:
+    case voteKind::allocate:
       return VoteKind::allocate;
     default:
       return VoteKind::scale;
@@ -95,7 +86,8 @@ VoteKind kindOf(const VoteSettings& settings) {
 }
 
 std::vector<std::string> captionsOf(const VoteSettings& settings) {
-  std::vector<std::string> pieces = split(settings.voteText, '|');
+  const std::vector<std::string_view> fields = splitFields(settings.voteText, '|');
+  std::vector<std::string> pieces(fields.begin(), fields.end());
   if (pieces.size() < 2)
     return {};
   if (pieces.front().empty())

@@ -11,6 +11,7 @@
 #include <fstream>
 #include <iterator>
 
+#include "base/disk.h"
 #include "controller/server/network_cards.h"
 #include "controller/server/sessions.h"
 
@@ -25,16 +26,12 @@ std::string readFile(const std::string& path) {
 
 // A file that only this user can read, there as a whole or not at all.
 bool writePrivate(const std::string& path, const std::string& text) {
-  const std::string draft = path + "." + std::to_string(getpid());
-  const int file = open(draft.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, S_IRUSR | S_IWUSR);
-  if (file < 0)
-    return false;
-  const bool whole = ::write(file, text.data(), text.size()) == static_cast<ssize_t>(text.size());
-  close(file);
-  if (whole && rename(draft.c_str(), path.c_str()) == 0)
+  try {
+    saveText(path, text, {"", S_IRUSR | S_IWUSR});
     return true;
-  unlink(draft.c_str());
-  return false;
+  } catch (const HostError&) {
+    return false;
+  }
 }
 
 }  // namespace

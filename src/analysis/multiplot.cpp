@@ -190,8 +190,7 @@ int topOfData(int plot) {
   int top = 0;
   for (int i = 0; i < glo.itemCount(); ++i)
     top = std::max(
-        top, RoundUp(static_cast<double>(
-                 glo.risks[static_cast<std::size_t>(i)].average[kOther + static_cast<std::size_t>(plot)])));
+        top, RoundUp(static_cast<double>(glo.item(i).average[kOther + static_cast<std::size_t>(plot)])));
   return top;
 }
 
@@ -219,7 +218,7 @@ void GetMultiPlotValues(int plot) {
                     otherSlot = kOther + 1 - static_cast<std::size_t>(plot);
   const MultiPlotRecord& settings = glo.multiPlot[static_cast<std::size_t>(plot)];
   for (int i = 0; i < glo.itemCount(); ++i) {
-    RiskRecord& item = glo.risks[static_cast<std::size_t>(i)];
+    RiskRecord& item = glo.item(i);
     item.average[slot] = 0;
     item.counted[slot] = 0;
     item.plotText[slot].clear();
@@ -227,7 +226,7 @@ void GetMultiPlotValues(int plot) {
   if (settings.Assessments[kOther])
     GetMultiPlotValues(1 - plot);
   for (int i = 0; i < glo.itemCount(); ++i) {
-    RiskRecord& item = glo.risks[static_cast<std::size_t>(i)];
+    RiskRecord& item = glo.item(i);
     const Parts parts{settings, item, settings.Assessments[kOther], item.average[otherSlot],
                       std::to_string(otherSlot)};
     item.average[slot] = valueOf(parts, item.plotText[slot]);

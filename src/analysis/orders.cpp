@@ -5,40 +5,48 @@
 #include <cstddef>
 #include <cstdint>
 #include <numeric>
+#include <utility>
 #include <vector>
 
 #include "analysis/multiplot.h"
 #include "analysis/progress_line.h"
+#include "base/letter_case.h"
+#include "base/text.h"
 #include "core/common.h"
 #include "core/diagnostics.h"
 #include "core/edit.h"
 #include "core/glo.h"
 #include "core/options.h"
 #include "host/dialogs.h"
+#include "host/forms.h"
 #include "host/host.h"
+#include "host/names.h"
 #include "store/scores/all_scores.h"
 
 namespace qrn {
-
-OrderHooks orderHooks;
 
 namespace {
 
 constexpr const char* kModule = "ListOrder";
 
+ItemListForm* itemListForm() {
+  return dynamic_cast<ItemListForm*>(host::host().forms->find(formName::xyVote));
+}
+
 void renumber() {
-  if (orderHooks.renumber)
-    orderHooks.renumber();
+  if (ItemListForm* list = itemListForm())
+    list->renumber();
 }
 
 void rebuildList() {
-  if (orderHooks.rebuildList)
-    orderHooks.rebuildList();
+  if (ItemListForm* list = itemListForm())
+    list->rebuildList();
 }
 
 void setOrderCode(int code) {
   glo.listOrderCode = code;
-  glo.listOrder = code;
+  if (std::exchange(glo.listOrder, code) != code)
+    exerciseHistory().touched();
 }
 
 // Puts the records where a stable sort of their keys wants them; each record moves once.
@@ -48,6 +56,9 @@ void moveRecords(const std::vector<Key>& keys, Less less) {
   std::iota(places.begin(), places.end(), std::size_t{0});
   std::stable_sort(places.begin(), places.end(),
                    [&](std::size_t x, std::size_t y) { return less(keys[x], keys[y]); });
+  if (std::is_sorted(places.begin(), places.end()))
+    return;
+  exerciseHistory().touched();
   std::vector<RiskRecord> sorted;
   sorted.reserve(glo.risks.size());
   for (const std::size_t place : places) sorted.push_back(std::move(glo.risks[place]));
@@ -60,28 +71,16 @@ template <class KeyOf>
 void sortByNumber(bool decreasing, KeyOf keyOf) {
   std::vector<double> keys;
   for (int i = 0; i < glo.itemCount(); ++i) {
-    const double key = static_cast<double>(keyOf(glo.risks[static_cast<std::size_t>(i)]));
+    const double key = static_cast<double>(keyOf(glo.item(i)));
     keys.push_back(std::isnan(key) ? 0 : key);
   }
   moveRecords(keys, [decreasing](double a, double b) { return decreasing ? a > b : a < b; });
 }
 
-// One letter for its capital, in the alphabets whose pairs stand at a fixed distance.
-std::uint32_t lowerCase(std::uint32_t c) {
-  const bool latin = (c >= 'A' && c <= 'Z') || (c >= 0xC0 && c <= 0xDE && c != 0xD7);
-  const bool greekOrCyrillic = (c >= 0x391 && c <= 0x3A9) || (c >= 0x410 && c <= 0x42F);
-  if (latin || greekOrCyrillic)
-    return c + 0x20;
-  return c >= 0x400 && c <= 0x40F ? c + 0x50 : c;
-}
-
 void sortByText() {
-  std::vector<std::vector<std::uint32_t>> keys;
-  for (int i = 0; i < glo.itemCount(); ++i) {
-    keys.push_back(characters(glo.risks[static_cast<std::size_t>(i)].text));
-    std::transform(keys.back().begin(), keys.back().end(), keys.back().begin(), lowerCase);
-  }
-  moveRecords(keys, [](const auto& a, const auto& b) { return a < b; });
+  std::vector<std::string> keys;
+  for (int i = 0; i < glo.itemCount(); ++i) keys.push_back(lowerCase(foldCase(glo.item(i).text)));
+  moveRecords(keys, [](const std::string& a, const std::string& b) { return a < b; });
 }
 
 // One order from progress line to renumbering. An error is reported and leaves what has been done.
@@ -152,8 +151,9 @@ void MenuReorderList(int assessment, bool increasing, bool noRefresh) {
   if (noRefresh)
     return;
   rebuildList();
-  if (glo.dataMessage.size() > std::string(kDataMessage).size() && orderHooks.showDataMessage)
-    orderHooks.showDataMessage(glo.dataMessage);
+  ItemListForm* list = itemListForm();
+  if (list != nullptr && glo.dataMessage.size() > std::string(kDataMessage).size())
+    list->showDataMessage(glo.dataMessage);
 }
 
 void reorderList(int assessment, bool decreasing) {
@@ -232,7 +232,7 @@ bool countsInCumulative(const RiskRecord& item, std::size_t a) {
 
 void computeCumulative() {
   for (int i = 0; i < glo.itemCount(); ++i) {
-    RiskRecord& item = glo.risks[static_cast<std::size_t>(i)];
+    RiskRecord& item = glo.item(i);
     int n = 0;
     item.cumulative = 0;
     for (std::size_t a = 0; a < kAssessments; ++a)
@@ -254,7 +254,7 @@ bool computeWeightedCumulative() {
     return false;
   }
   for (int i = 0; i < glo.itemCount(); ++i) {
-    RiskRecord& item = glo.risks[static_cast<std::size_t>(i)];
+    RiskRecord& item = glo.item(i);
     item.weightedCumulative = 0;
     for (std::size_t a = 0; a < kAssessments; ++a) {
       const AssessmentInfoRecord& info = glo.assessmentInfo[a];

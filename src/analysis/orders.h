@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstddef>
-#include <functional>
 #include <string>
 
 #include "core/records.h"
@@ -17,13 +16,14 @@ inline constexpr int alphabetical = 0, cumulativeAscending = 19, cumulativeDesce
                      multiPlot1Descending = 24, multiPlot2Ascending = 27, multiPlot2Descending = 28;
 }  // namespace order
 
-// What the list editor does after an order; all may be unset.
-struct OrderHooks {
-  std::function<void()> renumber;                           // list positions, after each order
-  std::function<void()> rebuildList;                        // the shown list
-  std::function<void(const std::string&)> showDataMessage;  // items without data
+// The form "xyVote" as an order sees it, when it is loaded.
+class ItemListForm {
+ public:
+  virtual ~ItemListForm() = default;
+  virtual void renumber() = 0;                                   // list positions, after each order
+  virtual void rebuildList() = 0;                                // the shown list
+  virtual void showDataMessage(const std::string& message) = 0;  // items without data
 };
-extern OrderHooks orderHooks;
 
 // Menu entry: `assessment` 1 to 9, or 0 for the sifter/sorter scores.
 void MenuReorderList(int assessment, bool increasing, bool noRefresh = false);

@@ -18,7 +18,7 @@ weightingSelector::weightingSelector() : ControlForm(kWeightingForm) {
   controls = {{.kind = host::Control::Kind::note,
                .caption = "How much each assessment counts in the weighted cumulative averages."}};
   for (int a = 1; a <= kAssessments; ++a) {
-    const AssessmentInfoRecord& info = glo.assessmentInfo[static_cast<std::size_t>(a - 1)];
+    const AssessmentInfoRecord& info = glo.running(a);
     weight[static_cast<std::size_t>(a - 1)] = info.weight;
     weightingOn[static_cast<std::size_t>(a - 1)] = info.weightingOn;
     if (info.active)

@@ -11,8 +11,8 @@
 #include "adapters/system/standard_streams.h"
 #include "app/neighbours.h"
 #include "app/workshop_desktop.h"
+#include "base/errors.h"
 #include "cli/cli.h"
-#include "host/errors.h"
 
 namespace {
 

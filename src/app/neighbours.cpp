@@ -17,10 +17,9 @@
 #include "adapters/system/files.h"
 #include "adapters/system/machine.h"
 #include "adapters/system/xml_query.h"
-#include "core/common.h"
+#include "base/errors.h"
 #include "core/diagnostics.h"
 #include "host/dialogs.h"
-#include "host/errors.h"
 #include "host/forms.h"
 #include "host/host.h"
 #include "host/wait.h"
@@ -96,7 +95,6 @@ Neighbours::Neighbours(Kind kind) : parts_(std::make_unique<Parts>()) {
   world.textMeasure = &parts_->textMeasure;
   world.forms = &parts_->forms;
   world.xmlQuery = &parts_->xml;
-  processRuns = system::processRuns;
   if (kind == Kind::windowless) {
     parts_->plainLoop.addPump([this] { parts_->drain(); });
     world.loop = &parts_->plainLoop;

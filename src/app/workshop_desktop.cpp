@@ -7,6 +7,8 @@
 
 #include "adapters/deck/deck.h"
 #include "app/neighbours.h"
+#include "base/errors.h"
+#include "base/text.h"
 #include "core/common.h"
 #include "core/diagnostics.h"
 #include "core/glo.h"
@@ -16,9 +18,9 @@
 #include "core/windows/blank_form.h"
 #include "desktop/desktop.h"
 #include "host/dialogs.h"
-#include "host/errors.h"
 #include "host/forms.h"
 #include "host/host.h"
+#include "host/names.h"
 #include "host/wait.h"
 #include "matrixgraph/xy_vote_graph.h"
 #include "store/exercise_text.h"
@@ -71,12 +73,12 @@ class Aside {
 
 // What stands on a slide, read beside the state of any run.
 std::optional<desktop::ExerciseFacts> exerciseFacts(host::Slide& slide) {
-  if (slide.tags().Item("qrnMatrix").empty())
+  if (slide.tags().Item(tagName::exercise).empty())
     return std::nullopt;
   const Aside aside;
   glo.oVoteSlide = &slide;
   initXYVote();
-  static_cast<Exercise&>(glo) = readExercise(slide.tags().Item("qrnMatrix"), glo).exercise;
+  static_cast<Exercise&>(glo) = readExercise(slide.tags().Item(tagName::exercise), glo).exercise;
   readVoteRecords();
   desktop::ExerciseFacts facts;
   facts.name = glo.listTitle;
@@ -100,10 +102,10 @@ int shownSlide(const std::string& fields, host::Presentation& deck) {
   const int number = static_cast<int>(qrnVal(mode));
   if (number > 0)
     return number <= deck.SlideCount() ? number : 0;
-  if (mode != "DISPLAY" && mode != "SERIES VOTE")
+  if (mode != runMode::display && mode != runMode::seriesVote)
     return 0;
   for (int slide = 1; slide <= deck.SlideCount(); ++slide)
-    if (!deck.Slides(slide).tags().Item("qrnMatrix").empty())
+    if (!deck.Slides(slide).tags().Item(tagName::exercise).empty())
       return slide;
   return 0;
 }
@@ -111,8 +113,8 @@ int shownSlide(const std::string& fields, host::Presentation& deck) {
 void fillEntryHooks() {
   entryHooks().startVote = [] {
     host::FormRegistry& forms = *host::host().forms;
-    forms.show("xyVoteRuntime");
-    forms.as<xyVoteRuntime>("xyVoteRuntime").startProcess();
+    forms.show(formName::runtime);
+    forms.as<xyVoteRuntime>(formName::runtime).startProcess();
   };
 }
 
@@ -143,7 +145,7 @@ WorkshopDesktop::WorkshopDesktop(Neighbours& neighbours) : neighbours_(neighbour
   neighbours_.setStatusLine([this](const std::string& line) {
     desktop_->sayProgress(line);
     if (!line.empty())
-      writeDebugLog("infoForm", "", line);
+      writeDebugLog(formName::info, "", line);
   });
   neighbours_.onRoomChanged([this](const host::RoomState& room) { desktop_->roomChanged(room); });
   registerForms();

@@ -28,7 +28,7 @@ std::string inMenu(const char* within) {
 }
 
 bool inUse(int assessment) {
-  return glo.assessmentInfo[static_cast<std::size_t>(assessment - 1)].active;
+  return glo.running(assessment).active;
 }
 
 void add(Actions& rows, Actions more) {

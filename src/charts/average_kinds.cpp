@@ -6,6 +6,7 @@
 #include "analysis/multiplot.h"
 #include "analysis/orders.h"
 #include "core/glo.h"
+#include "host/names.h"
 #include "store/scores/all_scores.h"
 
 namespace qrn {
@@ -35,8 +36,8 @@ bool hasAnyScore(const RiskRecord& risk) {
 }
 
 ChartBounds boundsOf(int assessment) {
-  const AssessmentRecord& record = glo.assessments[static_cast<std::size_t>(assessment - 1)];
-  if (record.voteType == 3)
+  const AssessmentRecord& record = glo.assessment(assessment);
+  if (record.voteType == scaleKind::balance)
     return {0, 100};
   const int points = std::max(glo.labelCount(assessment - 1), record.scalePointCount);
   return {static_cast<double>(record.startFrom), static_cast<double>(record.startFrom + points - 1)};
@@ -46,7 +47,7 @@ ChartBounds boundsOfAll() {
   ChartBounds all;
   bool first = true;
   for (int a = 1; a <= kAssessments; ++a) {
-    if (!glo.assessmentInfo[static_cast<std::size_t>(a - 1)].active)
+    if (!glo.running(a).active)
       continue;
     const ChartBounds one = boundsOf(a);
     all.low = first ? one.low : std::min(all.low, one.low);

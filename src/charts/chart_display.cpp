@@ -4,12 +4,14 @@
 #include <array>
 
 #include "analysis/filter/categories_membership.h"
+#include "base/text.h"
+#include "base/utf8.h"
 #include "charts/average_kinds.h"
 #include "charts/look/graph_look.h"
-#include "core/common.h"
 #include "core/diagnostics.h"
 #include "core/glo.h"
 #include "core/item_label.h"
+#include "host/names.h"
 #include "store/counted_votes.h"
 
 namespace qrn {
@@ -21,7 +23,7 @@ constexpr double kMostPoints = 10;
 constexpr int kWideScale = 100, kWideStep = 25;
 
 RiskRecord& riskAt(int item) {
-  return glo.risks[static_cast<std::size_t>(item)];
+  return glo.item(item);
 }
 
 bool isItem(int item) {
@@ -55,9 +57,9 @@ std::string criterionText(int assessment, int option) {
 }
 
 std::string optionLabel(const ChartRequest& request, const ChartScale& scale, int i) {
-  if (request.form == "xyVoteBalance")
+  if (request.form == formName::balance)
     return i < static_cast<int>(kBalanceBins.size()) ? kBalanceBins[static_cast<std::size_t>(i)] : "";
-  const bool distribution = request.form == "xyVoteDistributionGraph";
+  const bool distribution = request.form == formName::distributionGraph;
   if (scale.options == kWideScale)
     return std::to_string(i == 0 ? scale.startFrom : i);
   if (distribution && request.distributionAxisLabels == 2)
@@ -100,9 +102,7 @@ void addDistribution(const ChartRequest& request, ChartSeries& series) {
   const ChartScale scale = scaleOf(request);
   const std::vector<int> counts = countVotes(scale.options);
   const bool stored = request.assessment >= 1 && request.assessment <= kAssessments;
-  const auto& colours = stored
-                            ? glo.assessments[static_cast<std::size_t>(request.assessment - 1)].pointColours
-                            : glo.barColours1;
+  const auto& colours = stored ? glo.assessment(request.assessment).pointColours : glo.barColours1;
   for (int value = 0; value <= scale.options; ++value) {
     const int option = value - scale.startFrom;
     series.Add(counts[static_cast<std::size_t>(value)],
@@ -170,11 +170,11 @@ bool inCategoriesShown(int item) {
 }
 
 ChartScale scaleOf(const ChartRequest& request) {
-  if (request.form == "sifterVoteForm" || request.form == "Criteria_Master")
+  if (request.form == formName::sifterVote || request.form == "Criteria_Master")
     return {request.options, request.startFrom};
   if (request.assessment < 1 || request.assessment > kAssessments)
     return {};
-  const AssessmentRecord& record = glo.assessments[static_cast<std::size_t>(request.assessment - 1)];
+  const AssessmentRecord& record = glo.assessment(request.assessment);
   return {record.scalePointCount > 0 ? record.scalePointCount : glo.labelCount(request.assessment - 1),
           record.startFrom};
 }
@@ -208,7 +208,7 @@ void AddAxisLabels(const ChartRequest& request, TChart& chart, int series, bool 
       for (const ChartPoint& point : chart.SERIES(series).points) add(point.label);
     } else {
       const ChartScale scale = scaleOf(request);
-      const bool bins = request.form == "xyVoteBalance", wide = !bins && scale.options == kWideScale;
+      const bool bins = request.form == formName::balance, wide = !bins && scale.options == kWideScale;
       const int count = bins ? static_cast<int>(kBalanceBins.size()) : wide ? kWideScale + 1 : scale.options;
       for (int i = 0; i < count; i += wide ? kWideStep : 1) add(optionLabel(request, scale, i));
     }

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "host/errors.h"
+#include "base/errors.h"
 
 namespace qrn {
 

@@ -97,7 +97,6 @@ struct TChart {
   int selectedPoint = -1;  // highlighted bar of series 0, -1 for none
   std::int32_t highlightColour = 0xc0e0ff;
 
-  void RemoveAllSeries() { series_.clear(); }
   int AddSeries(SeriesKind kind);  // returns its number
   int seriesCount() const { return static_cast<int>(series_.size()); }
   // Throws HostError (program) outside 0 to seriesCount() - 1.

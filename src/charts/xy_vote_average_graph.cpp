@@ -4,21 +4,21 @@
 
 #include "analysis/multiplot_form.h"
 #include "analysis/weighting_selector.h"
+#include "base/errors.h"
 #include "charts/average_kinds.h"
 #include "core/common.h"
 #include "core/diagnostics.h"
 #include "core/glo.h"
 #include "core/show_keys.h"
 #include "host/dialogs.h"
-#include "host/errors.h"
 #include "host/host.h"
+#include "host/names.h"
 #include "store/scores/all_scores.h"
 
 namespace qrn {
 
 namespace {
 
-constexpr const char* kFormName = "xyVoteAverageGraph";
 constexpr int kMultiPlotAssessment = 10;  // the first number that is a multi-plot
 
 // The assessment at hand, or the first one that has averages when it has none.
@@ -32,8 +32,8 @@ int firstShown() {
 
 }  // namespace
 
-xyVoteAverageGraph::xyVoteAverageGraph() : Form(kFormName) {
-  request.form = kFormName;
+xyVoteAverageGraph::xyVoteAverageGraph() : Form(formName::averageGraph) {
+  request.form = formName::averageGraph;
   List1.selectionChanged = [this](int row) { selectItem(row); };
   List1.menuWanted = [this](int) { openMenu(); };
 }
@@ -86,7 +86,7 @@ void xyVoteAverageGraph::redraw() {
 
 // Where the values cannot be computed the kind stays.
 void xyVoteAverageGraph::show(int displayKind) {
-  trapErrors(kFormName, "drawGraph", [&] {
+  trapErrors(formName::averageGraph, "drawGraph", [&] {
     const AverageKind& kind = averageKind(displayKind);
     if (!kind.compute(request))
       return;
@@ -189,7 +189,7 @@ void xyVoteAverageGraph::pageOn() {
 }
 
 void registerChartForms() {
-  host::host().forms->define(kFormName, [] { return std::make_unique<xyVoteAverageGraph>(); });
+  host::host().forms->define(formName::averageGraph, [] { return std::make_unique<xyVoteAverageGraph>(); });
   registerWeightingForm();
   registerMultiPlotForm();
 }
@@ -198,7 +198,7 @@ const host::Surface& drawAverageGraph(int assessment, int widthPx, int heightPx)
   if (assessment < 1 || assessment > kSlots)
     throw HostError(Fault::badData, 5,
                     "There is no assessment " + std::to_string(assessment) + " (1 to 9, or 10 and 11)");
-  auto& form = host::host().forms->as<xyVoteAverageGraph>(kFormName);
+  auto& form = host::host().forms->as<xyVoteAverageGraph>(formName::averageGraph);
   form.ScaleWidth = widthPx * kTwipsPerPixel;
   form.ScaleHeight = heightPx * kTwipsPerPixel;
   form.request.onOnePage = true;

@@ -5,9 +5,9 @@
 #include <iostream>
 #include <map>
 
+#include "base/errors.h"
 #include "cli/commands.h"
 #include "core/options.h"
-#include "host/errors.h"
 
 namespace qrn::cli {
 

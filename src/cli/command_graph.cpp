@@ -5,13 +5,13 @@
 #include <string>
 
 #include "analysis/multiplot.h"
+#include "base/errors.h"
 #include "charts/xy_vote_average_graph.h"
 #include "cli/commands.h"
 #include "cli/geometry.h"
 #include "cli/workshop.h"
 #include "core/common.h"
 #include "core/glo.h"
-#include "host/errors.h"
 #include "host/forms.h"
 #include "host/host.h"
 #include "host/system.h"

@@ -6,6 +6,7 @@
 #include "cli/commands.h"
 #include "cli/workshop.h"
 #include "core/glo.h"
+#include "host/names.h"
 
 namespace qrn::cli {
 
@@ -33,7 +34,7 @@ SlideInfo readSlide(Workshop& workshop, int number) {
   info.slideID = slide.slideID();
   info.title = slide.Title();
   info.damage = slide.Damage();
-  info.exercise = !slide.tags().Item("qrnMatrix").empty();
+  info.exercise = !slide.tags().Item(tagName::exercise).empty();
   if (info.exercise) {
     workshop.loadExercise(number);
     info.items = glo.itemCount();

@@ -4,10 +4,10 @@
 #include <set>
 #include <string>
 
+#include "base/errors.h"
 #include "cli/commands.h"
 #include "cli/workshop.h"
 #include "core/glo.h"
-#include "host/errors.h"
 #include "host/host.h"
 #include "host/system.h"
 #include "store/exercise_text.h"

@@ -4,9 +4,9 @@
 #include <iterator>
 #include <sstream>
 
+#include "base/errors.h"
 #include "cli/commands.h"
 #include "cli/workshop.h"
-#include "host/errors.h"
 #include "host/host.h"
 #include "host/system.h"
 

@@ -4,13 +4,14 @@
 #include <string>
 #include <utility>
 
+#include "base/errors.h"
 #include "cli/commands.h"
 #include "cli/workshop.h"
 #include "core/glo.h"
 #include "host/controller.h"
-#include "host/errors.h"
 #include "host/forms.h"
 #include "host/host.h"
+#include "host/names.h"
 #include "host/wait.h"
 #include "store/exercise_text.h"
 #include "store/progress_log.h"
@@ -33,7 +34,7 @@ class RehearsalFacilitator {
   static constexpr int kPatienceTicks = 1500;  // of 20 ms
 
   void look() {
-    auto* runtime = dynamic_cast<xyVoteRuntime*>(host::host().forms->find("xyVoteRuntime"));
+    auto* runtime = dynamic_cast<xyVoteRuntime*>(host::host().forms->find(formName::runtime));
     if (runtime == nullptr)
       return;
     if (leftoverVotes() > 0) {
@@ -76,7 +77,8 @@ class Wiring {
   }
   ~Wiring() {
     voteSaved = nullptr;
-    for (const char* form : {"xyVoteQuitOptions", "xyVoteRuntime", "comms"}) host::host().forms->unload(form);
+    for (const char* form : {formName::quitOptions, formName::runtime, formName::comms})
+      host::host().forms->unload(form);
     host::host().forms->releaseUnloaded();
     host::host().controller = nullptr;
   }
@@ -135,12 +137,12 @@ void runVote(const VoteArguments& arguments, const CliHooks& hooks) {
   if (const std::string why = whyNothingToVote(); !why.empty())
     throw HostError(Fault::badData, 0, why);
   readlog();
-  glo.cmdFile = "QRNMATRIX";
+  glo.cmdFile = cmdWord::slideHoldsExercise;
   glo.cmdMode = "S";
   const Wiring wiring(hooks.makeLink(arguments.rehearsal));
   joinController();
   const RehearsalFacilitator facilitator;
-  host::host().forms->as<xyVoteRuntime>("xyVoteRuntime").startProcess();
+  host::host().forms->as<xyVoteRuntime>(formName::runtime).startProcess();
   theComms().EndVote();
   checkOutcome(arguments.deck, wiring.saved());
   saveXY();

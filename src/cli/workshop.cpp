@@ -1,10 +1,11 @@
 #include "cli/workshop.h"
 
 #include "analysis/filter/filters.h"
+#include "base/errors.h"
 #include "core/glo.h"
 #include "core/model.h"
-#include "host/errors.h"
 #include "host/host.h"
+#include "host/names.h"
 #include "store/exercise_text.h"
 #include "store/vote_store.h"
 
@@ -52,7 +53,7 @@ void Workshop::selectSlide(int number) {
 
 void Workshop::loadExercise(int number) {
   selectSlide(number);
-  if (glo.oVoteSlide->tags().Item("qrnMatrix").empty())
+  if (glo.oVoteSlide->tags().Item(tagName::exercise).empty())
     throw HostError(Fault::badData, 0, "Slide " + std::to_string(number) + " holds no exercise");
   LoadXY("");
   GetDemographicVoteInfo();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/text.h"
 #include "core/glo.h"
 #include "host/forms.h"
 #include "host/host.h"
@@ -9,8 +10,6 @@
 #include "host/system.h"
 
 namespace qrn {
-
-std::function<bool(const std::string& exeName)> processRuns;
 
 namespace {
 
@@ -65,49 +64,11 @@ void HomogoniseLineFeeds(std::string& text) {
   text = std::move(out);
 }
 
-std::vector<std::string_view> splitFields(std::string_view text, char separator) {
-  std::vector<std::string_view> fields;
-  for (;;) {
-    const std::size_t to = text.find(separator);
-    fields.push_back(text.substr(0, to));
-    if (to == std::string_view::npos)
-      return fields;
-    text.remove_prefix(to + 1);
-  }
-}
-
 std::string getField(std::string_view line, int n) {
   const auto fields = splitFields(line, ',');
   if (n < 1 || static_cast<std::size_t>(n) > fields.size())
     return "";
   return replaceAll(std::string(fields[static_cast<std::size_t>(n - 1)]), "\"", "");
-}
-
-std::string upperCase(std::string_view text) {
-  std::string upper(text);
-  for (char& c : upper)
-    if (c >= 'a' && c <= 'z')
-      c = static_cast<char>(c - 'a' + 'A');
-  return upper;
-}
-
-std::string_view trimBlanks(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(" \t\r\n");
-  if (first == std::string_view::npos)
-    return {};
-  return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
-}
-
-std::string replaceAll(std::string text, std::string_view what, std::string_view with) {
-  if (what.empty() || text.find(what) == std::string::npos)
-    return text;
-  std::string out;
-  std::size_t from = 0;
-  for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, from)) {
-    out.append(text, from, at - from).append(with);
-    from = at + what.size();
-  }
-  return out.append(text, from);
 }
 
 bool fileExists(const std::string& path) {
@@ -145,7 +106,7 @@ bool Check4App(const std::string& exeName) {
     const auto* program = host::host().presentationProgram;
     return program != nullptr && program->Running();
   }
-  return processRuns && processRuns(exeName);
+  return host::host().environment->processRuns(exeName);
 }
 
 ScreenDimensions GetScreenDimensions() {

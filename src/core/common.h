@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -23,24 +22,8 @@ void SplitPPTTag(std::string text, std::string_view separator, std::vector<std::
 // Makes every CR LF, CR and LF a CR LF, in place. The marker "^|^" stands for a line end too.
 void HomogoniseLineFeeds(std::string& text);
 
-// Plain split: n separators give n + 1 fields, an empty text gives one empty field.
-std::vector<std::string_view> splitFields(std::string_view text, char separator);
-
 // Field `n` (1-based) of a comma-separated line without its double quotes; "" when there is none.
 std::string getField(std::string_view line, int n);
-
-std::string upperCase(std::string_view text);  // ASCII letters; other characters stay
-std::string_view trimBlanks(std::string_view text);
-std::string replaceAll(std::string text, std::string_view what, std::string_view with);
-
-// Text that is valid UTF-8 comes back as it is (without a byte order mark); any other is taken as
-// Windows-1252.
-std::string toUtf8(std::string text);
-// Unicode characters of UTF-8 text and back. Broken bytes count as one character each; codes that are no
-// character become "?".
-std::vector<std::uint32_t> characters(std::string_view text);
-void appendCharacter(std::string& text, std::uint32_t code);
-std::size_t characterCount(std::string_view text);
 
 // Numbers -----------------------------------------------------------------------------------------
 
@@ -92,9 +75,8 @@ std::string joinPath(const std::string& folder, const std::string& tail);
 bool Check4Form(const std::string& name1, const std::string& name2 = "", const std::string& name3 = "",
                 const std::string& name4 = "");
 // Whether a process of that name runs. "POWERPNT.EXE" asks the presentation program itself; for other names
-// the answer comes from `processRuns`, which knows none until the program sets it.
+// the machine answers.
 bool Check4App(const std::string& exeName);
-extern std::function<bool(const std::string& exeName)> processRuns;
 
 // Inside of the screen that the voting screens fill, in twips, as the run knows it.
 ScreenDimensions GetScreenDimensions();

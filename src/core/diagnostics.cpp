@@ -5,10 +5,11 @@
 #include <cstdint>
 #include <cstdio>
 
+#include "base/errors.h"
+#include "base/text.h"
 #include "core/common.h"
 #include "core/options.h"
 #include "host/dialogs.h"
-#include "host/errors.h"
 #include "host/host.h"
 #include "host/presentation.h"
 #include "host/system.h"

@@ -78,6 +78,11 @@ ExerciseHistory& exerciseHistory() {
   return history;
 }
 
+void ExerciseHistory::touched() {
+  if (g_openEdits == 0)
+    storedAt_.reset();
+}
+
 bool ExerciseHistory::undo() {
   if (g_openEdits > 0 || done_ == 0)
     return false;

@@ -37,6 +37,9 @@ class ExerciseHistory {
   // Whether a step stands between the exercise at hand and the one stored last.
   bool modified() const { return storedAt_ != done_; }
   void stored() { storedAt_ = done_; }
+  // What is kept has changed by no step that a person could take back: votes take the mark of new items away,
+  // a run sorts the list, groups are chosen. Inside an edit, its step says so.
+  void touched();
   // Another exercise is at hand, in which nothing has been edited; `stored` when it is what is stored.
   void begin(bool stored = true) {
     *this = ExerciseHistory();

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "core/records.h"
+#include "host/names.h"
 
 namespace qrn {
 
@@ -151,13 +152,24 @@ struct Exercise {
 
   bool operator==(const Exercise&) const = default;
 
+  // The element itself, checked: item `i` of the list from 0 (the spare one at the top too), assessment `n`
+  // from 1 and its place in the running order. Throw std::out_of_range.
+  RiskRecord& item(int i) { return risks.at(static_cast<std::size_t>(i)); }
+  const RiskRecord& item(int i) const { return risks.at(static_cast<std::size_t>(i)); }
+  AssessmentRecord& assessment(int n) { return assessments.at(static_cast<std::size_t>(n - 1)); }
+  const AssessmentRecord& assessment(int n) const { return assessments.at(static_cast<std::size_t>(n - 1)); }
+  AssessmentInfoRecord& running(int n) { return assessmentInfo.at(static_cast<std::size_t>(n - 1)); }
+  const AssessmentInfoRecord& running(int n) const {
+    return assessmentInfo.at(static_cast<std::size_t>(n - 1));
+  }
+
   int itemCount() const { return upperBound(risks); }
   // Number of scale labels of assessment `a` (0 to 9).
   int labelCount(int a) const { return upperBound(scaleLabels[static_cast<std::size_t>(a)]); }
   // Whether items get an average on `assessment` (1 to 9) in the running order, and how many such there are.
   bool isScored(int assessment) const {
     const std::size_t a = static_cast<std::size_t>(assessment - 1);
-    return assessmentInfo[a].active && assessments[a].voteType == 1;
+    return assessmentInfo[a].active && assessments[a].voteType == scaleKind::scalar;
   }
   int scoredCount() const {
     int count = 0;

@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "base/text.h"
+#include "base/utf8.h"
 #include "core/common.h"
 #include "host/host.h"
 #include "host/system.h"

@@ -126,7 +126,7 @@ struct AssessmentRecord {
   bool font4Flag = false;
   int titleAlign = 2, itemAlign = 2, scaleAlign = 2;
   std::string imageFile;
-  int voteType = 1;  // 1 scalar, 2 sifter style, 3 balance
+  int voteType = 1;  // a scaleKind
   bool showTitleText = true, showScaleText = true;
   LayoutRect lbl_Risk, lbl_Assessment, img_chart, Img_VC, lbl_PCAPrompt, lbl_PCAItem0, lbl_PCAItem1;
   std::array<LayoutRect, 11> lbl_Criteria{};

@@ -61,7 +61,6 @@ struct Session {
 
   // The exercise at hand
   bool exerciseDamaged = false;  // its text could not be read whole; the slide still holds it as it was
-  std::string exerciseAtRest;    // as its text would be stored when it was read or stored last; "" unknown
 
   // Records
   VoteRecordText voteRecords;    // mirrors the slide tag QRNVOTES

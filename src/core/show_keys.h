@@ -5,11 +5,12 @@
 #include "core/glo.h"
 #include "host/actions.h"
 #include "host/forms.h"
+#include "host/names.h"
 
 namespace qrn {
 
 inline bool displayedInShow() {
-  return glo.cmdMode == "DISPLAY";
+  return glo.cmdMode == runMode::display;
 }
 
 // Letters are left out: on a graph they stand for items.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 
+#include "base/text.h"
 #include "core/common.h"
 
 namespace qrn {
@@ -16,10 +17,6 @@ constexpr std::uint64_t kMinus = 11, kLetterC = 12;
 
 bool isDigit(char c) {
   return c >= '0' && c <= '9';
-}
-
-char lower(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
 std::uint64_t digitCode(char c) {
@@ -36,7 +33,7 @@ std::uint64_t packHead(std::string_view text, std::size_t& at) {
   }
   const std::size_t firstDigit = at;
   while (at < text.size() && at < kMaxHead && isDigit(text[at])) key = (key << 4) | digitCode(text[at++]);
-  if (at == firstDigit || at >= text.size() || lower(text[at]) != 'c')
+  if (at == firstDigit || at >= text.size() || lowerLetter(text[at]) != 'c')
     return 0;
   ++at;
   return (key << 4) | kLetterC;
@@ -65,11 +62,6 @@ bool lineEndsAreCrLf(std::string_view text) {
     at += line.size();
   }
   return true;
-}
-
-bool containsText(std::string_view line, std::string_view wanted) {
-  const auto same = [](char a, char b) { return lower(a) == lower(b); };
-  return std::search(line.begin(), line.end(), wanted.begin(), wanted.end(), same) != line.end();
 }
 
 std::size_t slotOf(std::uint64_t key, std::size_t mask) {
@@ -137,7 +129,7 @@ std::string_view VoteRecordText::lastLineByScan(std::string_view text, std::stri
     const std::size_t before = end == 0 ? std::string_view::npos : text.find_last_of("\r\n", end - 1);
     const std::size_t start = before == std::string_view::npos ? 0 : before + 1;
     const std::string_view line = text.substr(start, end - start);
-    if (containsText(line, wanted))
+    if (containsWord(line, wanted))
       return line;
     if (start == 0)
       return {};

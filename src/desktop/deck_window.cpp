@@ -9,9 +9,9 @@
 #include <QStatusBar>
 #include <QVBoxLayout>
 
+#include "base/errors.h"
 #include "desktop/flow_row.h"
 #include "desktop/style.h"
-#include "host/errors.h"
 #include "render/fonts.h"
 
 namespace qrn::desktop {

@@ -1,24 +1,13 @@
 #include "desktop/desktop.h"
 
 #include <QApplication>
-#include <QDesktopServices>
-#include <QElapsedTimer>
-#include <QKeyEvent>
 #include <QScreen>
-#include <QUrl>
 #include <algorithm>
 
-#include "desktop/deck_window.h"
-#include "desktop/desktop_windows.h"
+#include "desktop/desktop_parts.h"
 #include "desktop/form_windows.h"
-#include "desktop/held_keys.h"
-#include "desktop/keypads_window.h"
-#include "desktop/presentation_program.h"
-#include "desktop/slide_show_window.h"
 #include "desktop/style.h"
-#include "desktop/window_stack.h"
 #include "host/dialogs.h"
-#include "host/errors.h"
 #include "host/forms.h"
 #include "host/host.h"
 #include "host/wait.h"
@@ -28,83 +17,10 @@ namespace qrn::desktop {
 
 namespace {
 
-constexpr int kServeMs = 15;          // while a slide picture is being made, wanted runs start at this pace
 constexpr int kPicturesWaitMs = 150;  // no picture is made this soon after a key or a click
 constexpr int kPicturesLookMs = 25;   // whether the next thumbnail has come
 
-// Notes when the person last did something.
-class InputWatch : public QObject {
- public:
-  InputWatch() { sinceInput_.start(); }
-  // How long until nobody has typed or clicked for so many milliseconds.
-  std::int64_t quietIn(int milliseconds) const {
-    return std::max<std::int64_t>(0, milliseconds - sinceInput_.elapsed());
-  }
-
- protected:
-  bool eventFilter(QObject*, QEvent* event) override {
-    switch (event->type()) {
-      case QEvent::KeyPress:
-      case QEvent::MouseButtonPress:
-      case QEvent::Wheel:
-        sinceInput_.restart();
-        break;
-      default:
-        break;
-    }
-    return false;
-  }
-
- private:
-  QElapsedTimer sinceInput_;
-};
-
 }  // namespace
-
-struct Desktop::Parts {
-  explicit Parts(DesktopHooks given);
-
-  void turn();
-  std::optional<std::int64_t> idleMicroseconds() const;
-  void serve();
-  void makePicture();
-  void run(int slide);
-  void sendKeys(const std::string& keys);
-  void startShow(int slide);
-  void showEnded();
-  const QScreen& screenOfShow() const;
-  void askForDeck();
-  bool openDeck(const std::string& file);
-  void takeDeck(std::unique_ptr<host::Presentation> opened);
-  bool save();
-  void leave();
-  bool mayCloseDeck();
-  void showKeypads();
-  void askForRoom();
-  void report(const std::string& what, const std::exception& error);
-  void sayPictures();
-  bool showRuns() const { return show && show->isVisible(); }
-
-  DesktopHooks hooks;
-  InputWatch watch;
-  HeldKeys heldKeys;
-  WindowStack stack;
-  SlidePictures pictures;
-  std::unique_ptr<host::Presentation> deck;
-  DeckWindow window;
-  std::unique_ptr<SlideShowWindow> show;
-  KeypadsWindow* keypads = nullptr;
-  QtPresentationProgram program;
-  DesktopWindows windows;
-  host::FormRegistry* forms = nullptr;
-  int wantedRun = 0;  // slide, 0 for none
-  bool wantedRoom = false;
-  std::optional<std::string> wantedDeck;
-  bool running = false, leaving = false;
-  int saidLeft = 0;     // thumbnails to go
-  bool making = false;  // a slide picture is being made; its deck must stay
-  host::Timer tmrServe{kServeMs, [this] { serve(); }};
-};
 
 Desktop::Parts::Parts(DesktopHooks given)
     : hooks(std::move(given)),
@@ -230,98 +146,6 @@ void Desktop::Parts::showEnded() {
   if (show->SlideIndex() > 0)
     window.GotoSlide(show->SlideIndex());
   stack.raise(&window);
-}
-
-void Desktop::Parts::askForDeck() {
-  if (!mayCloseDeck())
-    return;
-  host::FileQuestion question;
-  question.title = "Open a deck";
-  question.filter = "Presentations (*.pptx)|*.pptx";
-  if (deck)
-    question.folder = deck->path();
-  wantedDeck = host::host().dialogs->FileDialog(question);
-  if (wantedDeck && making)
-    window.say(render::toQt("Opening " + *wantedDeck + " when the slide pictures are ready"));
-}
-
-bool Desktop::Parts::openDeck(const std::string& file) {
-  window.say(render::toQt("Opening " + file));
-  window.repaint();
-  try {
-    if (making || running)
-      throw HostError(Fault::program, 0, "The deck at hand is in use.");
-    takeDeck(hooks.openDeck(file));
-    return true;
-  } catch (const std::exception& error) {
-    report("The deck was not opened. ", error);
-    return false;
-  }
-}
-
-void Desktop::Parts::takeDeck(std::unique_ptr<host::Presentation> opened) {
-  show.reset();
-  window.setDeck(nullptr);
-  pictures.setDeck(opened.get());
-  deck = std::move(opened);
-  window.setDeck(deck.get());
-  if (hooks.deckNotice)
-    if (const auto text = hooks.deckNotice(*deck))
-      window.notice().say(NoticeBar::Kind::note, render::toQt(*text));
-  pictures.wantAll();
-  sayPictures();
-}
-
-bool Desktop::Parts::save() {
-  if (!deck)
-    return true;
-  window.say("Saving");
-  window.repaint();
-  try {
-    deck->Save();
-    window.say("Saved");
-    return true;
-  } catch (const std::exception& error) {
-    report("The deck was not saved. ", error);
-    return false;
-  }
-}
-
-void Desktop::Parts::leave() {
-  if (running || !mayCloseDeck())
-    return;
-  leaving = true;
-  window.hide();
-}
-
-bool Desktop::Parts::mayCloseDeck() {
-  if (!deck || deck->ReadOnly() || deck->Saved())
-    return true;
-  const host::Answer answer =
-      host::host().dialogs->MsgBox("Save the votes and settings into the deck?", host::kTitle,
-                                   host::Buttons::yesNoCancel, host::Icon::question, host::Answer::yes);
-  if (answer == host::Answer::yes)
-    return save();
-  return answer == host::Answer::no;
-}
-
-void Desktop::Parts::showKeypads() {
-  if (!keypads)
-    keypads = new KeypadsWindow(&window, {hooks.chooseAddress, [](const QString& address) {
-                                            QDesktopServices::openUrl(QUrl(address));
-                                          }});
-  askForRoom();
-  keypads->show();
-  keypads->raise();
-  keypads->activateWindow();
-}
-
-void Desktop::Parts::askForRoom() {
-  try {
-    keypads->showRoom(hooks.room());
-  } catch (const std::exception& error) {
-    keypads->showNoController(render::toQt(error.what()));
-  }
 }
 
 void Desktop::Parts::report(const std::string& what, const std::exception& error) {

@@ -7,6 +7,7 @@
 #include "desktop/surface_window.h"
 #include "host/help.h"
 #include "host/host.h"
+#include "host/names.h"
 #include "matrixgraph/xy_vote_graph.h"
 #include "vote/xy_vote_runtime.h"
 
@@ -38,12 +39,12 @@ void addToGraph(T& form, SurfaceWindow::Source& source) {
 }  // namespace
 
 void attachFormWindows(host::FormRegistry& forms, WindowStack& stack) {
-  forms.attach("blankForm", blankView(forms, stack));
-  forms.attach("xyVoteRuntime", surfaceViewOf<xyVoteRuntime>(forms, stack, addToVote));
-  forms.attach("xyVoteAverageGraph",
+  forms.attach(formName::blank, blankView(forms, stack));
+  forms.attach(formName::runtime, surfaceViewOf<xyVoteRuntime>(forms, stack, addToVote));
+  forms.attach(formName::averageGraph,
                surfaceViewOf<xyVoteAverageGraph>(forms, stack, addToGraph<xyVoteAverageGraph>));
-  forms.attach("xyVoteGraph", surfaceViewOf<xyVoteGraph>(forms, stack, addToGraph<xyVoteGraph>));
-  for (const char* dialog : {"xyVoteQuitOptions", "weightingSelector", "multiplot", host::kHelpForm})
+  forms.attach(formName::matrixGraph, surfaceViewOf<xyVoteGraph>(forms, stack, addToGraph<xyVoteGraph>));
+  for (const char* dialog : {formName::quitOptions, "weightingSelector", "multiplot", host::kHelpForm})
     forms.attach(dialog, controlView(stack));
 }
 

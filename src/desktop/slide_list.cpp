@@ -5,6 +5,7 @@
 
 #include "core/vote_record_text.h"
 #include "desktop/style.h"
+#include "host/names.h"
 #include "render/fonts.h"
 
 namespace qrn::desktop {
@@ -125,7 +126,7 @@ QString factsLine(const ExerciseFacts& facts) {
 ExerciseFacts factsFromTags(host::Slide& slide) {
   ExerciseFacts facts;
   VoteRecordText records;
-  records.assign(slide.tags().Item("QRNVOTES"));
+  records.assign(slide.tags().Item(tagName::votes));
   facts.votes = static_cast<int>(records.recordCount());
   return facts;
 }

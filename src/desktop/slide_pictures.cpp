@@ -7,7 +7,8 @@
 #include <cmath>
 
 #include "adapters/qt/slide_painter.h"
-#include "host/errors.h"
+#include "base/errors.h"
+#include "host/names.h"
 #include "render/fonts.h"
 #include "render/render.h"
 
@@ -41,7 +42,7 @@ qt::PlainSlide plainSlide(host::Presentation& deck, host::Slide& slide) {
 }  // namespace
 
 bool holdsExercise(host::Slide& slide) {
-  return !slide.tags().Item("qrnMatrix").empty();
+  return !slide.tags().Item(tagName::exercise).empty();
 }
 
 SlidePictures::SlidePictures() : thumbnails_(kThumbnailsKept), large_(kLargeKept) {}

@@ -5,8 +5,9 @@
 #include <map>
 #include <optional>
 
+#include "base/errors.h"
+#include "base/text.h"
 #include "host/dialogs.h"
-#include "host/errors.h"
 #include "host/forms.h"
 #include "host/host.h"
 #include "host/system.h"
@@ -43,18 +44,13 @@ std::string plainKeyName(int code) {
   return plain ? std::string(1, static_cast<char>(code)) : "";
 }
 
-bool sameWord(std::string_view a, std::string_view b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [](unsigned char x, unsigned char y) { return std::tolower(x) == std::tolower(y); });
-}
-
 KeyStroke readKey(std::string_view word) {
   KeyStroke stroke;
   std::string_view rest = word;
   for (bool found = true; found;) {
     found = false;
     for (const auto& [mask, prefix] : kModifiers)
-      if (const std::string_view name(prefix); sameWord(rest.substr(0, name.size()), name)) {
+      if (const std::string_view name(prefix); beginsWithWord(rest, name)) {
         stroke.shift |= mask;
         rest.remove_prefix(name.size());
         found = true;

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "host/errors.h"
+#include "base/errors.h"
 #include "host/wait.h"
 
 namespace qrn::host {

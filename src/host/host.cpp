@@ -7,4 +7,9 @@ Host& host() {
   return theHost;
 }
 
+void endRun() {
+  if (Run* run = host().run)
+    run->endProgram();
+}
+
 }  // namespace qrn::host

@@ -12,6 +12,7 @@ class FormRegistry;
 class Loop;
 class PresentationProgram;
 class Random;
+class Run;
 class Sound;
 class TextMeasure;
 class XmlQuery;
@@ -30,9 +31,18 @@ struct Host {
   Sound* sound = nullptr;
   FormRegistry* forms = nullptr;
   XmlQuery* xmlQuery = nullptr;  // null: demographic questions have no groups
+  Run* run = nullptr;          // null: nothing to end
   Windows* windows = nullptr;  // null in a run without windows
 };
 
 Host& host();
+
+// The run at hand, for whoever below has to end it.
+class Run {
+ public:
+  virtual ~Run() = default;
+  virtual void endProgram() = 0;
+};
+void endRun();  // nothing without one
 
 }  // namespace qrn::host

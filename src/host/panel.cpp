@@ -4,19 +4,10 @@
 #include <cctype>
 #include <set>
 
+#include "base/text.h"
 #include "host/forms.h"
 
 namespace qrn::host {
-
-namespace {
-
-bool beginsWith(const std::string& text, const std::string& start) {
-  return text.size() >= start.size() &&
-         std::equal(start.begin(), start.end(), text.begin(),
-                    [](unsigned char a, unsigned char b) { return std::tolower(a) == std::tolower(b); });
-}
-
-}  // namespace
 
 void Panel::setRows(std::vector<PanelRow> rows) {
   std::set<int> ids;
@@ -186,7 +177,7 @@ bool Panel::typeAhead(const std::string& text) {
   for (int i = 0; i < count && !text.empty(); ++i) {
     const int row = (std::max(current_, 0) + i) % count;
     const PanelRow& one = rows_[static_cast<std::size_t>(row)];
-    if (one.enabled && shown(row) && !one.cells.empty() && beginsWith(one.cells.front(), text)) {
+    if (one.enabled && shown(row) && !one.cells.empty() && beginsWithWord(one.cells.front(), text)) {
       select(row);
       return true;
     }

@@ -52,6 +52,8 @@ class Environment {
   virtual std::string Environ(std::string_view name) const = 0;  // "" when not set
   // Where the logs of a day stand, whichever run writes them.
   virtual std::string logFolder() const { return Environ("temp"); }
+  // Whether a program of that name runs on this machine; case does not matter.
+  virtual bool processRuns(const std::string& name) const = 0;
 };
 
 // Measures text for layout, in twips (15 to a pixel at 96 dots an inch). `size` is in points.

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "host/errors.h"
+#include "base/errors.h"
 
 namespace qrn::host {
 

@@ -4,8 +4,9 @@
 #include <cmath>
 #include <vector>
 
+#include "base/text.h"
+#include "base/utf8.h"
 #include "charts/graph_notes.h"
-#include "core/common.h"
 #include "core/glo.h"
 
 namespace qrn {

@@ -4,8 +4,10 @@
 #include <cmath>
 
 #include "analysis/multiplot.h"
+#include "base/utf8.h"
 #include "core/common.h"
 #include "core/glo.h"
+#include "host/names.h"
 
 namespace qrn {
 
@@ -58,7 +60,7 @@ std::string abbreviated(const std::string& text) {
 // Caption of scale point `i` of a voted assessment.
 std::string pointCaption(int assessment, int i) {
   if (glo.OptionScatterScale == kNumbers)
-    return std::to_string(glo.assessments[static_cast<std::size_t>(assessment - 1)].startFrom + i);
+    return std::to_string(glo.assessment(assessment).startFrom + i);
   const auto& criteria = criteriaOf(assessment);
   const std::string text = i < upperBound(criteria) ? criteria[static_cast<std::size_t>(i)] : "";
   const bool cut = glo.OptionScatterScale == kAbbreviated && glo.TextScatterScaleAbbreviate > 0;
@@ -88,8 +90,8 @@ AxisPlan planAxis(int assessment, bool skew, bool percent) {
   plan.assessment = assessment;
   if (assessment < 1 || assessment > kSlots)
     return plan;
-  percent = percent || (!isMultiPlot(assessment) &&
-                        glo.assessments[static_cast<std::size_t>(assessment - 1)].voteType == 3);
+  percent =
+      percent || (!isMultiPlot(assessment) && glo.assessment(assessment).voteType == scaleKind::balance);
   int step = 1;
   if (percent) {
     plan.divisions = kPercentDivisions;

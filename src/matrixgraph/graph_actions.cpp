@@ -130,8 +130,7 @@ std::vector<host::Action> xyVoteGraph::pairActions() {
 // What is there for one item stands in its menu while the list has a row of it.
 std::vector<host::Action> xyVoteGraph::itemActions() {
   const bool listed = selectedRiskIndex >= 0 && List1.rowOfId(selectedRiskIndex) >= 0;
-  const std::string one =
-      listed ? glo.risks[static_cast<std::size_t>(selectedRiskIndex)].identifier : std::string();
+  const std::string one = listed ? glo.item(selectedRiskIndex).identifier : std::string();
   const auto menuIf = [&](bool there) {
     return listed && there ? std::vector<std::string>{kItemMenu} : std::vector<std::string>{};
   };

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "analysis/filter/filters.h"
+#include "base/text.h"
 #include "core/common.h"
 #include "core/glo.h"
 #include "core/item_label.h"
@@ -29,14 +30,14 @@ std::string keyOfRow(const std::string& row) {
 
 int riskOfKey(const std::string& itemKey) {
   for (int risk = 0; risk < glo.itemCount(); ++risk)
-    if (glo.risks[static_cast<std::size_t>(risk)].identifier == itemKey)
+    if (glo.item(risk).identifier == itemKey)
       return risk;
   return -1;
 }
 
 // Identifier, ": " and text, with no line ends at its end.
 std::string zoomTitle(int risk) {
-  const RiskRecord& record = glo.risks[static_cast<std::size_t>(risk)];
+  const RiskRecord& record = glo.item(risk);
   std::string title = record.identifier + ": " + record.text;
   while (!title.empty() && (title.back() == '\r' || title.back() == '\n' || title.back() == ' '))
     title.pop_back();
@@ -141,7 +142,7 @@ void xyVoteGraph::reportUnlisted(const std::string& itemKey) {
 }
 
 void xyVoteGraph::ShowSingleItem(int risk) {
-  view.zoomedItem = glo.risks[static_cast<std::size_t>(risk)].ID;
+  view.zoomedItem = glo.item(risk).ID;
   showView();
 }
 
@@ -193,7 +194,7 @@ void xyVoteGraph::PlotItemDistribution(const std::string& keyOrIndex) {
   if (isNumeric(keyOrIndex)) {
     const auto risk = static_cast<int>(valueParse(keyOrIndex));
     if (risk >= 0 && risk < glo.itemCount())
-      itemKey = glo.risks[static_cast<std::size_t>(risk)].identifier;
+      itemKey = glo.item(risk).identifier;
   }
   const int risk = selectListRow(itemKey);
   const PlottedItem* item = plottedItem(risk);

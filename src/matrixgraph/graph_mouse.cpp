@@ -20,7 +20,7 @@ bool isKey(const host::ElementArray& array, const host::Element&) {
 
 int riskOf(const host::Element& label) {
   for (int risk = 0; risk < glo.itemCount(); ++risk)
-    if (glo.risks[static_cast<std::size_t>(risk)].ID == label.item)
+    if (glo.item(risk).ID == label.item)
       return risk;
   return -1;
 }
@@ -106,7 +106,7 @@ void xyVoteGraph::selectItem(int risk) {
   if (const int row = List1.rowOfId(risk); row >= 0 && row != List1.current())
     return List1.select(row);  // and here again
   selectedRiskIndex = risk;
-  view.selectedItem = glo.risks[static_cast<std::size_t>(risk)].ID;
+  view.selectedItem = glo.item(risk).ID;
   showView();
 }
 

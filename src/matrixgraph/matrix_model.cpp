@@ -41,7 +41,7 @@ int expectedKeys(const PlotRequest& request) {
   int pairs = 0, items = 0;
   for (int pair = 0; pair < kPairs; ++pair) pairs += pairUsed(request, pair) ? 1 : 0;
   for (int item = 0; item < glo.itemCount(); ++item)
-    items += glo.risks[static_cast<std::size_t>(item)].voting && inCategoriesShown(item) ? 1 : 0;
+    items += glo.item(item).voting && inCategoriesShown(item) ? 1 : 0;
   return pairs * items;
 }
 

@@ -4,9 +4,10 @@
 #include <cmath>
 
 #include "analysis/multiplot.h"
+#include "base/text.h"
 #include "charts/chart_display.h"
-#include "core/common.h"
 #include "core/glo.h"
+#include "host/names.h"
 #include "store/scores/all_scores.h"
 
 namespace qrn {
@@ -18,7 +19,7 @@ constexpr double kRing = 0.07, kDotSize = 0.42, kKeySides = 0.62;  // of the typ
 constexpr double kGhostDisc = 0.26, kGhostText = 0.5;              // of the way from the ground
 
 const RiskRecord& riskAt(int risk) {
-  return glo.risks[static_cast<std::size_t>(risk)];
+  return glo.item(risk);
 }
 
 std::size_t slotOf(int assessment) {
@@ -64,7 +65,7 @@ double itemFraction(int risk, int assessment, bool diversity, int multiPlotTop) 
     return scoreFraction(record.average[slot] - step, static_cast<float>(multiPlotTop) - step);
   }
   const AssessmentRecord& scale = glo.assessments[slot];
-  if (scale.voteType == 3)
+  if (scale.voteType == scaleKind::balance)
     return scoreFraction(record.average[slot], 100);
   return scoreFraction(record.average[slot] - static_cast<float>(scale.startFrom),
                        static_cast<float>(scale.scalePointCount - 1));

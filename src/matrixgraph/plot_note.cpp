@@ -13,14 +13,14 @@ namespace {
 
 int scored(const std::vector<int>& items, int assessment) {
   return static_cast<int>(std::count_if(items.begin(), items.end(), [&](int item) {
-    return glo.risks[static_cast<std::size_t>(item)].hasScore(static_cast<std::size_t>(assessment - 1));
+    return glo.item(item).hasScore(static_cast<std::size_t>(assessment - 1));
   }));
 }
 
 std::vector<int> itemsShown() {
   std::vector<int> items;
   for (int item = 0; item < glo.itemCount(); ++item)
-    if (glo.risks[static_cast<std::size_t>(item)].voting && inCategoriesShown(item))
+    if (glo.item(item).voting && inCategoriesShown(item))
       items.push_back(item);
   return items;
 }

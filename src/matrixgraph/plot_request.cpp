@@ -10,8 +10,7 @@ namespace qrn {
 namespace {
 
 bool usable(int assessment) {
-  return assessment >= 1 && assessment <= kAssessments &&
-         glo.assessmentInfo[static_cast<std::size_t>(assessment - 1)].active;
+  return assessment >= 1 && assessment <= kAssessments && glo.running(assessment).active;
 }
 
 std::vector<int> activeAssessments() {

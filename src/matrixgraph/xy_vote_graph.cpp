@@ -3,21 +3,20 @@
 #include <algorithm>
 
 #include "analysis/multiplot.h"
+#include "base/errors.h"
+#include "base/text.h"
 #include "charts/xy_vote_average_graph.h"
-#include "core/common.h"
 #include "core/diagnostics.h"
 #include "core/glo.h"
 #include "host/dialogs.h"
-#include "host/errors.h"
 #include "host/host.h"
+#include "host/names.h"
 #include "store/scores/all_scores.h"
 
 namespace qrn {
 
 namespace {
 
-constexpr const char* kFormName = "xyVoteGraph";
-constexpr const char* kMainForm = "xyVote";  // stays behind the graph
 constexpr int kLoadDelayMs = 10;
 constexpr int kSkewPlotting = 2;
 
@@ -49,14 +48,15 @@ bool computeMultiPlots(const PlotRequest& request) {
 
 }  // namespace
 
-xyVoteGraph::xyVoteGraph() : Form(kFormName), tmr_load(kLoadDelayMs, [this] { tmr_load_Timer(); }) {
+xyVoteGraph::xyVoteGraph()
+    : Form(formName::matrixGraph), tmr_load(kLoadDelayMs, [this] { tmr_load_Timer(); }) {
   List1.selectionChanged = [this](int row) { selectItem(riskOfRow(row)); };
   List1.activated = [this](int row) { List1_DblClick(row); };
   List1.menuWanted = [this](int row) { List1_RightClick(row); };
 }
 
 void xyVoteGraph::Form_Load() {
-  trapErrors(kFormName, "Form_Load", [&] {
+  trapErrors(formName::matrixGraph, "Form_Load", [&] {
     progress("Loading Matrix Graph");
     progress("Setting titles");
     graphTitle = glo.listTitle;
@@ -99,7 +99,7 @@ void xyVoteGraph::drawGraph(int pair1First, int pair1Second, int pair2First, int
   for (int& value : request)
     if (value > kSlots)
       value = -1;
-  trapErrors(kFormName, "drawGraph", [&] {
+  trapErrors(formName::matrixGraph, "drawGraph", [&] {
     selectedRiskIndex = -1;
     zoomedItemKey.clear();
     view.zoomedItem = view.selectedItem = host::kNoItem;
@@ -108,7 +108,7 @@ void xyVoteGraph::drawGraph(int pair1First, int pair1Second, int pair2First, int
       failGraph();
       return;
     }
-    if (host::host().forms->isVisible(kMainForm))
+    if (host::host().forms->isVisible(formName::xyVote))
       host::host().forms->bringToFront(name);
     glo.lastDrawnPairings = request;
     GetAllScores();
@@ -148,14 +148,12 @@ void xyVoteGraph::setTitle(const std::string& text) {
 void xyVoteGraph::showRiskList() {
   std::vector<host::PanelRow> rows;
   for (const PlottedItem& item : model_.plotted) {
-    const RiskRecord& record = glo.risks[static_cast<std::size_t>(item.risk)];
+    const RiskRecord& record = glo.item(item.risk);
     std::string text = itemLabel(item.risk) + (record.newItem ? "*" : "");
     text = replaceAll(replaceAll(replaceAll(std::move(text), "\r\n", "  "), "\n", "  "), "\r", "  ");
     rows.push_back({.cells = {std::move(text)}, .id = item.risk});
   }
-  const auto sortKey = [](const host::PanelRow& row) {
-    return glo.risks[static_cast<std::size_t>(row.id)].sortKey;
-  };
+  const auto sortKey = [](const host::PanelRow& row) { return glo.item(row.id).sortKey; };
   std::stable_sort(rows.begin(), rows.end(),
                    [&](const host::PanelRow& a, const host::PanelRow& b) { return sortKey(a) < sortKey(b); });
   List1.setRows({});
@@ -177,19 +175,19 @@ void xyVoteGraph::cmd_close_Click() {
 
 void registerGraphForms() {
   registerChartForms();
-  host::host().forms->define(kFormName, [] { return std::make_unique<xyVoteGraph>(); });
+  host::host().forms->define(formName::matrixGraph, [] { return std::make_unique<xyVoteGraph>(); });
 }
 
 const host::Surface& drawMatrixGraph(const PlotRequest& pairs, int widthPx, int heightPx) {
   host::FormRegistry& forms = *host::host().forms;
-  auto& form = forms.as<xyVoteGraph>(kFormName);
+  auto& form = forms.as<xyVoteGraph>(formName::matrixGraph);
   form.ScaleWidth = widthPx * kTwipsPerPixel;
   form.ScaleHeight = heightPx * kTwipsPerPixel;
   form.view.covering = false;
   if (pairs != kNoPairs)
     glo.currentPlotPairings = pairs;
   form.tmr_load_Timer();
-  if (!forms.isLoaded(kFormName))
+  if (!forms.isLoaded(formName::matrixGraph))
     throw HostError(Fault::badData, 5, "The matrix graph cannot be shown");
   return form.surface();
 }

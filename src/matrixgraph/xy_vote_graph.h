@@ -8,6 +8,7 @@
 
 #include "charts/chart_display.h"
 #include "host/actions.h"
+#include "host/names.h"
 #include "host/panel.h"
 #include "host/surface.h"
 #include "host/wait.h"
@@ -85,7 +86,7 @@ struct xyVoteGraph : host::Form {
   static constexpr const char* kHideShowMenu = "menuHideShowRound";
   static constexpr const char* kItemMenu = "listPopupMenu";
   static constexpr const char* kItemForm = "editBox_Form";
-  static constexpr const char* kDistributionForm = "xyVoteDistributionGraph";
+  static constexpr const char* kDistributionForm = formName::distributionGraph;
   std::vector<host::Action> filterActions();
   std::vector<host::Action> viewActions();
   std::vector<host::Action> pairActions();

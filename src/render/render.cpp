@@ -3,10 +3,9 @@
 #include <QBuffer>
 #include <QFileInfo>
 #include <QPainter>
-#include <QSaveFile>
 #include <QSvgGenerator>
 
-#include "host/errors.h"
+#include "base/disk.h"
 #include "render/element_painter.h"
 #include "render/fonts.h"
 #include "render/ground.h"
@@ -75,9 +74,7 @@ void saveSurface(const host::Surface& surface, const std::string& file, int widt
     bytes = svgBytes(surface, size);
   else
     throw HostError(Fault::badData, 0, "Pictures end in .png, .jpg or .svg: " + file);
-  QSaveFile out(toQt(file));
-  if (!out.open(QIODevice::WriteOnly) || out.write(bytes) != bytes.size() || !out.commit())
-    throw HostError(Fault::world, 75, "The picture could not be written: " + file);
+  saveText(file, {bytes.constData(), static_cast<std::size_t>(bytes.size())});
 }
 
 }  // namespace qrn::render

@@ -5,6 +5,8 @@
 #include <utility>
 
 #include "analysis/filter/filters.h"
+#include "base/text.h"
+#include "base/utf8.h"
 #include "core/common.h"
 #include "core/diagnostics.h"
 #include "core/edit.h"
@@ -13,14 +15,13 @@
 #include "host/dialogs.h"
 #include "host/forms.h"
 #include "host/host.h"
+#include "host/names.h"
 #include "host/presentation.h"
 #include "host/system.h"
 #include "store/exercise_text_lines.h"
 #include "store/named_settings.h"
 
 namespace qrn {
-
-std::function<void()> endProgramHook;
 
 namespace mtx {
 
@@ -39,8 +40,6 @@ std::string installedFont(ExerciseReader& a, const std::string& name, bool silen
 namespace {
 
 constexpr const char* kModule = "exercise_text";
-constexpr const char* kTag = "qrnMatrix";
-constexpr const char* kDamagedTag = "qrnMatrixDamaged";
 
 host::Tags* voteSlideTags() {
   return glo.oVoteSlide != nullptr ? &glo.oVoteSlide->tags() : nullptr;
@@ -91,7 +90,7 @@ void logDamage(const ExerciseReading& reading) {
 
 void checkWorkshop() {
   host::Tags* tags = voteSlideTags();
-  if (glo.workshopNumber <= 0 || tags == nullptr || !tags->Item("QRNVOTES").empty())
+  if (glo.workshopNumber <= 0 || tags == nullptr || !tags->Item(tagName::votes).empty())
     return;
   glo.workshopNumber = 0;
   host::host().dialogs->MsgBox(
@@ -103,7 +102,7 @@ void checkWorkshop() {
 ExerciseReading readForRun(const std::string& text) {
   Exercise base = glo;
   fitLayout(base, GetScreenDimensions());
-  return readExercise(text, std::move(base), glo.cmdFile == "WIZARD" ? ReadFor::wizard : ReadFor::run);
+  return readExercise(text, std::move(base), glo.cmdFile == runMode::wizard ? ReadFor::wizard : ReadFor::run);
 }
 
 // Text of the slide's tag by way of a file, as every exercise text goes. Without room for the file it goes
@@ -123,11 +122,10 @@ std::string textOfSlide(const std::string& tag, std::string& temporaryFile) {
 void tellNoExercise() {
   host::Host& world = host::host();
   world.dialogs->MsgBox("Could not find Matrix vote on slide.", host::kTitle);
-  if (glo.cmdMode != "DISPLAY")
+  if (glo.cmdMode != runMode::display)
     return;
   for (const std::string& form : world.forms->loadedNames()) world.forms->unload(form);
-  if (endProgramHook)
-    endProgramHook();
+  host::endRun();
 }
 
 // What could not be read must not go with the next save, so that keeps the text as it was beside the new one.
@@ -139,7 +137,7 @@ void tellDamage(const ExerciseReading& reading) {
       "The exercise on this slide is damaged or cut short: " + std::to_string(reading.exercise.itemCount()) +
           " items could be read, " + std::to_string(reading.damagedValues) +
           " values could not.\r\nThe next save keeps its text as it was on the slide, in the tag " +
-          kDamagedTag + ".",
+          tagName::damagedExercise + ".",
       host::kTitle, host::Buttons::ok, host::Icon::exclamation);
 }
 
@@ -221,7 +219,7 @@ bool LoadXY(const std::string& path) {
   std::string text, temporaryFile;
   if (path.empty()) {
     host::Tags* tags = voteSlideTags();
-    const std::string tag = tags != nullptr ? tags->Item(kTag) : "";
+    const std::string tag = tags != nullptr ? tags->Item(tagName::exercise) : "";
     if (tag.empty()) {
       tellNoExercise();
       return false;
@@ -262,20 +260,11 @@ bool saveXY(const std::string& path) {
         if (stored.empty())
           return;
         if (std::exchange(glo.exerciseDamaged, false))
-          tags->Add(kDamagedTag, tags->Item(kTag));
-        tags->Add(kTag, stored);
-        glo.exerciseAtRest = text;
+          tags->Add(tagName::damagedExercise, tags->Item(tagName::exercise));
+        tags->Add(tagName::exercise, stored);
         exerciseHistory().stored();
       },
       true);
-}
-
-void noteExerciseAtRest() {
-  glo.exerciseAtRest = textToStore();
-}
-
-bool exerciseChanged() {
-  return glo.exerciseAtRest != textToStore();
 }
 
 bool looksLikeExerciseText(const std::string& text) {

@@ -44,20 +44,11 @@ bool LoadXY(const std::string& path);
 // become single quotes in `glo` too. False, after a report, when it could not be stored.
 bool saveXY(const std::string& path = "");
 
-// The exercise stands as it is stored, and whether it has changed since: a run that changed nothing stores
-// nothing.
-void noteExerciseAtRest();
-bool exerciseChanged();
-
 // Makes what was read the exercise at hand: `glo` takes it, and what there is to tell is told and logged.
 void takeExercise(const ExerciseReading& reading);
 
 // Whether a text begins as an exercise text does: an empty text, eight numbers, the number of items.
 bool looksLikeExerciseText(const std::string& text);
-
-// What "ends the program" means; set by the entry.
-extern std::function<void()> endProgramHook;
-
 // File name for a new exercise: "New-", date and minute, ".mtx". kNullName stands for "not named yet".
 std::string newExerciseName();
 inline constexpr const char* kNullName = "\\NULL";

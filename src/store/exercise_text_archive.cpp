@@ -4,6 +4,8 @@
 #include <array>
 #include <charconv>
 
+#include "base/text.h"
+
 namespace qrn::mtx {
 namespace {
 

@@ -13,8 +13,9 @@
 #include <type_traits>
 #include <vector>
 
+#include "base/errors.h"
+#include "base/text.h"
 #include "core/common.h"
-#include "host/errors.h"
 
 namespace qrn::mtx {
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <unordered_set>
 
+#include "base/text.h"
+
 namespace qrn::mtx {
 namespace {
 

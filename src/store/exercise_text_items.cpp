@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <unordered_map>
 
+#include "base/text.h"
 #include "store/exercise_text_notes.h"
 
 namespace qrn::mtx {

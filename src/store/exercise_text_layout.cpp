@@ -1,5 +1,7 @@
 #include "store/exercise_text_layout.h"
 
+#include "base/text.h"
+
 namespace qrn::mtx {
 
 bool readPictureLines(TextReader& a, Exercise& x) {

@@ -60,7 +60,7 @@ void layoutLine(Line& a, Exercise& x, AssessmentRecord& s) {
   a.values(I(s.pcaScaleRow));
   a.values(InLine(s.pcaQuestion));
   if constexpr (Line::reading)
-    if (s.voteType != 2 && s.voteType != 3)
+    if (s.voteType != scaleKind::sifter && s.voteType != scaleKind::balance)
       s.pcaQuestion.clear();  // only comparing assessments have a question
   a.values(S(s.sifterCutoff), B(x.templateFlag));
   a.endLine();

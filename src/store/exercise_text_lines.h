@@ -6,6 +6,8 @@
 
 #include <algorithm>
 
+#include "base/text.h"
+#include "base/utf8.h"
 #include "store/exercise_text_categories.h"
 #include "store/exercise_text_fonts.h"
 #include "store/exercise_text_items.h"

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <unordered_map>
 
+#include "base/text.h"
 #include "store/exercise_text_notes.h"
 
 namespace qrn::mtx {

@@ -1,4 +1,4 @@
-#include "core/common.h"
+#include "base/text.h"
 #include "core/diagnostics.h"
 #include "host/presentation.h"
 #include "store/exercise_text.h"

@@ -1,6 +1,6 @@
 #include "store/postal_records.h"
 
-#include "core/common.h"
+#include "base/text.h"
 #include "core/glo.h"
 #include "store/vote_line.h"
 #include "store/vote_store.h"

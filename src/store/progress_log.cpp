@@ -8,11 +8,14 @@
 #include <utility>
 #include <vector>
 
+#include "base/text.h"
 #include "core/common.h"
 #include "core/diagnostics.h"
+#include "core/edit.h"
 #include "core/glo.h"
 #include "host/dialogs.h"
 #include "host/host.h"
+#include "host/names.h"
 #include "host/presentation.h"
 #include "store/vote_store.h"
 
@@ -20,9 +23,7 @@ namespace qrn {
 
 namespace {
 
-constexpr const char* kTag = "qrnMatrixLog";
 constexpr const char* kLineEnd = "\r\n";
-constexpr int kSifter = 2, kBalance = 3;  // kinds of assessments that are not voted item by item
 constexpr std::size_t kHeadRoom = 512, kItemRoom = 32;  // bytes of the text, about
 constexpr std::string_view kRiskList = "risk list";
 constexpr std::string_view kFinished = "process finished";
@@ -38,7 +39,7 @@ Place nextVote(int item, int assessment) {
   if (glo.runByOption == 0)
     return item + 1 < glo.itemCount() ? Place{item + 1, assessment} : Place{0, assessment + 1};
   for (int a = assessment; a < kAssessments && item < glo.itemCount(); ++a) {
-    const RiskRecord& risk = glo.risks[static_cast<std::size_t>(item)];
+    const RiskRecord& risk = glo.item(item);
     if (glo.assessmentInfo[static_cast<std::size_t>(a)].active && !risk.voted[static_cast<std::size_t>(a)])
       return {item, a + 1};
   }
@@ -84,7 +85,7 @@ void readItemLine(std::string_view line) {
   const int sortKey = wholeNumber(getField(line, 1));
   const std::string marks = getField(line, 3);
   for (int i = 0; i < glo.itemCount(); ++i) {
-    RiskRecord& item = glo.risks[static_cast<std::size_t>(i)];
+    RiskRecord& item = glo.item(i);
     if (item.sortKey != sortKey)
       continue;
     item.newItem = isWord(getField(line, 2), "True");
@@ -100,7 +101,7 @@ void takeVote(std::string_view line) {
   const int sortKey = wholeNumber(key.substr(0, letter)),
             assessment = wholeNumber(key.substr(std::min(letter + 1, key.size())));
   for (int i = 0; i < glo.itemCount(); ++i)
-    if (glo.risks[static_cast<std::size_t>(i)].sortKey == sortKey)
+    if (glo.item(i).sortKey == sortKey)
       markVoted(i, assessment);
 }
 
@@ -163,14 +164,14 @@ std::string logText(Place place, bool processFinished) {
   line("Assessment index", std::to_string(glo.voteStep));
   line(kFinished, word(processFinished));
   text.append(kRiskList).append(kLineEnd);
-  for (int i = 0; i < glo.itemCount(); ++i) appendItemLine(text, glo.risks[static_cast<std::size_t>(i)]);
+  for (int i = 0; i < glo.itemCount(); ++i) appendItemLine(text, glo.item(i));
   line(kRecords, std::to_string(glo.voteRecords.recordCount()));
   return text;
 }
 
 void storeLog(const std::string& text) {
   if (glo.oVoteSlide != nullptr)
-    glo.oVoteSlide->tags().Add(kTag, text);
+    glo.oVoteSlide->tags().Add(tagName::progress, text);
 }
 
 }  // namespace
@@ -178,9 +179,10 @@ void storeLog(const std::string& text) {
 void markVoted(int item, int assessment) {
   if (item < 0 || item >= glo.itemCount() || assessment < 1 || assessment > kAssessments)
     return;
-  RiskRecord& risk = glo.risks[static_cast<std::size_t>(item)];
+  RiskRecord& risk = glo.item(item);
   risk.voted[static_cast<std::size_t>(assessment - 1)] = true;
-  risk.newItem = false;
+  if (std::exchange(risk.newItem, false))
+    exerciseHistory().touched();
 }
 
 void writeLog(bool processFinished) {
@@ -208,8 +210,8 @@ std::string qrnMatrixLog(bool processFinished) {
 }
 
 bool isAsked(int item, int assessment) {
-  const int kind = glo.assessments[static_cast<std::size_t>(assessment - 1)].voteType;
-  return glo.risks[static_cast<std::size_t>(item)].voting && kind != kSifter && kind != kBalance;
+  const int kind = glo.assessment(assessment).voteType;
+  return glo.item(item).voting && kind != scaleKind::sifter && kind != scaleKind::balance;
 }
 
 bool isVotable(int item, int assessment) {
@@ -219,7 +221,7 @@ bool isVotable(int item, int assessment) {
 bool votesDue() {
   for (std::size_t a = 0; a < kAssessments; ++a)
     for (int item = 0; glo.assessmentInfo[a].active && item < glo.itemCount(); ++item)
-      if (isVotable(item, static_cast<int>(a) + 1) && !glo.risks[static_cast<std::size_t>(item)].voted[a])
+      if (isVotable(item, static_cast<int>(a) + 1) && !glo.item(item).voted[a])
         return true;
   return false;
 }
@@ -228,7 +230,7 @@ bool readlog() {
   bool found = false;
   resetLogState();
   trapErrors("ProgressLog", "readlog", [&] {
-    const std::string text = glo.oVoteSlide == nullptr ? "" : glo.oVoteSlide->tags().Item(kTag);
+    const std::string text = glo.oVoteSlide == nullptr ? "" : glo.oVoteSlide->tags().Item(tagName::progress);
     found = !text.empty();
     if (found)
       readLogText(text);

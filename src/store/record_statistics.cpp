@@ -11,7 +11,6 @@
 #include <utility>
 
 #include "analysis/filter/filters.h"
-#include "core/common.h"
 #include "core/glo.h"
 #include "store/counted_votes.h"
 #include "store/postal_records.h"

@@ -3,25 +3,27 @@
 #include <cmath>
 #include <cstddef>
 
+#include "base/errors.h"
 #include "core/common.h"
 #include "core/diagnostics.h"
 #include "core/glo.h"
-#include "host/errors.h"
+#include "host/forms.h"
+#include "host/host.h"
+#include "host/names.h"
 #include "store/counted_votes.h"
 
 namespace qrn {
-
-std::function<VoteFormBoxes()> xyVoteRuntimeBoxes;
 
 namespace {
 
 constexpr int kObjectMissing = 91, kDivisionByZero = 11, kOutOfRange = 9;
 
-void readTextBoxes(StatsTarget& target) {
-  if (!xyVoteRuntimeBoxes)
+void readTextBoxes(StatsTarget& target, const std::string& form) {
+  const auto* running = dynamic_cast<const HasVoteBoxes*>(host::host().forms->find(form));
+  if (running == nullptr)
     return;
   try {
-    const VoteFormBoxes boxes = xyVoteRuntimeBoxes();
+    const VoteFormBoxes boxes = running->boxes();
     target.assessment = static_cast<int>(qrnVal(boxes.txt_AssNum));
     target.risk = static_cast<int>(qrnVal(boxes.txt_RiskNum));
   } catch (const HostError& error) {
@@ -50,12 +52,12 @@ void setCurrentResult(const StatsTarget& target, const CountedVotes& votes, floa
 StatsTarget SetStats(int risk, int assessment, const std::string& form, int round, const std::string& label) {
   StatsTarget target{risk, assessment};
   trapErrors("xyVoteModule", "SetStats", [&] {
-    if (form == "xyVoteRuntime")
-      readTextBoxes(target);
+    if (form == formName::runtime)
+      readTextBoxes(target, form);
     checkTarget(target, round);
-    RiskRecord& item = glo.risks[static_cast<std::size_t>(target.risk)];
+    RiskRecord& item = glo.item(target.risk);
     const std::size_t a = static_cast<std::size_t>(target.assessment);
-    if (round == -1 && glo.assessments[a].voteType != 1) {
+    if (round == -1 && glo.assessments[a].voteType != scaleKind::scalar) {
       clearScore(item, a);
       return;
     }
@@ -78,7 +80,7 @@ void clearScore(RiskRecord& item, std::size_t a) {
 }
 
 void storeStatistics(int risk, int assessment, int participants, float average, float squares) {
-  RiskRecord& item = glo.risks[static_cast<std::size_t>(risk)];
+  RiskRecord& item = glo.item(risk);
   const std::size_t a = static_cast<std::size_t>(assessment);
   item.average[a] = average;
   item.counted[a] = participants;

@@ -2,20 +2,23 @@
 #pragma once
 
 #include <cstddef>
-#include <functional>
 #include <string>
 
 #include "core/records.h"
 
 namespace qrn {
 
-// Text boxes of the running vote's window. They hold the item's index in the list and the assessment's index
-// (from 0). The vote runner sets this; while it is unset or throws HostError 91 the arguments of SetStats
+// The form that runs a vote, as the statistics see it: its text boxes hold the item's index in the list and
+// the assessment's index (from 0). While none is loaded, or it throws HostError 91, the arguments of SetStats
 // count.
 struct VoteFormBoxes {
   std::string txt_RiskNum, txt_AssNum;
 };
-extern std::function<VoteFormBoxes()> xyVoteRuntimeBoxes;
+class HasVoteBoxes {
+ public:
+  virtual ~HasVoteBoxes() = default;
+  virtual VoteFormBoxes boxes() const = 0;
+};
 
 // The item and assessment that SetStats has worked on, after the text boxes have had their say.
 struct StatsTarget {

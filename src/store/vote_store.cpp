@@ -7,12 +7,14 @@
 #include <vector>
 
 #include "analysis/filter/filters.h"
+#include "base/errors.h"
+#include "base/text.h"
 #include "core/common.h"
 #include "core/diagnostics.h"
 #include "core/glo.h"
 #include "host/dialogs.h"
-#include "host/errors.h"
 #include "host/host.h"
+#include "host/names.h"
 #include "host/presentation.h"
 #include "host/system.h"
 #include "store/postal_records.h"
@@ -25,8 +27,6 @@ std::function<void(const std::string& line)> voteSaved;
 namespace {
 
 constexpr const char* kModule = "VoteStore";
-constexpr const char* kVotesTag = "QRNVOTES";
-constexpr const char* kPostalTag = "QRNPOSTALVOTES";
 constexpr const char* kLineEnd = "\r\n";
 
 // Records that a failing disk has left in memory, with the deck and the slide that they belong to.
@@ -127,7 +127,7 @@ void storeLines(const std::string& line, bool afterCutLine) {
       continue;
     }
     host::Tags& tags = voteSlide().tags();
-    tags.Append(kVotesTag, separatedLine(it->line, endsInsideLine(tags.Item(kVotesTag))));
+    tags.Append(tagName::votes, separatedLine(it->line, endsInsideLine(tags.Item(tagName::votes))));
     const std::string stored = it->line;
     it = g_leftover.erase(it);
     afterCutLine = false;
@@ -135,7 +135,7 @@ void storeLines(const std::string& line, bool afterCutLine) {
   }
   if (line.empty())
     return;
-  voteSlide().tags().Append(kVotesTag, separatedLine(line, afterCutLine));
+  voteSlide().tags().Append(tagName::votes, separatedLine(line, afterCutLine));
   tellVoteSaved(line);
 }
 
@@ -223,7 +223,7 @@ void replaceRecord(std::string text, const std::string& key) {
                                   votesField(correctedToken) + "," + getField(line, 4) +
                                   std::string(behindKey(line));
       text.replace(static_cast<std::size_t>(line.data() - text.data()), line.size(), changed);
-      voteSlide().tags().Add(kVotesTag, text);
+      voteSlide().tags().Add(tagName::votes, text);
       glo.voteRecords.assign(std::move(text));
       addLeftover();
       return;
@@ -254,9 +254,9 @@ host::View* shownView(host::PresentationProgram& program) {
 int takeCurrentSlide() {
   int slide = 0;
   if (glo.oPresentation != nullptr) {
-    slide =
-        static_cast<int>(std::clamp(qrnVal(glo.oPresentation->tags().Item("qrnCurrentSlide")), 0.0, 32767.0));
-    glo.oPresentation->tags().Delete("qrnCurrentSlide");
+    slide = static_cast<int>(
+        std::clamp(qrnVal(glo.oPresentation->tags().Item(tagName::currentSlide)), 0.0, 32767.0));
+    glo.oPresentation->tags().Delete(tagName::currentSlide);
   }
   host::View* view = glo.oPowerPoint == nullptr ? nullptr : shownView(*glo.oPowerPoint);
   if (view == nullptr)
@@ -272,7 +272,7 @@ int takeCurrentSlide() {
 
 std::string voteKey(int risk, int assessment) {
   const bool exists = risk >= 0 && risk <= upperBound(glo.risks);
-  return recordKey(exists ? glo.risks[static_cast<std::size_t>(risk)].sortKey : 0, assessment);
+  return recordKey(exists ? glo.item(risk).sortKey : 0, assessment);
 }
 
 bool SaveCVotes() {
@@ -305,7 +305,7 @@ void readVoteRecords() {
   if (glo.voteRecords.known())
     return;
   trapErrors(kModule, "LoadVotes", [] {
-    glo.voteRecords.assign(voteSlide().tags().Item(kVotesTag));
+    glo.voteRecords.assign(voteSlide().tags().Item(tagName::votes));
     addLeftover();
   });
 }
@@ -313,7 +313,7 @@ void readVoteRecords() {
 void readPostalRecords() {
   if (!glo.postalRecords.known())
     trapErrors(kModule, "LoadPostalVotes",
-               [] { glo.postalRecords.assign(voteSlide().tags().Item(kPostalTag)); });
+               [] { glo.postalRecords.assign(voteSlide().tags().Item(tagName::postalVotes)); });
 }
 
 bool LoadVotes(const std::string& key) {
@@ -339,7 +339,7 @@ void modifyVoteResult(const std::string& key) {
   trapErrors(
       kModule, "modifyVoteResult",
       [&] {
-        const std::string text = voteSlide().tags().Item(kVotesTag);
+        const std::string text = voteSlide().tags().Item(tagName::votes);
         if (!text.empty())
           replaceRecord(text, key);
         else if (host::host().dialogs != nullptr)
@@ -358,7 +358,7 @@ void ReadActiveKeypads() {
   glo.activeKeypads = {""};
   trapErrors(kModule, "ReadActiveKeypads", [] {
     if (glo.oPresentation != nullptr)
-      glo.activeKeypads = keypadList(glo.oPresentation->tags().Item("ActiveKeypads"));
+      glo.activeKeypads = keypadList(glo.oPresentation->tags().Item(tagName::activeKeypads));
   });
 }
 

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "base/text.h"
 #include "core/common.h"
 
 namespace qrn {

@@ -3,11 +3,13 @@
 #include <cmath>
 #include <utility>
 
+#include "base/text.h"
 #include "core/common.h"
 #include "core/diagnostics.h"
 #include "core/glo.h"
 #include "host/dialogs.h"
 #include "host/host.h"
+#include "host/names.h"
 #include "host/wait.h"
 #include "host/windows.h"
 #include "store/exercise_text.h"
@@ -52,20 +54,19 @@ bool controllerChosen() {
       "No voting controllers selected\r\n\r\nWould you like to use the keyboard?", host::kTitle,
       host::Buttons::yesNo, host::Icon::question, host::Answer::yes);
   if (answer == host::Answer::yes) {
-    glo.baseType = "KBOARD";
+    glo.baseType = kKeyboardBase;
     ResizeVoteArrays();
     return true;
   }
   glo.voteAbandoned = 1;
   glo.quitRequested = true;
   writeOutcome(VoteOutcome::leaveAll);
-  if (endProgramHook)
-    endProgramHook();
+  host::endRun();
   return false;
 }
 
 bool keyboardVotes() {
-  return glo.baseType.empty() || upperCase(glo.baseType) == "KBOARD";
+  return glo.baseType.empty() || upperCase(glo.baseType) == kKeyboardBase;
 }
 
 // Decodes what has arrived and waits in the queue of the link.
@@ -145,8 +146,7 @@ void saveResult(const VoteForm& form) {
 // The program ends in mid-vote: what has been received is kept, and the item is to be voted again.
 void keepCutOffVote(VoteForm& form) {
   saveResult(form);
-  if (glo.risks[static_cast<std::size_t>(glo.currentItem)]
-          .voted[static_cast<std::size_t>(glo.currentAssessment - 1)])
+  if (glo.item(glo.currentItem).voted[static_cast<std::size_t>(glo.currentAssessment - 1)])
     form.voteHeld();
   else if (leftoverVotes() == 0)
     writeLogBefore(glo.currentItem, glo.currentAssessment);
@@ -157,7 +157,7 @@ bool showResult(VoteForm& form) {
   const bool showBars = glo.runByShowBarGraph != 0;
   form.UpdateBars();
   form.ShowBars(showBars);
-  const RiskRecord& risk = glo.risks[static_cast<std::size_t>(glo.currentItem)];
+  const RiskRecord& risk = glo.item(glo.currentItem);
   const bool scored = !glo.displayOnly && risk.hasScore(static_cast<std::size_t>(glo.currentAssessment - 1));
   const bool showStats = scored && glo.CheckAverageScoreIndicator == 1;
   form.ShowAverageScore(scored ? statisticsText(glo.currentItem, glo.currentAssessment) : "", showStats);
@@ -210,7 +210,7 @@ bool DoCountUpGraphVote(VoteForm& form) {
 }
 
 std::string statisticsText(int item, int assessment) {
-  const RiskRecord& risk = glo.risks[static_cast<std::size_t>(item)];
+  const RiskRecord& risk = glo.item(item);
   const std::size_t a = static_cast<std::size_t>(assessment - 1);
   const double diversity = std::nearbyint(static_cast<double>(risk.diversity[a]) * 10000) / 100;
   std::string text =

@@ -3,18 +3,18 @@
 #include <numeric>
 #include <vector>
 
+#include "base/text.h"
 #include "core/common.h"
 #include "core/diagnostics.h"
 #include "core/glo.h"
 #include "host/host.h"
+#include "host/names.h"
 #include "host/system.h"
 #include "vote/count_up_vote.h"
 
 namespace qrn {
 
 namespace {
-
-constexpr const char* kKeyboardMarker = "baseKB.txt";
 
 int randomBelow(int limit) {
   return limit < 1 ? 0 : static_cast<int>(std::floor(host::host().random->Rnd() * limit));
@@ -38,9 +38,9 @@ std::vector<int> shuffled(int count) {
 std::string randomListVote(int captions) {
   const int picks = std::clamp(static_cast<int>(glo.limits), 0, captions);
   std::vector<int> order = shuffled(captions);
-  if (glo.voteType == 1)
+  if (glo.voteType == voteKind::rank)
     return joined(order);
-  if (glo.voteType == 5) {
+  if (glo.voteType == voteKind::order) {
     order.resize(static_cast<std::size_t>(picks));
     return joined(order);
   }
@@ -48,7 +48,7 @@ std::string randomListVote(int captions) {
   const auto mark = [&](int pick) -> int& {
     return marks[static_cast<std::size_t>(order[static_cast<std::size_t>(pick)] - 1)];
   };
-  if (glo.voteType == 3) {
+  if (glo.voteType == voteKind::tag) {
     for (int i = 0, wanted = randomBelow(picks) + 1; i < std::min(wanted, picks); ++i) mark(i) = 1;
   } else if (picks > 0) {
     for (int i = 0; i < glo.allocation; ++i) ++mark(randomBelow(picks));
@@ -79,7 +79,8 @@ void randomScaleVotes() {
 }
 
 bool listKind() {
-  return glo.voteType == 1 || glo.voteType == 3 || glo.voteType == 5 || glo.voteType == 6;
+  return glo.voteType == voteKind::rank || glo.voteType == voteKind::tag || glo.voteType == voteKind::order ||
+         glo.voteType == voteKind::allocate;
 }
 
 int captionCount() {
@@ -118,7 +119,7 @@ void GenerateRandomVotes(std::int32_t kind) {
     host::host().random->Randomize(static_cast<std::uint64_t>(host::host().clock->microseconds()));
     if (kind == 4)
       randomAllowedVotes();
-    else if (glo.voteType == 9 || glo.voteType == 14)
+    else if (glo.voteType == voteKind::singleDigit || glo.voteType == voteKind::singleItemSelect)
       randomScaleVotes();
     else if (listKind())
       for (int i = 0, captions = captionCount(); i < upperBound(glo.liveVotes); ++i)
@@ -132,13 +133,13 @@ void WriteKBOARDFile() {
   trapErrors("count_up_vote", "WriteKBOARDFile", [] {
     if (!folderExists(glo.appPath))
       host::host().files->makeFolder(glo.appPath);
-    host::host().files->write(glo.appPath + kKeyboardMarker, "");
+    host::host().files->write(glo.appPath + markerFile::keyboard, "");
   });
 }
 
 void DeleteKBOARDFile() {
   trapErrors("count_up_vote", "DeleteKBOARDFile",
-             [] { host::host().files->Kill(glo.appPath + kKeyboardMarker); });
+             [] { host::host().files->Kill(glo.appPath + markerFile::keyboard); });
 }
 
 }  // namespace qrn

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "base/text.h"
 #include "core/common.h"
 #include "core/glo.h"
 #include "host/host.h"

@@ -3,6 +3,7 @@
 #include "core/glo.h"
 #include "host/controller.h"
 #include "host/host.h"
+#include "host/names.h"
 #include "host/system.h"
 #include "vote/link/comms.h"
 
@@ -22,7 +23,7 @@ std::int64_t now() {
 
 // Keyboard votes need no controller.
 bool linkNeeded() {
-  return glo.baseType != "KBOARD";
+  return glo.baseType != kKeyboardBase;
 }
 
 }  // namespace

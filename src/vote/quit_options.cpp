@@ -1,10 +1,10 @@
 #include <algorithm>
 
+#include "base/errors.h"
 #include "core/glo.h"
 #include "core/item_label.h"
-#include "host/errors.h"
 #include "host/host.h"
-#include "store/statistics.h"
+#include "host/names.h"
 #include "vote/vote_plan.h"
 #include "vote/xy_vote_runtime.h"
 
@@ -26,7 +26,7 @@ int targetOf(const host::Panel& panel) {
 
 }  // namespace
 
-xyVoteQuitOptions::xyVoteQuitOptions() : ControlForm("xyVoteQuitOptions") {
+xyVoteQuitOptions::xyVoteQuitOptions() : ControlForm(formName::quitOptions) {
   using Kind = host::Control::Kind;
   using Where = host::Control::Place;
   title = "What next?";
@@ -68,7 +68,7 @@ void xyVoteQuitOptions::Form_Load() {
 void xyVoteQuitOptions::fillTargets() {
   std::vector<host::PanelRow> items, assessments;
   for (int i = 0; i < glo.itemCount(); ++i)
-    if (RiskRecord& risk = glo.risks[static_cast<std::size_t>(i)]; risk.voting)
+    if (RiskRecord& risk = glo.item(i); risk.voting)
       items.push_back(rowOf(GetItemLabel(risk), i));
   for (const int assessment : assessmentOrder())
     assessments.push_back(rowOf("A" + std::to_string(assessment) + ": " +
@@ -130,14 +130,8 @@ void xyVoteQuitOptions::dismissed() {
 
 void registerVoteForms() {
   host::FormRegistry& forms = *host::host().forms;
-  forms.define("xyVoteRuntime", [] { return std::make_unique<xyVoteRuntime>(); });
-  forms.define("xyVoteQuitOptions", [] { return std::make_unique<xyVoteQuitOptions>(); });
-  xyVoteRuntimeBoxes = [] {
-    const auto* form = dynamic_cast<VoteForm*>(host::host().forms->find("xyVoteRuntime"));
-    if (form == nullptr)
-      throw HostError(Fault::program, 91, "The voting form is not loaded");
-    return VoteFormBoxes{form->txt_RiskNum, form->txt_AssNum};
-  };
+  forms.define(formName::runtime, [] { return std::make_unique<xyVoteRuntime>(); });
+  forms.define(formName::quitOptions, [] { return std::make_unique<xyVoteQuitOptions>(); });
 }
 
 }  // namespace qrn

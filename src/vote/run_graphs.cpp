@@ -8,36 +8,34 @@
 #include "core/glo.h"
 #include "host/forms.h"
 #include "host/host.h"
+#include "host/names.h"
 
 namespace qrn {
 
 namespace {
 
-constexpr const char* kAverageGraph = "xyVoteAverageGraph";
-constexpr const char* kMatrixGraph = "xyVoteGraph";
-
 bool scalar(int assessment) {
-  return glo.assessments[static_cast<std::size_t>(assessment - 1)].voteType == 1;
+  return glo.assessment(assessment).voteType == scaleKind::scalar;
 }
 
 }  // namespace
 
 void showAverageGraph(int assessment) {
   host::FormRegistry& forms = *host::host().forms;
-  if (!forms.isDefined(kAverageGraph) || glo.closing)
+  if (!forms.isDefined(formName::averageGraph) || glo.closing)
     return;
-  if (auto* graph = dynamic_cast<xyVoteAverageGraph*>(&forms.load(kAverageGraph)))
+  if (auto* graph = dynamic_cast<xyVoteAverageGraph*>(&forms.load(formName::averageGraph)))
     graph->drawGraph(assessment, 0);
-  forms.showModal(kAverageGraph);
-  forms.unload(kAverageGraph);
+  forms.showModal(formName::averageGraph);
+  forms.unload(formName::averageGraph);
 }
 
 void showMatrixGraph() {
   host::FormRegistry& forms = *host::host().forms;
-  if (!forms.isDefined(kMatrixGraph) || glo.closing)
+  if (!forms.isDefined(formName::matrixGraph) || glo.closing)
     return;
-  forms.showModal(kMatrixGraph);
-  forms.unload(kMatrixGraph);
+  forms.showModal(formName::matrixGraph);
+  forms.unload(formName::matrixGraph);
 }
 
 void showEndOfAssessmentGraphs(int assessment) {

@@ -1,8 +1,9 @@
 // What the keys of the voting form do.
-#include "core/common.h"
+#include "base/text.h"
 #include "core/glo.h"
 #include "host/dialogs.h"
 #include "host/host.h"
+#include "host/names.h"
 #include "host/wait.h"
 #include "store/exercise_text.h"
 #include "vote/count_up_vote.h"
@@ -31,7 +32,7 @@ int digitOf(int keyCode) {
 }
 
 bool keyboardVotes() {
-  return upperCase(glo.baseType) == "KBOARD";
+  return upperCase(glo.baseType) == kKeyboardBase;
 }
 
 }  // namespace
@@ -120,10 +121,10 @@ bool xyVoteRuntime::keyboardTurnedOn() {
     return false;
   ResetVotes();
   glo.votesCast = 0;
-  glo.baseType = "KBOARD";
+  glo.baseType = kKeyboardBase;
   glo.keyboardFlag = 1;
   glo.keyboardTurnedOn = true;
-  theComms().SendCommandToController("KBOARD", true, true);
+  theComms().SendCommandToController(kKeyboardBase, true, true);
   ShowVotesCast(glo.options);
   SetVotesCastCount("K'board");
   WriteKBOARDFile();
@@ -147,7 +148,7 @@ void xyVoteRuntime::showKeypadPanel(bool on) {
 }
 
 void xyVoteRuntime::askHowToLeave() {
-  const char* dialog = "xyVoteQuitOptions";
+  const char* dialog = formName::quitOptions;
   if (forms().isLoaded(dialog))
     return;
   forms().load(dialog);
@@ -191,7 +192,7 @@ void xyVoteRuntime::leave(VoteOutcome how) {
 void xyVoteRuntime::showGraphMeanwhile() {
   const PressHold hold;
   uctl_kpadsNotVoted.BeginChecking(false);
-  if (forms().isDefined("xyVoteGraph"))
+  if (forms().isDefined(formName::matrixGraph))
     showMatrixGraph();
   else
     showAverageGraph(glo.currentAssessment);

@@ -9,6 +9,7 @@
 #include "core/glo.h"
 #include "host/forms.h"
 #include "host/host.h"
+#include "host/names.h"
 #include "vote/count_up_vote.h"
 
 namespace qrn {
@@ -24,7 +25,9 @@ struct Rules {
   bool abstain = false;
   std::string allowedVotes;
   bool operator==(const Rules&) const = default;
-  bool scale() const { return voteType == 0 || voteType == 9 || voteType == 14; }
+  bool scale() const {
+    return voteType == 0 || voteType == voteKind::singleDigit || voteType == voteKind::singleItemSelect;
+  }
 };
 
 // The running tally beside glo.keypadCounted.
@@ -44,12 +47,8 @@ std::vector<HeldPress> held;
 
 Rules rulesNow(int options) {
   const int assessment = std::clamp(glo.currentAssessment, 1, kAssessments);
-  return {glo.startFrom,
-          options,
-          glo.assessments[static_cast<std::size_t>(assessment - 1)].voteType,
-          glo.voteType,
-          glo.abstainEnabled,
-          glo.allowedVotes};
+  return {glo.startFrom,      options,         glo.assessment(assessment).voteType, glo.voteType,
+          glo.abstainEnabled, glo.allowedVotes};
 }
 
 bool isAllowed(const std::string& text, const std::string& allowed) {
@@ -142,7 +141,7 @@ void tellCount() {
 
 // True when a form that takes presses for itself is open.
 bool takenByAnotherForm(std::int32_t keypad, const std::string& vote) {
-  for (const char* name : {"sifterVoteForm", "liveRiskListCollection"}) {
+  for (const char* name : {formName::sifterVote, formName::liveRiskList}) {
     auto* taker = dynamic_cast<TakesPresses*>(host::host().forms->find(name));
     if (!taker)
       continue;

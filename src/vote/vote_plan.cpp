@@ -4,21 +4,21 @@
 #include <map>
 #include <utility>
 
+#include "core/edit.h"
 #include "core/glo.h"
+#include "host/names.h"
 #include "store/progress_log.h"
 
 namespace qrn {
 
 namespace {
 
-constexpr int kSifter = 2;
-
 int voteTypeOf(int assessment) {
-  return glo.assessments[static_cast<std::size_t>(assessment - 1)].voteType;
+  return glo.assessment(assessment).voteType;
 }
 
 bool voted(int item, int assessment) {
-  return glo.risks[static_cast<std::size_t>(item)].voted[static_cast<std::size_t>(assessment - 1)];
+  return glo.item(item).voted[static_cast<std::size_t>(assessment - 1)];
 }
 
 bool onAxes(int assessment) {
@@ -35,12 +35,10 @@ bool notVoted(const VoteStep& step) {
 std::vector<int> assessmentOrder() {
   std::vector<int> order;
   for (int a = 1; a <= kAssessments; ++a)
-    if (glo.assessmentInfo[static_cast<std::size_t>(a - 1)].active)
+    if (glo.running(a).active)
       order.push_back(a);
-  std::stable_sort(order.begin(), order.end(), [](int a, int b) {
-    return glo.assessmentInfo[static_cast<std::size_t>(a - 1)].votingOrder <
-           glo.assessmentInfo[static_cast<std::size_t>(b - 1)].votingOrder;
-  });
+  std::stable_sort(order.begin(), order.end(),
+                   [](int a, int b) { return glo.running(a).votingOrder < glo.running(b).votingOrder; });
   return order;
 }
 
@@ -49,12 +47,12 @@ std::vector<VoteStep> stepsByItem() {
   int step = 0;
   for (const int assessment : assessmentOrder()) {
     ++step;
-    if (voteTypeOf(assessment) == kSifter) {
+    if (voteTypeOf(assessment) == scaleKind::sifter) {
       steps.push_back({kSifterStep, assessment, step, true});
       continue;
     }
     for (int item = 0; item < glo.itemCount(); ++item)
-      steps.push_back({glo.risks[static_cast<std::size_t>(item)].sortKey, assessment, step, true});
+      steps.push_back({glo.item(item).sortKey, assessment, step, true});
   }
   return steps;
 }
@@ -66,17 +64,18 @@ std::vector<VoteStep> stepsByAssessment() {
   for (int item = 0; item < glo.itemCount(); ++item) {
     const bool finished = std::all_of(order.begin(), order.end(), [&](int a) { return voted(item, a); });
     for (std::size_t i = 0; i < order.size(); ++i)
-      steps.push_back(
-          {glo.risks[static_cast<std::size_t>(item)].sortKey, order[i], static_cast<int>(i) + 1, !finished});
+      steps.push_back({glo.item(item).sortKey, order[i], static_cast<int>(i) + 1, !finished});
   }
   return steps;
 }
 
 void beginProcess(const std::vector<VoteStep>& steps) {
-  for (RiskRecord& risk : glo.risks) risk.newItem = false;
+  for (RiskRecord& risk : glo.risks)
+    if (std::exchange(risk.newItem, false))
+      exerciseHistory().touched();
   for (const VoteStep& step : steps)
     if (const int item = itemOfKey(step.sortKey); item >= 0 && step.taken)
-      glo.risks[static_cast<std::size_t>(item)].voted[static_cast<std::size_t>(step.assessment - 1)] = false;
+      glo.item(item).voted[static_cast<std::size_t>(step.assessment - 1)] = false;
 }
 
 std::size_t resumeStep(std::vector<VoteStep>& steps) {
@@ -118,7 +117,7 @@ VoteProgress voteProgress() {
 
 int itemOfKey(int sortKey) {
   for (int i = 0; i < glo.itemCount(); ++i)
-    if (glo.risks[static_cast<std::size_t>(i)].sortKey == sortKey)
+    if (glo.item(i).sortKey == sortKey)
       return i;
   return -1;
 }
@@ -132,7 +131,7 @@ void loadVotePlan() {
 
 std::vector<int> listKeys() {
   std::vector<int> keys;
-  for (int i = 0; i < glo.itemCount(); ++i) keys.push_back(glo.risks[static_cast<std::size_t>(i)].sortKey);
+  for (int i = 0; i < glo.itemCount(); ++i) keys.push_back(glo.item(i).sortKey);
   return keys;
 }
 

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
-#include "core/common.h"
 #include "core/diagnostics.h"
 #include "core/glo.h"
 #include "host/dialogs.h"
 #include "host/host.h"
+#include "host/names.h"
 #include "host/wait.h"
 #include "store/exercise_text.h"
 #include "store/progress_log.h"
@@ -24,19 +24,18 @@ namespace qrn {
 namespace {
 
 constexpr const char* kModule = "xyVoteRuntime";
-constexpr int kSingleItemSelect = 14, kSingleDigit = 9;
 
 host::FormRegistry& forms() {
   return *host::host().forms;
 }
 
 bool modeEndsProgram() {
-  return glo.cmdMode == "SERIES VOTE" || glo.cmdMode == "DISPLAY";
+  return glo.cmdMode == runMode::seriesVote || glo.cmdMode == runMode::display;
 }
 
 }  // namespace
 
-xyVoteRuntime::xyVoteRuntime() : VoteForm("xyVoteRuntime") {
+xyVoteRuntime::xyVoteRuntime() : VoteForm(formName::runtime) {
   uctl_kpadsNotVoted.showRequested = [this] { showKeypadPanel(true); };
   uctl_kpadsNotVoted.changed = [this] { showKeypadPanel(uctl_kpadsNotVoted.Visible); };
 }
@@ -62,12 +61,11 @@ void xyVoteRuntime::startProcess() {
   if (glo.closing)
     return;
   if (modeEndsProgram() && (glo.runFinished || glo.quitRequested)) {
-    if (endProgramHook)
-      endProgramHook();
+    host::endRun();
     return;
   }
-  if (forms().isDefined("xyVote"))
-    forms().show("xyVote");
+  if (forms().isDefined(formName::xyVote))
+    forms().show(formName::xyVote);
   forms().unload(name);
 }
 
@@ -162,7 +160,7 @@ void xyVoteRuntime::afterStep(const std::vector<VoteStep>& steps, std::size_t at
     break;
   }
   trapErrors(kModule, "afterStep", [&] {
-    const AssessmentInfoRecord& info = glo.assessmentInfo[static_cast<std::size_t>(now.assessment - 1)];
+    const AssessmentInfoRecord& info = glo.running(now.assessment);
     if (itemRun)
       showEndOfItemGraphs();
     else
@@ -209,7 +207,9 @@ void xyVoteRuntime::doVote(int step) {
   glo.voteStep = step;
   glo.currentRisk = glo.currentItem;
   deleteOutcome();
-  glo.defaultVoteType = glo.MainVoteSettings.voteMode == kSingleItemSelect ? kSingleItemSelect : kSingleDigit;
+  glo.defaultVoteType = glo.MainVoteSettings.voteMode == voteKind::singleItemSelect
+                            ? voteKind::singleItemSelect
+                            : voteKind::singleDigit;
   glo.voteType = glo.defaultVoteType;
   glo.abstainEnabled = glo.opt_abstain;
   for (;;) {
@@ -252,12 +252,12 @@ void xyVoteRuntime::FinishOfVoteLoop() {
 
 // The table of results is a form of its own; it comes up once the last selected assessment has been voted.
 void xyVoteRuntime::Check4ResultsTable() {
-  if (!glo.ShowResultsTable[0] || !forms().isDefined("xyVoteResultsTable"))
+  if (!glo.ShowResultsTable[0] || !forms().isDefined(formName::resultsTable))
     return;
   int last = kAssessments;
-  while (last > 0 && !glo.assessmentInfo[static_cast<std::size_t>(last - 1)].active) --last;
+  while (last > 0 && !glo.running(last).active) --last;
   if (last > 0 && glo.currentAssessment >= last)
-    forms().showModal("xyVoteResultsTable");
+    forms().showModal(formName::resultsTable);
 }
 
 // Nothing of the last result is left on the form.
@@ -297,8 +297,8 @@ void xyVoteRuntime::cmd_cancel_Click() {
   glo.restartVote = false;
   glo.quitRequested = true;
   glo.voteAbandoned = 1;
-  if (!modeEndsProgram() && endProgramHook)
-    endProgramHook();
+  if (!modeEndsProgram())
+    host::endRun();
 }
 
 // The window's own close button never takes a vote away: it asks as Esc does, before the run as the cancel

@@ -13,6 +13,7 @@
 #include "charts/vote_screen/vote_screen.h"
 #include "host/actions.h"
 #include "host/controls.h"
+#include "store/statistics.h"
 #include "vote/keypads_not_voted.h"
 #include "vote/link/vote_outcome.h"
 
@@ -27,8 +28,9 @@ struct VoteStep {
   bool taken = true;   // false: passed over, but "Go to..." may ask for it
 };
 
-struct xyVoteRuntime : VoteForm {
+struct xyVoteRuntime : VoteForm, HasVoteBoxes {
   xyVoteRuntime();
+  VoteFormBoxes boxes() const override { return {txt_RiskNum, txt_AssNum}; }
 
   void startProcess();
   void byItem();        // each assessment through all items

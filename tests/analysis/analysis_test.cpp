@@ -34,22 +34,30 @@ class FlatXml : public host::XmlQuery {
 
 class AnalysisCase : public RunCase {
  protected:
+  struct ListForm : host::Form, ItemListForm {
+    explicit ListForm(AnalysisCase& told) : host::Form("xyVote"), told_(told) {}
+    void renumber() override { told_.tell("renumbered"); }
+    void rebuildList() override {}
+    void showDataMessage(const std::string& message) override { told_.tell(escaped(message)); }
+
+   private:
+    AnalysisCase& told_;
+  };
   AnalysisCase() {
     host::host().xmlQuery = &xml;
     glo.keypadIncluded.assign(4, 1);
     glo.postalRecords.assign("");
     glo.voteRecords.assign("");
     for (std::size_t a = 0; a < 9; ++a) glo.assessmentInfo[a].active = a == 0;
-    orderHooks.renumber = [this] { tell("renumbered"); };
-    orderHooks.showDataMessage = [this](const std::string& message) { tell(escaped(message)); };
+    world.forms.define("xyVote", [this] { return std::make_unique<ListForm>(*this); });
+    world.forms.load("xyVote");
     filterCommands();
     categoryCommands();
     orderCommands();
     plotCommands();
   }
   ~AnalysisCase() override {
-    orderHooks = {};
-    CompileSifterSorterData = nullptr;
+    world.forms.unload("xyVote");
     host::host().xmlQuery = nullptr;
   }
   void filterCommands() {
@@ -171,9 +179,6 @@ class AnalysisCase : public RunCase {
       else
         restore(std::stoi(how));
       tellOrder();
-    });
-    on("compiles", [this](const Words&) {
-      CompileSifterSorterData = [this](bool apply) { tell(apply ? "compiled and applied" : "compiled"); };
     });
   }
   // From the order that the items have by their names.

@@ -1,6 +1,6 @@
+#include "base/errors.h"
 #include "charts/graph_fixture.h"
 #include "charts/xy_vote_average_graph.h"
-#include "host/errors.h"
 
 namespace qrn {
 namespace {

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "adapters/link/wire/wire.h"
+#include "base/utf8.h"
 #include "controller/room/outbox.h"
 #include "controller/room/phone_text.h"
 #include "controller/room/rate_limit.h"
@@ -65,8 +66,8 @@ TEST(Wire, TheRoomComesBackAsItWas) {
 }
 
 TEST(Wire, WhatIsNotUtf8IsMarked) {
-  EXPECT_EQ(link::validUtf8("Fjäll € 😀"), "Fjäll € 😀");
-  EXPECT_EQ(link::validUtf8("a\xE4z\xC0\x80\xED\xA0\x80"),
+  EXPECT_EQ(validUtf8("Fjäll € 😀"), "Fjäll € 😀");
+  EXPECT_EQ(validUtf8("a\xE4z\xC0\x80\xED\xA0\x80"),
             "a\xEF\xBF\xBDz\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD");
 }
 

@@ -1,4 +1,5 @@
 // Texts, numbers, a new exercise, logs and options, told as conversations.
+#include "base/utf8.h"
 #include "core/common.h"
 #include "core/diagnostics.h"
 #include "core/item_label.h"

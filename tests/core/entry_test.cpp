@@ -1,10 +1,13 @@
 // A run from its command line to what it shows, and to its end, told as conversations.
 #include "core/run/entry.h"
 
+#include "analysis/orders.h"
+#include "core/edit.h"
 #include "core/run/end_program.h"
 #include "core/windows/blank_form.h"
 #include "core/windows/presentation_windows.h"
 #include "store/exercise_text.h"
+#include "store/progress_log.h"
 #include "support/run_case.h"
 #include "vote/link/comms.h"
 
@@ -65,7 +68,7 @@ class EntryCase : public RunCase {
         tell(std::string(name) + " comes up");
         return std::make_unique<host::Form>(name);
       });
-    entryHooks() = EntryHooks{[this] { tell("the vote begins"); }, {}, {}};
+    entryHooks() = EntryHooks{[this] { tell("the vote begins"); }};
     runCommands();
     slideCommands();
     programCommands();
@@ -76,11 +79,16 @@ class EntryCase : public RunCase {
     entryHooks() = EntryHooks{};
   }
   MemorySlide& slide() { return world.presentation.slide(2); }
-  static std::string exercise(const Words& keys) {
+  // exercise [new] KEY ...
+  static std::string exercise(Words keys) {
+    const bool asNew = keys.word(0) == "new";
+    if (asNew)
+      keys.erase(keys.begin());
     beginExercise();
     glo.listTitle = "Risks";
     glo.assessments[0].lbl_Risk = {1536, 0, 7680, 5760};
     items(keys);
+    for (RiskRecord& risk : glo.risks) risk.newItem = asNew;
     return writeExercise(glo);
   }
   void runCommands() {
@@ -120,7 +128,7 @@ class EntryCase : public RunCase {
           host::waitUntil([] { return glo.voteAbandoned != 0; });
           return;
         }
-        glo.listTitle = "Changed";
+        editTitle();
         glo.keyboardTurnedOn = true;
         world.link.sent.clear();
         endProgram();
@@ -131,6 +139,11 @@ class EntryCase : public RunCase {
       endProgram(words.word(0) == "yes", words.word(1) == "yes");
       tell("keys " + program.keysSent);
     });
+  }
+  static void editTitle() {
+    Edit edit("Title");
+    glo.listTitle = "Changed";
+    edit.commit();
   }
   // Tags and exercises are those of slide 2.
   void slideCommands() {
@@ -180,6 +193,24 @@ class EntryCase : public RunCase {
            std::to_string(label.top / static_cast<float>(15 * show.height())) + " of its height");
     });
     on("saves", [this](const Words&) { tell(std::to_string(world.presentation.saves)); });
+    // What a run may do to an exercise; `edit sort` sorts in a step of its own.
+    on("edit", [](const Words& words) {
+      if (words.word(0) == "title")
+        return editTitle();
+      Edit edit("Sort");
+      reorderListAlpha(false);
+      edit.commit();
+    });
+    on("undo", [](const Words&) { exerciseHistory().undo(); });
+    on("sort", [](const Words&) { reorderListAlpha(false); });
+    on("voted", [](const Words& words) { markVoted(words.number(0), 1); });
+    on("group", [](const Words&) { glo.demographicQuestions.resize(1); });
+    // Ends the run; whether the slide holds another text then.
+    on("stores", [this](const Words&) {
+      const std::string before = slide().tagStore.Item("qrnMatrix");
+      endProgram();
+      tell(slide().tagStore.Item("qrnMatrix") == before ? "nothing" : "the exercise");
+    });
     on("changed", [this](const Words&) {
       tell(slide().tagStore.Item("qrnMatrix").find("Changed") == std::string::npos ? "no" : "yes");
     });

@@ -3,8 +3,8 @@
 #include <QTimer>
 #include <thread>
 
+#include "base/errors.h"
 #include "desktop/window_world.h"
-#include "host/errors.h"
 #include "host/wait.h"
 
 namespace {

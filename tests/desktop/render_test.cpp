@@ -7,8 +7,8 @@
 #include <QTemporaryDir>
 #include <QTextLayout>
 
+#include "base/errors.h"
 #include "desktop/window_world.h"
-#include "host/errors.h"
 #include "render/fonts.h"
 
 namespace {

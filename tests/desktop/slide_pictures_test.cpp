@@ -1,7 +1,7 @@
 #include "desktop/slide_pictures.h"
 
+#include "base/errors.h"
 #include "desktop/window_world.h"
-#include "host/errors.h"
 
 namespace {
 

@@ -27,12 +27,20 @@ std::string folderOf(const std::string& path) {
   return path.substr(0, path.rfind('/'));
 }
 
-bool isLogic(const std::string& folder) {
-  static const std::set<std::string> rooms{"core",    "store",  "analysis",    "vote",
-                                           "compare", "charts", "matrixgraph", "authoring",
-                                           "output",  "host",   "look"};
+// Whether the folder lies in one of these rooms of src, or below one.
+bool liesIn(const std::string& folder, const std::set<std::string>& rooms) {
   const std::vector<std::string> parts = split(folder, '/');
   return parts.size() > 1 && parts[0] == "src" && rooms.count(parts[1]) != 0;
+}
+
+bool isLogic(const std::string& folder) {
+  return liesIn(folder, {"core", "store", "analysis", "vote", "compare", "charts", "matrixgraph", "authoring",
+                         "output", "host", "look"});
+}
+
+// Below the logic, with the system's own headers besides the standard library.
+bool isBase(const std::string& folder) {
+  return liesIn(folder, {"base"});
 }
 
 class House {
@@ -107,7 +115,8 @@ void checkFile(const House& house, const std::string& path, const std::string& t
       continue;
     const std::string name = match[2];
     if (match[1] == "<") {
-      if (isLogic(self->folder) && name.find_first_of("./Q") != std::string::npos)
+      const char* foreign = isLogic(self->folder) ? "./Q" : isBase(self->folder) ? "Q" : "";
+      if (name.find_first_of(foreign) != std::string::npos)
         complaints.push_back(path + ": the logic includes <" + name + ">");
       continue;
     }
@@ -118,7 +127,8 @@ void checkFile(const House& house, const std::string& path, const std::string& t
              std::find(self->rooms.begin(), self->rooms.end(), other->target) == self->rooms.end())
       complaints.push_back(path + ": \"" + name + "\" is in " + other->target + ", which " + self->target +
                            " does not name");
-    else if (isLogic(self->folder) && !isLogic(other->folder))
+    else if ((isLogic(self->folder) || isBase(self->folder)) && !isLogic(other->folder) &&
+             !isBase(other->folder))
       complaints.push_back(path + ": the logic includes \"" + name + "\"");
   }
 }

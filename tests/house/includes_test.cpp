@@ -47,6 +47,7 @@ class WrongInclude : public ::testing::TestWithParam<Case> {};
 
 TEST_P(WrongInclude, IsNamed) {
   const auto plan = readPlan(
+      "quorin_base|src/base||disk.cpp,|plain\n"
       "quorin_core|src/core||glo.cpp,|plain\n"
       "quorin_store|src/store|quorin_core,|vote_store.cpp,|plain\n"
       "quorin_qt|src/adapters/qt|quorin_core,|dialogs.cpp,|foreign\n");
@@ -72,6 +73,9 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"qt_in_logic", "src/store/vote_store.cpp", "#include <QString>\n", "the logic includes"},
         Case{"c_header_in_logic", "src/store/vote_store.cpp", "#include <zip.h>\n", "the logic includes"},
         Case{"foreign_outside", "src/adapters/qt/dialogs.cpp", "#include <QString>\n", ""},
+        Case{"posix_in_base", "src/base/disk.cpp", "#include <unistd.h>\n", ""},
+        Case{"qt_in_base", "src/base/disk.cpp", "#include <QString>\n", "the logic includes"},
+        Case{"host_in_base", "src/base/disk.cpp", "#include \"core/glo.h\"\n", "does not name"},
         Case{"orphan", "src/store/lost.cpp", "", "no target lists"}),
     [](const auto& param) { return std::string(param.param.name); });
 

@@ -1,5 +1,6 @@
 // The exercise text: what is written comes back; what is foreign, older or damaged gives what it can.
 #include "store/exercise_text.h"
+#include "base/text.h"
 
 #include <fstream>
 #include <random>
@@ -25,6 +26,14 @@ std::string firstDifference(const std::string& left, const std::string& right) {
 
 class TextCase : public RunCase {
  protected:
+  struct TellingRun : host::Run {
+    explicit TellingRun(TextCase& told) : told_(told) {}
+    void endProgram() override { told_.tell("the program ends"); }
+
+   private:
+    TextCase& told_;
+  } run{*this};
+
   TextCase() {
     plain();
     on("plain", [this](const Words&) { plain(); });
@@ -36,7 +45,7 @@ class TextCase : public RunCase {
   }
   ~TextCase() override {
     setDecimalSeparator('\0');
-    endProgramHook = nullptr;
+    host::host().run = nullptr;
   }
   static void plain() {
     static_cast<Exercise&>(glo) = Exercise{};
@@ -141,7 +150,7 @@ class TextCase : public RunCase {
     on("files", [this](const Words&) {
       for (const auto& [name, content] : world.files.files) tell(name);
     });
-    on("ends", [this](const Words&) { endProgramHook = [this] { tell("the program ends"); }; });
+    on("ends", [this](const Words&) { host::host().run = &run; });
     on("note", [this](const Words& words) {
       auto& notes = world.presentation.slide(1).notes;
       notes = {MemoryShape("picture"), MemoryShape("notes", words.rest(0))};

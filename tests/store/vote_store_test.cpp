@@ -13,6 +13,17 @@
 namespace qrn::test {
 namespace {
 
+struct RunningForm : host::Form, HasVoteBoxes {
+  explicit RunningForm(const Words& words)
+      : host::Form("xyVoteRuntime"), item(words.word(0)), assessment(words.word(1)) {}
+  VoteFormBoxes boxes() const override {
+    if (item == "fails")
+      throw HostError(Fault::program, std::stoi(assessment), "Type mismatch");
+    return {item, assessment};
+  }
+  std::string item, assessment;
+};
+
 class VoteCase : public RunCase {
  protected:
   VoteCase() {
@@ -33,7 +44,7 @@ class VoteCase : public RunCase {
   }
   ~VoteCase() override {
     voteSaved = nullptr;
-    xyVoteRuntimeBoxes = nullptr;
+    world.forms.unload("xyVoteRuntime");
     forgetLeftoverVotes();
   }
   void tellVotes(bool found, const auto& votes) {
@@ -114,12 +125,10 @@ class VoteCase : public RunCase {
               .rounds[static_cast<std::size_t>(words.number(0))][static_cast<std::size_t>(words.number(1))];
       tell(round.label + ": " + std::to_string(round.average) + " of " + std::to_string(round.counted));
     });
-    on("form", [](const Words& words) {
-      xyVoteRuntimeBoxes = [item = words.word(0), assessment = words.word(1)] {
-        if (item == "fails")
-          throw HostError(Fault::program, std::stoi(assessment), "Type mismatch");
-        return VoteFormBoxes{item, assessment};
-      };
+    on("form", [this](const Words& words) {
+      world.forms.unload("xyVoteRuntime");
+      world.forms.define("xyVoteRuntime", [words] { return std::make_unique<RunningForm>(words); });
+      world.forms.load("xyVoteRuntime");
     });
     on("refresh", [](const Words& words) { refreshScores(words.number(0)); });
     on("scores", [](const Words&) { GetAllScores(); });

@@ -7,7 +7,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "host/errors.h"
+#include "base/errors.h"
 
 namespace qrn::test {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "host/errors.h"
+#include "base/errors.h"
 #include "host/presentation.h"
 
 namespace qrn::test {

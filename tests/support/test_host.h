@@ -16,10 +16,10 @@
 #include <string>
 #include <vector>
 
+#include "base/errors.h"
 #include "host/actions.h"
 #include "host/controller.h"
 #include "host/dialogs.h"
-#include "host/errors.h"
 #include "host/forms.h"
 #include "host/host.h"
 #include "host/system.h"
@@ -87,6 +87,7 @@ class MapEnvironment : public host::Environment {
     const auto it = values.find(std::string(name));
     return it == values.end() ? "" : it->second;
   }
+  bool processRuns(const std::string&) const override { return false; }
   std::map<std::string, std::string> values{
       {"temp", "/tmp/t"}, {"TEMP", "/tmp/t"}, {"APPDATA", "/appdata"}, {"ALLUSERSPROFILE", "/allusers"}};
 };

@@ -1,4 +1,5 @@
 #include "vote/vote_case.h"
+#include "base/text.h"
 
 #include <algorithm>
 
@@ -388,9 +389,7 @@ void VoteCase::manyItems() {
   entryHooks() = EntryHooks{[this] {
                               world.forms.show("xyVoteRuntime");
                               runtime().startProcess();
-                            },
-                            {},
-                            {}};
+                            }};
   std::vector<std::string> keys;
   for (std::size_t i = 0; i < kMany; ++i) keys.push_back(std::to_string(1 + 11 * i % kMany));
   items(keys);

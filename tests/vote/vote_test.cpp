@@ -1,6 +1,5 @@
 // Which presses count and when a vote closes by itself; with the runs, the keyboard and the link in case
 // files.
-#include "core/common.h"
 #include "store/statistics.h"
 #include "support/members.h"
 #include "vote/count_up_vote.h"

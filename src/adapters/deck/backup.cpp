@@ -6,7 +6,7 @@
 #include <charconv>
 #include <cstdio>
 
-#include "core/letter_case.h"
+#include "base/letter_case.h"
 
 namespace qrn::deck {
 
@@ -139,7 +139,7 @@ void writeBackup(const std::string& deck, const std::string& text, bool keepOld)
     if (std::rename(path.c_str(), aside.c_str()) != 0)
       throwDisk("Cannot keep the old backup as", aside);
   }
-  saveText(path, text, deck);
+  saveText(path, text, {deck});
 }
 
 }  // namespace qrn::deck

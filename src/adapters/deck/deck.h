@@ -13,7 +13,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host/errors.h"
+#include "base/errors.h"
 #include "host/presentation.h"
 
 namespace qrn::deck {

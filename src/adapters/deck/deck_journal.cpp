@@ -147,7 +147,7 @@ void DeckFile::goOnWithCopy(const JournalContent& content, std::size_t from, con
   std::string kept;
   if (!options_.readOnly) {
     const std::string aside = freeAside();
-    saveText(aside, content.bytes, file_);
+    saveText(aside, content.bytes, {file_});
     writeJournalAnew();
     kept = " The journal is kept as " + aside + ".";
   }

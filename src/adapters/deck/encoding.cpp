@@ -6,9 +6,10 @@
 #include <cerrno>
 #include <cstdio>
 
-#include "adapters/deck/disk.h"
 #include "adapters/deck/text.h"
-#include "core/common.h"
+#include "base/disk.h"
+#include "base/text.h"
+#include "base/utf8.h"
 
 namespace qrn::deck {
 

@@ -152,7 +152,7 @@ int JournalContent::changeCount(std::size_t from) const {
 
 void Journal::resume(const JournalContent& content) {
   if (::access(path_.c_str(), W_OK) != 0)  // another user's: it goes on as one of this user
-    saveText(path_, content.bytes, deck_);
+    saveText(path_, content.bytes, {deck_});
   File file = File::open(path_, O_WRONLY);
   if (::ftruncate(file.fd(), static_cast<off_t>(content.wholeEnd)) != 0)
     throwDisk("Cannot write", path_);
@@ -188,7 +188,7 @@ void Journal::add(const Change& change) {
 void Journal::writeAnew(const std::vector<Change>& changes) {
   std::string bytes = journalHead(state_);
   for (const Change& change : changes) bytes += journalRecord(bytes.size(), journalPayload(change));
-  saveText(path_, bytes, deck_);
+  saveText(path_, bytes, {deck_});
   file_ = File::open(path_, O_WRONLY);
   end_ = bytes.size();
   sound_ = true;

@@ -30,7 +30,7 @@
 #include <string_view>
 #include <vector>
 
-#include "adapters/deck/disk.h"
+#include "base/disk.h"
 
 namespace qrn::deck {
 

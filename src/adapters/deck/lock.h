@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "adapters/deck/disk.h"
+#include "base/disk.h"
 
 namespace qrn::deck {
 

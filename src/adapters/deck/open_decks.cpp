@@ -7,9 +7,9 @@
 #include <cstdlib>
 #include <filesystem>
 
-#include "adapters/deck/disk.h"
 #include "adapters/deck/lock.h"
 #include "adapters/deck/package.h"
+#include "base/disk.h"
 
 namespace qrn::deck {
 
@@ -81,9 +81,10 @@ void note(const OpenDeck& deck) {
   std::filesystem::create_directories(folder, error);
   std::string text = deck.deck;
   text.append(1, '\0').append(deck.journal).append(1, '\0').append(deck.identity);
-  const File file(::open(noteOf(deck.deck).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600));
-  if (file.isOpen())
-    (void)!::write(file.fd(), text.data(), text.size());
+  try {
+    saveText(noteOf(deck.deck), text, {"", 0600});
+  } catch (const HostError&) {  // a deck that is moved is not found again then
+  }
 }
 
 void forget(const std::string& deck) {

@@ -6,7 +6,7 @@
 #include <array>
 #include <filesystem>
 
-#include "adapters/deck/disk.h"
+#include "base/disk.h"
 
 namespace qrn::deck {
 

@@ -9,6 +9,7 @@
 
 #include "adapters/deck/text.h"
 #include "adapters/deck/zip_source.h"
+#include "base/text.h"
 
 namespace qrn::deck {
 
@@ -33,9 +34,8 @@ bool climbsOut(std::string_view name) {
 }  // namespace
 
 bool PartNameLess::operator()(std::string_view a, std::string_view b) const {
-  const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
   return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(),
-                                      [&](char x, char y) { return lower(x) < lower(y); });
+                                      [](char x, char y) { return lowerLetter(x) < lowerLetter(y); });
 }
 
 Package::Package(const std::string& file) : file_(file), input_(File::open(file, O_RDONLY | O_NONBLOCK)) {

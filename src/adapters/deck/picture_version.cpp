@@ -6,6 +6,7 @@
 #include "adapters/deck/tags_part.h"
 #include "adapters/deck/text.h"
 #include "adapters/deck/xml.h"
+#include "base/text.h"
 
 namespace qrn::deck {
 

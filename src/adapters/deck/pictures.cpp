@@ -8,6 +8,7 @@
 #include "adapters/deck/picture_run.h"
 #include "adapters/deck/text.h"
 #include "adapters/deck/zip_source.h"
+#include "base/text.h"
 
 namespace qrn::deck {
 

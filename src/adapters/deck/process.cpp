@@ -12,7 +12,7 @@
 #include <cstdlib>
 #include <sstream>
 
-#include "adapters/deck/disk.h"
+#include "base/disk.h"
 #include "host/host.h"
 #include "host/wait.h"
 

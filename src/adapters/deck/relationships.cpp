@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "adapters/deck/text.h"
+#include "base/text.h"
 
 namespace qrn::deck {
 

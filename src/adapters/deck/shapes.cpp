@@ -4,6 +4,7 @@
 #include <array>
 
 #include "adapters/deck/text.h"
+#include "base/text.h"
 
 namespace qrn::deck {
 
@@ -35,17 +36,6 @@ std::string joinedByCr(std::string_view text) {
   return out;
 }
 
-std::vector<std::string_view> split(std::string_view text, char at) {
-  std::vector<std::string_view> pieces;
-  for (;;) {
-    const std::size_t end = text.find(at);
-    pieces.push_back(text.substr(0, end));
-    if (end == std::string_view::npos)
-      return pieces;
-    text.remove_prefix(end + 1);
-  }
-}
-
 std::string bytesOf(const Xml& xml, pugi::xml_node node) {
   if (!node)
     return "";
@@ -57,10 +47,10 @@ std::string bytesOf(const Xml& xml, pugi::xml_node node) {
 std::string paragraphs(std::string_view text, const std::string& prefix, const std::string& declare,
                        const std::string& paragraphLook, const std::string& runLook) {
   std::string out;
-  for (const std::string_view paragraph : split(text, '\r')) {
+  for (const std::string_view paragraph : splitFields(text, '\r')) {
     out += "<" + prefix + "p" + declare + ">" + paragraphLook;
     bool first = true;
-    for (const std::string_view line : split(paragraph, '\v')) {
+    for (const std::string_view line : splitFields(paragraph, '\v')) {
       if (!first)
         out += "<" + prefix + "br>" + runLook + "</" + prefix + "br>";
       if (!line.empty())

@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "adapters/deck/disk.h"
 #include "adapters/deck/picture_source.h"
 #include "adapters/deck/process.h"
+#include "base/disk.h"
 
 namespace qrn::deck {
 

@@ -2,10 +2,11 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 #include "adapters/deck/splice.h"
 #include "adapters/deck/text.h"
-#include "core/letter_case.h"
+#include "base/letter_case.h"
 
 namespace qrn::deck {
 
@@ -83,11 +84,7 @@ void TagStore::Append(std::string_view key, std::string_view tail) {
   if (clean.empty() && tag != nullptr)
     return;
   keep_({Change::Kind::append, slide_, name, clean, tag == nullptr ? 0 : tag->value.size()});
-  if (tag == nullptr)
-    set(name, clean);
-  else
-    tag->value += clean;
-  changed_ = true;
+  append(tag, name, clean);
 }
 
 void TagStore::Delete(std::string_view key) {
@@ -124,7 +121,7 @@ std::string_view TagStore::replay(const Change& change) {
 }
 
 std::string_view TagStore::replayAppend(const std::string& name, const Change& change) {
-  const Tag* tag = find(name);
+  Tag* tag = find(name);
   const std::string_view value = tag == nullptr ? std::string_view() : tag->value;
   const bool there = value.size() > change.number &&
                      value.substr(change.number, change.value.size()) == change.value;  // with more behind it
@@ -132,18 +129,19 @@ std::string_view TagStore::replayAppend(const std::string& name, const Change& c
     return "";
   if (value.size() != change.number)
     return kOtherValue;
-  set(name, std::string(value).append(change.value));
+  append(tag, name, change.value);
   return "";
 }
 
 std::string_view TagStore::replaySplice(const std::string& name, const Change& change) {
-  const Tag* tag = find(name);
+  Tag* tag = find(name);
   if (tag == nullptr || tag->value.size() != change.number)
     return kOtherValue;
-  const std::optional<std::string> value = spliced(tag->value, change.value);
+  std::optional<std::string> value = spliced(tag->value, change.value);
   if (!value)
     return kOtherValue;
-  set(name, *value);
+  tag->value = std::move(*value);
+  changed_ = true;
   return "";
 }
 
@@ -152,6 +150,15 @@ void TagStore::set(const std::string& name, std::string_view value) {
     tag->value = value;
   else
     tags_.push_back({name, std::string(value)});
+  changed_ = true;
+}
+
+// Costs nothing for the text before it. `tag` is what find() gave for the name.
+void TagStore::append(Tag* tag, const std::string& name, std::string_view tail) {
+  if (tag == nullptr)
+    tags_.push_back({name, std::string(tail)});
+  else
+    tag->value += tail;
   changed_ = true;
 }
 

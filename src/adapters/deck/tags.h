@@ -41,6 +41,7 @@ class TagStore : public host::Tags {
  private:
   Tag* find(std::string_view name) const;
   void set(const std::string& name, std::string_view value);
+  void append(Tag* tag, const std::string& name, std::string_view tail);
   void erase(const std::string& name);
   std::string_view replayAppend(const std::string& name, const Change& change);
   std::string_view replaySplice(const std::string& name, const Change& change);

@@ -7,7 +7,7 @@
 #include "adapters/deck/relationships.h"
 #include "adapters/deck/text.h"
 #include "adapters/deck/xml.h"
-#include "core/letter_case.h"
+#include "base/letter_case.h"
 
 namespace qrn::deck {
 

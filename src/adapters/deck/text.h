@@ -18,7 +18,4 @@ std::string escapeAttribute(std::string_view text);
 std::string escapeText(std::string_view text);
 std::size_t escapedLength(std::string_view text);  // of escapeAttribute, in bytes
 
-std::string upperCase(std::string_view name);  // ASCII letters only
-std::string lowerCase(std::string_view name);
-
 }  // namespace qrn::deck

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
-#include "adapters/deck/disk.h"
 #include "adapters/deck/text.h"
+#include "base/disk.h"
 
 namespace qrn::deck {
 

@@ -10,6 +10,7 @@
 #include "adapters/link/connection.h"
 #include "adapters/link/controller_process.h"
 #include "adapters/link/wire/wire.h"
+#include "base/utf8.h"
 
 namespace qrn::link {
 

@@ -3,9 +3,9 @@
 #include <QBuffer>
 #include <QFontMetricsF>
 #include <QImage>
-#include <QSaveFile>
 #include <algorithm>
 
+#include "base/disk.h"
 #include "render/fonts.h"
 #include "render/render.h"
 
@@ -92,10 +92,9 @@ void QtSlidePainter::paint(const deck::SlideDrawing& drawing, const std::string&
   QByteArray bytes;
   QBuffer buffer(&bytes);
   buffer.open(QIODevice::WriteOnly);
-  QSaveFile out(render::toQt(file));
-  if (!image.save(&buffer, std::string(format).c_str()) || !out.open(QIODevice::WriteOnly) ||
-      out.write(bytes) != bytes.size() || !out.commit())
-    throw HostError(Fault::world, 75, "The slide picture could not be written: " + file);
+  if (!image.save(&buffer, std::string(format).c_str()))
+    throw HostError(Fault::program, 5, "A slide cannot be drawn as " + std::string(format));
+  saveText(file, {bytes.constData(), static_cast<std::size_t>(bytes.size())});
 }
 
 }  // namespace qrn::qt

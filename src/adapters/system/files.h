@@ -1,5 +1,4 @@
-// The file system. Errors carry the classic numbers: 53 not found, 61 disk full, 70 permission denied, 75
-// other. A write or append that fails leaves the file as it was.
+// The file system as the logic sees it. A write or append that fails leaves the file as it was.
 #pragma once
 
 #include "host/system.h"

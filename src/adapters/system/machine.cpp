@@ -136,7 +136,7 @@ std::string MachineEnvironment::logFolder() const {
   return userTemporaryFolder();
 }
 
-bool processRuns(const std::string& name) {
+bool MachineEnvironment::processRuns(const std::string& name) const {
   std::error_code error;
   for (const auto& entry : std::filesystem::directory_iterator("/proc", error)) {
     std::error_code hidden;  // a process of somebody else does not tell its file

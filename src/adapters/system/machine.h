@@ -32,10 +32,8 @@ class MachineEnvironment : public host::Environment {
  public:
   std::string Environ(std::string_view name) const override;
   std::string logFolder() const override;
+  bool processRuns(const std::string& name) const override;
 };
-
-// Whether a program of that name runs on this machine; case does not matter.
-bool processRuns(const std::string& name);
 
 // Yields by draining its pumps (texts of the controller link and the like), sleeps by sleeping.
 class PlainLoop : public host::PumpedLoop {

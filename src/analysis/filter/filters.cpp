@@ -4,10 +4,13 @@
 #include <charconv>
 #include <memory>
 
+#include "base/text.h"
 #include "core/common.h"
 #include "core/diagnostics.h"
+#include "core/edit.h"
 #include "core/glo.h"
 #include "host/host.h"
+#include "host/names.h"
 #include "host/presentation.h"
 #include "host/xml_query.h"
 
@@ -49,7 +52,7 @@ DemographicInfo readQuestion(host::Slide& slide, const std::string& qrnVote) {
   for (host::Shape* shape : slide.Shapes())
     if (shape->Name() == "qrn_question")
       question.questionText = shape->Text();
-  question.votes = slide.tags().Item("qrnVotes");
+  question.votes = slide.tags().Item(tagName::convertedVotes);
   HomogoniseLineFeeds(question.votes);
   if (host::host().xmlQuery != nullptr)
     if (const auto xml = host::host().xmlQuery->loadXML(qrnVote))
@@ -99,7 +102,7 @@ void GetDemographicVoteInfo() {
   for (int i = 1; i <= glo.oPresentation->SlideCount(); ++i)
     trapErrors(kModule, "GetDemographicVoteInfo", [&] {
       host::Slide& slide = glo.oPresentation->Slides(i);
-      const std::string qrnVote = slide.tags().Item("qrnVote");
+      const std::string qrnVote = slide.tags().Item(tagName::question);
       if (!qrnVote.empty())
         glo.demographicQuestions.push_back(readQuestion(slide, qrnVote));
     });
@@ -117,13 +120,17 @@ void GetDemographicVoteInfo() {
 void keepDemographicChoices() {
   if (glo.demographicQuestions.empty())
     return;  // not read, or a presentation without questions: what the file held stays
-  glo.demographics.clear();
+  std::vector<DemographicQuestion> choices;
   for (const DemographicInfo& question : glo.demographicQuestions) {
     DemographicQuestion kept{question.slideID, {}, question.isDefault};
     for (const DemographicInfoGroup& group : question.groups)
       kept.groups.push_back({group.optionNumber, group.selected, group.groupName});
-    glo.demographics.push_back(std::move(kept));
+    choices.push_back(std::move(kept));
   }
+  if (choices == glo.demographics)
+    return;
+  glo.demographics = std::move(choices);
+  exerciseHistory().touched();
 }
 
 void includeKeypads() {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/text.h"
 #include "charts/vote_screen/whole_text.h"
 #include "core/common.h"
 #include "core/diagnostics.h"
@@ -29,7 +30,7 @@ std::string lineFeedsCleaned(const std::string& text) {
 std::string itemCaption(int item) {
   if (item < 0 || item >= glo.itemCount())
     return "   ";
-  const RiskRecord& risk = glo.risks[static_cast<std::size_t>(item)];
+  const RiskRecord& risk = glo.item(item);
   const std::string text = risk.text.empty() ? "   " : lineFeedsCleaned(risk.text);
   return glo.CheckShowListItemIdentifier ? risk.identifier + ": " + text : text;
 }
@@ -175,7 +176,7 @@ void VoteForm::showElements(const std::string& array, bool on) {
 
 void DisplayVote(int item, int assessment, int round, VoteForm& form) {
   trapErrors("ChartDisplay", "DisplayVote", [&] {
-    const AssessmentRecord& record = glo.assessments[static_cast<std::size_t>(assessment - 1)];
+    const AssessmentRecord& record = glo.assessment(assessment);
     form.displayedItem = item;
     form.displayedAssessment = assessment;
     form.displayedRound = round;

@@ -4,7 +4,6 @@
 #include <string>
 
 #include "analysis/orders.h"
-#include "core/common.h"
 #include "core/diagnostics.h"
 #include "core/edit.h"
 #include "core/glo.h"
@@ -14,6 +13,7 @@
 #include "host/dialogs.h"
 #include "host/forms.h"
 #include "host/host.h"
+#include "host/names.h"
 #include "host/presentation.h"
 #include "host/wait.h"
 #include "store/progress_log.h"
@@ -32,7 +32,7 @@ bool asked(const std::string& question) {
 void deleteVotes() {
   if (!asked("This will delete all live data for this process. Do you want to proceed?"))
     return;
-  glo.oVoteSlide->tags().Delete("QRNVOTES");
+  glo.oVoteSlide->tags().Delete(tagName::votes);
   glo.voteRecords.assign("");
   forgetLeftoverVotes();
   Edit edit("Delete votes");
@@ -55,12 +55,9 @@ void deleteVotes() {
 }
 
 void clearAndRestart() {
-  if (entryHooks().clearLiveData)
-    entryHooks().clearLiveData();
-  else
-    deleteVotes();
+  deleteVotes();
   if (glo.voteRecords.recordCount() > 0)
-    glo.cmdSlide = "VotesNotCleared";
+    glo.cmdSlide = cmdWord::votesNotCleared;
   else
     resetLogState();
 }
@@ -79,10 +76,10 @@ bool votesCanBeStored() {
 std::string newItemsForm() {
   const host::FormRegistry& forms = *host::host().forms;
   for (int i = 0; i < glo.itemCount(); ++i)
-    if (glo.risks[static_cast<std::size_t>(i)].newItem)
-      return forms.isDefined("newItemsStartForm") ? "newItemsStartForm"
-             : forms.isDefined("newItemsForm")    ? "newItemsForm"
-                                                  : "";
+    if (glo.item(i).newItem)
+      return forms.isDefined(formName::newItemsStart) ? formName::newItemsStart
+             : forms.isDefined(formName::newItems)    ? formName::newItems
+                                                      : "";
   return "";
 }
 
@@ -107,7 +104,7 @@ bool AutoStart() {
   if (glo.itemCount() == 0)
     return false;
   const bool noVotes = glo.voteRecords.recordCount() == 0;
-  if ((noVotes || glo.resumePending || glo.cmdMode != "DISPLAY") && !votesCanBeStored()) {
+  if ((noVotes || glo.resumePending || glo.cmdMode != runMode::display) && !votesCanBeStored()) {
     glo.resumePending = false;  // what there is can be shown
     return false;
   }
@@ -115,9 +112,9 @@ bool AutoStart() {
     resetLogState();
   } else if (glo.resumePending) {
     checkResume();
-    if (glo.closing || glo.returnToEditor || glo.cmdSlide == "VotesNotCleared")
+    if (glo.closing || glo.returnToEditor || glo.cmdSlide == cmdWord::votesNotCleared)
       return false;
-  } else if (glo.cmdMode == "DISPLAY") {
+  } else if (glo.cmdMode == runMode::display) {
     return false;
   }
   if (!entryHooks().startVote)
@@ -140,10 +137,10 @@ void checkResume() {
       if (asked("Would you like to clear the data and restart?"))
         clearAndRestart();
       else
-        glo.cmdSlide = "VotesNotCleared";
+        glo.cmdSlide = cmdWord::votesNotCleared;
       break;
     case host::Answer::cancel:
-      glo.cmdMode = "SETUP";
+      glo.cmdMode = runMode::setup;
       glo.returnToEditor = true;
       break;
     default:

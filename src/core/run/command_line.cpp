@@ -2,11 +2,13 @@
 #include <string>
 #include <string_view>
 
+#include "base/text.h"
 #include "core/common.h"
 #include "core/glo.h"
 #include "core/run/entry.h"
 #include "host/dialogs.h"
 #include "host/host.h"
+#include "host/names.h"
 
 namespace qrn {
 
@@ -37,15 +39,15 @@ void applyModes() {
     glo.cmdFile = ask("What file? *.mtx or qrnmatrix for v4", "");
     glo.cmdMode = ask("What type? Setup (S), Slidenumber, Wizard (W)", "S");
   }
-  if (glo.cmdMode == "WIZARD")
+  if (glo.cmdMode == runMode::wizard)
     glo.cmdFile = glo.cmdMode;
   if (glo.cmdMode == "S")
-    glo.cmdMode = "SETUP";
+    glo.cmdMode = runMode::setup;
   if (glo.cmdMode == "W")
-    glo.cmdFile = "WIZARD";
+    glo.cmdFile = runMode::wizard;
   if (isNumeric(glo.cmdMode) && qrnVal(glo.cmdMode) > 0) {
     glo.cmdSlide = glo.cmdMode;
-    glo.cmdMode = "DISPLAY";
+    glo.cmdMode = runMode::display;
   }
 }
 

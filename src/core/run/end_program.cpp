@@ -4,15 +4,19 @@
 #include <string>
 #include <vector>
 
+#include "analysis/filter/filters.h"
+#include "base/errors.h"
 #include "core/common.h"
 #include "core/diagnostics.h"
+#include "core/edit.h"
 #include "core/glo.h"
 #include "core/options.h"
+#include "core/run/delete_file.h"
 #include "core/windows/blank_form.h"
 #include "core/windows/presentation_windows.h"
 #include "host/dialogs.h"
-#include "host/errors.h"
 #include "host/host.h"
+#include "host/names.h"
 #include "host/presentation.h"
 #include "host/system.h"
 #include "host/windows.h"
@@ -26,7 +30,6 @@ namespace qrn {
 namespace {
 
 constexpr const char* kModule = "Vote";
-constexpr double kDeleteSeconds = 5;
 
 void guarded(const std::function<void()>& body) {
   trapErrors(kModule, "endProgram", body);
@@ -39,20 +42,6 @@ void stopVoteLoops() {
   glo.quitRequested = true;
 }
 
-void deleteUntilGone(const std::string& file) {
-  if (file.empty())
-    return;
-  const host::Files& files = *host::host().files;
-  const bool gone = host::waitUntil(
-      [&] {
-        trapErrors(kModule, "endProgram", [&] { host::host().files->Kill(file); });
-        return !files.fileExists(file);
-      },
-      kDeleteSeconds);
-  if (!gone)
-    throw HostError(Fault::world, 70, "The file cannot be deleted: " + file);
-}
-
 void tellAutoClose() {
   host::host().dialogs->MsgBox(
       "Matrix is closing because the PowerPoint slide show is no longer running.\r\n\r\n"
@@ -60,8 +49,14 @@ void tellAutoClose() {
       "quorinMatrix Auto Close", host::Buttons::ok, host::Icon::information);
 }
 
+bool somethingToStore() {
+  keepDemographicChoices();
+  return exerciseHistory().modified();
+}
+
 void storeExercise() {
-  if (glo.oVoteSlide && (glo.exerciseLoaded || host::host().forms->isLoaded("xyVote")) && exerciseChanged())
+  if (glo.oVoteSlide && (glo.exerciseLoaded || host::host().forms->isLoaded(formName::xyVote)) &&
+      somethingToStore())
     guarded([] { saveXY(); });
 }
 
@@ -74,7 +69,7 @@ void storePresentation() {
 
 // A show that has moved on already needs no key, nor does one whose user has turned to the exercise instead.
 bool showMayGoOn() {
-  if (glo.returnToEditor || glo.cmdSlide == "VotesNotCleared")
+  if (glo.returnToEditor || glo.cmdSlide == cmdWord::votesNotCleared)
     return false;
   host::View* show = host::host().presentationProgram->SlideShowView();
   return show && show->SlideIndex() == glo.currentSlide;
@@ -108,22 +103,22 @@ void endProgram(bool autoClose, bool keepOpen1, bool keepOpen2) {
   glo.closing = true;
   stopVoteLoops();
   host::FormRegistry& forms = *host::host().forms;
-  if (auto* link = dynamic_cast<comms*>(forms.find("comms"))) {
+  if (auto* link = dynamic_cast<comms*>(forms.find(formName::comms))) {
     link->SendCommandToController("EndVote", false, true);
     if (glo.keyboardTurnedOn)
       link->SendCommandToController("KBOARD-OFF", false, true);
   }
   if (glo.keyboardTurnedOn)  // the keyboard stood in for this run, not for good
-    guarded([] { deleteUntilGone(glo.appPath + "baseKB.txt"); });
-  guarded([] { deleteUntilGone(glo.appPath + "MatrixActive.txt"); });
+    guarded([] { deleteUntilGone(glo.appPath + markerFile::keyboard); });
+  guarded([] { deleteUntilGone(glo.appPath + markerFile::matrixActive); });
   guarded([] { deleteUntilGone(glo.lockFile); });
   if (glo.oPresentation)
     writeOutcome(VoteOutcome::held);
   guarded([] { saveLeftoverVotes(); });
-  if (auto* blank = dynamic_cast<blankForm*>(forms.find("blankForm")))
+  if (auto* blank = dynamic_cast<blankForm*>(forms.find(formName::blank)))
     blank->tmrCheck4ppt.setEnabled(false);
-  if (autoClose && forms.isDefined("blankForm"))
-    guarded([&] { forms.show("blankForm"); });
+  if (autoClose && forms.isDefined(formName::blank))
+    guarded([&] { forms.show(formName::blank); });
   UnloadNonEssentialForms();
   EnablePPT(true);
   if (autoClose)
@@ -137,7 +132,8 @@ void endProgram(bool autoClose, bool keepOpen1, bool keepOpen2) {
 }
 
 void UnloadNonEssentialForms() {
-  static const std::vector<std::string> essential{"xyVote", "blankForm", "infoForm", "comms"};
+  static const std::vector<std::string> essential{formName::xyVote, formName::blank, formName::info,
+                                                  formName::comms};
   host::FormRegistry& forms = *host::host().forms;
   std::vector<std::string> names = forms.loadedNames();
   std::reverse(names.begin(), names.end());

@@ -4,8 +4,11 @@
 
 #include "analysis/filter/filters.h"
 #include "analysis/orders.h"
+#include "base/errors.h"
+#include "base/text.h"
 #include "core/common.h"
 #include "core/diagnostics.h"
+#include "core/edit.h"
 #include "core/glo.h"
 #include "core/model.h"
 #include "core/options.h"
@@ -13,8 +16,8 @@
 #include "core/windows/blank_form.h"
 #include "core/windows/presentation_windows.h"
 #include "host/dialogs.h"
-#include "host/errors.h"
 #include "host/host.h"
+#include "host/names.h"
 #include "host/presentation.h"
 #include "host/system.h"
 #include "host/wait.h"
@@ -122,7 +125,7 @@ void uncoverForms() {
 // run stays.
 bool previousInstanceEnds() {
   const auto ended = [] { return outcome() != VoteOutcome::none; };
-  if (glo.cmdFile == "WIZARD" || !glo.oPowerPoint->PreviousInstance() || ended())
+  if (glo.cmdFile == runMode::wizard || !glo.oPowerPoint->PreviousInstance() || ended())
     return true;
   if (host::waitUntil(ended, kInstanceSeconds))
     return true;
@@ -144,16 +147,16 @@ void waitForPreviousInstance() {
 
 // A slide number as mode names the slide, unless the tag already does.
 void nameSlideOfMode() {
-  if (glo.cmdMode != "DISPLAY" || !isNumeric(glo.cmdSlide))
+  if (glo.cmdMode != runMode::display || !isNumeric(glo.cmdSlide))
     return;
   const double slide = qrnVal(glo.cmdSlide);
   host::Tags& tags = glo.oPresentation->tags();
-  if (slide >= 1 && slide <= glo.oPresentation->SlideCount() && qrnVal(tags.Item("qrnCurrentSlide")) < 1)
-    tags.Add("qrnCurrentSlide", std::to_string(static_cast<int>(slide)));
+  if (slide >= 1 && slide <= glo.oPresentation->SlideCount() && qrnVal(tags.Item(tagName::currentSlide)) < 1)
+    tags.Add(tagName::currentSlide, std::to_string(static_cast<int>(slide)));
 }
 
 void pickSlide() {
-  run([] { glo.oPresentation->tags().Add("qrnActivity", "Matrix Active"); });
+  run([] { glo.oPresentation->tags().Add(tagName::activity, "Matrix Active"); });
   run(nameSlideOfMode);
   run([] {
     glo.currentSlide = readCurrentSlide();
@@ -171,7 +174,7 @@ void takeExerciseFile() {
 
 void checkShow() {
   RecordPPTHandles();
-  if (glo.cmdMode != "DISPLAY" || !glo.PowerPointSlideShow_RECT.empty())
+  if (glo.cmdMode != runMode::display || !glo.PowerPointSlideShow_RECT.empty())
     return;
   tell("PowerPoint slideshow is not running, can not start quorin matrix in show mode", host::kTitle);
   endProgram();
@@ -201,10 +204,10 @@ void loadIfDefined(const std::string& name) {
 }
 
 void loadExercise() {
-  if (glo.oVoteSlide->tags().Item("qrnMatrix").empty()) {
+  if (glo.oVoteSlide->tags().Item(tagName::exercise).empty()) {
     LoadDefaultTemplate();
     // Nothing can be shown of a slide without an exercise: this tells so and ends the run.
-    if (glo.cmdMode == "DISPLAY" && glo.itemCount() == 0)
+    if (glo.cmdMode == runMode::display && glo.itemCount() == 0)
       LoadXY("");
     return;
   }
@@ -222,7 +225,7 @@ void LoadNames() {
 
 // With a controller there the room's base data are asked for; without one the first vote offers the keyboard.
 void askForBase() {
-  auto* link = dynamic_cast<comms*>(forms().find("comms"));
+  auto* link = dynamic_cast<comms*>(forms().find(formName::comms));
   if (link && link->linked())
     link->ReadPortInfo();
 }
@@ -230,24 +233,25 @@ void askForBase() {
 void loadForms() {
   const auto info = [](const char* line) { host::host().dialogs->Info(line); };
   run([&] { info("Matrix Loading"); });
-  run([] { loadIfDefined("comms"); });
+  run([] { loadIfDefined(formName::comms); });
   run(loadExercise);
   run([] { GetDemographicVoteInfo(); });
-  run([] { noteExerciseAtRest(); });
+  run([] { keepDemographicChoices(); });
+  run([] { exerciseHistory().stored(); });
   run(LoadNames);
   run([] { readVoteRecords(); });
   run([] { ReadActiveKeypads(); });
   run(askForBase);
-  run([] { loadIfDefined("blankForm"); });
+  run([] { loadIfDefined(formName::blank); });
   run([&] { info("Matrix Loading"); });
-  glo.cmd_AutoStart = glo.cmdMode == "SERIES VOTE" || glo.cmdMode == "DISPLAY";
-  run([] { loadIfDefined("xyVote"); });
+  glo.cmd_AutoStart = glo.cmdMode == runMode::seriesVote || glo.cmdMode == runMode::display;
+  run([] { loadIfDefined(formName::xyVote); });
   run([&] { info(""); });
 }
 
 // The run belongs to the show and ends with it.
 void watchShow() {
-  auto* blank = dynamic_cast<blankForm*>(forms().find("blankForm"));
+  auto* blank = dynamic_cast<blankForm*>(forms().find(formName::blank));
   if (!blank || !glo.cmd_AutoStart || glo.PowerPointSlideShow_hWnd == 0)
     return;
   blank->showEnded = [] { endProgram(true); };
@@ -255,26 +259,24 @@ void watchShow() {
 }
 
 bool displaysResults() {
-  return glo.cmdMode == "DISPLAY" && glo.cmdSlide != "VotesNotCleared";
+  return glo.cmdMode == runMode::display && glo.cmdSlide != cmdWord::votesNotCleared;
 }
 
 void bringForward() {
-  if (displaysResults() && !forms().isLoaded("xyVoteRuntime")) {
+  if (displaysResults() && !forms().isLoaded(formName::runtime)) {
     glo.cmdSlide.clear();
-    forms().bringToFront("blankForm");
+    forms().bringToFront(formName::blank);
   }
-  if (forms().isLoaded("xyVoteRuntime")) {
-    forms().show("xyVoteRuntime");
+  if (forms().isLoaded(formName::runtime)) {
+    forms().show(formName::runtime);
     return;
   }
-  if (forms().isDefined("xyVote")) {
+  if (forms().isDefined(formName::xyVote)) {
     if (!glo.resumePending)  // the list of a process under way stays as it is
       run([] { reorderListAlpha(true); });
-    forms().show("xyVote");
-    forms().refresh("xyVote");
-    forms().bringToFront("xyVote");
-    if (glo.itemCount() > 0 && entryHooks().selectFirstRow)
-      entryHooks().selectFirstRow();
+    forms().show(formName::xyVote);
+    forms().refresh(formName::xyVote);
+    forms().bringToFront(formName::xyVote);
   } else if (glo.cmd_AutoStart && !glo.returnToEditor) {
     endProgram();  // a run within a show has nothing more to do
   }
@@ -286,7 +288,8 @@ void openFirstForm() {
   run([&] { voted = glo.cmd_AutoStart && AutoStart(); });
   if (glo.closing)
     return;
-  if (!voted && displaysResults() && !glo.resumePending && !Check4Form("xyVoteAverageGraph", "xyVoteGraph")) {
+  if (!voted && displaysResults() && !glo.resumePending &&
+      !Check4Form(formName::averageGraph, formName::matrixGraph)) {
     run(showGraphs);
     run([] { endProgram(); });
     return;
@@ -296,6 +299,12 @@ void openFirstForm() {
 
 }  // namespace
 
+// What ends the run for the rooms below.
+class ThisRun : public host::Run {
+ public:
+  void endProgram() override { qrn::endProgram(); }
+} g_run;
+
 EntryHooks& entryHooks() {
   static EntryHooks hooks;
   return hooks;
@@ -303,7 +312,7 @@ EntryHooks& entryHooks() {
 
 void Main(const std::string& commandLine) {
   glo = Glo{};
-  endProgramHook = [] { endProgram(); };
+  host::host().run = &g_run;
   startDiagnostics();
   run(attach);
   run(setFolders);
@@ -315,7 +324,7 @@ void Main(const std::string& commandLine) {
   run(takeExerciseFile);
   run(checkShow);
   run(setDefaults);
-  if (glo.cmdFile == "WIZARD") {
+  if (glo.cmdFile == runMode::wizard) {
     run(openWizard);
     return;
   }

@@ -8,9 +8,7 @@ namespace qrn {
 
 // What the entry asks of the rooms above it. The program's wiring fills it before Main.
 struct EntryHooks {
-  std::function<void()> startVote;       // brings up xyVoteRuntime and runs its startProcess
-  std::function<void()> clearLiveData;   // deletes the votes of the exercise and begins anew, asking first
-  std::function<void()> selectFirstRow;  // the first row of the editor's grid
+  std::function<void()> startVote;  // brings up xyVoteRuntime and runs its startProcess
 };
 EntryHooks& entryHooks();
 

@@ -2,15 +2,18 @@
 #include <string>
 #include <vector>
 
+#include "base/errors.h"
+#include "base/text.h"
+#include "base/utf8.h"
 #include "core/common.h"
 #include "core/diagnostics.h"
 #include "core/glo.h"
+#include "core/run/delete_file.h"
 #include "core/run/entry.h"
-#include "host/errors.h"
 #include "host/host.h"
+#include "host/names.h"
 #include "host/presentation.h"
 #include "host/system.h"
-#include "host/wait.h"
 #include "store/exercise_text.h"
 #include "store/votes_rec_conversion.h"
 
@@ -19,7 +22,6 @@ namespace qrn {
 namespace {
 
 constexpr const char* kModule = "Vote";
-constexpr double kDeleteSeconds = 5;
 
 // The command line comes in upper case; the file's own spelling is found in its folder. "" when it is not
 // there.
@@ -31,19 +33,6 @@ std::string pathInAnyCase(const std::string& folder, const std::string& name) {
     if (upperCase(entry) == upperCase(name))
       return joinPath(folder, entry);
   return "";
-}
-
-void deleteUntilGone(const std::string& path) {
-  if (path.empty())
-    return;
-  const bool gone = host::waitUntil(
-      [&] {
-        trapErrors(kModule, "Main", [&] { host::host().files->Kill(path); });
-        return !fileExists(path);
-      },
-      kDeleteSeconds);
-  if (!gone)
-    throw HostError(Fault::world, 75, "The file cannot be deleted: " + path);
 }
 
 void replaceTag(const char* key, const std::string& value) {
@@ -59,8 +48,8 @@ void takeVotes(const std::string& folder, const std::string& exerciseName) {
   const std::string records = convertVotesRec(toUtf8(readTextFile(path)), exerciseName);
   if (records.empty())
     return;
-  glo.oVoteSlide->tags().Delete("qrnMatrix");
-  glo.oVoteSlide->tags().Add("qrnVotes", records);
+  glo.oVoteSlide->tags().Delete(tagName::exercise);
+  glo.oVoteSlide->tags().Add(tagName::convertedVotes, records);
 }
 
 void deleteMatrixShapes() {
@@ -70,7 +59,7 @@ void deleteMatrixShapes() {
 }
 
 void storeForGood(const std::string& text, const std::string& path) {
-  if (glo.oVoteSlide->tags().Item("qrnMatrix") != text)
+  if (glo.oVoteSlide->tags().Item(tagName::exercise) != text)
     throw HostError(Fault::world, 0, "The slide did not take the exercise, the file stays: " + path);
   glo.oPresentation->Save();
 }
@@ -99,7 +88,7 @@ bool convertExerciseFile() {
   trapErrors(kModule, "Main", [&] { deleteUntilGone(path); });
   trapErrors(kModule, "Main", [&] { deleteUntilGone(log); });
   glo.cmdSlide = glo.cmdFile;
-  glo.cmdFile = "QRNMATRIX";
+  glo.cmdFile = cmdWord::slideHoldsExercise;
   return true;
 }
 

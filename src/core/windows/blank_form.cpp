@@ -8,6 +8,7 @@
 #include "core/glo.h"
 #include "host/dialogs.h"
 #include "host/host.h"
+#include "host/names.h"
 #include "host/presentation.h"
 #include "host/system.h"
 
@@ -86,7 +87,7 @@ void Background::paintOn(host::Surface& surface) const {
 }
 
 blankForm::blankForm()
-    : host::Form("blankForm"), tmrCheck4ppt(kCheckInterval, [this] { tmrCheck4ppt_Timer(); }) {}
+    : host::Form(formName::blank), tmrCheck4ppt(kCheckInterval, [this] { tmrCheck4ppt_Timer(); }) {}
 
 void blankForm::Form_Load() {
   DoBackground();
@@ -124,12 +125,12 @@ void blankForm::tmrCheck4ppt_Timer() {
 }
 
 Background currentBackground() {
-  const auto* form = dynamic_cast<const blankForm*>(host::host().forms->find("blankForm"));
+  const auto* form = dynamic_cast<const blankForm*>(host::host().forms->find(formName::blank));
   return form ? form->background : backgroundFromSettings();
 }
 
 void registerBlankForm() {
-  host::host().forms->define("blankForm", [] { return std::make_unique<blankForm>(); });
+  host::host().forms->define(formName::blank, [] { return std::make_unique<blankForm>(); });
 }
 
 }  // namespace qrn

@@ -8,6 +8,7 @@
 #include "desktop/pictures/pictures.h"
 #include "desktop/window_stack.h"
 #include "host/host.h"
+#include "host/names.h"
 #include "matrixgraph/xy_vote_graph.h"
 #include "vote/xy_vote_runtime.h"
 
@@ -60,12 +61,12 @@ class FormPictures {
 };
 
 void FormPictures::takeVote() {
-  auto& form = shown<xyVoteRuntime>("xyVoteRuntime");
+  auto& form = shown<xyVoteRuntime>(formName::runtime);
   DisplayVote(1, 1, 0, form);
   form.SetVotesCastCount("17");
-  take("xyVoteRuntime", "open");
+  take(formName::runtime, "open");
   form.ShowKeypads("Waiting for...", "3 7 12 18 21 22 30 31", true);
-  take("xyVoteRuntime", "waiting");
+  take(formName::runtime, "waiting");
   form.ShowKeypads("", "", false);
   form.ShowVotesCastControl(false);
   form.UpdateBars();
@@ -73,36 +74,36 @@ void FormPictures::takeVote() {
   form.ShowAverageScore(
       "Average: 3.21\r\nStandard Deviation: 1.07\r\nDiversity: 42.5%\r\nParticipants: 40\r\nAbstains: 2",
       true);
-  take("xyVoteRuntime", "result");
+  take(formName::runtime, "result");
   form.ShowStatus("The controller is away. Votes given until now are kept.");
-  take("xyVoteRuntime", "link-lost");
+  take(formName::runtime, "link-lost");
 }
 
 void FormPictures::takeQuitOptions() {
-  forms().show("xyVoteQuitOptions");
+  forms().show(formName::quitOptions);
   if (QWidget* window = stack_.front())
     album_.take(*window, QString("xyVoteQuitOptions-%1").arg(crowd_.name));
 }
 
 void FormPictures::takeAverageGraph() {
-  auto& form = shown<xyVoteAverageGraph>("xyVoteAverageGraph");
+  auto& form = shown<xyVoteAverageGraph>(formName::averageGraph);
   form.drawGraph(1, 0);
-  take("xyVoteAverageGraph", "plain");
+  take(formName::averageGraph, "plain");
   form.showList();
-  take("xyVoteAverageGraph", "list");
+  take(formName::averageGraph, "list");
 }
 
 void FormPictures::takeMatrixGraph() {
-  auto& form = shown<xyVoteGraph>("xyVoteGraph");
+  auto& form = shown<xyVoteGraph>(formName::matrixGraph);
   form.tmr_load_Timer();
-  take("xyVoteGraph", "plain");
+  take(formName::matrixGraph, "plain");
   form.cmd_list_Click();
-  take("xyVoteGraph", "list");
+  take(formName::matrixGraph, "list");
   form.cmd_list_Click();
   form.Form_KeyPress('b');
-  take("xyVoteGraph", "zoomed");
+  take(formName::matrixGraph, "zoomed");
   form.actions().perform("showButtons");
-  take("xyVoteGraph", "buttons");
+  take(formName::matrixGraph, "buttons");
 }
 
 }  // namespace

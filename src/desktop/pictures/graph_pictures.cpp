@@ -9,6 +9,7 @@
 #include "desktop/pictures/pictures.h"
 #include "desktop/window_stack.h"
 #include "host/host.h"
+#include "host/names.h"
 #include "matrixgraph/xy_vote_graph.h"
 
 namespace qrn::pictures {
@@ -23,11 +24,11 @@ host::FormRegistry& forms() {
 }
 
 xyVoteGraph& matrix() {
-  return forms().as<xyVoteGraph>("xyVoteGraph");
+  return forms().as<xyVoteGraph>(formName::matrixGraph);
 }
 
 xyVoteAverageGraph& average() {
-  return forms().as<xyVoteAverageGraph>("xyVoteAverageGraph");
+  return forms().as<xyVoteAverageGraph>(formName::averageGraph);
 }
 
 void drawMatrix(std::initializer_list<int> pairs) {
@@ -43,62 +44,62 @@ struct State {
 
 const std::vector<State>& states() {
   static const std::vector<State> table{
-      {"xyVoteGraph", "pair",
+      {formName::matrixGraph, "pair",
        [] {
          drawMatrix({1, 2});
        }},
-      {"xyVoteGraph", "zoomed",
+      {formName::matrixGraph, "zoomed",
        [] {
          drawMatrix({1, 2});
          matrix().Form_KeyPress('b');
        }},
-      {"xyVoteGraph", "picked",
+      {formName::matrixGraph, "picked",
        [] {
          drawMatrix({1, 2});
          matrix().List1_Click(2);
        }},
-      {"xyVoteGraph", "pairs",
+      {formName::matrixGraph, "pairs",
        [] {
          drawMatrix({1, 2, 3, 4});
        }},
-      {"xyVoteGraph", "pairs-zoomed",
+      {formName::matrixGraph, "pairs-zoomed",
        [] {
          drawMatrix({1, 2, 3, 4});
          matrix().Form_KeyPress('c');
        }},
-      {"xyVoteGraph", "list",
+      {formName::matrixGraph, "list",
        [] {
          drawMatrix({1, 2});
          matrix().cmd_list_Click();
        }},
-      {"xyVoteGraph", "missing",
+      {formName::matrixGraph, "missing",
        [] {
          keepVotes(glo.itemCount() / 3);
          drawMatrix({1, 2});
        }},
-      {"xyVoteGraph", "empty",
+      {formName::matrixGraph, "empty",
        [] {
          keepVotes(0);
          drawMatrix({1, 2});
        }},
-      {"xyVoteAverageGraph", "plain", [] { average().drawGraph(1, 0); }},
-      {"xyVoteAverageGraph", "picked",
+      {formName::averageGraph, "plain", [] { average().drawGraph(1, 0); }},
+      {formName::averageGraph, "picked",
        [] {
          average().drawGraph(1, 0);
          average().selectItem(1);
        }},
-      {"xyVoteAverageGraph", "list",
+      {formName::averageGraph, "list",
        [] {
          average().drawGraph(1, 0);
          average().showList();
        }},
-      {"xyVoteAverageGraph", "cumulative", [] { average().drawGraphCategoriesCumulative(); }},
-      {"xyVoteAverageGraph", "missing",
+      {formName::averageGraph, "cumulative", [] { average().drawGraphCategoriesCumulative(); }},
+      {formName::averageGraph, "missing",
        [] {
          keepVotes(glo.itemCount() / 3);
          average().drawGraph(1, 0);
        }},
-      {"xyVoteAverageGraph", "empty",
+      {formName::averageGraph, "empty",
        [] {
          keepVotes(0);
          average().drawGraph(1, 0);

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "adapters/qt/slide_painter.h"
+#include "host/names.h"
 
 namespace qrn::pictures {
 
@@ -73,7 +74,7 @@ MadeUpDeck::MadeUpDeck(int slides, bool readOnly) : readOnly_(readOnly) {
     const SlideText& text = kTexts[static_cast<std::size_t>(i - 1) % kTexts.size()];
     slides_.push_back(std::make_unique<MadeUpSlide>(i, text.title, text.text, i % 8 == 5));
     if (i % 8 == 3 || i % 8 == 7)
-      slides_.back()->tags().Add("qrnMatrix", "made up");
+      slides_.back()->tags().Add(tagName::exercise, "made up");
   }
 }
 

@@ -60,7 +60,7 @@ class Dice {
 void addItems(int items) {
   glo.risks.assign(static_cast<std::size_t>(items) + 1, RiskRecord{});
   for (int i = 0; i < items; ++i) {
-    RiskRecord& risk = glo.risks[static_cast<std::size_t>(i)];
+    RiskRecord& risk = glo.item(i);
     risk.ID = risk.sortKey = i;
     risk.text = kItems[static_cast<std::size_t>(i) % kItems.size()];
     risk.identifier = itemIdentifier(i);
@@ -143,7 +143,7 @@ void translateExercise() {
                                                "Скамейки вдоль набережной",
                                                "Ghế dài dọc bến cảng"};
   for (int i = 0; i < glo.itemCount(); ++i)
-    glo.risks[static_cast<std::size_t>(i)].text = kTexts[static_cast<std::size_t>(i) % kTexts.size()];
+    glo.item(i).text = kTexts[static_cast<std::size_t>(i) % kTexts.size()];
   glo.assessmentTitles[0] = "对城镇的价值 คุณค่า मूल्य";
   glo.assessmentTitles[1] = "الجهد מאמץ";
   glo.scaleLabels[0] = {"很低", "ต่ำ", "मध्यम", "مرتفع", "גבוה מאוד", ""};

@@ -14,6 +14,7 @@
 #include "host/controls.h"
 #include "host/help.h"
 #include "host/host.h"
+#include "host/names.h"
 #include "host/wait.h"
 #include "matrixgraph/xy_vote_graph.h"
 
@@ -22,7 +23,7 @@ namespace qrn::pictures {
 namespace {
 
 constexpr int kSettledMs = 50;
-constexpr const char *kMatrix = "xyVoteGraph", *kAverage = "xyVoteAverageGraph";
+constexpr const char *kMatrix = formName::matrixGraph, *kAverage = formName::averageGraph;
 
 host::FormRegistry& forms() {
   return *host::host().forms;

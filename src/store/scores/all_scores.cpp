@@ -5,16 +5,14 @@
 #include <optional>
 
 #include "analysis/filter/filters.h"
-#include "core/common.h"
 #include "core/diagnostics.h"
 #include "core/glo.h"
+#include "host/names.h"
 #include "store/record_statistics.h"
 #include "store/statistics.h"
 #include "store/vote_store.h"
 
 namespace qrn {
-
-std::function<void(bool apply)> CompileSifterSorterData;
 
 namespace {
 
@@ -27,10 +25,10 @@ std::vector<int> allItems() {
 }
 
 void storeScore(int risk, std::size_t a, const RecordScore& score) {
-  RiskRecord& item = glo.risks[static_cast<std::size_t>(risk)];
+  RiskRecord& item = glo.item(risk);
   item.active[a] = item.active[a] || score.live;
   item.postalData[a] = score.postal;
-  if (glo.assessments[a].voteType != 1) {
+  if (glo.assessments[a].voteType != scaleKind::scalar) {
     if (score.live || score.postal)
       clearScore(item, a);
     return;  // without a record of this kind an average of another kind stays: it is made elsewhere
@@ -81,8 +79,6 @@ std::vector<RecordScore> refreshScores(int assessment) {
 
 void GetAllScores() {
   LoadSifterSorterData();
-  if (CompileSifterSorterData)
-    CompileSifterSorterData(false);
   for (const bool active : {false, true})  // what is told as missing is that of the active ones
     for (int a = 0; a < kAssessments; ++a)
       if (glo.assessmentInfo[static_cast<std::size_t>(a)].active == active)

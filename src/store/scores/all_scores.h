@@ -24,9 +24,6 @@ void tellIfMissing(std::string& message, const RiskRecord& item, int assessment)
 // stays.
 void GetAllScores();
 
-// Compiles the sifter/sorter votes; set by the subsystem that compares items.
-extern std::function<void(bool apply)> CompileSifterSorterData;
-
 // What an item scored with one group of the default demographic question.
 struct GroupScore {
   std::string groupName;

@@ -44,7 +44,7 @@ std::vector<ItemResult> results() {
   glo.dataMessage = missing;
   std::vector<ItemResult> table;
   for (int i = 0; i < glo.itemCount(); ++i) {
-    ItemResult& result = table.emplace_back(resultOf(glo.risks[static_cast<std::size_t>(i)]));
+    ItemResult& result = table.emplace_back(resultOf(glo.item(i)));
     for (std::size_t a = 0; a < kAssessments; ++a) {
       if (static_cast<std::size_t>(i) >= scores[a].size())
         continue;

@@ -3,17 +3,16 @@
 #include <algorithm>
 #include <string>
 
-#include "core/common.h"
+#include "base/errors.h"
+#include "base/text.h"
 #include "core/diagnostics.h"
 #include "core/glo.h"
-#include "host/errors.h"
+#include "host/names.h"
 #include "host/presentation.h"
 
 namespace qrn {
 
 namespace {
-
-constexpr const char* kTag = "qrnVoteTerminated";
 
 struct Text {
   VoteOutcome outcome;
@@ -42,7 +41,7 @@ std::string textOf(VoteOutcome outcome) {
 }
 
 std::string tagText() {
-  const std::string text = glo.oPresentation == nullptr ? "" : tags().Item(kTag);
+  const std::string text = glo.oPresentation == nullptr ? "" : tags().Item(tagName::voteTerminated);
   return text == stale ? "" : text;
 }
 
@@ -50,7 +49,8 @@ std::string tagText() {
 
 void writeOutcome(VoteOutcome outcome) {
   written = outcome;
-  tagTookIt = trapErrors("vote_outcome", "writeOutcome", [&] { tags().Add(kTag, textOf(outcome)); });
+  tagTookIt = trapErrors("vote_outcome", "writeOutcome",
+                         [&] { tags().Add(tagName::voteTerminated, textOf(outcome)); });
   if (tagTookIt)
     stale.clear();
 }
@@ -64,7 +64,7 @@ void deleteOutcome() {
   written = VoteOutcome::none;
   tagTookIt = true;
   stale.clear();
-  if (!trapErrors("vote_outcome", "deleteOutcome", [] { tags().Delete(kTag); }))
+  if (!trapErrors("vote_outcome", "deleteOutcome", [] { tags().Delete(tagName::voteTerminated); }))
     stale = tagText();
 }
 

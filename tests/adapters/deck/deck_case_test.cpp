@@ -16,7 +16,7 @@
 #include "adapters/deck/deck.h"
 #include "adapters/deck/deck_fixture.h"
 #include "adapters/deck/overwrite.h"
-#include "host/errors.h"
+#include "base/errors.h"
 #include "support/cases.h"
 
 namespace qrn::test {

@@ -7,9 +7,9 @@
 
 #include "adapters/deck/deck.h"
 #include "adapters/deck/deck_fixture.h"
-#include "adapters/deck/failing_disk.h"
 #include "adapters/deck/journal.h"
-#include "host/errors.h"
+#include "base/errors.h"
+#include "base/failing_disk.h"
 
 namespace qrn::test {
 namespace {

@@ -109,7 +109,8 @@ class SystemTest : public test::CaseTest {
     on("nobody", [this](const Words&) {
       inChild([] { return ::geteuid() != 0 || (::setgid(65534) == 0 && ::setuid(65534) == 0); });
     });
-    on("runs", [this](const Words& words) { tell(processRuns(words[0]) ? "yes" : "no"); });
+    on("runs",
+       [this](const Words& words) { tell(MachineEnvironment().processRuns(words[0]) ? "yes" : "no"); });
     // variable NAME [VALUE]: set, or gone
     on("variable", [](const Words& words) {
       words.size() > 1 ? ::setenv(words[0].c_str(), words[1].c_str(), 1) : ::unsetenv(words[0].c_str());

@@ -7,23 +7,6 @@ namespace qrn::link {
 
 namespace {
 
-// Length of the valid UTF-8 sequence at the start of `text`, or 0.
-std::size_t sequenceLength(std::string_view text) {
-  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-  const unsigned char lead = byte(0);
-  if (lead < 0x80)
-    return 1;
-  const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
-  if (lead < 0xC2 || lead > 0xF4 || text.size() < length)
-    return 0;
-  for (std::size_t i = 1; i < length; ++i)
-    if ((byte(i) & 0xC0) != 0x80)
-      return 0;
-  const bool overlong = (lead == 0xE0 && byte(1) < 0xA0) || (lead == 0xF0 && byte(1) < 0x90);
-  const bool outside = (lead == 0xED && byte(1) > 0x9F) || (lead == 0xF4 && byte(1) > 0x8F);
-  return overlong || outside ? 0 : length;
-}
-
 // Calls `tell` with key and value of each line KEY=VALUE.
 template <class Tell>
 void forEachLine(std::string_view text, const Tell& tell) {
@@ -141,20 +124,6 @@ bool sameToken(std::string_view left, std::string_view right) {
     difference |=
         static_cast<unsigned int>(static_cast<unsigned char>(left[i]) ^ static_cast<unsigned char>(right[i]));
   return difference == 0;
-}
-
-std::string validUtf8(std::string_view text) {
-  std::string result;
-  result.reserve(text.size());
-  while (!text.empty()) {
-    const std::size_t length = sequenceLength(text);
-    if (length == 0)
-      result += "\xEF\xBF\xBD";
-    else
-      result += text.substr(0, length);
-    text.remove_prefix(std::max<std::size_t>(length, 1));
-  }
-  return result;
 }
 
 }  // namespace qrn::link

@@ -59,7 +59,4 @@ bool isToken(std::string_view text);
 // Takes as long for a wrong token as for a right one.
 bool sameToken(std::string_view left, std::string_view right);
 
-// The text itself when it is valid UTF-8, else with U+FFFD for what is not: a text frame holds nothing else.
-std::string validUtf8(std::string_view text);
-
 }  // namespace qrn::link

@@ -1,4 +1,4 @@
-#include "adapters/deck/failing_disk.h"
+#include "base/failing_disk.h"
 
 #include <sys/stat.h>
 #include <sys/syscall.h>
@@ -6,15 +6,20 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
+#include <fstream>
+#include <iterator>
 #include <map>
+#include <optional>
 #include <set>
 #include <utility>
 
-#include "adapters/deck/deck_fixture.h"
-
 namespace {
 
+using Call = qrn::test::FailingDisk::Call;
+
 struct State {
+  std::optional<Call> all;
   int calls = 0, first = 0, last = 0;
   bool failed = false;
   std::map<ino_t, std::string> flushed;  // what the last good flush put onto the disk
@@ -22,7 +27,9 @@ struct State {
 };
 State* g_disk = nullptr;
 
-bool fails() {
+bool fails(Call call) {
+  if (g_disk->all == call)
+    return g_disk->failed = true;
   const bool now = ++g_disk->calls >= g_disk->first && g_disk->calls < g_disk->last;
   g_disk->failed = g_disk->failed || now;
   return now;
@@ -33,8 +40,13 @@ ino_t inodeOf(int fd) {
   return ::fstat(fd, &info) == 0 && S_ISREG(info.st_mode) ? info.st_ino : 0;
 }
 
+std::string readFile(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
 std::string contentOf(int fd) {
-  return qrn::test::readFile("/proc/self/fd/" + std::to_string(fd));
+  return readFile("/proc/self/fd/" + std::to_string(fd));
 }
 
 // The number of a file that is gone may come back with a new one.
@@ -49,7 +61,7 @@ int flush(long call, int fd) {
   if (g_disk == nullptr)
     return static_cast<int>(::syscall(call, fd));
   const ino_t inode = inodeOf(fd);
-  if (fails()) {
+  if (fails(Call::flush)) {
     if (inode != 0)
       g_disk->lost.insert(inode);
     errno = EIO;
@@ -66,7 +78,7 @@ extern "C" {
 
 ssize_t write(int fd, const void* bytes, size_t length) {
   forgetFormerFile(fd);
-  if (g_disk != nullptr && inodeOf(fd) != 0 && fails()) {
+  if (g_disk != nullptr && inodeOf(fd) != 0 && fails(Call::write)) {
     if (length < 2) {
       errno = ENOSPC;
       return -1;
@@ -78,11 +90,20 @@ ssize_t write(int fd, const void* bytes, size_t length) {
 }
 
 ssize_t pwrite(int fd, const void* bytes, size_t length, off_t place) {
-  if (g_disk != nullptr && inodeOf(fd) != 0 && fails()) {
+  if (g_disk != nullptr && inodeOf(fd) != 0 && fails(Call::write)) {
     errno = ENOSPC;
     return -1;
   }
   return ::syscall(SYS_pwrite64, fd, bytes, length, place);
+}
+
+int rename(const char* from, const char* to) noexcept {
+  if (g_disk != nullptr && g_disk->all == Call::rename) {
+    g_disk->failed = true;
+    errno = EIO;
+    return -1;
+  }
+  return static_cast<int>(::syscall(SYS_rename, from, to));
 }
 
 int fsync(int fd) {
@@ -110,6 +131,10 @@ void FailingDisk::fail(int first, int count) {
   g_disk->last = first + count;
 }
 
+void FailingDisk::failAll(Call call) {
+  g_disk->all = call;
+}
+
 int FailingDisk::calls() const {
   return g_disk->calls;
 }
@@ -121,7 +146,7 @@ bool FailingDisk::hasFailed() const {
 void FailingDisk::crash(const std::string& file) {
   struct stat info {};
   if (::stat(file.c_str(), &info) == 0 && g_disk->lost.count(info.st_ino) != 0)
-    writeFile(file, g_disk->flushed[info.st_ino]);
+    std::ofstream(file, std::ios::binary) << g_disk->flushed[info.st_ino];
 }
 
 }  // namespace qrn::test

@@ -1,10 +1,10 @@
-#include "adapters/deck/disk.h"
+#include "base/disk.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
-#include <zlib.h>
 
 #include <array>
 #include <climits>
@@ -12,7 +12,7 @@
 #include <cstring>
 #include <system_error>
 
-namespace qrn::deck {
+namespace qrn {
 
 File& File::operator=(File&& other) noexcept {
   if (this != &other) {
@@ -120,6 +120,20 @@ std::string nameOf(const std::string& file) {
   return slash == std::string::npos ? file : file.substr(slash + 1);
 }
 
+namespace {
+
+// CRC-32, as other tools print it.
+std::uint32_t checksum(std::string_view text) {
+  std::uint32_t sum = 0xFFFFFFFFU;
+  for (const char c : text) {
+    sum ^= static_cast<unsigned char>(c);
+    for (int bit = 0; bit < 8; ++bit) sum = (sum >> 1U) ^ ((sum & 1U) != 0 ? 0xEDB88320U : 0U);
+  }
+  return ~sum;
+}
+
+}  // namespace
+
 std::string beside(const std::string& file, const std::string& suffix, const std::string& prefix) {
   const std::string folder = folderOf(file) + "/", name = nameOf(file);
   const long limit = ::pathconf(folder.c_str(), _PC_NAME_MAX);
@@ -127,9 +141,7 @@ std::string beside(const std::string& file, const std::string& suffix, const std
   if (prefix.size() + name.size() + suffix.size() <= longest)
     return folder + prefix + name + suffix;
   std::array<char, 16> mark{};
-  std::snprintf(
-      mark.data(), mark.size(), "~%08lx",
-      static_cast<unsigned long>(::crc32_z(0, reinterpret_cast<const Bytef*>(name.data()), name.size())));
+  std::snprintf(mark.data(), mark.size(), "~%08x", static_cast<unsigned>(checksum(name)));
   std::size_t cut = longest - prefix.size() - suffix.size() - std::strlen(mark.data());
   while (cut > 0 && (static_cast<unsigned char>(name[cut]) & 0xC0U) == 0x80U) --cut;  // no half character
   return folder + prefix + name.substr(0, cut) + mark.data() + suffix;
@@ -188,29 +200,47 @@ void copyAttributes(const std::string& from, int to) {
 
 }  // namespace
 
-NewFile::NewFile(const std::string& target, const std::string& model) : target_(target) {
-  const bool alone = model.empty() && !exists(target);
-  create(alone ? 0666 : 0600);
-  if (alone)
-    return;
-  if (!model.empty()) {
-    takeAfter(file_.fd(), model);
-    return;
+NewFile::NewFile(const std::string& target, const Kept& kept) : target_(target) {
+  const bool replaces = kept.model.empty() && !kept.mode && exists(target);
+  create(kept.mode.value_or(replaces || !kept.model.empty() ? 0600 : 0666));
+  if (replaces) {
+    copyAttributes(target, file_.fd());
+    takeAfter(file_.fd(), target, 0);
+  } else if (!kept.model.empty()) {
+    takeAfter(file_.fd(), kept.model);
   }
-  copyAttributes(target, file_.fd());
-  takeAfter(file_.fd(), target, 0);
 }
 
-// What a killed run has left goes; where it is another user's and stays, the next name is taken.
+// What a killed run has left goes; a name that another writer holds, or another user's file, is passed over.
 void NewFile::create(unsigned mode) {
   constexpr int kNames = 100;
   for (int number = 1; !file_.isOpen(); ++number) {
     path_ = beside(target_, ".quorin-new" + (number == 1 ? "" : std::to_string(number)), ".");
-    ::unlink(path_.c_str());
-    file_ = File(::open(path_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode));
-    if (!file_.isOpen() && (errno != EEXIST || number == kNames))
+    if (!take(mode) && (errno != EEXIST || number == kNames))
       throwDisk("Cannot write", target_);
   }
+}
+
+// A writer that lives holds its draft locked, so an unlocked one is left over.
+bool NewFile::take(unsigned mode) {
+  if (const File draft(::open(path_.c_str(), O_RDWR | O_NOFOLLOW | O_CLOEXEC)); draft.isOpen()) {
+    if (::flock(draft.fd(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
+      errno = EEXIST;
+      return false;
+    }
+    if (sameFile(draft.fd(), path_))
+      ::unlink(path_.c_str());
+  }
+  File fresh(::open(path_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode));
+  if (!fresh.isOpen())
+    return false;
+  (void)!::flock(fresh.fd(), LOCK_EX | LOCK_NB);  // a file system without locks has one writer all the same
+  if (!sameFile(fresh.fd(), path_)) {             // taken for a left over one in between
+    errno = EEXIST;
+    return false;
+  }
+  file_ = std::move(fresh);
+  return true;
 }
 
 NewFile::~NewFile() {
@@ -229,12 +259,12 @@ void NewFile::rename() {
   done_ = true;
 }
 
-void saveText(const std::string& target, std::string_view text, const std::string& model) {
-  NewFile file(target, model);
+void saveText(const std::string& target, std::string_view text, const Kept& kept) {
+  NewFile file(target, kept);
   writeAll(file.fd(), text, target);
   file.flush();
   file.rename();
   flushFolderOf(target);
 }
 
-}  // namespace qrn::deck
+}  // namespace qrn

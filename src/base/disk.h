@@ -1,15 +1,17 @@
-// Files of the deck on the disk: errors with the file's name, flushing, and saving by rename.
+// Files on the disk: errors with the file's name, flushing, and the one way to save: a new file that is
+// renamed over the old one.
 #pragma once
 
 #include <cerrno>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
 
-#include "host/errors.h"
+#include "base/errors.h"
 
-namespace qrn::deck {
+namespace qrn {
 
 // An open file that closes itself. Never inherited by started programs.
 class File {
@@ -53,12 +55,18 @@ bool sameFile(int fd, const std::string& path);
 inline constexpr unsigned kOwnerWrites = 0600;
 void takeAfter(int fd, const std::string& model, unsigned more = kOwnerWrites);
 
+// Who may use a saved file: `model` is a file that it takes after; `mode` is a mode for it and no other.
+// Without either it takes after the file that it replaces and has that one's extended attributes too.
+struct Kept {
+  std::string model = {};
+  std::optional<unsigned> mode = {};
+};
+
 // A new file that takes the place of `target` in one step, or leaves no trace. It stands in the same folder
-// under a hidden name and takes after `model`, without one after the file that it replaces, whose extended
-// attributes it then has too. Only one writer at a time.
+// under a hidden name, which is its own while it lives, also against other programs.
 class NewFile {
  public:
-  explicit NewFile(const std::string& target, const std::string& model = "");
+  explicit NewFile(const std::string& target, const Kept& kept = {});
   ~NewFile();
   NewFile(const NewFile&) = delete;
   NewFile& operator=(const NewFile&) = delete;
@@ -69,12 +77,13 @@ class NewFile {
 
  private:
   void create(unsigned mode);
+  bool take(unsigned mode);
   std::string target_, path_;
   File file_;
   bool done_ = false;
 };
 
 // The whole of `NewFile` for a text.
-void saveText(const std::string& target, std::string_view text, const std::string& model = "");
+void saveText(const std::string& target, std::string_view text, const Kept& kept = {});
 
-}  // namespace qrn::deck
+}  // namespace qrn

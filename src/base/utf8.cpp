@@ -1,8 +1,8 @@
 // UTF-8, and Windows-1252 for texts from before it.
+#include "base/utf8.h"
+
 #include <array>
 #include <cstring>
-
-#include "core/common.h"
 
 namespace qrn {
 namespace {
@@ -13,32 +13,7 @@ constexpr std::array<std::uint16_t, 32> kWindows1252{
     0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
-std::uint32_t fromWindows1252(unsigned char c) {
-  return c >= 0x80 && c < 0xA0 ? kWindows1252[c - 0x80U] : c;
-}
-
-// Length of the well-formed character at `at`, 0 when there is none; its code in `code`.
-std::size_t characterAt(std::string_view text, std::size_t at, std::uint32_t& code) {
-  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-  const unsigned char lead = byte(at);
-  code = lead;
-  if (lead < 0x80)
-    return 1;
-  const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
-  if (lead < 0xC2 || lead > 0xF4 || at + length > text.size())
-    return 0;
-  code = lead & (0xFFU >> (length + 1));
-  for (std::size_t i = 1; i < length; ++i) {
-    if ((byte(at + i) & 0xC0U) != 0x80U)
-      return 0;
-    code = (code << 6U) | (byte(at + i) & 0x3FU);
-  }
-  constexpr std::array<std::uint32_t, 5> kSmallest{0, 0, 0x80, 0x800, 0x10000};
-  const bool good = code >= kSmallest[length] && code <= 0x10FFFF && (code < 0xD800 || code > 0xDFFF);
-  return good ? length : 0;
-}
-
-bool validUtf8(std::string_view text) {
+bool isUtf8(std::string_view text) {
   std::size_t i = 0;
   while (i < text.size()) {
     std::uint64_t eight = 0;
@@ -49,8 +24,7 @@ bool validUtf8(std::string_view text) {
         continue;
       }
     }
-    std::uint32_t code = 0;
-    const std::size_t length = characterAt(text, i, code);
+    const std::size_t length = characterAt(text, i).length;
     if (length == 0)
       return false;
     i += length;
@@ -60,11 +34,48 @@ bool validUtf8(std::string_view text) {
 
 }  // namespace
 
+Utf8Character characterAt(std::string_view text, std::size_t at) {
+  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+  const unsigned char lead = byte(at);
+  if (lead < 0x80)
+    return {lead, 1};
+  const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
+  if (lead < 0xC2 || lead > 0xF4 || at + length > text.size())
+    return {lead, 0};
+  std::uint32_t code = lead & (0xFFU >> (length + 1));
+  for (std::size_t i = 1; i < length; ++i) {
+    if ((byte(at + i) & 0xC0U) != 0x80U)
+      return {lead, 0};
+    code = (code << 6U) | (byte(at + i) & 0x3FU);
+  }
+  constexpr std::array<std::uint32_t, 5> kSmallest{0, 0, 0x80, 0x800, 0x10000};
+  const bool good = code >= kSmallest[length] && code <= 0x10FFFF && (code < 0xD800 || code > 0xDFFF);
+  return {code, good ? length : 0};
+}
+
+std::uint32_t fromWindows1252(unsigned char c) {
+  return c >= 0x80 && c < 0xA0 ? kWindows1252[c - 0x80U] : c;
+}
+
+std::string validUtf8(std::string_view text) {
+  std::string valid;
+  valid.reserve(text.size());
+  for (std::size_t i = 0; i < text.size();) {
+    const std::size_t length = characterAt(text, i).length;
+    if (length == 0)
+      valid += "\xEF\xBF\xBD";
+    else
+      valid += text.substr(i, length);
+    i += length > 0 ? length : 1;
+  }
+  return valid;
+}
+
 std::string toUtf8(std::string text) {
   constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
   if (text.compare(0, kByteOrderMark.size(), kByteOrderMark) == 0)
     text.erase(0, kByteOrderMark.size());
-  if (validUtf8(text))
+  if (isUtf8(text))
     return text;
   std::string out;
   out.reserve(text.size() + text.size() / 8);
@@ -75,8 +86,7 @@ std::string toUtf8(std::string text) {
 std::vector<std::uint32_t> characters(std::string_view text) {
   std::vector<std::uint32_t> codes;
   for (std::size_t i = 0; i < text.size();) {
-    std::uint32_t code = 0;
-    const std::size_t length = characterAt(text, i, code);
+    const auto [code, length] = characterAt(text, i);
     codes.push_back(length > 0 ? code : fromWindows1252(static_cast<unsigned char>(text[i])));
     i += length > 0 ? length : 1;
   }
@@ -85,9 +95,8 @@ std::vector<std::uint32_t> characters(std::string_view text) {
 
 std::size_t characterCount(std::string_view text) {
   std::size_t count = 0;
-  std::uint32_t code = 0;
   for (std::size_t i = 0; i < text.size(); ++count) {
-    const std::size_t length = characterAt(text, i, code);
+    const std::size_t length = characterAt(text, i).length;
     i += length > 0 ? length : 1;
   }
   return count;

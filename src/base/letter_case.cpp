@@ -1,10 +1,10 @@
-#include "core/letter_case.h"
+#include "base/letter_case.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdint>
 
-#include "core/common.h"
+#include "base/utf8.h"
 
 namespace qrn {
 
