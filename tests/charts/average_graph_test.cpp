@@ -57,6 +57,15 @@ TEST_F(AverageGraph, CumulativeIsTheMeanOfTheAssessmentsVoted) {
   form.drawGraph(1, 0);
   EXPECT_EQ(glo.averageDisplayKind, 0);
   EXPECT_FALSE(glo.showCumulative);
+  // One that is not active any more keeps its bars, and goes into no mean.
+  glo.assessmentInfo[0].active = false;
+  form.drawGraph(1, 0);
+  EXPECT_EQ(values(form), (std::vector<double>{4.5, 2}));
+  form.drawGraphCategoriesCumulative();
+  EXPECT_EQ(values(form), std::vector<double>{2});
+  form.drawGraphCategories();
+  form.Form_Load();
+  EXPECT_EQ(captions(form.surface(), "header"), Texts{"Average: Name2"}) << "the first one in use";
 }
 
 // On a scale from 0 an average of 0 is a score like any other, and a record without a counted vote is none.

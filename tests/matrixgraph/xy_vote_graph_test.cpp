@@ -166,6 +166,9 @@ TEST_F(MatrixGraph, LeavesOutWhatHasNoVoteInAMultiPlot) {
   vote(2, 3, "2;");
   EXPECT_EQ(captions(draw({10, 2, -1, -1, -1, -1, -1, -1}).surface(), "labelRisk"), Texts{"B"});
   EXPECT_EQ(glo.dataMessage, "Data not found for these items: \r\nitem 2, assessment 2");
+  glo.assessmentInfo[1].active = glo.assessmentInfo[2].active = false;  // what was voted on them stands
+  for (RiskRecord& risk : glo.risks) static_cast<ItemScores&>(risk) = {};
+  EXPECT_EQ(captions(draw({3, 2, -1, -1, -1, -1, -1, -1}).surface(), "labelRisk"), Texts{"B"});
 }
 
 TEST_F(MatrixGraph, LeavesOutWhatIsNotVotingOrNotInACategoryShown) {
