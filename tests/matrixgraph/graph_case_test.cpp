@@ -1,0 +1,259 @@
+// The matrix graph told as conversations: its axes, where its items stand, what it leaves out and tells.
+#include <cmath>
+
+#include "charts/graph_fixture.h"
+#include "matrixgraph/axis_plan.h"
+#include "matrixgraph/plot_area.h"
+#include "matrixgraph/xy_vote_graph.h"
+#include "support/run_case.h"
+
+namespace qrn::test {
+namespace {
+
+class MatrixGraphCase : public RunCase {
+ protected:
+  MatrixGraphCase() {
+    registerGraphForms();
+    glo.voteRecords.assign("");
+    glo.postalRecords.assign("");
+    for (std::size_t a = 0; a < 9; ++a) glo.assessmentInfo[a].active = false;
+    plots(3);
+    for (int a = 1; a <= 4; ++a) scale(a, "Name" + std::to_string(a), 5, 1);
+    exerciseCommands();
+    drawCommands();
+    surfaceCommands();
+    planCommands();
+    placeCommands();
+  }
+  static void plots(int count) {
+    std::vector<std::string> keys;
+    for (int i = 0; i < count; ++i) keys.push_back(std::to_string(i));
+    items(keys);
+    for (RiskRecord& risk : glo.risks) {
+      risk.identifier = itemIdentifier(risk.ID);
+      risk.active.fill(true);
+    }
+  }
+  // Points named s1, s2 ...
+  static void scale(int assessment, const std::string& title, int points, int from) {
+    const auto a = static_cast<std::size_t>(assessment - 1);
+    glo.scaleLabels[a].clear();
+    for (int i = 1; i <= points; ++i) glo.scaleLabels[a].push_back("s" + std::to_string(i));
+    glo.scaleLabels[a].emplace_back();
+    glo.assessments[a].scalePointCount = points;
+    glo.assessments[a].startFrom = from;
+    glo.assessmentTitles[a] = title;
+    glo.assessmentInfo[a].active = true;
+  }
+  static PlotRequest request(const Words& words, std::size_t from) {
+    PlotRequest pairs = kNoPairs;
+    for (std::size_t i = from; i < words.size() && i - from < pairs.size(); ++i)
+      pairs[i - from] = words.number(i);
+    return pairs;
+  }
+  static std::string told(const PlotRequest& pairs) {
+    std::string all;
+    for (const int one : pairs)
+      if (one != -1)
+        all += (all.empty() ? "" : " ") + std::to_string(one);
+      else
+        all += " -";
+    return all.substr(0, all.find_last_not_of(" -") + 1);
+  }
+  xyVoteGraph& form() { return world.forms.as<xyVoteGraph>("xyVoteGraph"); }
+  void exerciseCommands() {
+    on("plots", [](const Words& words) { plots(words.number(0)); });
+    on("scale", [](const Words& words) {
+      scale(words.number(0), words[1], words.number(2), words.size() > 3 ? words.number(3) : 1);
+    });
+    // voted ITEM ASSESSMENT VOTES; "all" stands for every item and the four assessments
+    on("voted", [](const Words& words) {
+      if (words[0] == "none")
+        glo.voteRecords.assign("");
+      else if (words[0] == "all")
+        for (int item = 0; item < glo.itemCount(); ++item)
+          for (int a = 1; a <= 4; ++a) vote(item, std::to_string(a), "3;");
+      else
+        vote(words.number(0), words[1], words[2]);
+    });
+    on("category", [](const Words&) {
+      glo.categories.assign(3, CategoryRecord{});
+      glo.categories[0].CategoryName = "unallocated";
+      glo.categories[0].Selected = false;
+      glo.categories[1] = {7, "Plant & tools", {1, -1}, true, true, 0};
+    });
+  }
+  static void vote(int item, const std::string& assessment, const std::string& votes) {
+    glo.voteRecords.append("14/03/2026,09:00:00," + votes + "," +
+                           std::to_string(glo.risks[static_cast<std::size_t>(item)].sortKey) + "C" +
+                           assessment + "\r\n");
+  }
+  void drawCommands() {
+    on("draw", [this](const Words& words) { drawMatrixGraph(request(words, 0), 1024, 768); });
+    on("again", [this](const Words&) { form().tmr_load_Timer(); });
+    on("lines", [this](const Words&) { form().menuPairLines(); });
+    on("diversity", [this](const Words&) { form().menuDiversity(), form().tmr_load_Timer(); });
+    on("info",
+       [this](const Words&) { tell(form().cmd_info ? "offered" : "no info"), form().cmd_info_Click(); });
+    on("window", [this](const Words&) { form().view.covering = true, form().tmr_load_Timer(); });
+    on("select", [this](const Words& words) { form().List1_Click(words.number(0)); });
+    on("press", [this](const Words& words) { form().Form_KeyPress(words[0][0]); });
+    on("rows", [this](const Words&) {
+      for (const host::PanelRow& row : form().List1.rows()) tell(row.cells[0]);
+    });
+    on("load", [this](const Words&) {
+      world.forms.load("xyVoteGraph");
+      host::waitUntil([this] { return !form().List1.rows().empty(); });
+      tell(told(glo.lastDrawnPairings) + (form().tmr_load.enabled() ? ", timer runs" : ""));
+    });
+    on("loaded", [this](const Words&) { tell(world.forms.isLoaded("xyVoteGraph") ? "yes" : "no"); });
+    // size WIDTH HEIGHT ITEMS OWN: the type of the keys, as a part of the height in pixels
+    on("size", [this](const Words& words) {
+      plots(words.number(2));
+      runLine("voted all");
+      glo.itemPlotFont.size = words.number(3);
+      drawMatrixGraph({1, 2, -1, -1, -1, -1, -1, -1}, words.number(0), words.number(1));
+      std::ostringstream text;
+      text << form().surface().find("labelRisk", 1)->font.size / 0.75 / words.number(1);
+      tell(text.str());
+    });
+  }
+  void surfaceCommands() {
+    // captions ARRAY ...: of its visible elements, and how many are hidden
+    on("captions", [this](const Words& words) {
+      for (const std::string& array : words) {
+        std::string all;
+        int hidden = 0;
+        if (const host::ElementArray* elements = form().surface().find(array))
+          for (const host::Element& element : *elements)
+            element.visible ? all += " " + (element.caption.empty() ? "." : element.caption)
+                            : all += (++hidden, "");
+        tell(array + ":" + all + (hidden > 0 ? " and " + std::to_string(hidden) + " hidden" : ""));
+      }
+    });
+    // at ARRAY INDEX ...: the middle of an element, in twips; off the form, hidden, as it is
+    on("place", [this](const Words& words) {
+      for (std::size_t i = 0; i + 1 < words.size(); i += 2) {
+        const host::Element* e = form().surface().find(words[i], words.number(i + 1));
+        if (e == nullptr)
+          return tell(words[i] + " is not there");
+        const double x = e->left + e->width / 2, y = e->top + e->height / 2;
+        std::ostringstream text;
+        text.precision(7);
+        text << words[i] << " " << words[i + 1] << " '" << e->caption << "' ";
+        e->kind == host::Element::Kind::line
+            ? text << e->x1 << " " << e->y1 << " to " << e->x2 << " " << e->y2
+        : y > form().ScaleHeight ? text << "off the form"
+                                 : text << x << " " << y;
+        text << (e->borderStyle == 3 ? " dotted" : "") << (e->visible ? "" : " hidden");
+        tell(text.str());
+      }
+    });
+    // box ARRAY INDEX: left, top and width; shadow N: how far that of a key is from it
+    on("box", [this](const Words& words) {
+      const host::Element& e = *form().surface().find(words[0], words.number(1));
+      std::ostringstream text;
+      text << e.left << " " << e.top << " " << e.width;
+      tell(text.str());
+    });
+    on("shadow", [this](const Words& words) {
+      const host::Element &key = *form().surface().find("labelRisk", words.number(0)),
+                          &shadow = *form().surface().find("labelRiskShadow", words.number(0));
+      std::ostringstream text;
+      text << shadow.left - key.left << " " << shadow.top - key.top << (key.font.bold ? ", bold" : "")
+           << (shadow.colour == 0xffffff - key.colour ? ", in the complement" : "");
+      tell(text.str());
+    });
+    on("tip", [this](const Words& words) {
+      const host::Element* e = form().surface().find(words[0], 0);
+      tell(e == nullptr ? "not there" : e->toolTip);
+    });
+    // wider ARRAY INDEX OTHER: by how much it is wider than the other of its array
+    on("wider", [this](const Words& words) {
+      const auto width = [&](std::size_t n) {
+        return form().surface().find(words[0], words.number(n))->width;
+      };
+      std::ostringstream text;
+      text << width(1) / width(2);
+      tell(text.str());
+    });
+  }
+  void planCommands() {
+    on("bounds", [this](const Words& words) {
+      const auto regular = selectBoundsRegular(request(words, 0)), skew = selectBoundsSkew(request(words, 0));
+      tell(std::to_string(regular.first) + "x" + std::to_string(regular.second) + ", in cells " +
+           std::to_string(skew.first) + "x" + std::to_string(skew.second));
+    });
+    on("axes", [this](const Words& words) {
+      tell(std::to_string(axisAssessment(request(words, 0), true)) + " " +
+           std::to_string(axisAssessment(request(words, 0), false)));
+    });
+    // axis ASSESSMENT [skew] [percent]
+    on("axis", [this](const Words& words) {
+      const auto has = [&](const char* word) {
+        return std::find(words.begin(), words.end(), word) != words.end();
+      };
+      const AxisPlan plan = planAxis(words.number(0), has("skew"), has("percent"));
+      std::string all = std::to_string(plan.divisions) + (plan.lastHidden ? " and one hidden" : "") + ":";
+      for (const std::string& caption : plan.captions) all += " " + (caption.empty() ? "." : caption);
+      tell(all);
+    });
+    on("sum", [](const Words& words) {
+      glo.multiPlot[0].Enabled = true;
+      glo.multiPlot[0].Assessments[0] = glo.multiPlot[0].Assessments[1] = true;
+      glo.risks[0].average[9] = static_cast<float>(words.number(0));
+    });
+    on("pairs", [this](const Words&) { tell("pairs: " + told(pairsOfExercise())); });
+    // choose CURRENT / USER / ACTIVE [user]
+    on("choose", [this](const Words& words) {
+      std::array<std::vector<int>, 3> lists;
+      std::size_t at = 0;
+      for (const std::string& word : words)
+        if (word == "/")
+          ++at;
+        else if (word != "user")
+          lists.at(at).push_back(std::stoi(word));
+      const auto padded = [](const std::vector<int>& some) {
+        PlotRequest all = kNoPairs;
+        std::copy(some.begin(), some.end(), all.begin());
+        return all;
+      };
+      glo.currentPlotPairings = padded(lists[0]);
+      glo.userSelectedPlotPairings = padded(lists[1]);
+      std::copy(lists[2].begin(), lists[2].end(), glo.userPairActive.begin());
+      glo.useUserPairings = words.back() == "user";
+      tell(told(choosePairs()));
+    });
+  }
+  void placeCommands() {
+    // area WIDTH HEIGHT [numbered]: of a form of so many pixels, in twips
+    on("area", [this](const Words& words) {
+      const PlotArea area = placePlotArea(words.number(0) * 15, words.number(1) * 15, words.size() > 2);
+      std::ostringstream text;
+      text << area.X1 << " " << area.Y1 << " to " << area.X2 << " " << area.Y2;
+      tell(text.str());
+    });
+    on("fraction", [this](const Words& words) {
+      const double fraction = scoreFraction(std::stof(words[0]), std::stof(words[1]));
+      std::ostringstream text;
+      text << fraction;
+      tell(fraction == kOffScale ? "off the scale" : text.str());
+    });
+    // point ACROSS UP [skew]: in the plot area of 1024 x 768 pixels, or in five by five cells of it
+    on("point", [this](const Words& words) {
+      PlotArea area = placePlotArea(15360, 11520, false);
+      if (words.size() > 2)
+        area.cellWidth = 2427, area.cellHeight = 1713;
+      const PlotPoint point =
+          pointOf(area, words[0] == "off" ? kOffScale : std::stod(words[0]), std::stod(words[1]));
+      std::ostringstream text;
+      text << point.x << " " << point.y;
+      tell(point.x < -1e6 ? "far away" : text.str());
+    });
+  }
+};
+
+const bool kRegistered = registerCases<MatrixGraphCase>("MatrixGraphCase", QUORIN_CASES "/matrix_graph.case");
+
+}  // namespace
+}  // namespace qrn::test
