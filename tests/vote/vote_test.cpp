@@ -94,6 +94,34 @@ void VoteCase::keypadCommands() {
     control.ShowKeypadsNotVoted();
     tell(control.Caption + " (" + std::to_string(control.waitedFor) + ")");
   });
+  // list TYPE: random answers to a list of four captions, of keypads 1 to 3
+  on("list", [this](const Words& words) {
+    glo.voteType = words.number(0);
+    glo.voteText = "|a|b|c|d";
+    glo.voteTextOptionCount = 4;
+    glo.limits = 2;
+    glo.allocation = 12;
+    ResetVotes();
+    glo.votesCast = glo.voteComplete = 0;
+    GenerateRandomVotes(glo.voteType);
+    runLine("show liveVotes");
+  });
+  // boxes ITEM ASSESSMENT: the form's own, or no form, name what SetStats works on
+  on("boxes", [this](const Words& words) {
+    if (words[0] != "none") {
+      runtime().txt_RiskNum = words[0];
+      runtime().txt_AssNum = words[1];
+    }
+    const StatsTarget target = SetStats(0, 0, "xyVoteRuntime");
+    tell("item " + std::to_string(target.risk) + ", assessment " + std::to_string(target.assessment));
+    tell(newErrors());
+  });
+  on("resizeform", [this](const Words& words) {
+    runtime().ScaleWidth = words.number(0);
+    runtime().ScaleHeight = words.number(1);
+    runtime().Form_Resize();
+    tell(std::to_string(static_cast<int>(runtime().surface().width)) + " wide");
+  });
   on("statistics", [this](const Words&) {
     SetStats(0, 0);
     tell(escaped(statisticsText(0, 1)));
