@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "charts/xy_vote_average_graph.h"
 #include "controller/room/arguments.h"
 #include "core/common.h"
 #include "core/run/end_program.h"
@@ -214,26 +215,31 @@ void VoteCase::formCommands() {
   });
 }
 
-// A graph that turns the list round or takes the votes for its own, and goes by itself when told to.
+// A graph that turns the list round, takes the votes for its own or, with the average graphs, only comes up;
+// they go by themselves, but for one that takes.
 void VoteCase::defineGraph(const std::string& does) {
   struct Graph : host::Form {
-    explicit Graph(bool turns) : Form("xyVoteGraph"), turns_(turns) {}
+    explicit Graph(std::string does) : Form("xyVoteGraph"), does_(std::move(does)) {}
     void Form_Load() override {
-      if (turns_)
+      if (does_ == "reverses")
         std::reverse(glo.risks.begin(), glo.risks.end() - 1);
-      else
+      else if (does_ == "takes")
         glo.liveVotes.assign(5, "1");
     }
-    bool turns_;
+    std::string does_;
   };
-  world.forms.define("xyVoteGraph", [does] { return std::make_unique<Graph>(does == "reverses"); });
-  if (does != "reverses")
+  if (does == "average")
+    registerChartForms();
+  world.forms.define("xyVoteGraph", [does] { return std::make_unique<Graph>(does); });
+  if (does == "takes")
     return;
   closer_ = std::make_unique<host::Timer>(100, [this] {
-    if (world.forms.isVisible("xyVoteGraph")) {
-      tell("graph");
-      world.forms.hide("xyVoteGraph");
-    }
+    for (const char* name : {"xyVoteGraph", "xyVoteAverageGraph"})
+      if (world.forms.isVisible(name)) {
+        const auto* average = dynamic_cast<xyVoteAverageGraph*>(world.forms.find(name));
+        tell(average == nullptr ? "graph" : "average " + std::to_string(average->request.assessment));
+        world.forms.hide(name);
+      }
   });
   closer_->setEnabled(true);
 }
