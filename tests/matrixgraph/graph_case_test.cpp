@@ -76,6 +76,9 @@ class MatrixGraphCase : public RunCase {
       else
         vote(words.number(0), words[1], words[2]);
     });
+    on("unscored", [](const Words&) {
+      for (RiskRecord& risk : glo.risks) static_cast<ItemScores&>(risk) = {};
+    });
     on("category", [](const Words&) {
       glo.categories.assign(3, CategoryRecord{});
       glo.categories[0].CategoryName = "unallocated";
