@@ -217,6 +217,8 @@ void xyVoteAverageGraph::Form_MouseDown(int button, double x, double y) {
       [](const host::ElementArray&, const host::Element& element) { return element.item != host::kNoItem; });
   if (hit)
     selectItem(hit.element->index);
+  else if (const std::optional<int> point = lowered_.geometry().pointAt(x, y))
+    selectItem(*point);
   if (button == host::mouse::right)
     openMenu();
 }

@@ -65,9 +65,9 @@ bool computeOne(const ChartRequest& request) {
 ChartValue plainValue(const ChartRequest& request, const RiskRecord& risk) {
   const std::size_t slot = slotOf(request);
   if (request.round < 1 || request.round > kRounds)
-    return {risk.hasScore(slot), risk.average[slot]};
+    return {risk.hasScore(slot), risk.average[slot], risk.counted[slot]};
   const RoundRecord& round = risk.rounds[slot][static_cast<std::size_t>(request.round - 1)];
-  return {round.counted > 0, round.average};
+  return {round.counted > 0, round.average, round.counted};
 }
 
 template <int plot>
@@ -128,7 +128,8 @@ constexpr std::array<AverageKind, 6> kKinds{{
     {kDiversity, "0.00%", false, true, computeOne,
      [](const ChartRequest&) { return std::string("Diversity"); },
      [](const ChartRequest& request, const RiskRecord& risk) {
-       return ChartValue{risk.hasScore(slotOf(request)), risk.diversity[slotOf(request)]};
+       const std::size_t slot = slotOf(request);
+       return ChartValue{risk.hasScore(slot), risk.diversity[slot], risk.counted[slot]};
      },
      [](const ChartRequest&) {
        return ChartBounds{0, 1};

@@ -21,6 +21,7 @@ enum AverageDisplayKind : int {
 struct ChartValue {
   bool present = false;
   double value = 0;
+  int votes = 0;  // that it is made of; 0 where it is made of other values
 };
 
 struct ChartBounds {

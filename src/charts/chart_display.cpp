@@ -2,12 +2,15 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 #include "analysis/filter/categories_membership.h"
 #include "base/text.h"
 #include "base/utf8.h"
 #include "charts/average_kinds.h"
+#include "charts/chart_layout.h"
 #include "charts/look/graph_look.h"
+#include "charts/slot_labels.h"
 #include "core/diagnostics.h"
 #include "core/glo.h"
 #include "core/item_label.h"
@@ -18,7 +21,6 @@ namespace qrn {
 
 namespace {
 
-constexpr int kRecommendedBars = 35;
 constexpr double kMostPoints = 10;
 constexpr int kWideScale = 100, kWideStep = 25;
 
@@ -56,6 +58,16 @@ std::string criterionText(int assessment, int option) {
   return option >= 0 && option < upperBound(labels) ? labels[static_cast<std::size_t>(option)] : "";
 }
 
+// The words of a scale where each of its points has one.
+std::vector<std::string> scaleWords(int assessment) {
+  std::vector<std::string> words;
+  for (int option = 0; option < glo.labelCount(assessment - 1); ++option)
+    words.push_back(withoutLineFeeds(criterionText(assessment, option)));
+  const bool whole =
+      std::none_of(words.begin(), words.end(), [](const std::string& word) { return word.empty(); });
+  return whole ? words : std::vector<std::string>{};
+}
+
 std::string optionLabel(const ChartRequest& request, const ChartScale& scale, int i) {
   if (request.form == formName::balance)
     return i < static_cast<int>(kBalanceBins.size()) ? kBalanceBins[static_cast<std::size_t>(i)] : "";
@@ -70,21 +82,72 @@ std::string optionLabel(const ChartRequest& request, const ChartScale& scale, in
              : text;
 }
 
+// What the average chart says beside its bars.
+struct AverageFacts {
+  int items = 0;             // that take part, with a score or without
+  int fewest = 0, most = 0;  // votes behind one bar
+};
+
+std::string orderOf(const std::vector<ChartPoint>& points) {
+  const auto byValue = [](const ChartPoint& a, const ChartPoint& b) { return a.value < b.value; };
+  if (points.size() < 2 || points.front().value == points.back().value)
+    return "";
+  if (std::is_sorted(points.begin(), points.end(), byValue))
+    return "lowest first";
+  return std::is_sorted(points.rbegin(), points.rend(), byValue) ? "highest first" : "";
+}
+
+// The assessment that the values are of, "" where they are of several.
+std::string scaleName(const ChartRequest& request) {
+  const AverageKind& kind = averageKind(glo.averageDisplayKind);
+  const bool one = kind.kind == kPlainAverage || kind.kind == kDiversity;
+  return one && request.assessment >= 1 && request.assessment <= kAssessments
+             ? glo.assessmentTitles[static_cast<std::size_t>(request.assessment - 1)]
+             : "";
+}
+
+void tellFacts(TChart& chart, const ChartSeries& series, const AverageFacts& facts,
+               const std::string& scale) {
+  const auto shown = static_cast<int>(series.points.size());
+  const std::string part = std::to_string(shown) + " of " + std::to_string(facts.items);
+  if (glo.itemCount() == 0)
+    chart.Message = "There are no items yet";
+  else if (facts.items == 0)
+    chart.Message = "None of the " + std::to_string(glo.itemCount()) + " items is in what is shown";
+  else if (shown == 0)
+    chart.Message = "No item has votes" + (scale.empty() ? "" : " on " + scale) + " yet (" + part + ")";
+  std::vector<std::string> said;
+  if (facts.most > 0)
+    said.push_back((facts.fewest < facts.most ? std::to_string(facts.fewest) + " to " : "") +
+                   std::to_string(facts.most) + (facts.most == 1 ? " vote each" : " votes each"));
+  if (shown > 0 && shown < facts.items)
+    said.push_back(part + " items have votes");
+  if (const std::string order = orderOf(series.points); !order.empty())
+    said.push_back(order);
+  chart.Header.Sub.clear();
+  for (const std::string& one : said) chart.Header.Sub += (chart.Header.Sub.empty() ? "" : " \u00b7 ") + one;
+}
+
 void addAverages(const ChartRequest& request, ChartModel& model, ChartSeries& series) {
   const AverageKind& kind = averageKind(glo.averageDisplayKind);
   model.rows.clear();
+  AverageFacts facts;
   for (int item = 0; item < glo.itemCount(); ++item) {
     const RiskRecord& risk = riskAt(item);
     if (!risk.voting || !inCategoriesShown(item))
       continue;
+    ++facts.items;
     const ChartValue value = kind.value(request, risk);
     if (!value.present)
       continue;
+    facts.fewest = series.points.empty() ? value.votes : std::min(facts.fewest, value.votes);
+    facts.most = std::max(facts.most, value.votes);
     const std::string row = withoutLineFeeds(itemLabel(item));
     series.Add(value.value, request.withIdentifier ? row : withoutLineFeeds(GetItemText(item)),
                glo.runByAverageGraphBarColour, risk.ID);
     model.rows.push_back({row, item});
   }
+  tellFacts(model.chart, series, facts, scaleName(request));
 }
 
 // Votes on each value 0 to `options`; abstains are counted where the exercise allows them.
@@ -132,18 +195,40 @@ void setValueAxis(const ChartRequest& request, TChart& chart, long kind) {
   axis.Maximum = bounds.high;
 }
 
-// Bars that can still be told apart and named at that width.
-int legibleBars(const ChartRequest& request) {
-  const double scale = graphScale(request.width, request.height);
-  host::SurfaceFont font{glo.graphLabelFont.name, glo.graphLabelFont.size * scale, true, false, false};
-  const double one = textWidth("W99", font);
-  return std::max(kRecommendedBars, one > 0 ? static_cast<int>(request.width * 0.85 / one) : 0);
+// How the bars of an average chart lie, and how many share a page.
+constexpr int kMostStanding = 8;  // bars whose whole texts stand below them
+constexpr int kLeastOnPage = 10, kMostOnPage = 12;
+constexpr int kMostLying = 22;          // rows of text on one page
+constexpr double kStandingWidth = 0.8;  // of the width, at least, for bars that stand
+
+// Ten to twelve, so many that the pages are few.
+int lyingOnPage(int bars) {
+  if (bars <= kMostOnPage)
+    return bars;
+  const int pages = (bars + kMostOnPage - 1) / kMostOnPage;
+  int page = kLeastOnPage;
+  while ((bars + page - 1) / page > pages) ++page;
+  return page;
 }
 
-int barsOnPage(const ChartRequest& request) {
+int barsOnPage(const ChartRequest& request, int bars) {
   if (!glo.barCountAuto)
     return glo.runByAverageBarCount;
-  return request.onOnePage ? 0 : std::min(glo.runByAverageBarCount, legibleBars(request));
+  return request.onOnePage ? 0 : lyingOnPage(bars);
+}
+
+// Bars stand while every text stands whole below its own; a page of more than can be read side by side has
+// standing bars again, with keys below.
+bool barsStand(const ChartRequest& request, const TChart& chart, int onPage) {
+  const auto& texts = chart.Axis.Bottom.Labels.Item;
+  const int places = onPage > 0 ? std::min(onPage, chart.pointCount()) : chart.pointCount();
+  if (places > kMostLying || places == 0)
+    return true;
+  if (places > kMostStanding)
+    return false;
+  const host::SurfaceFont font =
+      themedFont(chart.Axis.Bottom.Labels.Font, kUntouchedType, look::Size::label, request.height, false);
+  return textsFitBelow(texts, font, request.width * kStandingWidth / places);
 }
 
 }  // namespace
@@ -220,7 +305,6 @@ void AddAxisLabels(const ChartRequest& request, TChart& chart, int series, bool 
 void ResizeChartAxes(TChart& chart) {
   for (ChartAxis* axis : {&chart.Axis.Bottom, &chart.Axis.Left}) {
     axis->Labels.Font = glo.graphLabelFont;
-    axis->Labels.Font.bold = true;  // graphs are read from the back row
     axis->Labels.Font.colour = glo.runByGraphLabelColour;
     axis->Labels.Separation = 4;
     axis->AxisPen.Color = axis->GridPen.Color = glo.runByGraphGridColour;
@@ -231,13 +315,15 @@ void ResizeChartTitle(const ChartRequest& request, TChart& chart, const std::str
   ChartHeader& header = chart.Header;
   header.Text = {withoutLineFeeds(title)};
   const FontRecord& own = glo.matrixTitleFont;
-  header.Font = {own.name, own.size, own.bold, own.italic, false, false, glo.fontColour};
-  const double scale = graphScale(request.width, request.height), room = request.width * 0.94;
-  const auto width = [&] {
-    return textWidth(header.Text.front(), {header.Font.name, header.Font.size * scale, header.Font.bold,
-                                           header.Font.italic, false});
-  };
-  while (header.Font.size > glo.graphLabelFont.size && width() > room) header.Font.size -= 1;
+  const double points = kHeightOfSizes / kTwipsPerPoint;  // of the whole height
+  const double size = own.size == Exercise{}.matrixTitleFont.size
+                          ? std::round(look::partOfHeight(look::Size::item) * points)
+                          : own.size;
+  const double least = look::partOfHeight(look::Size::word) * points;
+  header.Font = {own.name, size, true, own.italic, false, false, glo.fontColour};
+  const double room = request.width * (1 - 2 * look::kMarginX);
+  const auto width = [&] { return textWidth(header.Text.front(), headerFont(chart, request.height)); };
+  while (header.Font.size > least && width() > room) header.Font.size -= 1;
 }
 
 ChartModel DisplayAverageChart(const ChartRequest& request) {
@@ -245,16 +331,22 @@ ChartModel DisplayAverageChart(const ChartRequest& request) {
   trapErrors("ChartDisplay", "DisplayAverageChart", [&] {
     TChart& chart = model.chart;
     const AverageKind& kind = averageKind(glo.averageDisplayKind);
+    const Exercise untouched;
     const int bars = chart.AddSeries(SeriesKind::asBar);
     chart.SERIES(bars).ValueFormat = kind.valueFormat;
     chart.SERIES(bars).BarPen.Visible = false;
     chart.SERIES(bars).Gradient = glo.chk_avgradient != 0;
     chart.SERIES(bars).StartColor = glo.GradientFillStartColour;
-    chart.highlightColour = glo.pointHighlightColour;
+    if (glo.pointHighlightColour != untouched.pointHighlightColour)
+      chart.highlightColour = glo.pointHighlightColour;
     AddData(request, model, kAverageChart, bars);
     AddAxisLabels(request, chart, bars, true, "");
     ResizeChartTitle(request, chart, kind.title(request));
-    chart.Page.MaxPointsPerPage = barsOnPage(request);
+    if (kind.points && chart.Axis.Left.Increment == 1)
+      chart.Axis.Left.Labels.Item = scaleWords(request.assessment);
+    chart.Page.MaxPointsPerPage = barsOnPage(request, chart.pointCount());
+    if (!barsStand(request, chart, chart.Page.MaxPointsPerPage))
+      chart.SERIES(bars).kind = SeriesKind::asHorizBar;
     chart.Page.ScaleLastPage = false;
   });
   return model;

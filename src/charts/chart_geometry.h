@@ -13,9 +13,9 @@ struct ChartArea {
 
 struct ChartGeometry {
   ChartArea plot;
-  double low = 0, high = 1;             // of the value axis
-  bool lying = false;                   // values grow to the right, points follow each other downwards
-  bool inverted = false;                // the value axis runs the other way
+  double low = 0, high = 1;              // of the value axis
+  bool lying = false;                    // values grow to the right, points follow each other downwards
+  bool inverted = false;                 // the value axis runs the other way
   int first = 0, shown = 0, places = 1;  // first point, points and places on this page
 
   double slot() const { return (lying ? plot.height : plot.width) / places; }

@@ -1,8 +1,8 @@
 // Lowers a chart to positioned text, lines and rectangles, in twips.
 //
 // Arrays: "plotPanel", "gridLine", "leftAxisLabel", "bars", "barValue", "bottomAxisLabel", "axisLine",
-// "legendRow", "header", "axisTitle", "linePoint", "seriesLine". Index n of "bars", "barValue",
-// "bottomAxisLabel" and "legendRow" is the point's number in its series, whatever the page.
+// "legendRow", "header", "subtitle", "axisTitle", "message", "linePoint", "seriesLine". Index n of "bars",
+// "barValue", "bottomAxisLabel" and "legendRow" is the point's number in its series, whatever the page.
 #pragma once
 
 #include "charts/chart_geometry.h"
@@ -12,8 +12,12 @@
 
 namespace qrn {
 
-// Adds the chart to `surface`, whose size and background are already set; type is scaled by `scale`.
-ChartGeometry layoutChart(const TChart& chart, const ChartArea& area, double scale, const GraphLook& look,
+// Sizes of type in a chart are told for a surface of this height, twips; the untouched size of labels.
+inline constexpr double kHeightOfSizes = 768 * kTwipsPerPixel, kUntouchedType = 12;
+host::SurfaceFont headerFont(const TChart& chart, double surfaceHeight);
+
+// Adds the chart to `surface`, whose size and background are already set.
+ChartGeometry layoutChart(const TChart& chart, const ChartArea& area, const GraphLook& look,
                           host::Surface& surface);
 
 // Keeps the last lowered chart and lowers again only for another chart, foot line, filter, background or

@@ -9,18 +9,14 @@ namespace {
 
 using host::SurfaceFont;
 
+constexpr double kSlotShare = 0.94;   // that a text takes of its slot at most
 constexpr double kLines = 3;          // of a label at most
 constexpr double kLeastWhole = 0.85;  // of the font: whole texts are not set smaller
 constexpr double kLargestKey = 1.4;   // of the font: identifiers that stand alone
 constexpr double kKeyGap = 0.12;      // of a slot, between two of them
-constexpr double kLeastLegend = 10;   // points at 1024x768
 constexpr double kColumnGap = 24;     // pixels at 1024x768
 constexpr int kMostColumns = 6;
 constexpr std::size_t kFewestForLegend = 2;
-
-double pixels(double count, double scale) {
-  return count * kTwipsPerPixel * scale;
-}
 
 double widestOf(const std::vector<std::string>& texts, const SurfaceFont& font) {
   double widest = 0;
@@ -67,8 +63,7 @@ void setCut(SlotLabels& set, const std::vector<std::string>& texts, const Surfac
 // third ...
 void setKeys(SlotLabels& set, const std::vector<std::string>& texts, const SurfaceFont& font, bool keyed,
              const SlotRoom& room) {
-  const double gap = std::max(pixels(2, room.scale), kKeyGap * room.slot),
-               least = kSmallestChartType * room.scale;
+  const double gap = std::max(2 * room.pixel, kKeyGap * room.slot), least = room.smallest;
   for (const std::string& text : texts) set.captions.push_back(text.substr(0, text.find(':')));
   double widest = widestOf(set.captions, font);
   if (widest <= 0)
@@ -85,7 +80,7 @@ void setKeys(SlotLabels& set, const std::vector<std::string>& texts, const Surfa
 SlotLabels::Legend legendIn(const std::vector<std::string>& texts, const SurfaceFont& font,
                             const SlotRoom& room) {
   SlotLabels::Legend legend;
-  const double gap = pixels(kColumnGap, room.scale), widest = widestOf(texts, font);
+  const double gap = kColumnGap * room.pixel, widest = widestOf(texts, font);
   const auto fitting = static_cast<int>((room.legendWidth + gap) / (widest + gap));
   const int columns = std::clamp(fitting, 2, kMostColumns), count = static_cast<int>(texts.size());
   legend.font = font;
@@ -101,11 +96,17 @@ SlotLabels::Legend legendIn(const std::vector<std::string>& texts, const Surface
 
 }  // namespace
 
+bool textsFitBelow(const std::vector<std::string>& texts, const SurfaceFont& font, double slot) {
+  SlotLabels set;
+  set.width = slot * kSlotShare;
+  return setWhole(set, texts, font);
+}
+
 SlotLabels setSlotLabels(const std::vector<std::string>& texts, const ChartLabels& labels,
                          const SurfaceFont& font, const SlotRoom& room) {
   SlotLabels set;
   set.font = font;
-  set.width = room.slot * (1 - labels.Separation / 100.0) - pixels(4, room.scale);
+  set.width = std::min(room.slot * kSlotShare, room.slot * (1 - labels.Separation / 100.0) - 4 * room.pixel);
   const bool lines = labels.MultiLine && room.slot > 6 * textWidth("n", font);
   if (!lines || !setWhole(set, texts, font)) {
     if (lines && !labels.Keyed)
@@ -119,7 +120,7 @@ SlotLabels setSlotLabels(const std::vector<std::string>& texts, const ChartLabel
     return set;
   SurfaceFont small = font;
   small.bold = false;
-  const double least = std::min(font.size, kLeastLegend * room.scale);
+  const double least = std::min(font.size, room.smallest);
   for (; small.size >= least && set.legend.rows.empty(); small.size *= kLeastWhole)
     set.legend = legendIn(texts, small, room);
   return set;

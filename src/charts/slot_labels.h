@@ -11,13 +11,12 @@
 
 namespace qrn {
 
-inline constexpr double kSmallestChartType = 8;  // points at 1024x768
-
 struct SlotRoom {
-  double slot = 0;          // width of one bar's place, twips
-  double legendWidth = 0;   // of all columns together
-  double legendHeight = 0;  // at most; 0 for no legend
-  double scale = 1;         // of type and distances, 1 at 1024x768
+  double slot = 0;                // width of one bar's place, twips
+  double legendWidth = 0;         // of all columns together
+  double legendHeight = 0;        // at most; 0 for no legend
+  double pixel = kTwipsPerPixel;  // at 1024x768, twips
+  double smallest = 8;            // type, points
 };
 
 struct SlotLabels {
@@ -33,6 +32,9 @@ struct SlotLabels {
     double columnWidth = 0, height = 0;
   } legend;
 };
+
+// Whether each text stands whole below its bar, in the font or a little smaller.
+bool textsFitBelow(const std::vector<std::string>& texts, const host::SurfaceFont& font, double slot);
 
 SlotLabels setSlotLabels(const std::vector<std::string>& texts, const ChartLabels& labels,
                          const host::SurfaceFont& font, const SlotRoom& room);

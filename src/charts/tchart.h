@@ -72,6 +72,7 @@ struct ChartAxis {
 
 struct ChartHeader {
   std::vector<std::string> Text;  // one entry a line
+  std::string Sub;                // below it: what else there is to know
   FontRecord Font{"Arial", 18, true, false, false, false, 0xffffff};
   bool Visible = true;
   bool operator==(const ChartHeader&) const = default;
@@ -93,9 +94,10 @@ struct TChart {
   ChartAxes Axis;
   ChartHeader Header;
   ChartPage Page;
-  double MarginTop = 3, MarginRight = 3, MarginBottom = 3, MarginLeft = 3;  // percent of the chart's area
-  int selectedPoint = -1;  // highlighted bar of series 0, -1 for none
-  std::int32_t highlightColour = 0xc0e0ff;
+  double MarginTop = 4, MarginRight = 5, MarginBottom = 4, MarginLeft = 5;  // percent of the chart's area
+  int selectedPoint = -1;             // highlighted bar of series 0, -1 for none
+  std::int32_t highlightColour = -1;  // -1: the theme's
+  std::string Message;                // said in place of bars when there are none
 
   int AddSeries(SeriesKind kind);  // returns its number
   int seriesCount() const { return static_cast<int>(series_.size()); }

@@ -151,8 +151,6 @@ const host::Surface& xyVoteAverageGraph::surface() {
   };
   if (averageLabelVisible && !averageLabel.empty())
     putFirst(averageLabel);
-  if (chart.pageCount() > 1)
-    putFirst("Page " + std::to_string(chart.Page.Current) + " of " + std::to_string(chart.pageCount()));
   return lowered_.lower(chart, ScaleWidth, ScaleHeight, footer);
 }
 

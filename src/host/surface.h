@@ -81,14 +81,15 @@ struct Element {
   Fill fill = Fill::solid;      // shapes; patterns are drawn in backColour and let through what is behind
   bool gradient = false;        // shapes: the fill runs from backColour at the top to backColourEnd
   std::int32_t backColourEnd = 0;
-  double opacity = 1.0;     // of the fill
-  double borderWidth = 15;  // lines and shapes
-  bool bordered = true;     // shapes: an outline in `colour`
-  int borderStyle = 1;      // 1 solid, 3 dotted
-  double cornerRadius = 0;  // of rectangles and opaque labels; at most half of the shorter side is taken
-  double ringWidth = 0;     // a ring around a round opaque label, outside of its box
+  double opacity = 1.0;       // of the fill
+  double borderWidth = 15;    // lines and shapes
+  bool bordered = true;       // shapes: an outline in `colour`
+  int borderStyle = 1;        // 1 solid, 3 dotted
+  double cornerRadius = 0;    // of rectangles and opaque labels; at most half of the shorter side is taken
+  bool roundOneSide = false;  // of rectangles: the corners towards `toward` alone are round
+  double ringWidth = 0;       // a ring around a round opaque label, outside of its box
   std::int32_t ringColour = 0;
-  Toward toward = Toward::right;  // triangles
+  Toward toward = Toward::right;  // triangles, rectangles round on one side
 
   // A key: an opaque label with round corners, its capitals in the middle of its box.
   bool isBadge() const { return kind == Kind::label && opaque && cornerRadius > 0; }

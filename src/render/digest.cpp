@@ -38,7 +38,8 @@ std::uint64_t textDigest(const host::Element& label) {
 
 std::uint64_t shapeDigest(const host::Element& e) {
   const int flags = e.opaque | e.gradient << 1 | e.bordered << 2 | static_cast<int>(e.fill) << 3 |
-                    e.borderStyle << 8 | static_cast<int>(e.kind) << 16 | static_cast<int>(e.toward) << 20;
+                    e.borderStyle << 8 | static_cast<int>(e.kind) << 16 | static_cast<int>(e.toward) << 20 |
+                    e.roundOneSide << 24;
   return Digest()
       .add(packed(e.colour, e.backColour))
       .add(packed(e.backColourEnd, flags))

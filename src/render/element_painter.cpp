@@ -1,5 +1,6 @@
 #include "render/element_painter.h"
 
+#include <QPainterPath>
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -66,11 +67,29 @@ QPolygonF triangleIn(const QRectF& box, host::Toward toward) {
 }
 
 // On whole pixels, so that its long sides are sharp.
-void drawRounded(QPainter& painter, const QRectF& box, double radius) {
+void drawRounded(QPainter& painter, const QRectF& box, const Element& e, double radius) {
   const QRectF whole(QPointF(std::round(box.left()), std::round(box.top())),
                      QPointF(std::round(box.right()), std::round(box.bottom())));
   const double most = std::min({radius, whole.width() / 2, whole.height() / 2});
-  painter.drawRoundedRect(whole, most, most);
+  if (!e.roundOneSide) {
+    painter.drawRoundedRect(whole, most, most);
+    return;
+  }
+  QRectF square = whole;  // the half away from the round side
+  const host::Toward side = e.toward;
+  if (side == host::Toward::right || side == host::Toward::left)
+    square.setWidth(whole.width() / 2);
+  else
+    square.setHeight(whole.height() / 2);
+  if (side == host::Toward::left)
+    square.moveRight(whole.right());
+  if (side == host::Toward::up)
+    square.moveBottom(whole.bottom());
+  QPainterPath path;
+  path.setFillRule(Qt::WindingFill);
+  path.addRoundedRect(whole, most, most);
+  path.addRect(square);
+  painter.drawPath(path);
 }
 
 QPoint placeOf(const Element& e, const Mapping& mapping, const KeptPicture& kept) {
@@ -98,7 +117,7 @@ void drawShape(QPainter& painter, const Element& e, const Mapping& mapping) {
   else if (e.kind == Element::Kind::triangle)
     painter.drawConvexPolygon(triangleIn(box, e.toward));
   else if (e.cornerRadius > 0)
-    drawRounded(painter, box, mapping.length(e.cornerRadius));
+    drawRounded(painter, box, e, mapping.length(e.cornerRadius));
   else
     painter.drawRect(box);
 }

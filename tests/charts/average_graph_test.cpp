@@ -28,9 +28,6 @@ class AverageGraph : public GraphWorld {
     for (const ChartPoint& point : form.chart.SERIES(0).points) all.push_back(point.value);
     return all;
   }
-  static const host::Element& first(const host::Surface& surface, const std::string& array) {
-    return *all(surface, array, false).front();
-  }
 };
 
 TEST_F(AverageGraph, ShowsOneBarForEachItemWithAScore) {
@@ -42,9 +39,13 @@ TEST_F(AverageGraph, ShowsOneBarForEachItemWithAScore) {
   EXPECT_EQ(form.infoText, "Data not found for these items: \r\nitem 2, assessment 1");
   // On a scale of 1 to 5 the bar of 4.5 is seven eighths of the axis and that of 2 a quarter.
   const auto bars = all(form.surface(), "bars");
-  const host::Element& axis = first(form.surface(), "axisLine");
-  EXPECT_NEAR(bars[0]->height, (axis.y2 - axis.y1) * 0.875, 1);
-  EXPECT_NEAR(bars[1]->height, (axis.y2 - axis.y1) * 0.25, 1);
+  const auto rules = all(form.surface(), "gridLine");
+  const double axis = rules.front()->y1 - rules.back()->y1;
+  EXPECT_NEAR(bars[0]->height, axis * 0.875, 1);
+  EXPECT_NEAR(bars[1]->height, axis * 0.25, 1);
+  EXPECT_EQ(captions(form.surface(), "leftAxisLabel"), (Texts{"s1", "s2", "s3", "s4", "s5"}));
+  EXPECT_EQ(captions(form.surface(), "subtitle"),
+            Texts{"1 to 2 votes each \u00b7 2 of 3 items have votes \u00b7 highest first"});
 }
 
 TEST_F(AverageGraph, CumulativeIsTheMeanOfTheAssessmentsVoted) {
@@ -159,6 +160,9 @@ TEST_F(AverageGraph, AClickOnABarSelectsItsItem) {
   EXPECT_EQ(form.List1.current(), 1);
   form.Form_MouseDown(host::mouse::left, 5, 5);
   EXPECT_EQ(form.List1.current(), 1);
+  const host::Element& other = *form.surface().find("bars", 0);
+  form.Form_MouseDown(host::mouse::left, other.left - 10, other.top + 10);  // in its place, beside it
+  EXPECT_EQ(form.List1.current(), 0);
 }
 
 TEST_F(AverageGraph, LowersAgainOnlyForOtherDataOrSize) {
@@ -176,67 +180,72 @@ TEST_F(AverageGraph, LowersAgainOnlyForOtherDataOrSize) {
   EXPECT_EQ(lowered.builds(), 4);
 }
 
-// A text that has no room whole under its bar stands in a legend; nothing is cut while there is room for one.
-TEST_F(AverageGraph, NamesItsBarsInFull) {
-  struct Case {
-    int items;
-    std::size_t legendRows;
-  };
-  for (const Case& c : {Case{1, 0}, Case{4, 0}, Case{20, 20}, Case{90, 0}}) {
-    addItems(c.items);
-    for (int item = 0; item < c.items; ++item) {
-      glo.risks[static_cast<std::size_t>(item)].text = "the pumps fail for a week";
-      vote(item, 1, "3;");
-    }
-    const host::Surface& surface = draw(1, 1920, 1080).surface();
-    const auto labels = all(surface, "bottomAxisLabel"), rows = all(surface, "legendRow");
-    EXPECT_EQ(rows.size(), c.legendRows) << c.items;
-    EXPECT_EQ(labels.front()->caption.find("week") != std::string::npos, c.items <= 4) << c.items;
-    for (const host::Element* row : rows) {
-      EXPECT_EQ(row->caption, row->toolTip);
-      EXPECT_GE(row->top, labels.front()->top + labels.front()->height);
-      EXPECT_LE(row->top + row->height, surface.height);
-      EXPECT_LE(row->left + world.textMeasure.TextWidth(row->caption, "", row->font.size, false, false),
-                surface.width);
-    }
-  }
+// Where nobody has voted the chart says so, with numbers; nothing stands in place of a bar.
+TEST_F(AverageGraph, SaysWhatIsMissing) {
+  xyVoteAverageGraph& form = draw(2);
+  const auto message = [&] { return all(form.surface(), "message").at(0)->toolTip; };
+  EXPECT_EQ(message(), "No item has votes on Name2 yet (0 of 3)");
+  for (const char* array : {"bars", "barValue", "gridLine"})
+    EXPECT_TRUE(all(form.surface(), array).empty()) << array;
+  for (RiskRecord& risk : glo.risks) risk.voting = false;
+  form.redraw();
+  EXPECT_EQ(message(), "None of the 3 items is in what is shown");
+  addItems(0);
+  form.redraw();
+  EXPECT_EQ(message(), "There are no items yet");
 }
 
-// From four items to four hundred nothing runs into its neighbour or over the edge.
+// From four items to four hundred: bars stand while their whole texts do below them, else they lie, ten to
+// twelve on a page; a picture, whose pages nobody turns, has all of them. Nothing is cut, small or over the
+// edge, and nothing meets its neighbour.
 TEST_F(AverageGraph, StaysLegibleForFewAndForMany) {
-  for (const auto& [width, height] : {std::pair{1024, 768}, {3840, 2160}})
-    for (const auto& [items, automatic] :
-         {std::pair{1, true}, {4, true}, {35, true}, {400, true}, {400, false}}) {
-      addItems(items);
-      glo.barCountAuto = automatic;
-      for (int item = 0; item < items; ++item) {
-        glo.risks[static_cast<std::size_t>(item)].text = "the supplier of the cooling plant fails for a week";
+  struct Case {
+    int items, own;  // bars on a page: 0 automatic, -1 a picture
+    int bars;
+    bool lying;
+  };
+  for (const auto& [width, height] : {std::pair{1024, 768}, {1920, 1080}, {3840, 2160}})
+    for (const Case& c : {Case{1, 0, 1, false}, Case{4, 0, 4, false}, Case{9, 0, 9, true},
+                          Case{20, 0, 10, true}, Case{26, 0, 10, true}, Case{100, 0, 12, true},
+                          Case{400, 0, 12, true}, Case{20, -1, 20, true}, Case{30, 4, 4, false},
+                          Case{30, 20, 20, true}, Case{90, 60, 60, false}, Case{400, -1, 400, false}}) {
+      const std::string where =
+          std::to_string(c.items) + "/" + std::to_string(c.own) + " at " + std::to_string(width);
+      addItems(c.items);
+      glo.barCountAuto = c.own <= 0;
+      glo.runByAverageBarCount = c.own;
+      for (int item = 0; item < c.items; ++item) {
+        glo.risks[static_cast<std::size_t>(item)].text = "the supplier fails for a week";
         vote(item, 1, "3;4;");
       }
-      glo.runByAverageBarCount = items;
       xyVoteAverageGraph& form = draw(1, width, height);
-      form.request.onOnePage = false;
+      form.request.onOnePage = c.own < 0;
       form.redraw();
       const host::Surface& surface = form.surface();
-      double end = -1;
+      EXPECT_EQ(form.chart.SERIES(0).kind == SeriesKind::asHorizBar, c.lying) << where;
+      EXPECT_EQ(static_cast<int>(all(surface, "bars").size()), c.bars) << where;
+      double end = -1, last = -1;
       for (const host::Element* label : all(surface, "bottomAxisLabel")) {
-        const double wide = world.textMeasure.TextWidth(label->caption, "", label->font.size, true, false);
-        const double left = label->left + label->width / 2 - wide / 2;
-        EXPECT_GE(left, end) << items << " items at " << width;
-        end = left + wide;
-        EXPECT_LE(label->top + label->height, surface.height);
-        EXPECT_FALSE(label->caption.empty());
+        const double wide = world.textMeasure.TextWidth(label->caption, "", label->font.size, false, false);
+        const double left = c.lying ? label->top : label->left + label->width / 2 - wide / 2;
+        EXPECT_GE(left, end - 1) << where;
+        end = c.lying ? label->bottom() : left + wide;
+        EXPECT_EQ(label->caption.find("...") == std::string::npos &&
+                      label->caption.find("week") != std::string::npos,
+                  c.bars <= 22)
+            << where << label->caption;
+        EXPECT_LE(label->bottom(), surface.height) << where;
       }
-      EXPECT_LE(end, surface.width);
-      end = 0;
       for (const host::Element* value : all(surface, "barValue")) {
-        EXPECT_GE(value->left, end - 1) << items << " items at " << width;
-        end = value->left + value->width;
+        EXPECT_GE(c.lying ? value->top : value->left, last - 1) << where;
+        last = c.lying ? value->bottom() : value->right();
+        EXPECT_LE(value->right(), surface.width * 0.99) << where;
       }
-      EXPECT_FALSE(all(surface, "bottomAxisLabel").empty());
-      const auto bars = static_cast<int>(all(surface, "bars").size());
-      EXPECT_GE(bars, automatic ? std::min(items, 35) : items);
-      EXPECT_LE(bars, automatic ? std::min(items, 60) : items);
+      for (const host::ElementArray& array : surface.arrays())
+        for (const host::Element& e : array) {
+          const bool small = e.font.size < look::points(look::Size::floor, surface.height) - 1e-6;
+          EXPECT_FALSE(small && e.visible && !e.caption.empty()) << where << array.name();
+        }
     }
 }
 

@@ -90,10 +90,13 @@ TEST_F(ChartDisplay, CountsTheVotesOfOneItemByOption) {
 TEST_F(ChartDisplay, TheTitleShrinksUntilItFits) {
   TChart chart;
   ResizeChartTitle(ask("xyVoteAverageGraph"), chart, "short");
-  EXPECT_EQ(chart.Header.Font.size, 18);
-  // 0.94 of 15360 twips hold 80 characters of 0.6 x 20 x 15 points, not of 16.
-  ResizeChartTitle(ask("xyVoteAverageGraph"), chart, std::string(80, 'x'));
-  EXPECT_EQ(chart.Header.Font.size, 15);
+  EXPECT_EQ(chart.Header.Font.size, 37);  // 6.5 % of the height
+  glo.matrixTitleFont.size = 30;
+  ResizeChartTitle(ask("xyVoteAverageGraph"), chart, "short");
+  EXPECT_EQ(chart.Header.Font.size, 30);
+  // 0.9 of 15360 twips hold 45 characters of 0.6 x 20 x 25 points, not of 26.
+  ResizeChartTitle(ask("xyVoteAverageGraph"), chart, std::string(45, 'x'));
+  EXPECT_EQ(chart.Header.Font.size, 25);
 }
 
 TEST(ChartPages, HoldWhatThePageAllows) {

@@ -1,0 +1,51 @@
+#include <algorithm>
+
+#include "analysis/filter/filters.h"
+#include "charts/chart_layout.h"
+#include "charts/graph_notes.h"
+
+namespace qrn {
+
+namespace {
+
+bool sameFrame(const host::Surface& a, const host::Surface& b) {
+  return a.width == b.width && a.height == b.height &&
+         static_cast<const host::Ground&>(a) == static_cast<const host::Ground&>(b);
+}
+
+}  // namespace
+
+const host::Surface& ChartSurface::lower(const TChart& chart, double width, double height,
+                                         const std::string& footer) {
+  const std::string filter = filterCaption();
+  host::Surface frame;
+  frame.width = width;
+  frame.height = height;
+  setGraphBackground(frame, "");
+  if (builds_ > 0 && sameFrame(frame, surface_) && footer_ == footer && filter_ == filter && chart_ == chart)
+    return surface_;
+  ++builds_;
+  chart_ = chart;
+  footer_ = footer;
+  filter_ = filter;
+  surface_ = std::move(frame);
+  const GraphLook look = chooseLook(surface_);
+  addPanel(surface_, look);
+  const host::SurfaceFont small =
+      themedFont(chart.Axis.Left.Labels.Font, kUntouchedType, look::Size::floor, height, false);
+  // the filter's line may stand in a corner at the top: it leaves the title at the left alone
+  GraphNotes notes =
+      makeNotes(surface_, look, small, width * 0.5, footer, width * chart.MarginLeft / 100, false);
+  ChartArea area{0, 0, width, height};
+  for (const host::Element* line : {&notes.filter, &notes.foot})
+    if (line->visible && line->top > height / 2)
+      area.height = std::min(area.height, line->top);
+  if (notes.filter.visible && notes.filter.top < height / 2)
+    area.top = notes.filter.bottom() - height * chart.MarginTop / 100;
+  area.height -= area.top;
+  addNotes(std::move(notes), surface_);
+  geometry_ = layoutChart(chart, area, look, surface_);
+  return surface_;
+}
+
+}  // namespace qrn
