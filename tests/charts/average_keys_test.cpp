@@ -55,14 +55,17 @@ class AverageKeys : public test::ActionCases, protected test::GraphExercise {
   }
   State state() override {
     xyVoteAverageGraph& now = graph();
-    std::string weights, foot;
+    std::string weights, foot, page;
     for (const AssessmentInfoRecord& info : glo.assessmentInfo)
       if (info.active)
         weights += std::to_string(info.weight) + (info.weightingOn ? "! " : " ");
     for (const std::string& text : captions(now.surface(), "LabelCategory")) foot += text;
+    for (const std::string& text : captions(now.surface(), "subtitle"))
+      page += text.substr(text.rfind("\u00b7 ") == std::string::npos ? 0 : text.rfind("\u00b7 ") + 3);
     return {{"row", now.List1.current() < 0
                         ? ""
                         : now.List1.rows()[static_cast<std::size_t>(now.List1.current())].cells[0]},
+            {"page", page},
             {"foot", foot},
             {"header", captions(now.surface(), "header").front()},
             {"list", now.listVisible ? "beside it" : "away"},
