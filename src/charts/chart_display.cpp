@@ -201,20 +201,31 @@ constexpr int kLeastOnPage = 10, kMostOnPage = 12;
 constexpr int kMostLying = 22;          // rows of text on one page
 constexpr double kStandingWidth = 0.8;  // of the width, at least, for bars that stand
 
-// Ten to twelve, so many that the pages are few.
-int lyingOnPage(int bars) {
-  if (bars <= kMostOnPage)
+host::SurfaceFont labelFont(const ChartRequest& request, const TChart& chart) {
+  return themedFont(chart.Axis.Bottom.Labels.Font, kUntouchedType, look::Size::label, request.height, false);
+}
+
+// Ten to twelve, so many that the pages are few; ten where texts need two lines.
+int lyingOnPage(int bars, int most) {
+  if (bars <= most)
     return bars;
-  const int pages = (bars + kMostOnPage - 1) / kMostOnPage;
+  const int pages = (bars + most - 1) / most;
   int page = kLeastOnPage;
   while ((bars + page - 1) / page > pages) ++page;
   return page;
 }
 
-int barsOnPage(const ChartRequest& request, int bars) {
+int barsOnPage(const ChartRequest& request, const TChart& chart) {
   if (!glo.barCountAuto)
     return glo.runByAverageBarCount;
-  return request.onOnePage ? 0 : lyingOnPage(bars);
+  if (request.onOnePage)
+    return 0;
+  const host::SurfaceFont font = labelFont(request, chart);
+  const auto& texts = chart.Axis.Bottom.Labels.Item;
+  const bool wide = std::any_of(texts.begin(), texts.end(), [&](const std::string& text) {
+    return textWidth(text, font) > kTextColumn * request.width;
+  });
+  return lyingOnPage(chart.pointCount(), wide ? kLeastOnPage : kMostOnPage);
 }
 
 // Bars stand while every text stands whole below its own; a page of more than can be read side by side has
@@ -226,9 +237,7 @@ bool barsStand(const ChartRequest& request, const TChart& chart, int onPage) {
     return true;
   if (places > kMostStanding)
     return false;
-  const host::SurfaceFont font =
-      themedFont(chart.Axis.Bottom.Labels.Font, kUntouchedType, look::Size::label, request.height, false);
-  return textsFitBelow(texts, font, request.width * kStandingWidth / places);
+  return textsFitBelow(texts, labelFont(request, chart), request.width * kStandingWidth / places);
 }
 
 }  // namespace
@@ -344,7 +353,7 @@ ChartModel DisplayAverageChart(const ChartRequest& request) {
     ResizeChartTitle(request, chart, kind.title(request));
     if (kind.points && chart.Axis.Left.Increment == 1)
       chart.Axis.Left.Labels.Item = scaleWords(request.assessment);
-    chart.Page.MaxPointsPerPage = barsOnPage(request, chart.pointCount());
+    chart.Page.MaxPointsPerPage = barsOnPage(request, chart);
     if (!barsStand(request, chart, chart.Page.MaxPointsPerPage))
       chart.SERIES(bars).kind = SeriesKind::asHorizBar;
     chart.Page.ScaleLastPage = false;

@@ -19,7 +19,6 @@ constexpr double kMarkShare = 0.92;                               // of a slot, 
 constexpr double kLegendShare = 0.27;                             // of the chart's height
 constexpr double kBarShare = 0.62;                                // of a slot
 constexpr double kThickestLying = 0.06, kThickestUpright = 0.16;  // of the chart's height and width
-constexpr double kTextColumn = 0.45;                              // of the width, for the texts of lying bars
 constexpr double kScaleColumn = 0.16;  // of the width, for the words of an upright scale
 constexpr double kGap = 0.016;         // of the width, between texts and bars
 constexpr double kCorner = 0.22;       // of a bar's thickness
@@ -86,7 +85,7 @@ class Layout {
       Element& line =
           label("subtitle", 0, cutToWidth(below, labelFont_, right_ - left_), labelFont_, Layer::titles);
       line.toolTip = below;
-      place(line, left_, top_, right_ - left_, lineHeight(labelFont_));
+      place(line, left_, top_ + px(2), right_ - left_, lineHeight(labelFont_));
       line.colour = theme_.quiet;
       top_ = line.bottom();
     }

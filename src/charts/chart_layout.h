@@ -14,6 +14,7 @@ namespace qrn {
 
 // Sizes of type in a chart are told for a surface of this height, twips; the untouched size of labels.
 inline constexpr double kHeightOfSizes = 768 * kTwipsPerPixel, kUntouchedType = 12;
+inline constexpr double kTextColumn = 0.45;  // of the width at most, for the texts of lying bars
 host::SurfaceFont headerFont(const TChart& chart, double surfaceHeight);
 
 // Adds the chart to `surface`, whose size and background are already set.

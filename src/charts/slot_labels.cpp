@@ -48,8 +48,11 @@ bool setWhole(SlotLabels& set, const std::vector<std::string>& texts, SurfaceFon
     font.size = fitted.font.size;  // the next is no larger
   }
   set.captions.clear();
-  for (const std::string& text : texts)
-    set.captions.push_back(fitText(text, font, set.width, kLines * lineHeight(font), font.size).caption);
+  for (const std::string& text : texts) {
+    std::string& caption = set.captions.emplace_back();
+    for (const std::string& line : host::wrapBalanced(text, font, set.width))
+      caption += (caption.empty() ? "" : "\n") + line;
+  }
   set.font = font;
   return true;
 }

@@ -1,6 +1,8 @@
 // The list beside a graph, and the small button that tells which items lack data.
 #pragma once
 
+#include <QAbstractItemDelegate>
+#include <QLabel>
 #include <QPushButton>
 #include <functional>
 
@@ -21,8 +23,15 @@ class SideList : public PanelView {
   // hidden.
   int stand();
 
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
  private:
+  void setLook(const QWidget& window);
+
   SideListSource source_;
+  QLabel* heading_;
+  QAbstractItemDelegate* rows_ = nullptr;
 };
 
 // Does the row "cmd_info" of the form's table, and is seen while that can be done.

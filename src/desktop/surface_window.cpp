@@ -67,6 +67,8 @@ void SurfaceWindow::catchUp() {
   const int before = listWidth_;
   if (list_)
     listWidth_ = list_->stand();
+  if (before != listWidth_)
+    takeSize(size());  // the graph takes what the list leaves
   if (info_)
     info_->sync(width() - listWidth_);
   if (bar_)
@@ -164,7 +166,7 @@ void SurfaceWindow::resizeEvent(QResizeEvent* event) {
 
 void SurfaceWindow::takeSize(QSize size) {
   changed();
-  const double width = size.width() * render::kTwipsPerPixel;
+  const double width = (size.width() - listWidth_) * render::kTwipsPerPixel;
   const double height = size.height() * render::kTwipsPerPixel;
   if (!formStands() || (form_.ScaleWidth == width && form_.ScaleHeight == height))
     return;

@@ -16,7 +16,9 @@ namespace {
 
 constexpr std::int32_t kComplement = 0xffffff;
 constexpr double kRing = 0.07, kDotSize = 0.42, kKeySides = 0.62;  // of the type's size
-constexpr double kGhostDisc = 0.26, kGhostText = 0.5;              // of the way from the ground
+constexpr std::size_t kCrowd = 60;
+constexpr double kCrowdLines = 0.45;
+constexpr double kGhostDisc = 0.26, kGhostText = 0.5;  // of the way from the ground
 
 const RiskRecord& riskAt(int risk) {
   return glo.item(risk);
@@ -126,8 +128,10 @@ ItemPlotter::PairLook ItemPlotter::lookOf(int pair) const {
   look.disc = glo.blobColours[p] == untouched.blobColours[p]
                   ? (pair == lastPair_ ? theme.data : theme.dataRest)
                   : readableColour(glo.blobColours[p], canvas_.look, kShapeContrast);
+  const bool crowd = items_.size() > kCrowd;  // single lines are seen when their item is shown alone
   const std::int32_t own = pair > 0 ? glo.checkDrawLineColor[p - 1] : 0;
   look.line = own != 0 ? readableColour(own, canvas_.look, kShapeContrast)
+              : crowd  ? blend(theme.ground, theme.axis, kCrowdLines)
                        : look::tintUntil(theme.axis, theme.text, theme.ground, kShapeContrast);
   return look;
 }

@@ -71,8 +71,28 @@ void xyVoteGraph::Form_Unload() {
   progress("");
 }
 
+// What is on the graph is laid out for the new size at once; what is chosen stays chosen.
 void xyVoteGraph::Form_Resize() {
-  tmr_load.setEnabled(true);
+  if (model_.plotted.empty() || tmr_load.enabled()) {
+    tmr_load.setEnabled(true);
+    return;
+  }
+  trapErrors(kFormName, "Form_Resize", [&] {
+    drag_ = {};
+    model_ = plotMatrix(requestFor(glo.lastDrawnPairings));
+    model_.show(view);
+    setTitle(graphTitle);
+    host::host().forms->refresh(name);
+  });
+}
+
+MatrixRequest xyVoteGraph::requestFor(const PlotRequest& pairs) const {
+  return {pairs,
+          ScaleWidth,
+          ScaleHeight,
+          glo.MatrixGraphPlotting == kSkewPlotting,
+          showingDiversity,
+          graphFilterActive};
 }
 
 void xyVoteGraph::tmr_load_Timer() {
@@ -119,8 +139,7 @@ void xyVoteGraph::drawGraph(int pair1First, int pair1Second, int pair2First, int
 }
 
 void xyVoteGraph::plot(const PlotRequest& request) {
-  model_ = plotMatrix({request, ScaleWidth, ScaleHeight, glo.MatrixGraphPlotting == kSkewPlotting,
-                       showingDiversity, graphFilterActive});
+  model_ = plotMatrix(requestFor(request));
   glo.dataMessage = model_.dataMessage;
   cmd_info = glo.dataMessage != kDataMessage;
   for (int pair = 0; pair < kPairs; ++pair) {
@@ -151,7 +170,7 @@ void xyVoteGraph::showRiskList() {
     const RiskRecord& record = glo.item(item.risk);
     std::string text = itemLabel(item.risk) + (record.newItem ? "*" : "");
     text = replaceAll(replaceAll(replaceAll(std::move(text), "\r\n", "  "), "\n", "  "), "\r", "  ");
-    rows.push_back({.cells = {std::move(text)}, .id = item.risk});
+    rows.push_back({.cells = {std::move(text)}, .id = item.risk, .marked = item.top});
   }
   const auto sortKey = [](const host::PanelRow& row) { return glo.item(row.id).sortKey; };
   std::stable_sort(rows.begin(), rows.end(),

@@ -75,6 +75,7 @@ struct xyVoteGraph : host::Form {
   void failGraph();
   void plot(const PlotRequest& request);
   void showView();
+  MatrixRequest requestFor(const PlotRequest& pairs) const;
   void setTitle(const std::string& text);
   void showAll();
   void showLetter(const std::string& key);

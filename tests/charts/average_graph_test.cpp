@@ -215,7 +215,7 @@ TEST_F(AverageGraph, StaysLegibleForFewAndForMany) {
       glo.barCountAuto = c.own <= 0;
       glo.runByAverageBarCount = c.own;
       for (int item = 0; item < c.items; ++item) {
-        glo.risks[static_cast<std::size_t>(item)].text = "the supplier fails for a week";
+        glo.risks[static_cast<std::size_t>(item)].text = "pumps fail for a week";
         vote(item, 1, "3;4;");
       }
       xyVoteAverageGraph& form = draw(1, width, height);
