@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "base/text.h"
+#include "core/common.h"
 
 namespace qrn {
 
