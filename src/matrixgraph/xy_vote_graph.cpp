@@ -77,7 +77,7 @@ void xyVoteGraph::Form_Resize() {
     tmr_load.setEnabled(true);
     return;
   }
-  trapErrors(kFormName, "Form_Resize", [&] {
+  trapErrors(formName::matrixGraph, "Form_Resize", [&] {
     drag_ = {};
     model_ = plotMatrix(requestFor(glo.lastDrawnPairings));
     model_.show(view);
