@@ -184,7 +184,8 @@ void comms::decodeKeyLine(std::string_view line) {
     glo.useOffsets = toBoolean(value);
   else if (int* number = numberOf(keyword)) {
     *number = to16Bits(value);
-    if (number == &glo.keypadsNotVotedHi && !glo.voteOpen)
+    // In an open vote as well: the answer may come behind the start of the first one.
+    if (number == &glo.keypadsNotVotedHi)
       ResizeVoteArrays(true);
   }
 }
