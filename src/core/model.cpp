@@ -156,6 +156,11 @@ void InitAssessmentInfo(bool keepFonts) {
   }
 }
 
+bool isDefaultPointColour(std::size_t point, std::int32_t colour) {
+  return point >= kPointColours || colour == kBarColours[point].first ||
+         colour == defaultPointColours()[point];
+}
+
 void setDefaultBarColours() {
   for (std::size_t point = 0; point < kPointColours; ++point) {
     glo.barColours1[point] = kBarColours[point].first;

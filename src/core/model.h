@@ -1,6 +1,8 @@
 // Defaults of a new exercise.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <string>
 
 namespace qrn {
@@ -13,6 +15,9 @@ void initXYVote();
 // Arial; point colours from its scheme, else glo.barColours1. `keepFonts` false makes the records anew; true
 // keeps the fonts and whatever else these defaults do not name.
 void InitAssessmentInfo(bool keepFonts);
+
+// The colour of a vote point is one that nobody has chosen: the scheme's or the usual one.
+bool isDefaultPointColour(std::size_t point, std::int32_t colour);
 
 // The three shades per vote point in glo.barColours1, 2 and 3.
 void setDefaultBarColours();

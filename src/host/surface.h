@@ -59,7 +59,7 @@ enum class Layer {
 inline constexpr int kNoItem = -1;
 
 struct Element {
-  enum class Kind { label, line, rectangle, ellipse, triangle };
+  enum class Kind { label, line, rectangle, ellipse, triangle, code };
   Kind kind = Kind::label;
   int index = 0;       // place in its array
   int item = kNoItem;  // ID of the item that it stands for
@@ -70,7 +70,7 @@ struct Element {
   // line
   double x1 = 0, y1 = 0, x2 = 0, y2 = 0;
 
-  std::string caption;
+  std::string caption;  // of labels; what a code says to a camera
   std::string toolTip;
   SurfaceFont font;
   Align align = Align::left;

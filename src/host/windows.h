@@ -41,6 +41,8 @@ class Windows {
     (void)place, (void)file;
     throw HostError(Fault::world, 5, "The screen cannot be captured here");
   }
+  // False when the system asks for as little motion as possible.
+  virtual bool motionWanted() const { return true; }
   virtual void freeCursor() = 0;  // lets the mouse leave the form and shows it
   virtual void trapCursor(const WindowRect& place) = 0;
   virtual void showCursor(bool visible) = 0;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 #include "look/colour.h"
 
@@ -80,8 +81,9 @@ double partOfHeight(Size size) {
 }
 
 double points(Size size, double surfaceHeight) {
-  constexpr double kTwipsPerPoint = 20;
-  return partOfHeight(size) * surfaceHeight / kTwipsPerPoint;
+  constexpr double kTwipsPerPoint = 20, kTwipsPerPixel = 15, kRounding = 0.001;
+  const double pixels = partOfHeight(size) * surfaceHeight / kTwipsPerPixel;
+  return std::ceil(pixels - kRounding) * kTwipsPerPixel / kTwipsPerPoint;
 }
 
 Size smaller(Size size) {

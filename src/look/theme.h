@@ -21,6 +21,7 @@ struct Theme {
   std::int32_t highlight = 0, allWell = 0, alarm = 0;
   std::int32_t surface = 0, track = 0, grid = 0, axis = 0;  // opaque, as they look on the ground
   std::int32_t onData = 0, onHighlight = 0;                 // text on a key or bar of that colour
+  bool operator==(const Theme&) const = default;
 };
 
 Theme themeFor(const Slide& slide);
@@ -34,7 +35,8 @@ std::int32_t inkOn(std::int32_t colour);
 // Sizes of projected text as parts of the screen's height: the em of the type.
 enum class Size { item, word, label, floor };
 double partOfHeight(Size size);
-// The same in points of a surface of that height in twips; never below the floor.
+// The same in points of a surface of that height in twips, whole pixels upwards: type is drawn in whole
+// pixels.
 double points(Size size, double surfaceHeight);
 // The next smaller size; the floor has none and stays.
 Size smaller(Size size);

@@ -60,7 +60,7 @@ std::uint64_t elementDigest(const host::Element& e) {
     digest.add(e.x1).add(e.y1).add(e.x2).add(e.y2);
   else
     digest.add(e.left).add(e.top);
-  if (e.kind == host::Element::Kind::label)
+  if (e.kind == host::Element::Kind::label || e.kind == host::Element::Kind::code)
     digest.add(textDigest(e));
   return digest.value() | 1;
 }

@@ -7,6 +7,7 @@
 
 #include "render/colours.h"
 #include "render/fonts.h"
+#include "render/qr_code.h"
 #include "render/text_block.h"
 
 namespace qrn::render {
@@ -144,6 +145,14 @@ void drawBadge(QPainter& painter, const Element& e, const Mapping& mapping) {
   drawText(painter, setText(e, mapping.scale), e, mapping.scale, anchor);
 }
 
+// Whole pixels for each module, in the middle of its box.
+static void drawCode(QPainter& painter, const Element& e, const Mapping& mapping) {
+  const QRectF box = mapping.box(e);
+  const QImage code = qrCode(toQt(e.caption), static_cast<int>(std::min(box.width(), box.height())));
+  if (!code.isNull())
+    painter.drawImage((box.center() - QRectF(code.rect()).center()).toPoint(), code);
+}
+
 void ElementPainter::paint(const Element& e, const KeptPicture* kept) {
   switch (e.kind) {
     case Element::Kind::label:
@@ -151,6 +160,9 @@ void ElementPainter::paint(const Element& e, const KeptPicture* kept) {
       break;
     case Element::Kind::line:
       line(e);
+      break;
+    case Element::Kind::code:
+      drawCode(painter_, e, mapping_);
       break;
     case Element::Kind::rectangle:
     case Element::Kind::ellipse:

@@ -155,10 +155,13 @@ void keepCutOffVote(VoteForm& form) {
 // The result as the facilitator has set it: bars, statistics, both or none. True when something is up.
 bool showResult(VoteForm& form) {
   const bool showBars = glo.runByShowBarGraph != 0;
-  form.UpdateBars();
-  form.ShowBars(showBars);
   const RiskRecord& risk = glo.item(glo.currentItem);
-  const bool scored = !glo.displayOnly && risk.hasScore(static_cast<std::size_t>(glo.currentAssessment - 1));
+  const auto assessment = static_cast<std::size_t>(glo.currentAssessment - 1);
+  const bool scored = !glo.displayOnly && risk.hasScore(assessment);
+  form.UpdateBars();
+  form.average = scored ? std::optional(static_cast<double>(risk.average[assessment])) : std::nullopt;
+  form.ShowBars(showBars);
+  form.GrowBars();
   const bool showStats = scored && glo.CheckAverageScoreIndicator == 1;
   form.ShowAverageScore(scored ? statisticsText(glo.currentItem, glo.currentAssessment) : "", showStats);
   return showBars || showStats;

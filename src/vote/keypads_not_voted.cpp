@@ -42,10 +42,10 @@ std::string keypadLabel(const std::string& keypad) {
 }
 
 // "4 7 12 and 40 more"; where no numbers are to be shown, how many there are.
-std::string waitedText(const std::string& labels, int waitedFor, int shown) {
-  if (labels.empty())
+std::string waitedText(const std::string& named, int waitedFor, int shown) {
+  if (named.empty())
     return waitedFor == 0 ? "" : std::to_string(waitedFor) + (waitedFor == 1 ? " keypad" : " keypads");
-  return waitedFor > shown ? labels + " and " + std::to_string(waitedFor - shown) + " more" : labels;
+  return waitedFor > shown ? named + " and " + std::to_string(waitedFor - shown) + " more" : named;
 }
 
 }  // namespace
@@ -70,7 +70,8 @@ void uctlKpadsNotVoted::ShowKeypadsNotVoted() {
   glo.keypadsNotVotedLo = std::max(1, glo.keypadsNotVotedLo);
   if (glo.keypadsNotVotedHi < 1)
     glo.keypadsNotVotedHi = 650;
-  std::string labels;
+  std::string named;
+  labels.clear();
   int known = 0;
   waitedFor = 0;
   for (const std::string& keypad : glo.activeKeypads) {
@@ -79,10 +80,12 @@ void uctlKpadsNotVoted::ShowKeypadsNotVoted() {
     ++known;
     if (!waitsFor(static_cast<int>(qrnVal(keypad))))
       continue;
-    if (++waitedFor <= glo.keypadsNotVotedHowManyToShow)
-      labels += (labels.empty() ? "" : " ") + keypadLabel(keypad);
+    if (++waitedFor > glo.keypadsNotVotedHowManyToShow)
+      continue;
+    labels.push_back(keypadLabel(keypad));
+    named += (named.empty() ? "" : " ") + labels.back();
   }
-  const std::string text = waitedText(labels, waitedFor, glo.keypadsNotVotedHowManyToShow);
+  const std::string text = waitedText(named, waitedFor, glo.keypadsNotVotedHowManyToShow);
   if (known > 0 && waitedFor <= glo.keypadsNotVotedPopupOn && glo.keypadsNotVotedPopupOn >= 1 &&
       showRequested)
     showRequested();

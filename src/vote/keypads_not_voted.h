@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "host/wait.h"
 
@@ -21,6 +22,7 @@ struct uctlKpadsNotVoted {
   std::string Caption;
   bool Visible = false;
   int waitedFor = 0;
+  std::vector<std::string> labels;      // of those waited for, as many as are to be named
   std::function<void()> showRequested;  // few enough are missing: the host shows this control
   std::function<void()> changed;        // caption and size are new
 

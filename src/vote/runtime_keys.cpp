@@ -142,7 +142,7 @@ void xyVoteRuntime::toggleKeypadPanel() {
 void xyVoteRuntime::showKeypadPanel(bool on) {
   uctl_kpadsNotVoted.Visible = on && glo.voteOpen && glo.voteComplete != 1;
   // Nobody to wait for is nothing to show.
-  ShowKeypads(uctl_kpadsNotVoted.title, uctl_kpadsNotVoted.Caption,
+  ShowKeypads({uctl_kpadsNotVoted.title, uctl_kpadsNotVoted.labels, uctl_kpadsNotVoted.waitedFor},
               uctl_kpadsNotVoted.Visible && !uctl_kpadsNotVoted.Caption.empty());
   forms().refresh(name);
 }

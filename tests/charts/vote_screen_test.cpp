@@ -1,14 +1,19 @@
-// The vote screen: what it tells the controller, that all of it can be read on every screen, and its bars.
+// The vote screen: what it tells the controller, what it says to the room, and that all of it has its place.
 #include "charts/vote_screen/vote_screen.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <set>
+#include <sstream>
 
-#include "charts/look/graph_look.h"
+#include "charts/vote_screen/vote_model.h"
+#include "charts/vote_screen/vote_words.h"
 #include "core/glo.h"
 #include "core/model.h"
+#include "desktop/pictures/states/vote_states.h"
 #include "host/system.h"
 #include "support/test_host.h"
 
@@ -16,7 +21,6 @@ namespace qrn {
 namespace {
 
 using host::Element;
-using ::testing::ElementsAre;
 
 struct PlainVoteForm : VoteForm {
   PlainVoteForm() : VoteForm("xyVoteRuntime") {}
@@ -33,22 +37,25 @@ class VoteScreen : public ::testing::Test {
     glo.risks[0].text = "Fire";
     glo.risks[0].identifier = "A";
     options({"low", "high"});
-    glo.liveVotes.assign(8, "-100");
+    glo.liveVotes = {"1", "2", "2", "-100"};
+    glo.opt_StatsBoxPosition = "TR";
   }
   void options(std::vector<std::string> labels) {
     labels.emplace_back();
     glo.scaleLabels[0] = std::move(labels);
   }
-  void size(double width, double height) {
-    form.ScaleWidth = width * 15;
-    form.ScaleHeight = height * 15;
-  }
   void show() { DisplayVote(0, 1, -1, form); }
+  const Element* find(const char* array, int index) { return form.surface().find(array, index); }
   const Element& element(const char* array, int index) {
-    Element* found = form.surface().find(array, index);
+    const Element* found = find(array, index);
     if (found == nullptr)
       throw std::runtime_error(std::string(array) + " is not on the screen");
     return *found;
+  }
+  void resultUp() {
+    form.UpdateBars();
+    form.ShowBars(true);
+    form.state = VoteState::resultUp;
   }
 
   test::TestHost world;
@@ -66,167 +73,22 @@ TEST_F(VoteScreen, tellsTheControllerWhatIsVoted) {
   EXPECT_EQ(glo.voteTitle, "How likely?");
   EXPECT_EQ(glo.voteText, "|0.  low|1.  a/b|2.  high");
   EXPECT_EQ(form.lbl_Criteria[1].Caption, "1.  a|b");
+  EXPECT_EQ(element("optionKey", 1).caption + element("lbl_Criteria", 1).caption, "1a|b");
   EXPECT_EQ(glo.startFrom, 0);
   EXPECT_EQ(glo.options, 2);
   EXPECT_EQ(form.txt_AssNum + "/" + form.txt_RiskNum, "0/0");
+  glo.assessments[0].showTitleText = glo.assessments[0].showScaleText = false;
+  show();
+  EXPECT_EQ(find("lbl_assessment", 0), nullptr);
+  EXPECT_EQ(find("lbl_Criteria", 0), nullptr);
+  EXPECT_EQ(glo.voteTitle, "") << "not on phones either";
+  EXPECT_EQ(glo.voteText, "|0.  low|1.  a/b|2.  high");
   options({});
   glo.risks[0].text.clear();
   glo.CheckShowListItemIdentifier = false;
   show();
   EXPECT_EQ(glo.voteText, "   Vote Now");
   EXPECT_EQ(form.lbl_Risk.Caption, "   ");
-}
-
-TEST_F(VoteScreen, writesNumbersInGroups) {
-  for (const auto& [text, shown] : std::vector<std::pair<std::string, std::string>>{{"7", "7"},
-                                                                                    {"999", "999"},
-                                                                                    {"1000", "1,000"},
-                                                                                    {"1234567", "1,234,567"},
-                                                                                    {"K'Board", "K'Board"},
-                                                                                    {"", ""}}) {
-    form.SetVotesCastCount(text);
-    EXPECT_EQ(form.uctl_votesCast.label.Caption, shown);
-  }
-}
-
-TEST_F(VoteScreen, marksBarsByTheSetting) {
-  EXPECT_EQ(BarMark(2, 5, 0), "(2)");
-  EXPECT_EQ(BarMark(2, 5, 1), "40%");
-  EXPECT_EQ(BarMark(2, 3, 2), "67% (2)");
-  EXPECT_EQ(BarMark(0, 0, 2), "0% (0)");
-}
-
-// Everything inside the screen, nothing on top of something else, no text wider or higher than its place, no
-// text lost, and every text readable on what is behind it.
-void expectReadable(const VoteForm& form, std::size_t charactersExpected) {
-  const host::Surface& surface = form.surface();
-  const host::TextMeasure& measure = *host::host().textMeasure;
-  const GraphLook look = chooseLook(surface);
-  const auto ratio = [](double a, double b) { return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05); };
-  std::vector<std::pair<std::string, const Element*>> texts;
-  std::size_t characters = 0;
-  for (const host::ElementArray& array : surface.arrays())
-    for (const Element& e : array) {
-      const std::string name = array.name() + std::to_string(e.index);
-      if (!e.visible || array.name() == "graphPanel" || array.name() == "uctl_votesCast")
-        continue;
-      EXPECT_GE(e.left, -1) << name;
-      EXPECT_GE(e.top, -1) << name;
-      EXPECT_LE(e.left + e.width, surface.width + 1) << name;
-      EXPECT_LE(e.top + e.height, surface.height + 1) << name;
-      if (e.kind != Element::Kind::label)
-        continue;
-      EXPECT_LE(measure.TextWidth(e.caption, e.font.name, e.font.size, e.font.bold, e.font.italic),
-                e.width + 1)
-          << name << ": " << e.caption;
-      const auto lines = static_cast<double>(std::count(e.caption.begin(), e.caption.end(), '\n') + 1);
-      EXPECT_LE(lines * measure.LineHeight(e.font.name, e.font.size), e.height + 1) << name;
-      const double luminance = contrastRatio(e.colour, 0) * 0.05 - 0.05;
-      EXPECT_GE(ratio(luminance, look.lightText ? look.lightest : look.darkest), 4.5)
-          << name << ": " << e.caption;
-      if (array.name() == "lbl_Criteria")
-        characters += static_cast<std::size_t>(
-            std::count_if(e.caption.begin(), e.caption.end(), [](char c) { return c > ' '; }));
-      texts.emplace_back(name, &e);
-    }
-  EXPECT_EQ(characters, charactersExpected);
-  for (std::size_t i = 0; i < texts.size(); ++i)
-    for (std::size_t j = i + 1; j < texts.size(); ++j) {
-      const Element &a = *texts[i].second, &b = *texts[j].second;
-      const bool apart = a.left + a.width <= b.left + 1 || b.left + b.width <= a.left + 1 ||
-                         a.top + a.height <= b.top + 1 || b.top + b.height <= a.top + 1;
-      EXPECT_TRUE(apart) << texts[i].first << " and " << texts[j].first;
-    }
-}
-
-std::size_t letters(const VoteForm& form) {
-  std::size_t count = 0;
-  for (const VoteLabel& label : form.lbl_Criteria)
-    count += static_cast<std::size_t>(
-        std::count_if(label.Caption.begin(), label.Caption.end(), [](char c) { return c > ' '; }));
-  return count;
-}
-
-TEST_F(VoteScreen, canBeReadOnEveryScreen) {
-  const std::vector<std::pair<int, int>> screens{{1024, 768}, {1920, 1080}, {3840, 2160}};
-  const std::string sentence = "a rather long text that goes on and on about one thing or the other ";
-  const std::string word(70, 'W');
-  glo.CheckAverageScoreIndicator = 1;
-  for (const auto& [width, height] : screens)
-    for (const int count : {2, 5, 11})
-      for (const std::string& text : {std::string("short"), sentence + sentence, word})
-        for (const char* corner : {"TL", "TR", "BL", "BR"}) {
-          SCOPED_TRACE(std::to_string(width) + " options " + std::to_string(count) + " " + corner + " " +
-                       text.substr(0, 9));
-          size(width, height);
-          glo.opt_StatsBoxPosition = corner;
-          glo.risks[0].text = text == "short" ? text : sentence + text + sentence + sentence;
-          options(std::vector<std::string>(static_cast<std::size_t>(count), text));
-          show();
-          form.ShowBars(true);
-          form.ShowAverageScore(
-              "Average: 3.33\nStandard Deviation: 1.25\nDiversity: 94.28%\nParticipants: 120", true);
-          form.ShowVotesCastControl(false);
-          expectReadable(form, letters(form));
-        }
-}
-
-TEST_F(VoteScreen, canBeReadOnEveryBackground) {
-  world.files.files["/pictures/any.jpg"] = "";
-  glo.usePPTBackground = false;
-  const std::vector<std::array<int, 3>> colours{
-      {0, 0, 0}, {255, 255, 255}, {128, 128, 128}, {255, 255, 0}, {0, 0, 128}};
-  for (const auto& start : colours)
-    for (const auto& end : colours)
-      for (const char* picture : {"", "/pictures/any.jpg"}) {
-        glo.backgroundStart = start;
-        glo.backgroundEnd = end;
-        glo.assessments[0].imageFile = picture;
-        show();
-        expectReadable(form, letters(form));
-      }
-}
-
-TEST_F(VoteScreen, keepsTypeLarge) {
-  size(1024, 768);
-  options({"very low", "low", "medium", "high", "very high"});
-  show();
-  EXPECT_GE(element("lbl_Criteria", 0).font.size, 24);
-  EXPECT_GE(element("lbl_Risk", 0).font.size, 30);
-  size(3840, 2160);
-  form.LayOutAgain();
-  EXPECT_GE(element("lbl_Criteria", 0).font.size, 24 * 2160.0 / 768 - 1);
-}
-
-TEST_F(VoteScreen, hasRoomForTheHintHowToAbstain) {
-  glo.CheckAverageScoreIndicator = 0;
-  glo.opt_abstain = true;
-  show();
-  form.ShowAverageScore("    Vote '0' to abstain", true);
-  form.ShowVotesCastControl(false);
-  expectReadable(form, letters(form));
-}
-
-TEST_F(VoteScreen, followsTheStoredLayout) {
-  AssessmentRecord& stored = glo.assessments[0];
-  stored.lbl_Risk = stored.lbl_Assessment = {6000, 0, 1000, 500};
-  stored.lbl_Criteria[0] = {4000, 0, 2000, 4000};
-  stored.lbl_Criteria[1] = {4000, 0, 2000, 6000};
-  stored.img_chart = {5000, 3000, 9000, 4000};
-  stored.Img_VC = {0, 0, 99999, 3000};
-  options({"low", "high", "unplaced"});
-  show();
-  EXPECT_EQ(element("lbl_Risk", 0).left, 1000);
-  EXPECT_EQ(element("lbl_Risk", 0).top, 500);
-  EXPECT_EQ(element("lbl_Criteria", 1).top, 6000);
-  EXPECT_GT(element("lbl_Criteria", 2).top, 6000);
-  EXPECT_GE(element("lbl_assessment", 0).top, 500 + element("lbl_Risk", 0).height);  // under the item
-  EXPECT_GE(element("bar", 0).left, 9000);
-  EXPECT_LE(element("uctl_votesCast", 0).left + element("uctl_votesCast", 0).width, form.ScaleWidth);
-  size(2048, 1536);  // twice the screen that the layout was made for
-  form.LayOutAgain();
-  EXPECT_EQ(element("lbl_Risk", 0).left, 2000);
-  EXPECT_EQ(element("lbl_Criteria", 1).top, 12000);
 }
 
 TEST_F(VoteScreen, countsWhatTheAverageCounts) {
@@ -239,37 +101,296 @@ TEST_F(VoteScreen, countsWhatTheAverageCounts) {
   }
 }
 
-TEST_F(VoteScreen, growsTheBarsInPlace) {
+TEST_F(VoteScreen, saysTheCountInWords) {
+  struct Case {
+    const char* count;
+    int voted, room;
+    bool closed;
+    std::vector<int> counts;
+    const char *strong, *quiet, *told, *notice;
+  };
+  const Case cases[] = {
+      {"7", 7, 20, false, {}, "7", "of 20 voted", "Waiting for... 3 4 and 11 more", ""},
+      {"1,000", 1000, 1204, false, {}, "1,000", "of 1,204 voted", "Waiting for... 3 4 and 202 more", ""},
+      {"20", 20, 20, false, {}, "20", "of 20 voted", "Everyone has voted", ""},
+      {"K'Board", 3, 0, false, {}, "K'Board", "", "", ""},
+      {"Wait", 20, 20, false, {}, "Wait", "", "Everyone has voted", ""},
+      {"0", 0, 0, false, {}, "0", "voted", "No keypads yet. The vote counts each as it comes.", ""},
+      {"", 18, 20, true, {9, 9}, "18", "of 20 voted", "2 did not vote", ""},
+      {"", 20, 20, true, {9, 11}, "20", "of 20 voted", "Everyone has voted", ""},
+      {"",
+       0,
+       20,
+       true,
+       {0, 0},
+       "0",
+       "of 20 voted",
+       "20 did not vote",
+       "Nobody has voted. 0 of 20 keypads pressed a key."},
+      {"",
+       4,
+       20,
+       true,
+       {0, 0},
+       "4",
+       "of 20 voted",
+       "16 did not vote",
+       "4 voted, and none of these votes counts here. 3 abstained."},
+  };
+  for (const Case& c : cases) {
+    VoteNow now;
+    now.count = c.count;
+    now.voted = c.voted;
+    now.room = c.room;
+    now.closed = c.closed;
+    now.counts = c.counts;
+    now.abstains = 3;
+    if (c.room > 0)
+      now.waiting = WaitingFor{"Waiting for...", {"3", "4"}, c.room - c.voted};
+    EXPECT_EQ(countWords(now).strong, c.strong);
+    EXPECT_EQ(countWords(now).quiet, c.quiet);
+    EXPECT_EQ(toldWords(now, [](const std::string&) { return true; }), c.told) << c.count;
+    EXPECT_EQ(noticeWords(now), c.notice);
+  }
+  VoteNow narrow;
+  narrow.waiting = WaitingFor{"Waiting for...", {"3", "4", "5"}, 9};
+  narrow.room = 9;
+  const auto fits = [](std::size_t most) {
+    return [most](const std::string& text) { return text.size() <= most; };
+  };
+  EXPECT_EQ(toldWords(narrow, fits(30)), "Waiting for... 3 4 and 7 more");
+  EXPECT_EQ(toldWords(narrow, fits(1)), "Waiting for... 9 keypads");
+  EXPECT_EQ(barMark(2, 5, 0), (BarMark{"2", ""}));
+  EXPECT_EQ(barMark(2, 5, 1), (BarMark{"40\u00a0%", ""}));
+  EXPECT_EQ(barMark(2, 3, 2), (BarMark{"67\u00a0%", "  2"}));
+  EXPECT_EQ(barMark(0, 0, 2), (BarMark{"0", ""}));
+}
+
+bool apart(const Element& a, const Element& b) {
+  return a.right() <= b.left + 1 || b.right() <= a.left + 1 || a.bottom() <= b.top + 1 ||
+         b.bottom() <= a.top + 1;
+}
+
+// Where the lines of a label stand; figures reach no lower than their line.
+std::vector<Element> inkOf(const Element& e) {
+  if (e.kind != Element::Kind::label || e.isBadge())
+    return {e};
+  const host::TextMeasure& measure = *host::host().textMeasure;
+  const double share = e.align == host::Align::left ? 0 : e.align == host::Align::right ? 1 : 0.5;
+  const double step = measure.LineHeight(e.font.name, e.font.size);
+  std::vector<Element> lines;
+  std::istringstream text(e.caption);
+  for (std::string line; std::getline(text, line);) {
+    Element ink = e;
+    ink.width = measure.TextWidth(line, e.font.name, e.font.size, e.font.bold, e.font.italic);
+    ink.left += (e.width - ink.width) * share;
+    ink.top += step * static_cast<double>(lines.size());
+    const bool figures = line.find_first_not_of("0123456789.") == std::string::npos;
+    ink.height = figures ? measure.Ascent(e.font.name, e.font.size, e.font.bold, e.font.italic) : step;
+    lines.push_back(ink);
+  }
+  return lines;
+}
+
+bool clear(const Element& a, const Element& b) {
+  for (const Element& one : inkOf(a))
+    for (const Element& other : inkOf(b))
+      if (!apart(one, other))
+        return false;
+  return true;
+}
+
+// Everything on the screen, no text under the floor or outside its box, nothing on top of something else.
+void expectInPlace(const host::Surface& surface) {
+  const double floor = look::partOfHeight(look::Size::floor) * surface.height / 20;
+  std::vector<std::pair<std::string, Element>> taken;
+  for (const host::ElementArray& array : surface.arrays())
+    for (const Element& e : array) {
+      const std::string name = array.name() + std::to_string(e.index);
+      EXPECT_TRUE(e.left >= -1 && e.top >= -1 && e.right() <= surface.width + 1 &&
+                  e.bottom() <= surface.height + 1)
+          << name;
+      const bool solid = array.name() == "barTrack" || array.name() == "averageMark" || name == "joinCode0";
+      if (e.kind != Element::Kind::label && !solid)
+        continue;
+      if (e.kind == Element::Kind::label) {
+        EXPECT_GE(e.font.size, floor) << name;
+        for (const Element& line : inkOf(e)) EXPECT_LE(line.width, e.width + 30) << name << ": " << e.caption;
+      }
+      taken.emplace_back(name, e);
+    }
+  for (std::size_t i = 0; i < taken.size(); ++i)
+    for (std::size_t j = i + 1; j < taken.size(); ++j)
+      EXPECT_TRUE(clear(taken[i].second, taken[j].second)) << taken[i].first << " and " << taken[j].first;
+}
+
+TEST_F(VoteScreen, hasRoomForEverythingInEveryState) {
+  for (const auto& [width, height] : {std::pair(1024, 768), {1280, 1024}, {1920, 1080}, {3840, 2160}})
+    for (const pictures::VoteState& state :
+         pictures::voteStates(pictures::plainGround(true), width, height)) {
+      SCOPED_TRACE(state.name + " " + std::to_string(width));
+      expectInPlace(state.surface);
+    }
+}
+
+// Nothing jumps when a vote closes.
+TEST_F(VoteScreen, keepsItsPlacesWhenTheVoteCloses) {
+  std::set<std::string> compared;
+  const auto states = pictures::voteStates(pictures::plainGround(true), 1920, 1080);
+  for (const pictures::VoteState& open : states)
+    for (const pictures::VoteState& result : states)
+      if (open.name == "open" && result.name == "result")
+        for (const char* array : {"lbl_Risk", "lbl_assessment", "step", "lbl_Criteria", "optionKey", "track"})
+          for (const Element& e : *open.surface.find(array)) {
+            const Element& then = *result.surface.find(array, e.index);
+            EXPECT_TRUE(e.left == then.left && e.top == then.top && e.font.size == then.font.size) << array;
+            compared.insert(array);
+            if (std::string(array) == "track")
+              break;
+          }
+  EXPECT_EQ(compared.size(), 6U);
+}
+
+TEST_F(VoteScreen, followsTheStoredLayout) {
+  AssessmentRecord& stored = glo.assessments[0];
+  stored.lbl_Risk = stored.lbl_Assessment = {6000, 0, 1000, 500};
+  stored.lbl_Criteria[0] = {4000, 0, 2000, 4000};
+  stored.lbl_Criteria[1] = {4000, 0, 2000, 6000};
+  stored.img_chart = {5000, 3000, 9000, 4000};
+  stored.Img_VC = {0, 0, 99999, 3000};
+  options({"low", "high", "unplaced"});
   show();
-  const Element* bar = &element("bar", 1);
-  const std::size_t elements = form.surface().elementCount();
+  resultUp();
+  EXPECT_EQ(element("lbl_Risk", 0).left, 1000);
+  EXPECT_EQ(element("lbl_Risk", 0).top, 500);
+  EXPECT_GE(element("lbl_assessment", 0).top, 500 + element("lbl_Risk", 0).height);  // under the item
+  EXPECT_GT(element("lbl_Criteria", 2).top, 6000);
+  EXPECT_GE(element("barTrack", 0).left, 9000);
+  form.state = VoteState::open;
+  const Element& count = element("uctl_votesCast", 0);
+  EXPECT_EQ(count.top, 3000);
+  EXPECT_NEAR(count.right(), form.ScaleWidth, 1);
+  form.ScaleWidth *= 2;  // twice the screen that the layout was made for
+  form.ScaleHeight *= 2;
+  form.LayOutAgain();
+  EXPECT_EQ(element("lbl_Risk", 0).left, 2000);
+  EXPECT_GT(element("lbl_Criteria", 1).top, 11000);
+}
+
+// Options anywhere, of any width: their bars and marks stay clear of them.
+TEST_F(VoteScreen, neverCoversOptionsWithBars) {
+  test::SeededRandom random;
+  int drawn = 0;
+  for (int round = 0; round < 200; ++round) {
+    const int count = 2 + round % 9;
+    AssessmentRecord& stored = glo.assessments[0];
+    const auto length = [&](double least, double most) {
+      return static_cast<float>(least + random.Rnd() * (most - least));
+    };
+    const float width = length(2000, 15000), left = length(0, 8000), top = length(500, 6000),
+                step = length(500, 900);
+    for (int i = 0; i < count; ++i)
+      stored.lbl_Criteria[static_cast<std::size_t>(i)] = {width, step, left,
+                                                          top + step * static_cast<float>(i)};
+    stored.img_chart = round % 3 == 0
+                           ? LayoutRect{length(2000, 9000), length(2000, 6000), length(0, 9000), 3000}
+                           : LayoutRect{};
+    stored.scaleAlign = round % 3;
+    options(std::vector<std::string>(static_cast<std::size_t>(count), "an option of some length"));
+    show();
+    resultUp();
+    const host::Surface& surface = form.surface();
+    for (const char* bars : {"barTrack", "bar", "barMark", "barCount", "barKey"})
+      if (const host::ElementArray* array = surface.find(bars))
+        for (const Element& bar : *array)
+          for (const char* texts : {"lbl_Criteria", "optionKey", "lbl_Risk"})
+            for (const Element& text : *surface.find(texts)) {
+              ++drawn;
+              ASSERT_TRUE(clear(bar, text))
+                  << round << " " << bars << bar.index << " " << texts << text.index;
+            }
+  }
+  EXPECT_GT(drawn, 5000);
+}
+
+TEST_F(VoteScreen, showsBarsOnlyWhereTheyAreWanted) {
+  show();
   glo.liveVotes = {"1", "2", "2", "-2", "9", "2", "-100"};
-  form.UpdateBars();
-  form.ShowBars(true);
-  EXPECT_THAT(form.bars.counts, ElementsAre(1, 3));
-  EXPECT_EQ(&element("bar", 1), bar);
-  EXPECT_EQ(form.surface().elementCount(), elements);
-  EXPECT_TRUE(bar->visible);
-  EXPECT_NEAR(bar->width, 3 * element("bar", 0).width, 1);
-  EXPECT_EQ(element("barMark", 1).caption, "(3)");
+  EXPECT_EQ(find("bar", 0), nullptr) << "nobody follows the crowd";
+  resultUp();
+  EXPECT_NEAR(element("bar", 1).width, 3 * element("bar", 0).width, 1);
+  EXPECT_EQ(element("bar", 1).width, element("barTrack", 1).width);
+  EXPECT_EQ(element("barMark", 1).caption, "3");
+  EXPECT_EQ(element("bar", 1).backColour, look::themeFor({form.surface().background, -1}).data);
+  EXPECT_NE(element("bar", 0).backColour, element("bar", 1).backColour);
+  glo.assessments[0].pointColours[0] = 0x2040ff;  // the exercise's own
+  show();
+  resultUp();
+  EXPECT_EQ(element("bar", 0).backColour, 0x2040ff);
   form.ShowBars(false);
-  EXPECT_FALSE(bar->visible);
-  EXPECT_NEAR(bar->width, 3 * element("bar", 0).width, 1);
+  EXPECT_EQ(find("bar", 0), nullptr);
+  EXPECT_NE(find("lbl_Criteria", 0), nullptr);
 }
 
-TEST_F(VoteScreen, hasNoBarsWhenTheyAreNotWanted) {
-  glo.runByShowBarGraph = 0;
+TEST_F(VoteScreen, marksTheAverageBetweenTheOptions) {
+  options({"low", "middle", "high"});
+  glo.CheckAverageScoreIndicator = 1;
   show();
-  EXPECT_EQ(form.surface().find("bar", 0), nullptr);
+  glo.liveVotes = {"1", "2", "3", "3", "-100"};
+  resultUp();
+  form.average = 2.25;
+  EXPECT_EQ(find("average", 0), nullptr) << "it belongs to the statistics";
+  form.ShowAverageScore("Average: 2.25", true);
+  EXPECT_EQ(element("average", 0).caption, "2.25");
+  const auto middle = [&](const char* array, int index) {
+    return element(array, index).top + element(array, index).height / 2;
+  };
+  EXPECT_NEAR(middle("averageMark", 0), middle("barTrack", 1) * 0.75 + middle("barTrack", 2) * 0.25, 1);
 }
 
-TEST_F(VoteScreen, hidesTextsThatAreSwitchedOff) {
-  glo.assessments[0].showTitleText = glo.assessments[0].showScaleText = false;
+TEST_F(VoteScreen, offersTheCodeToJoinWhilePhonesAreInUse) {
+  struct Link : test::ScriptedLink {
+    host::RoomState room() const override { return state; }
+    host::RoomState state;
+  } link;
+  link.linkUp = true;
+  host::host().controller = &link;
   show();
-  EXPECT_FALSE(element("lbl_assessment", 0).visible);
-  EXPECT_FALSE(element("lbl_Criteria", 0).visible);
-  EXPECT_EQ(glo.voteTitle, "") << "not on phones either";
-  EXPECT_EQ(glo.voteText, "|1.  low|2.  high");
+  link.state.address = "192.168.1.20:7878";
+  struct Case {
+    long phones, rehearse;
+    bool takes, shown;
+  };
+  for (const Case& c : {Case{0, 0, true, true},
+                        {5, 0, true, true},
+                        {0, 20, true, false},
+                        {1, 20, true, true},
+                        {0, 20, false, false}}) {
+    link.state.phones = c.phones;
+    link.state.rehearse = c.rehearse;
+    link.state.takesPhones = c.takes;
+    const Element* code = find("joinCode", 1);
+    EXPECT_EQ(code != nullptr ? code->caption : "", c.shown ? "http://192.168.1.20:7878/" : "")
+        << c.phones << c.rehearse;
+  }
+  link.state.takesPhones = true;
+  form.state = VoteState::resultUp;
+  EXPECT_EQ(find("joinCode", 1), nullptr);
+  host::host().controller = nullptr;
+}
+
+// The picture is made when somebody looks, and only when something has changed.
+TEST_F(VoteScreen, isDrawnAnewOnlyWhenSomethingHasChanged) {
+  show();
+  const Element* before = find("lbl_Risk", 0);
+  EXPECT_EQ(find("lbl_Risk", 0), before);
+  form.SetVotesCastCount("1000");
+  EXPECT_EQ(element("uctl_votesCast", 1).caption, "1,000");
+  glo.activeKeypads.assign(2000, "1");
+  EXPECT_EQ(element("uctl_votesCast", 2).caption, "of 2,000 voted");
+  EXPECT_NEAR(element("track", 1).width, element("track", 0).width / 2, 1);
+  form.ShowVotesCastControl(false);
+  EXPECT_EQ(find("uctl_votesCast", 0), nullptr) << "no click ends it any more";
 }
 
 }  // namespace

@@ -59,7 +59,7 @@ TEST(Theme, PairsStayApartWithoutOneKindOfCone) {
 
 TEST(Theme, SizesStepDownToTheFloorAndNoFurther) {
   constexpr double kHeight = 1080 * 15;
-  EXPECT_DOUBLE_EQ(points(Size::item, kHeight), 0.065 * kHeight / 20);
+  EXPECT_DOUBLE_EQ(points(Size::item, kHeight), 71 * 0.75);  // 6.5 % are 70.2 pixels
   EXPECT_GT(partOfHeight(Size::word), partOfHeight(Size::label));
   EXPECT_EQ(smaller(Size::label), Size::floor);
   EXPECT_EQ(smaller(Size::floor), Size::floor);

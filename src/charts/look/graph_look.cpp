@@ -34,6 +34,22 @@ std::vector<std::int32_t> coloursBehind(const host::Surface& background) {
   return steps;
 }
 
+// Entries of the presentation's scheme; -1 without one.
+constexpr int kBackgroundEntry = 1, kAccentEntry = 5;
+std::int32_t slideColour(int entry) {
+  return glo.oPresentation != nullptr ? glo.oPresentation->SchemeColour(entry) : -1;
+}
+
+// Over a picture whose tone is known the theme stays as it is; the panel is as thick as that needs.
+bool reads(const look::Theme& theme, const GraphLook& look) {
+  const auto holds = [&](std::int32_t colour, double ratio) {
+    return readableColour(colour, look, ratio) == colour;
+  };
+  return holds(theme.text, kTextContrast) && holds(theme.quiet, kTextContrast) &&
+         holds(theme.highlight, kShapeContrast) && holds(theme.allWell, kShapeContrast) &&
+         holds(theme.alarm, kShapeContrast) && holds(theme.data, kShapeContrast);
+}
+
 // The look with light or dark text and the thinnest panel that makes it comfortable. A panel in the picture's
 // own tone lets the picture keep its colour and fades only what stands out of it.
 GraphLook lookWith(bool lightText, const std::vector<std::int32_t>& behind, std::int32_t tone = -1) {
@@ -42,6 +58,7 @@ GraphLook lookWith(bool lightText, const std::vector<std::int32_t>& behind, std:
   look.panelColour = look::untoldGround(lightText);
   if (tone >= 0 && luminanceRatio(lightText ? 1 : 0, luminance(tone)) >= kComfort)
     look.panelColour = tone;
+  const look::Theme theme = look::themeFor({look.panelColour, slideColour(kAccentEntry)});
   for (int step = 0; step <= 20; ++step) {
     look.panelOpacity = step / 20.0;
     look.darkest = 1;
@@ -51,7 +68,8 @@ GraphLook lookWith(bool lightText, const std::vector<std::int32_t>& behind, std:
       look.darkest = std::min(look.darkest, l);
       look.lightest = std::max(look.lightest, l);
     }
-    if (luminanceRatio(lightText ? 1 : 0, lightText ? look.lightest : look.darkest) >= kComfort)
+    if (luminanceRatio(lightText ? 1 : 0, lightText ? look.lightest : look.darkest) >= kComfort &&
+        (tone < 0 || reads(theme, look)))
       break;
   }
   return look;
@@ -75,12 +93,6 @@ std::string joined(const std::vector<std::string>& lines) {
   return caption;
 }
 
-// Entries of the presentation's scheme; -1 without one.
-constexpr int kBackgroundEntry = 1, kAccentEntry = 5;
-std::int32_t slideColour(int entry) {
-  return glo.oPresentation != nullptr ? glo.oPresentation->SchemeColour(entry) : -1;
-}
-
 // The theme of the ground that most of the background has; where something else can lie behind, it reads
 // there too.
 look::Theme themeOf(const GraphLook& look, const host::Surface& background) {
@@ -91,6 +103,8 @@ look::Theme themeOf(const GraphLook& look, const host::Surface& background) {
                                 : background.background;
   look::Theme theme =
       look::themeFor({blend(most, look.panelColour, look.panelOpacity), slideColour(kAccentEntry)});
+  if (background.pictureTone >= 0)
+    return theme;
   for (std::int32_t* text : {&theme.text, &theme.quiet, &theme.highlight, &theme.allWell, &theme.alarm})
     *text = readableColour(*text, look);
   for (std::int32_t* shape : {&theme.data, &theme.dataRest})
@@ -187,14 +201,28 @@ host::SurfaceFont themedFont(const FontRecord& own, double untouched, look::Size
 void addPanel(host::Surface& surface, const GraphLook& look) {
   if (look.panelOpacity <= 0)
     return;
-  host::Element panel;
-  panel.kind = host::Element::Kind::rectangle;
-  panel.width = surface.width;
-  panel.height = surface.height;
-  panel.backColour = look.panelColour;
-  panel.opacity = look.panelOpacity;
-  panel.bordered = false;
-  surface.add(host::Layer::background, "graphPanel", 0, std::move(panel));
+  const auto add = [&](int index, double outX, double outY, double opacity) {
+    host::Element panel;
+    panel.kind = host::Element::Kind::rectangle;
+    panel.left = outX * surface.width;
+    panel.top = outY * surface.height;
+    panel.width = surface.width - 2 * panel.left;
+    panel.height = surface.height - 2 * panel.top;
+    panel.backColour = look.panelColour;
+    panel.opacity = opacity;
+    panel.bordered = false;
+    surface.add(host::Layer::background, "graphPanel", index, std::move(panel));
+  };
+  if (surface.pictureTone < 0)
+    return add(0, 0, 0, look.panelOpacity);
+  // Rings that lie on each other: together they have the whole opacity where the margins end.
+  constexpr int kRings = 6;
+  constexpr double kFade = 0.018;
+  const double each = 1 - std::pow(1 - std::min(look.panelOpacity, 0.99), 1.0 / kRings);
+  for (int ring = 0; ring < kRings; ++ring) {
+    const double out = kFade * (kRings - ring) / kRings;
+    add(ring, look::kMarginX - out, look::kMarginY - out, each);
+  }
 }
 
 std::int32_t softened(std::int32_t colour, const GraphLook& look) {

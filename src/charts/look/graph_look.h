@@ -31,6 +31,7 @@ struct GraphLook {
   double panelOpacity = 0;
   double darkest = 0, lightest = 0;  // luminance that can lie behind text, panel included
   look::Theme theme;                 // for what can lie behind, at its worst
+  bool operator==(const GraphLook&) const = default;
 };
 GraphLook chooseLook(const host::Surface& background);
 
@@ -53,7 +54,8 @@ void setGraphBackground(host::Surface& surface, const std::string& file);
 host::SurfaceFont themedFont(const FontRecord& own, double untouched, look::Size size, double surfaceHeight,
                              bool bold);
 
-// The panel of a look, "graphPanel", over the whole surface; nothing when the look needs none.
+// The panel of a look, "graphPanel": over the whole surface, or over the slide's picture inside the margins
+// with soft edges, so that stripes and logos there stay clean. Nothing when the look needs none.
 void addPanel(host::Surface& surface, const GraphLook& look);
 
 double textWidth(const std::string& text, const host::SurfaceFont& font);

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numeric>
 
 #include "store/counted_votes.h"
 
@@ -16,17 +15,12 @@ std::vector<int> CountVotes(int startFrom, int options) {
   return counts;
 }
 
-std::string BarMark(int count, int total, int percentOrNumber) {
-  const std::string number = "(" + std::to_string(count) + ")";
-  if (percentOrNumber == 0)
-    return number;
-  const long percent = total > 0 ? std::lround(100.0 * count / total) : 0;
-  const std::string share = std::to_string(percent) + "%";
-  return percentOrNumber == 1 ? share : share + " " + number;
-}
-
-int LiveBars::total() const {
-  return std::accumulate(counts.begin(), counts.end(), 0);
+BarMark barMark(int count, int total, int percentOrNumber) {
+  const std::string number = std::to_string(count);
+  if (percentOrNumber == 0 || count <= 0 || total <= 0)
+    return {number, ""};
+  const std::string share = std::to_string(std::lround(100.0 * count / total)) + "\u00a0%";
+  return {share, percentOrNumber == 1 ? "" : "  " + number};
 }
 
 }  // namespace qrn

@@ -10,14 +10,18 @@ namespace qrn {
 // the scale are left out.
 std::vector<int> CountVotes(int startFrom, int options);
 
-// Text beside a bar by glo.graphPercentOrNumber: 0 "(12)", 1 "40%", 2 "40% (12)". Percent of `total`, whole
-// number.
-std::string BarMark(int count, int total, int percentOrNumber);
+// What stands behind a bar by glo.graphPercentOrNumber: 0 "12", 1 "40 %", 2 "40 %" and more quietly "12".
+// Percent of `total`, whole number. An option without votes has "0".
+struct BarMark {
+  std::string strong, quiet;
+  bool operator==(const BarMark&) const = default;
+};
+BarMark barMark(int count, int total, int percentOrNumber);
 
 struct LiveBars {
   std::vector<int> counts;  // per option, in the order of the options
+  int abstains = 0;
   bool Visible = false;
-  int total() const;
 };
 
 }  // namespace qrn

@@ -3,24 +3,25 @@
 #include <algorithm>
 
 #include "base/text.h"
-#include "charts/vote_screen/whole_text.h"
+#include "charts/vote_screen/vote_model.h"
+#include "charts/vote_screen/vote_words.h"
 #include "core/common.h"
 #include "core/diagnostics.h"
 #include "core/glo.h"
 #include "host/host.h"
 #include "host/system.h"
+#include "host/windows.h"
+#include "look/theme.h"
+#include "store/counted_votes.h"
 
 namespace qrn {
 
 namespace {
 
-constexpr double kThinnestBar = 45;  // twips of the bar of an option without votes
+constexpr int kFrame = 16;  // milliseconds
 
-// Digits in groups of three.
-std::string grouped(std::string digits) {
-  const std::size_t first = !digits.empty() && digits[0] == '-' ? 1 : 0;
-  for (std::size_t at = digits.size(); at > first + 3;) digits.insert(at -= 3, ",");
-  return digits;
+bool keyboardVotes() {
+  return glo.baseType.empty() || upperCase(glo.baseType) == "KBOARD";
 }
 
 std::string lineFeedsCleaned(const std::string& text) {
@@ -79,99 +80,104 @@ void uctlVotesCast::SetVotesCastCount(const std::string& text) {
   const bool digits =
       !text.empty() && text.find_first_not_of("0123456789", text[0] == '-' ? 1 : 0) == std::string::npos;
   label.Caption = digits ? grouped(text) : text;
+  if (digits)
+    voted = static_cast<int>(qrnVal(text));
 }
 
-VoteForm::VoteForm(std::string formName) : Form(std::move(formName)) {
+VoteForm::VoteForm(std::string formName) : Form(std::move(formName)), tmr_grow_(kFrame, [this] { grow(); }) {
   uctl_votesCast.Initialise();
 }
 
 void VoteForm::SetVotesCastCount(const std::string& text) {
   uctl_votesCast.SetVotesCastCount(text);
-  fitCount();
-}
-
-void VoteForm::fitCount() {
-  const VoteLabel& label = uctl_votesCast.label;
-  const WholeText fitted = setWhole(label.Caption, label.Font, label.Width, label.Height);
-  if (host::Element* element = surface_.find("uctl_votesCast", 1)) {
-    element->caption = fitted.caption;
-    element->font = fitted.font;
-    element->top = label.Top + (label.Height - fitted.height) / 2;
-  }
 }
 
 void VoteForm::ShowVotesCastControl(bool on) {
   uctl_votesCast.label.Visible = on;
-  showElements("uctl_votesCast", on);
 }
 
 void VoteForm::ShowAverageScore(const std::string& text, bool on) {
-  lbl_averageScore.Caption = text;
-  lbl_averageScore.Visible = on;
-  setElement("lbl_averageScore", 0, lbl_averageScore);
+  lbl_averageScore = {text, on};
 }
 
 void VoteForm::ShowBars(bool on) {
   bars.Visible = on;
-  for (const char* array : {"bar", "barMark", "barNumber"}) showElements(array, on);
 }
 
 void VoteForm::UpdateBars() {
-  std::vector<int> counts = CountVotes(glo.startFrom, glo.options);
-  if (counts == bars.counts)
-    return;
-  bars.counts = std::move(counts);
-  const int most = bars.counts.empty() ? 0 : *std::max_element(bars.counts.begin(), bars.counts.end());
-  for (std::size_t i = 0; i < bars.counts.size(); ++i) {
-    host::Element* bar = surface_.find("bar", static_cast<int>(i));
-    host::Element* mark = surface_.find("barMark", static_cast<int>(i));
-    if (bar == nullptr || mark == nullptr)
-      continue;
-    bar->width = std::max(kThinnestBar, most > 0 ? barSpan_ * bars.counts[i] / most : 0.0);
-    mark->left = bar->left + bar->width + 90;
-    mark->caption = BarMark(bars.counts[i], bars.total(), glo.graphPercentOrNumber);
-  }
+  bars.counts = CountVotes(glo.startFrom, glo.options);
+  bars.abstains = countedVotes().abstains;
+  roomAtClose_ = keypadsInRoom();
 }
 
-void VoteForm::ShowKeypads(const std::string& title, const std::string& text, bool on) {
-  lbl_kpadsTitle.Caption = title;
-  const WholeText fitted = setWhole(text, lbl_kpads.Font, lbl_kpads.Width, lbl_kpads.Height);
-  lbl_kpads.Caption = text;
-  lbl_kpadsTitle.Visible = lbl_kpads.Visible = on;
-  setElement("uctl_kpadsNotVoted", 1, lbl_kpadsTitle);
-  setElement("uctl_kpadsNotVoted", 2, lbl_kpads);
-  if (host::Element* element = surface_.find("uctl_kpadsNotVoted", 2)) {
-    element->caption = fitted.caption;
-    element->font = fitted.font;
-  }
-  if (host::Element* panel = surface_.find("uctl_kpadsNotVoted", 0)) {
-    panel->visible = on;
-    panel->height = lbl_kpads.Top + fitted.height - panel->top + 90;
-  }
+void VoteForm::GrowBars() {
+  if (!bars.Visible || host::host().windows == nullptr || !host::host().windows->motionWanted())
+    return;
+  grown_ = 0;
+  growsFrom_ = host::host().clock->microseconds();
+  tmr_grow_.setEnabled(true);
+}
+
+void VoteForm::grow() {
+  const double passed = static_cast<double>(host::host().clock->microseconds() - growsFrom_) / 1000;
+  grown_ = look::easedOut(passed / look::kQuick);
+  if (passed >= look::kQuick)
+    tmr_grow_.setEnabled(false);
+  host::host().forms->refresh(name);
+}
+
+void VoteForm::ShowKeypads(const WaitingFor& waiting, bool on) {
+  waiting_ = on ? std::optional(waiting) : std::nullopt;
 }
 
 void VoteForm::ShowStatus(const std::string& line) {
-  lbl_status.Caption = line;
-  lbl_status.Visible = !line.empty();
-  const WholeText fitted = setWhole(line, lbl_status.Font, lbl_status.Width, places_.status.Height);
-  setElement("lbl_status", 0, lbl_status);
-  if (host::Element* element = surface_.find("lbl_status", 0)) {
-    element->caption = fitted.caption;
-    element->font = fitted.font;
-    element->height = fitted.height;
-  }
+  lbl_status = {line, !line.empty()};
 }
 
-void VoteForm::setElement(const char* array, int index, const VoteLabel& label) {
-  if (host::Element* element = surface_.find(array, index)) {
-    element->caption = label.Caption;
-    element->visible = label.Visible;
-  }
+void VoteForm::LayOutAgain() {
+  question_ = questionOf(*this);
+  laidOut_ = false;
 }
 
-void VoteForm::showElements(const std::string& array, bool on) {
-  if (host::ElementArray* elements = surface_.find(array))
-    for (host::Element& element : *elements) element.visible = on;
+VoteNow VoteForm::now() const {
+  VoteNow now;
+  now.closed = closed();
+  now.count = uctl_votesCast.label.Visible ? uctl_votesCast.label.Caption
+                                           : grouped(std::to_string(uctl_votesCast.voted));
+  now.clickable = uctl_votesCast.label.Visible;
+  now.voted = uctl_votesCast.voted;
+  now.room = now.closed ? roomAtClose_ : keypadsInRoom();
+  if (now.room > 0)
+    now.room = std::max(now.room, now.voted);  // some have left after their vote
+  now.keyboard = keyboardVotes();
+  now.waiting = waiting_;
+  now.counts = bars.counts;
+  now.abstains = bars.abstains;
+  now.barsShown = bars.Visible;
+  now.grown = grown_;
+  if (now.closed && lbl_averageScore.Visible)
+    now.average = average;
+  now.stats = lbl_averageScore.Visible ? lbl_averageScore.Caption : "";
+  now.status = lbl_status.Caption;
+  now.joinAddress = now.closed ? "" : joinAddress();
+  return now;
+}
+
+// Made anew only when something has changed since the last look.
+const host::Surface& VoteForm::surface() const {
+  VoteNow asked = now();
+  if (!asked.joinAddress.empty() && !question_.aside) {
+    question_.aside = true;
+    laidOut_ = false;
+  }
+  if (laidOut_ && drawn_ == asked)
+    return surface_;
+  if (!laidOut_)
+    layout_ = layOut(question_);
+  laidOut_ = true;
+  surface_ = voteModel(question_, layout_, asked);
+  drawn_ = std::move(asked);
+  return surface_;
 }
 
 void DisplayVote(int item, int assessment, int round, VoteForm& form) {
@@ -191,10 +197,11 @@ void DisplayVote(int item, int assessment, int round, VoteForm& form) {
     setCriteria(assessment, form);
     setVoteTexts(form);
     form.uctl_votesCast.label.Visible = true;
+    form.uctl_votesCast.voted = 0;
     form.bars = {};
-    form.lbl_averageScore.Caption.clear();
-    form.lbl_averageScore.Visible = false;
-    form.lbl_kpadsTitle.Visible = form.lbl_kpads.Visible = false;
+    form.average.reset();
+    form.ShowAverageScore("", false);
+    form.ShowKeypads({}, false);
     form.LayOutAgain();
   });
 }

@@ -64,19 +64,19 @@ void FormPictures::takeVote() {
   auto& form = shown<xyVoteRuntime>(formName::runtime);
   DisplayVote(1, 1, 0, form);
   form.SetVotesCastCount("17");
+  form.ShowKeypads({"Waiting for...", {"3", "7", "12", "18", "21", "22", "30", "31"}, 23}, true);
   take(formName::runtime, "open");
-  form.ShowKeypads("Waiting for...", "3 7 12 18 21 22 30 31", true);
-  take(formName::runtime, "waiting");
-  form.ShowKeypads("", "", false);
+  form.ShowKeypads({}, false);
   form.ShowVotesCastControl(false);
   form.UpdateBars();
+  form.average = 3.21;
+  form.state = VoteState::resultUp;
   form.ShowBars(true);
   form.ShowAverageScore(
       "Average: 3.21\r\nStandard Deviation: 1.07\r\nDiversity: 42.5%\r\nParticipants: 40\r\nAbstains: 2",
       true);
   take(formName::runtime, "result");
-  form.ShowStatus("The controller is away. Votes given until now are kept.");
-  take(formName::runtime, "link-lost");
+  form.state = VoteState::prepared;
 }
 
 void FormPictures::takeQuitOptions() {

@@ -55,7 +55,10 @@ Album::Album(QString folder) : folder_(std::move(folder)) {
 
 void Album::take(QWidget& window, const QString& name) {
   deliverEvents();
-  const QPixmap picture = window.grab();
+  save(window.grab().toImage(), name);
+}
+
+void Album::save(const QImage& picture, const QString& name) {
   const QString file =
       QString("%1/%2-%3x%4.png").arg(folder_, name).arg(picture.width()).arg(picture.height());
   if (files_.contains(file))
@@ -73,9 +76,9 @@ struct Set {
   const char* name;
   void (*take)(Album&);
 };
-constexpr Set kSets[]{{"deck", takeDeckWindow}, {"show", takeSlideShow}, {"keypads", takeKeypads},
-                      {"dialogs", takeDialogs}, {"forms", takeForms},    {"graphs", takeGraphs},
-                      {"stage", takeStage}};
+constexpr Set kSets[]{{"deck", takeDeckWindow}, {"show", takeSlideShow},   {"keypads", takeKeypads},
+                      {"dialogs", takeDialogs}, {"votes", takeVoteStates}, {"forms", takeForms},
+                      {"graphs", takeGraphs},   {"stage", takeStage}};
 
 // The set of that name, or every one.
 int takeAll(const QString& folder, const QString& name) {
@@ -106,7 +109,7 @@ int takeAll(const QString& folder, const QString& name) {
 int main(int argc, char** argv) {
   const QApplication application(argc, argv);
   if (argc < 2 || argc > 3) {
-    std::cerr << "usage: quorin-pictures DIR [deck|show|keypads|dialogs|forms|graphs|stage]\n";
+    std::cerr << "usage: quorin-pictures DIR [deck|show|keypads|dialogs|votes|forms|graphs|stage]\n";
     return 2;
   }
   qrn::desktop::applyStyle(*qApp);

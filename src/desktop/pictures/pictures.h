@@ -1,6 +1,7 @@
 // What every set of pictures needs: a folder, the sizes, and a way to take one.
 #pragma once
 
+#include <QImage>
 #include <QSet>
 #include <QSize>
 #include <QString>
@@ -18,6 +19,7 @@ class Album {
   // Writes "<name>-<width>x<height>.png"; throws HostError when it cannot, or when that picture has been
   // taken.
   void take(QWidget& window, const QString& name);
+  void save(const QImage& picture, const QString& name);
   int count() const { return static_cast<int>(files_.size()); }
 
  private:
@@ -31,6 +33,7 @@ void takeDeckWindow(Album& album);
 void takeSlideShow(Album& album);
 void takeKeypads(Album& album);
 void takeDialogs(Album& album);
+void takeVoteStates(Album& album);
 void takeForms(Album& album);
 void takeGraphs(Album& album);
 void takeStage(Album& album);  // what stands over the graphs

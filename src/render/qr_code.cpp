@@ -1,4 +1,4 @@
-#include "desktop/qr_code.h"
+#include "render/qr_code.h"
 
 #include <qrencode.h>
 
@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <memory>
 
-namespace qrn::desktop {
+namespace qrn::render {
 
 QImage qrCode(const QString& text, int pixels) {
   constexpr int kQuietModules = 4;
@@ -29,4 +29,4 @@ QImage qrCode(const QString& text, int pixels) {
   return image;
 }
 
-}  // namespace qrn::desktop
+}  // namespace qrn::render
