@@ -37,7 +37,7 @@ class AnalysisCase : public RunCase {
   struct ListForm : host::Form, ItemListForm {
     explicit ListForm(AnalysisCase& told) : host::Form("xyVote"), told_(told) {}
     void renumber() override { told_.tell("renumbered"); }
-    void rebuildList() override {}
+    void rebuildList() override { told_.tell("list built anew"); }
     void showDataMessage(const std::string& message) override { told_.tell(escaped(message)); }
 
    private:
