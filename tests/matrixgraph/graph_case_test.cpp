@@ -164,8 +164,19 @@ class MatrixGraphCase : public RunCase {
                           &shadow = *form().surface().find("labelRiskShadow", words.number(0));
       std::ostringstream text;
       text << shadow.left - key.left << " " << shadow.top - key.top << (key.font.bold ? ", bold" : "")
-           << (shadow.colour == 0xffffff - key.colour ? ", in the complement" : "");
+           << (shadow.colour == 0xffffff - key.colour ? ", in the complement" : "")
+           << (shadow.width == key.width && shadow.height == key.height ? ", of its size" : "");
       tell(text.str());
+    });
+    on("outstanding", [this](const Words&) {
+      std::string all = "stand out:";
+      for (const PlottedItem& item : form().model().plotted)
+        all += item.top ? " " + glo.risks[static_cast<std::size_t>(item.risk)].identifier : "";
+      tell(all);
+    });
+    on("resize", [this](const Words&) {
+      form().Form_Resize();
+      tell(form().tmr_load.enabled() ? "is drawn anew" : "stays");
     });
     on("tip", [this](const Words& words) {
       const host::Element* e = form().surface().find(words[0], 0);
