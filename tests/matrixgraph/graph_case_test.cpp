@@ -174,9 +174,10 @@ class MatrixGraphCase : public RunCase {
         all += item.top ? " " + glo.risks[static_cast<std::size_t>(item.risk)].identifier : "";
       tell(all);
     });
-    on("resize", [this](const Words&) {
+    on("resize", [this](const Words& words) {
+      form().ScaleWidth = words.number(0);
+      form().ScaleHeight = words.number(1);
       form().Form_Resize();
-      tell(form().tmr_load.enabled() ? "is drawn anew" : "stays");
     });
     on("tip", [this](const Words& words) {
       const host::Element* e = form().surface().find(words[0], 0);
