@@ -10,11 +10,15 @@
 #include "core/show_keys.h"
 #include "host/dialogs.h"
 #include "host/host.h"
+#include "host/system.h"
+#include "look/theme.h"
 #include "matrixgraph/xy_vote_graph.h"
 
 namespace qrn {
 
 namespace {
+
+constexpr double kGrowMs = 250;
 
 namespace key = host::key;
 
@@ -143,7 +147,21 @@ void xyVoteGraph::reportUnlisted(const std::string& itemKey) {
 
 void xyVoteGraph::ShowSingleItem(int risk) {
   view.zoomedItem = glo.item(risk).ID;
+  growsSince_ = host::host().clock->microseconds();
+  view.growth = visible ? 1 : kGrown;  // nobody watches a form that is not shown
+  tmr_grow.setEnabled(visible);
   showView();
+}
+
+void xyVoteGraph::tmr_grow_Timer() {
+  const double part = static_cast<double>(host::host().clock->microseconds() - growsSince_) / 1000 / kGrowMs;
+  view.growth = 1 + (kGrown - 1) * look::eased(part);
+  if (part >= 1 || view.zoomedItem == host::kNoItem) {
+    view.growth = kGrown;
+    tmr_grow.setEnabled(false);
+  }
+  model_.grow(view);
+  host::host().forms->refresh(name);
 }
 
 void xyVoteGraph::showAll() {

@@ -50,6 +50,11 @@ const GraphArray* graphArray(const std::string& name);  // null for arrays that 
 const GraphArray& graphArray(Part part, int pair);
 host::ElementArray& arrayOf(host::Surface& surface, Part part, int pair);  // made when it is not there yet
 
+// The scales of a pair, upwards and across.
+struct PairSpans {
+  ScaleSpan up, across;
+};
+
 // One item on the graph, by pair.
 struct PlottedItem {
   int risk = -1;  // index into glo.risks
@@ -64,12 +69,14 @@ struct PlottedItem {
   std::array<int, kPairs> group{};      // number of the marker that stands for it; 0: it stands for itself
 };
 
+inline constexpr double kGrown = 1.4;  // the key of an item shown alone, against the others
+
 // Everything that decides what is seen of the items.
 struct GraphView {
   std::array<bool, kPairs> roundVisible{};
   int zoomedItem = host::kNoItem;    // ID of the item shown alone
   int selectedItem = host::kNoItem;  // ID of the item with a ring
-  double growth = 1.4;               // of the key of the item shown alone
+  double growth = kGrown;            // of the key of the item shown alone
   bool pairLines = true;
   bool covering = true;  // a key that another one covers becomes a dot
   bool shadows = false;  // of keys; the discs that they stand on make them needless

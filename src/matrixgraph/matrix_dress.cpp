@@ -92,6 +92,11 @@ void MatrixModel::tellBehind(const std::vector<KeyInFront>& fronts) {
   }
 }
 
+void MatrixModel::grow(const GraphView& view) {
+  undress();
+  dress(view);
+}
+
 void MatrixModel::undress() {
   for (const Dressed& one : dressed_) {
     Element& element = *one.element;

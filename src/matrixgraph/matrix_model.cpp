@@ -72,6 +72,7 @@ void plotPairs(MatrixModel& model, const MatrixRequest& request) {
       plotter.plotPair(pair);
   model.plotted = plotter.takePlotted();
   model.discs = plotter.discs();
+  model.spans = plotter.spans();
 }
 
 // In the row of the vertical title, or in the middle of an empty plot.
@@ -135,6 +136,20 @@ MatrixModel plotMatrix(const MatrixRequest& request) {
   plotPairs(model, request);
   layTitles(model, request);
   return model;
+}
+
+PlotPoint MatrixModel::scoresAt(int pair, PlotPoint place) const {
+  const PairSpans& scales = spans[static_cast<std::size_t>(pair)];
+  const PlotPoint part = fractionsAt(canvas.area, place);
+  return {scales.across.low + part.x * scales.across.range, scales.up.low + part.y * scales.up.range};
+}
+
+PlotPoint MatrixModel::placeOf(int pair, PlotPoint scores) const {
+  const PairSpans& scales = spans[static_cast<std::size_t>(pair)];
+  const auto part = [](double score, const ScaleSpan& scale) {
+    return scale.range > 0 ? (score - scale.low) / scale.range : 0;
+  };
+  return pointOf(canvas.area, part(scores.x, scales.across), part(scores.y, scales.up));
 }
 
 // Its font falls a point at a time until the text fits; it stands centred at the top.

@@ -26,13 +26,19 @@ struct MatrixModel {
   AxisPlan across, up;
   ScaleSizes scaleSizes{1, 1};  // of the first pair, 1 at least
   int withoutPoints = 0;  // an assessment without voting points; then the graph ends with its axis lines
-  std::vector<PlottedItem> plotted;          // items that stand in some pair, in list order
+  std::vector<PlottedItem> plotted;  // items that stand in some pair, in list order
+  std::array<PairSpans, kPairs> spans{};
   std::array<std::int32_t, kPairs> discs{};  // what the keys of each pair stand on
   std::string dataMessage;                   // kDataMessage and a line for each item without votes
 
   // Shows what the view lets through, and keys as they look in it.
   void show(const GraphView& view);
   void setTitle(const std::string& text);
+  // How the item shown alone looks while its key grows; everything else stays.
+  void grow(const GraphView& view);
+  // Scores of a pair at a place, `x` across and `y` upwards, beyond the scales too; and the way back.
+  PlotPoint scoresAt(int pair, PlotPoint place) const;
+  PlotPoint placeOf(int pair, PlotPoint scores) const;
 
  private:
   // An element that stands out, and how it looks when it does not.

@@ -30,6 +30,11 @@ double scoreFraction(float value, float range) {
   return range > 0 ? static_cast<double>(rounded) / static_cast<double>(range) : 0;
 }
 
+PlotPoint fractionsAt(const PlotArea& area, PlotPoint place) {
+  return {(place.x - area.X1 - area.cellWidth / 2) / (area.X2 - area.X1 - area.cellWidth),
+          (area.Y2 - area.cellHeight / 2 - place.y) / (area.Y2 - area.Y1 - area.cellHeight)};
+}
+
 PlotPoint pointOf(const PlotArea& area, double fractionX, double fractionY) {
   return {nearest(area.X1 + fractionX * ((area.X2 - area.X1) - area.cellWidth) + area.cellWidth / 2),
           nearest(area.Y2 - fractionY * ((area.Y2 - area.Y1) - area.cellHeight) - area.cellHeight / 2)};

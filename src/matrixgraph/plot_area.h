@@ -22,7 +22,14 @@ PlotArea placePlotArea(double width, double height, bool numbered);
 // range, 0 for an empty range.
 double scoreFraction(float value, float range);
 
+// What a scale holds: its lowest score and how far it reaches.
+struct ScaleSpan {
+  double low = 0, range = 0;
+};
+
 // Centre of a label, whole twips to the nearest.
 PlotPoint pointOf(const PlotArea& area, double fractionX, double fractionY);
+// The fractions across and up at a place: the way back.
+PlotPoint fractionsAt(const PlotArea& area, PlotPoint place);
 
 }  // namespace qrn

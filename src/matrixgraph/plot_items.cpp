@@ -57,20 +57,25 @@ std::string tipOf(int risk, int vertical, int horizontal) {
 
 }  // namespace
 
+ScaleSpan scaleSpan(int assessment, bool diversity, int multiPlotTop) {
+  if (diversity)
+    return {0, 100};
+  if (assessment >= kMultiPlotSlot) {
+    const int step = GetMultiPlotAxisScaleStep(multiPlotTop);
+    return {static_cast<double>(step), static_cast<double>(multiPlotTop - step)};
+  }
+  const AssessmentRecord& scale = glo.assessments[slotOf(assessment)];
+  if (scale.voteType == 3)
+    return {0, 100};
+  return {static_cast<double>(scale.startFrom), static_cast<double>(scale.scalePointCount - 1)};
+}
+
 double itemFraction(int risk, int assessment, bool diversity, int multiPlotTop) {
   const RiskRecord& record = riskAt(risk);
   const std::size_t slot = slotOf(assessment);
-  if (diversity)
-    return scoreFraction(record.diversity[slot] * 100, 100);
-  if (assessment >= kMultiPlotSlot) {
-    const auto step = static_cast<float>(GetMultiPlotAxisScaleStep(multiPlotTop));
-    return scoreFraction(record.average[slot] - step, static_cast<float>(multiPlotTop) - step);
-  }
-  const AssessmentRecord& scale = glo.assessments[slot];
-  if (scale.voteType == scaleKind::balance)
-    return scoreFraction(record.average[slot], 100);
-  return scoreFraction(record.average[slot] - static_cast<float>(scale.startFrom),
-                       static_cast<float>(scale.scalePointCount - 1));
+  const ScaleSpan span = scaleSpan(assessment, diversity, multiPlotTop);
+  const float value = diversity ? record.diversity[slot] * 100 : record.average[slot];
+  return scoreFraction(value - static_cast<float>(span.low), static_cast<float>(span.range));
 }
 
 std::string keyOfCaption(const std::string& caption) {
@@ -141,6 +146,11 @@ void ItemPlotter::plotPair(int pair) {
                     horizontal = slotOf(horizontalOf(request_, pair));
   const PairLook look = lookOf(pair);
   discs_[static_cast<std::size_t>(pair)] = look.disc;
+  const auto span = [&](int assessment) {
+    return scaleSpan(assessment, diversity_, multiPlotTop_[assessment == kMultiPlotSlot + 1 ? 1 : 0]);
+  };
+  spans_[static_cast<std::size_t>(pair)] = {span(verticalOf(request_, pair)),
+                                            span(horizontalOf(request_, pair))};
   int n = 0;
   for (PlottedItem& item : items_) {
     const RiskRecord& record = riskAt(item.risk);

@@ -12,6 +12,9 @@
 
 namespace qrn {
 
+// The scale of a value of the plot request. `multiPlotTop` is its top where that is a MultiPlot.
+ScaleSpan scaleSpan(int assessment, bool diversity, int multiPlotTop);
+
 // Score of an item on a value of the plot request as a fraction of its scale. `multiPlotTop` is the top of
 // the scale where the value is a MultiPlot.
 double itemFraction(int risk, int assessment, bool diversity, int multiPlotTop);
@@ -30,6 +33,7 @@ class ItemPlotter {
   // `dataMessage` gets a line for each item and assessment without votes.
   ItemPlotter(GraphCanvas& canvas, const PlotRequest& request, bool diversity, std::string& dataMessage);
   void plotPair(int pair);
+  const std::array<PairSpans, kPairs>& spans() const { return spans_; }
   const std::array<std::int32_t, kPairs>& discs() const { return discs_; }
   std::vector<PlottedItem> takePlotted();  // the items that stand in some pair, in list order
 
@@ -54,6 +58,7 @@ class ItemPlotter {
   const bool diversity_;
   int lastPair_ = 0;
   std::array<std::int32_t, kPairs> discs_{};
+  std::array<PairSpans, kPairs> spans_{};
   std::array<int, 2> multiPlotTop_{};
   std::string& dataMessage_;
   std::vector<PlottedItem> items_;  // by index into glo.risks

@@ -17,7 +17,7 @@ namespace qrn {
 
 namespace {
 
-constexpr int kLoadDelayMs = 10;
+constexpr int kLoadDelayMs = 10, kFrameMs = 15;
 constexpr int kSkewPlotting = 2;
 
 void say(const std::string& text) {
@@ -49,7 +49,9 @@ bool computeMultiPlots(const PlotRequest& request) {
 }  // namespace
 
 xyVoteGraph::xyVoteGraph()
-    : Form(formName::matrixGraph), tmr_load(kLoadDelayMs, [this] { tmr_load_Timer(); }) {
+    : Form(formName::matrixGraph),
+      tmr_load(kLoadDelayMs, [this] { tmr_load_Timer(); }),
+      tmr_grow(kFrameMs, [this] { tmr_grow_Timer(); }) {
   List1.selectionChanged = [this](int row) { selectItem(riskOfRow(row)); };
   List1.activated = [this](int row) { List1_DblClick(row); };
   List1.menuWanted = [this](int row) { List1_RightClick(row); };
@@ -67,6 +69,7 @@ void xyVoteGraph::Form_Load() {
 }
 
 void xyVoteGraph::Form_Unload() {
+  tmr_grow.setEnabled(false);
   tmr_load.setEnabled(false);
   progress("");
 }

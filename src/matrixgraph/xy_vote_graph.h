@@ -70,11 +70,13 @@ struct xyVoteGraph : host::Form {
   int distributionRisk = -1;  // the last request to the distribution graph
   PlotRequest distributionPairs = kNoPairs;
   host::Timer tmr_load;
+  host::Timer tmr_grow;  // while the key of the item shown alone grows
 
  private:
   void failGraph();
   void plot(const PlotRequest& request);
   void showView();
+  void tmr_grow_Timer();
   MatrixRequest requestFor(const PlotRequest& pairs) const;
   void setTitle(const std::string& text);
   void showAll();
@@ -113,6 +115,7 @@ struct xyVoteGraph : host::Form {
 
   MatrixModel model_;
   Drag drag_;  // no array: none
+  std::int64_t growsSince_ = 0;
 };
 
 // Makes the forms of this room and of the charts below it known to the form registry.

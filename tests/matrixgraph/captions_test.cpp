@@ -1,8 +1,8 @@
 #include "matrixgraph/xy_vote_graph.h"
 
+#include "base/errors.h"
 #include "charts/graph_fixture.h"
 #include "charts/look/graph_look.h"
-#include "base/errors.h"
 
 namespace qrn {
 namespace {

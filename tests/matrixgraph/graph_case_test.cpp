@@ -2,6 +2,7 @@
 #include <cmath>
 
 #include "charts/graph_fixture.h"
+#include "core/common.h"
 #include "matrixgraph/axis_plan.h"
 #include "matrixgraph/plot_area.h"
 #include "matrixgraph/xy_vote_graph.h"
@@ -24,6 +25,7 @@ class MatrixGraphCase : public RunCase {
     surfaceCommands();
     planCommands();
     placeCommands();
+    scoreCommands();
   }
   static void plots(int count) {
     std::vector<std::string> keys;
@@ -191,6 +193,34 @@ class MatrixGraphCase : public RunCase {
       std::ostringstream text;
       text << width(1) / width(2);
       tell(text.str());
+    });
+  }
+  void scoreCommands() {
+    // scores PAIR: those at the places of the items, upwards and across, and whether they lead back there
+    on("scores", [this](const Words& words) {
+      const int pair = words.number(0) - 1;
+      const MatrixModel& model = form().model();
+      for (const PlottedItem& item : model.plotted) {
+        const PlotPoint place = item.centre[static_cast<std::size_t>(pair)];
+        const PlotPoint scores = model.scoresAt(pair, place), back = model.placeOf(pair, scores);
+        tell(glo.item(item.risk).identifier + " " + formatPlaces(scores.y, 2) + " " +
+             formatPlaces(scores.x, 2) + (back.x == place.x && back.y == place.y ? "" : ", not back"));
+      }
+    });
+    // watch KEY: the form is in sight and the key pressed; how the disc of the second item is seen to grow
+    on("watch", [this](const Words& words) {
+      world.forms.show("xyVoteGraph");
+      const host::Element& key = *form().surface().find("labelRisk", 2);
+      const double plain = key.width;
+      const std::int64_t begin = world.clock.micros;
+      bool even = true;
+      form().Form_KeyPress(words[0][0]);
+      for (double last = key.width; form().tmr_grow.enabled(); last = key.width)
+        host::waitUntil([&] { return key.width != last || !form().tmr_grow.enabled(); }),
+            even = even && key.width >= last;
+      tell(formatPlaces(key.width / plain, 2) + " after " +
+           formatPlaces(static_cast<double>(world.clock.micros - begin) / 1e6, 1) +
+           (even ? " s, never back" : " s, and back"));
     });
   }
   void planCommands() {
