@@ -44,11 +44,17 @@ void runMtxImport(const MtxArguments& arguments, const CliHooks& hooks) {
   if (!looksLikeExerciseText(text))
     throw HostError(Fault::badData, 0, arguments.from + " is not an exercise text; nothing was changed");
   const ExerciseReading reading = readExercise(text, glo);
+  if (!reading.itemsWhole)
+    throw HostError(
+        Fault::badData, 0,
+        arguments.from + " is cut short or damaged: its list of items is not whole; nothing was changed");
   takeExercise(reading);
-  if (!reading.complete || reading.damagedValues > 0)
-    std::cerr << "quorin-matrix: " << arguments.from
-              << (reading.complete ? " is damaged: " : " is cut short: ") << glo.itemCount()
-              << " items could be read, " << reading.damagedValues << " values could not\n";
+  glo.exerciseDamaged = !reading.complete || reading.damagedValues > 0;
+  if (glo.exerciseDamaged)
+    std::cerr
+        << "quorin-matrix: " << arguments.from << (reading.complete ? " is damaged: " : " is cut short: ")
+        << glo.itemCount() << " items could be read, " << reading.damagedValues
+        << " values could not; the text that stood on the slide is kept there in a tag QRNMATRIXDAMAGED\n";
   if (!reading.missingFonts.empty())
     std::cerr << "quorin-matrix: not installed, Arial stands in: " << someOf(reading.missingFonts) << "\n";
   if (!saveXY())

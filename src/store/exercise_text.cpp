@@ -161,6 +161,15 @@ std::string textToStore() {
   return writeInPlace(glo);
 }
 
+// Beside what was kept there before.
+void keepDamaged(host::Tags& tags, const std::string& text) {
+  std::string tag = tagName::damagedExercise;
+  for (int number = 2; !tags.Item(tag).empty() && tags.Item(tag) != text; ++number)
+    tag = tagName::damagedExercise + std::to_string(number);
+  if (!text.empty())
+    tags.Add(tag, text);
+}
+
 // The text on its way to the slide: written to a file and read back from it.
 std::string throughFile(const std::string& text) {
   const host::Host& world = host::host();
@@ -181,7 +190,7 @@ std::string throughFile(const std::string& text) {
 }  // namespace
 
 ExerciseReading readExercise(const std::string& text, Exercise base, ReadFor purpose) {
-  ExerciseReading reading{std::move(base), !trimBlanks(text).empty(), 0, {}, {}};
+  ExerciseReading reading{std::move(base), !trimBlanks(text).empty(), false, 0, {}, {}};
   if (!reading.complete)
     return reading;
   const std::string utf8 = toUtf8(text);
@@ -189,9 +198,11 @@ ExerciseReading readExercise(const std::string& text, Exercise base, ReadFor pur
   try {
     mtx::bodyLines(reader, reading.exercise);
     mtx::readNamedSettings(reader, reading.exercise);
+    reading.complete = !reader.cutShort();
   } catch (const mtx::InputPastEnd&) {
     reading.complete = false;
   }
+  reading.itemsWhole = reader.itemsWhole;
   finish(reader, reading.exercise);
   reading.damagedValues = reader.damaged();
   reading.missingFonts = std::move(reader.missingFonts);
@@ -260,7 +271,7 @@ bool saveXY(const std::string& path) {
         if (stored.empty())
           return;
         if (std::exchange(glo.exerciseDamaged, false))
-          tags->Add(tagName::damagedExercise, tags->Item(tagName::exercise));
+          keepDamaged(*tags, tags->Item(tagName::exercise));
         tags->Add(tagName::exercise, stored);
         exerciseHistory().stored();
       },

@@ -21,6 +21,7 @@ namespace qrn {
 struct ExerciseReading {
   Exercise exercise;
   bool complete = true;                // false: the text was cut short, or there was none
+  bool itemsWhole = true;              // false: the list of items is not all there
   int damagedValues = 0;               // values that made no sense and left their members as they stood
   std::set<std::string> missingFonts;  // names that became "Arial"
   std::vector<std::string> messages;   // about its categories

@@ -65,6 +65,11 @@ void TextWriter::put(Q value) {
   put(T(value.v));
 }
 
+void TextWriter::put(T1 value) {
+  makeOneLine(value.v);
+  put(T(value.v));
+}
+
 void TextWriter::put(Q1 value) {
   makeOneLine(value.v);
   put(Q(value.v));
@@ -184,7 +189,8 @@ TextReader::Token TextReader::token() {
   skipToValue();
   Token result;
   if (text_[at_] == '"') {
-    const std::size_t close = std::min(text_.find('"', at_ + 1), text_.size());
+    const std::size_t next = text_.find('"', at_ + 1), close = std::min(next, text_.size());
+    cutShort_ = next == std::string_view::npos;
     result = {text_.substr(at_ + 1, close - at_ - 1), true};
     at_ = std::min(close + 1, text_.size());
     passStrayText();

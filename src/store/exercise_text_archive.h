@@ -51,6 +51,10 @@ struct Q {  // text whose double quotes the writer makes single ones, in the mem
   explicit Q(std::string& member) : v(member) {}
   std::string& v;
 };
+struct T1 {  // text as it stands on a line that the reader takes whole: line ends become blanks
+  explicit T1(std::string& member) : v(member) {}
+  std::string& v;
+};
 struct Q1 {  // the same on a line that the reader takes whole: line ends become blanks
   explicit Q1(std::string& member) : v(member) {}
   std::string& v;
@@ -80,6 +84,7 @@ class TextWriter {
   }
   void put(T value);
   void put(Q value);
+  void put(T1 value);
   void put(Q1 value);
   void put(InLine value);
   void put(B value) { item(value.v ? "#TRUE#" : "#FALSE#"); }
@@ -163,6 +168,7 @@ class TextReader {
   void endLine() {}  // values are taken wherever they stand
   void take(T value) { value.v = textValue(); }
   void take(Q value) { value.v = textValue(); }
+  void take(T1 value) { value.v = textValue(); }
   void take(Q1 value) { value.v = textValue(); }
   void take(InLine value);
   void take(B value);
@@ -237,6 +243,7 @@ class TextReader {
   std::string_view text() const { return text_; }
   std::size_t remaining() const { return text_.size() - at_; }
   int damaged() const { return damaged_; }
+  bool cutShort() const { return cutShort_; }  // the text ends inside quotes
   void countDamage() { ++damaged_; }
   // Walks over values behind which a text may stop: its end inside them is no error, nor is a value cut
   // there.
@@ -247,6 +254,7 @@ class TextReader {
       walk();
     } catch (const InputPastEnd&) {
       damaged_ = before;
+      cutShort_ = false;
     }
   }
 
@@ -276,6 +284,7 @@ class TextReader {
   std::size_t at_ = 0;
   bool afterComma_ = false;
   bool insideLine_ = false;
+  bool cutShort_ = false;
   int damaged_ = 0;
 };
 

@@ -10,7 +10,7 @@ namespace qrn::mtx {
 
 // An item whose text is there is kept, however much of the rest is missing. Its identity and key are set
 // beforehand so that a damaged number does not make two items one.
-void readItems(TextReader& a, Exercise& x) {
+void readItems(ExerciseReader& a, Exercise& x) {
   constexpr std::size_t kShortestItem = 32;  // sixteen values with their separators
   const auto told = a.count();
   if (!told)
@@ -18,8 +18,10 @@ void readItems(TextReader& a, Exercise& x) {
   x.risks.assign(1, RiskRecord{});
   x.risks.reserve(std::min(*told, a.remaining() / kShortestItem + 1) + 1);
   NotesEnds notesEnds(a.text());
+  bool inStep = true;
   for (std::size_t i = 0; i < *told; ++i) {
     std::string text;
+    inStep = inStep && a.nextIsQuoted();
     a.take(Q(text));
     x.risks.emplace_back();
     RiskRecord& risk = x.risks[i];
@@ -32,6 +34,7 @@ void readItems(TextReader& a, Exercise& x) {
     activeFlags(a, risk);
     risk.active[9] = risk.active[10] = true;
   }
+  a.itemsWhole = inStep && !a.atEnd() && !a.nextIsQuoted();
 }
 
 // One whole line per item. Nine fields belong to the item of that line, by position and without the last; ten

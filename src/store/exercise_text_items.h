@@ -3,10 +3,11 @@
 
 #include "core/exercise.h"
 #include "store/exercise_text_archive.h"
+#include "store/exercise_text_reader.h"
 
 namespace qrn::mtx {
 
-void readItems(TextReader& a, Exercise& x);
+void readItems(ExerciseReader& a, Exercise& x);
 void readBenchmarks(TextReader& a, Exercise& x);
 
 template <class Archive>

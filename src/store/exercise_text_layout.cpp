@@ -18,7 +18,7 @@ bool readPictureLines(TextReader& a, Exercise& x) {
     }
     TextReader fields(line);
     try {
-      fields.line(B(assessment.showTitleText), B(assessment.showScaleText), T(assessment.imageFile));
+      fields.line(B(assessment.showTitleText), B(assessment.showScaleText), T1(assessment.imageFile));
     } catch (const InputPastEnd&) {
       // fewer fields leave the rest as it stood
     }

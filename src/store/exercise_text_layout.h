@@ -21,7 +21,7 @@ void pictureLines(Archive& a, Exercise& x) {
   } else {
     for (std::size_t i = 0; i + 1 < x.assessments.size(); ++i)
       a.line(B(x.assessments[i].showTitleText), B(x.assessments[i].showScaleText),
-             T(x.assessments[i].imageFile));
+             T1(x.assessments[i].imageFile));
     a.line(I(x.runByShowAverages[9]));
   }
 }

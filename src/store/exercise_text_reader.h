@@ -14,7 +14,8 @@ class ExerciseReader : public TextReader {
  public:
   ExerciseReader(std::string_view text, bool forWizard) : TextReader(text), wizard(forWizard) {}
 
-  const bool wizard;  // a new exercise is being made: its categories cannot be corrupt
+  const bool wizard;        // a new exercise is being made: its categories cannot be corrupt
+  bool itemsWhole = false;  // all items stood there, and what comes behind them followed
   bool categoriesRead = false;
   bool resetCategories = false;  // the categories are to be made anew once all is read
   std::set<std::string> missingFonts;

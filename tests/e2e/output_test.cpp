@@ -94,6 +94,31 @@ TEST(Output, NeverGoesOverTheDeckOrAnother) {
   }
 }
 
+TEST(Import, OfACutTextLosesNothing) {
+  const TempFolder folder;
+  const std::string deck = folder.sampleDeck(), text = folder.file("cut.mtx");
+  const auto get = [&](const char* tag) { return matrix({"tags", deck, "--slide", "4", "--get", tag}).out; };
+  const auto import = [&](const std::string& content) {
+    writeFile(text, content);
+    return matrix({"mtx", "import", deck, "--slide", "4", "--from", text});
+  };
+  const std::string whole = get("QRNMATRIX"), bytes = readFile(deck);
+  const std::size_t last = whole.find("\r\n\"", whole.find(",19,19,#"));
+  for (const std::size_t length : {whole.find(",2,2,#"), last - 90}) {
+    const Outcome outcome = import(whole.substr(0, length));
+    EXPECT_EQ(outcome.code, 1) << length;
+    EXPECT_NE(outcome.err.find("nothing was changed"), std::string::npos) << outcome.err;
+    EXPECT_EQ(readFile(deck), bytes);
+  }
+  const Outcome outcome = import(whole.substr(0, whole.find("\"unallocated\"")));
+  EXPECT_EQ(outcome.code, 0) << outcome.err;
+  EXPECT_NE(outcome.err.find("cut short: 20 items could be read"), std::string::npos) << outcome.err;
+  const std::string second = get("QRNMATRIX");
+  EXPECT_EQ(get("QRNMATRIXDAMAGED"), whole);
+  import(whole.substr(0, whole.rfind("|")));
+  EXPECT_EQ(get("QRNMATRIXDAMAGED") + get("QRNMATRIXDAMAGED2"), whole + second);
+}
+
 void asNobody() {
   constexpr unsigned kNobody = 65534;
   if (::geteuid() == 0 && (::setgid(kNobody) != 0 || ::setuid(kNobody) != 0))

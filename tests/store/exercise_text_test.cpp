@@ -63,6 +63,8 @@ class TextCase : public RunCase {
     static_cast<Exercise&>(glo) = reading.exercise;
     if (!reading.complete)
       tell("incomplete");
+    if (!reading.itemsWhole)
+      tell("items missing");
     if (reading.damagedValues > 0)
       tell(std::to_string(reading.damagedValues) + " damaged");
     for (const std::string& font : reading.missingFonts) tell("no font " + font);
@@ -251,6 +253,7 @@ TEST_F(ExerciseText, cutAnywhereKeepsWhatStandsBefore) {
   const Exercise whole = glo;
   std::size_t itemsSoFar = 0;
   // At every byte of the items, the categories and the named settings, and at some between them.
+  const std::size_t behindItems = all.find("#\r\n", all.find(whole.risks[2].text)) + 3;
   const std::size_t categories = all.find("\"unallocated\"");
   const auto near = [](std::size_t at, std::size_t place) { return at + 300 > place && at < place + 300; };
   for (std::size_t length = 1; length < all.size(); ++length) {
@@ -259,6 +262,7 @@ TEST_F(ExerciseText, cutAnywhereKeepsWhatStandsBefore) {
     text = all.substr(0, length);
     const Exercise& read = load();
     const auto items = static_cast<std::size_t>(read.itemCount());
+    ASSERT_EQ(reading.itemsWhole, length > behindItems) << "cut at " << length;
     ASSERT_GE(items, itemsSoFar) << "cut at " << length;
     itemsSoFar = items;
     for (std::size_t i = 0; i + 1 < items; ++i)

@@ -46,6 +46,7 @@ class Filler {
   void put(mtx::Fraction value) { value.v = 15.0F * static_cast<float>(++last_); }  // whole pixels
   void put(mtx::B value) { value.v = !value.v; }
   void put(mtx::T value) { value.v = text("Text, with a comma; "); }
+  void put(mtx::T1 value) { put(mtx::T(value.v)); }
   void put(mtx::Q value) { value.v = text("Words, "); }
   void put(mtx::Q1 value) { value.v = text("Name "); }
   void put(mtx::InLine value) { value.v = text("C:\\pictures\\one, two "); }
