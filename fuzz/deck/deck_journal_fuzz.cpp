@@ -8,7 +8,7 @@
 
 #include "adapters/deck/deck_fixture.h"
 #include "adapters/deck/package.h"
-#include "adapters/deck/text.h"
+#include "base/storable.h"
 #include "deck/journal_records.h"
 #include "deck/scratch.h"
 
@@ -116,7 +116,7 @@ void changesComeBack(std::string_view steps) {
         const std::size_t from = std::min(at, changed.size());
         changed.replace(from, length / 32, "\xC3\xA4" + value.substr(0, length / 16));
         tags.Add(name, changed);
-        expected[name] = qrn::deck::storable(changed);
+        expected[name] = qrn::storable(changed);
       }
       if ((steps[i] & 0xF) == 15)
         deck->Save();

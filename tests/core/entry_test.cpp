@@ -169,9 +169,10 @@ class EntryCase : public RunCase {
                              "category = 1\r\nassessment = 1\r\nrisk = 1\r\nprocess finished = " + words[0] +
                                  "\r\nrisk list\r\n" + unescaped(words.rest(1)));
     });
-    // file NAME TEXT; "exercise" stands for the text of one with two items
+    // file NAME TEXT; "exercise" stands for the text of one with two items, and more may follow it
     on("file", [this](const Words& words) {
-      files.files[words[0]] = words.word(1) == "exercise" ? exercise(Words("1 2 3")) : words.rest(1);
+      files.files[words[0]] =
+          words.word(1) == "exercise" ? exercise(Words("1 2 3")) + words.word(2) : words.rest(1);
       glo = words.word(1) == "exercise" ? Glo{} : glo;
     });
     on("nofile", [this](const Words& words) { files.files.erase(words[0]); });

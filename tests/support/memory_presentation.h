@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/errors.h"
+#include "base/storable.h"
 #include "host/presentation.h"
 
 namespace qrn::test {
@@ -19,11 +20,11 @@ class MemoryTags : public host::Tags {
   }
   void Add(std::string_view key, std::string_view value) override {
     failWhenTold();
-    values[upper(key)] = std::string(value);
+    values[upper(key)] = storable(value);
   }
   void Append(std::string_view key, std::string_view tail) override {
     failWhenTold();
-    values[upper(key)] += std::string(tail);
+    values[upper(key)] += storable(tail);
   }
   void Delete(std::string_view key) override { values.erase(upper(key)); }
   std::vector<std::string> Names() const override {

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "adapters/deck/text.h"
+#include "base/storable.h"
 #include "base/text.h"
 
 namespace qrn::deck {

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "adapters/deck/bytes.h"
-#include "adapters/deck/text.h"
+#include "base/storable.h"
 
 namespace qrn::deck {
 

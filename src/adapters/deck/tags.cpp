@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "adapters/deck/splice.h"
-#include "adapters/deck/text.h"
 #include "base/letter_case.h"
+#include "base/storable.h"
 
 namespace qrn::deck {
 

@@ -1,4 +1,4 @@
-// Texts on their way into the deck: what XML 1.0 can hold, and how it is escaped.
+// Texts on their way into the deck: how they are escaped.
 #pragma once
 
 #include <cstddef>
@@ -6,11 +6,6 @@
 #include <string_view>
 
 namespace qrn::deck {
-
-// The text as the deck can keep it. A character that XML 1.0 forbids becomes U+FFFD; bytes that are not UTF-8
-// are read as Windows-1252, as in old files. A text that is clean comes back as it is.
-std::string storable(std::string_view text);
-bool isStorable(std::string_view text);
 
 // Escaped for an attribute in double quotes; CR, LF and TAB as character references so that they come back.
 std::string escapeAttribute(std::string_view text);

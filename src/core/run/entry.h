@@ -24,7 +24,8 @@ void splitCommandLine(const std::string& commandLine);
 void applyModes();
 
 // Takes an old exercise file beside the presentation, with its votes, into the vote slide and deletes it.
-// False when the file is not there. The file stays when the slide did not take its text.
+// False when the file is not there, or is not to take the place of votes on the slide. The file stays when
+// the slide did not take its text.
 bool convertExerciseFile();
 
 // Loads the settings of the default template that the installation names; without one nothing happens.

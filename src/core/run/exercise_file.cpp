@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "base/errors.h"
+#include "base/storable.h"
 #include "base/text.h"
 #include "base/utf8.h"
 #include "core/common.h"
@@ -10,6 +11,7 @@
 #include "core/glo.h"
 #include "core/run/delete_file.h"
 #include "core/run/entry.h"
+#include "host/dialogs.h"
 #include "host/host.h"
 #include "host/names.h"
 #include "host/presentation.h"
@@ -52,6 +54,18 @@ void takeVotes(const std::string& folder, const std::string& exerciseName) {
   glo.oVoteSlide->tags().Add(tagName::convertedVotes, records);
 }
 
+// Votes on the slide belong to the exercise that would go. Without a person to say so, they stay.
+bool mayReplaceVotes(const std::string& name) {
+  if (glo.oVoteSlide->tags().Item(tagName::votes).empty())
+    return true;
+  return host::host().dialogs->MsgBox(
+             "Slide " + std::to_string(glo.currentSlide) + " has votes already. Converting " + name +
+                 " puts another exercise in the place of theirs, and its own votes if it has some.\r\nDo you "
+                 "want to "
+                 "replace them?",
+             host::kTitle, host::Buttons::yesNo, host::Icon::exclamation) == host::Answer::yes;
+}
+
 void deleteMatrixShapes() {
   for (host::Shape* shape : glo.oVoteSlide->Shapes())
     if (shape->Name() == "matrix")
@@ -72,7 +86,9 @@ bool convertExerciseFile() {
   if (path.empty())
     return false;
   const std::string name = path.substr(path.size() - glo.cmdFile.size());  // in its own spelling
-  const std::string text = toUtf8(readTextFile(path));
+  const std::string text = storable(toUtf8(readTextFile(path)));           // as the slide will have it
+  if (!mayReplaceVotes(name))
+    return false;
   trapErrors(kModule, "Main", [&] { takeVotes(folder, name); });
   trapErrors(kModule, "Main", [&] { replaceTag("qrnMatrix", text); });
   const std::size_t extension = upperCase(glo.cmdFile).rfind(".MTX");

@@ -8,7 +8,7 @@
 #include "adapters/deck/bytes.h"
 #include "adapters/deck/deck.h"
 #include "adapters/deck/deck_fixture.h"
-#include "adapters/deck/text.h"
+#include "base/storable.h"
 
 namespace qrn::test {
 namespace {
@@ -42,7 +42,7 @@ TEST(Splice, MakesTheNewValueOfTheOldOneAndOfNoOther) {
       after.replace(std::min(from, to), std::min<std::size_t>(to > from ? to - from : 0, random() % 9),
                     textOf(random, random() % 9));
     }
-    after = deck::storable(after);
+    after = storable(after);
     const auto splice = spliceOf(before, after, 100000);
     ASSERT_TRUE(splice) << round;
     ASSERT_EQ(spliced(before, *splice), after) << round;
