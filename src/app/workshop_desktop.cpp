@@ -176,7 +176,7 @@ int WorkshopDesktop::runFields(const std::string& deck, const std::string& field
     if (slide > 0)
       desktop_->startShow(slide);
     else
-      runCommandLine(fields);
+      desktop_->run([&] { runCommandLine(fields); });
   });
   return desktop_->exec();
 }

@@ -127,10 +127,14 @@ void DeckWindow::setDeck(host::Presentation* deck) {
   showCurrent();
 }
 
-void DeckWindow::slideChanged(int slide) {
-  model_.slideChanged(slide);
-  if (slide == SlideIndex())
-    showCurrent();
+void DeckWindow::slidesChanged() {
+  if (!deck_)
+    return;
+  const int at = SlideIndex();
+  model_.slidesChanged();
+  if (at > 0)
+    list_->setCurrentIndex(model_.index(std::min(at, model_.rowCount()) - 1));
+  showCurrent();
 }
 
 void DeckWindow::pictureArrived(int slide) {

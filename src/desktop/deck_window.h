@@ -49,7 +49,7 @@ class DeckWindow : public QMainWindow, public host::View {
   DeckWindow(SlidePictures& pictures, ExerciseFactsOf factsOf, Calls calls);
 
   void setDeck(host::Presentation* deck);
-  void slideChanged(int slide);  // its tags
+  void slidesChanged();  // their tags, their number
   void pictureArrived(int slide);
   void setBusy(bool busy);        // an exercise runs: nothing can be started
   void say(const QString& line);  // the line at the foot

@@ -96,21 +96,28 @@ void Desktop::Parts::makePicture() {
 }
 
 void Desktop::Parts::run(int slide) {
+  run("The exercise of slide " + std::to_string(slide) + " ended early. ", [&] {
+    if (hooks.runExercise)
+      hooks.runExercise(slide);
+  });
+}
+
+// `failed` begins what is told when the work ends in an error.
+void Desktop::Parts::run(const std::string& failed, const std::function<void()>& work) {
   running = true;
   window.setBusy(true);
   if (show)
     show->setEnabled(false);  // the keys belong to the exercise
   try {
-    if (hooks.runExercise)
-      hooks.runExercise(slide);
+    work();
   } catch (const std::exception& error) {
-    report("The exercise of slide " + std::to_string(slide) + " ended early. ", error);
+    report(failed, error);
   }
   if (show)
     show->setEnabled(true);
   window.setBusy(false);
   running = false;
-  window.slideChanged(slide);
+  window.slidesChanged();
   if (QWidget* front = stack.front())
     stack.raise(front);
 }
@@ -199,6 +206,10 @@ void Desktop::roomChanged(const host::RoomState& room) {
     parts_->wantedRoom = parts_->keypads->isVisible();
   else if (parts_->keypads)
     parts_->keypads->showRoom(room);
+}
+
+void Desktop::run(const std::function<void()>& work) {
+  parts_->run("The run ended early. ", work);
 }
 
 void Desktop::startShow(int slide) {

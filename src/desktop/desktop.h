@@ -69,7 +69,9 @@ class Desktop {
   // Brings the keypads page up to date; a room without a page has lost its controller, and is asked for anew.
   void roomChanged(const host::RoomState& room);
   void sayProgress(const std::string& line);  // on the deck window's line; "": the step is over
-  void startShow(int slide);                  // 0: the first slide that is not hidden
+  // A run that no show has brought about: the window takes no keys in it, and shows then what has come of it.
+  void run(const std::function<void()>& work);
+  void startShow(int slide);  // 0: the first slide that is not hidden
   // Shows the deck window, opens `deckFile` unless it is "", and returns when the person has left.
   int exec(const std::string& deckFile = "");
   void turn();  // one turn of that loop, for tests: delivers events, starts the run that is wanted

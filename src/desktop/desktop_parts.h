@@ -59,6 +59,7 @@ struct Desktop::Parts {
   void serve();
   void makePicture();
   void run(int slide);
+  void run(const std::string& failed, const std::function<void()>& work);
   void sendKeys(const std::string& keys);
   void startShow(int slide);
   void showEnded();

@@ -141,11 +141,14 @@ void SlideListModel::setDeck(host::Presentation* deck) {
   endResetModel();
 }
 
-void SlideListModel::slideChanged(int slide) {
-  if (slide < 1 || slide > rowCount())
+void SlideListModel::slidesChanged() {
+  if (!deck_)
     return;
-  rows_[static_cast<std::size_t>(slide - 1)].reset();
-  emit dataChanged(index(slide - 1), index(slide - 1));
+  if (deck_->SlideCount() != rowCount())
+    return setDeck(deck_);
+  rows_.assign(rows_.size(), std::nullopt);
+  if (!rows_.empty())
+    emit dataChanged(index(0), index(rowCount() - 1));
 }
 
 void SlideListModel::pictureArrived(int slide) {

@@ -30,7 +30,7 @@ class SlideListModel : public QAbstractListModel {
  public:
   SlideListModel(SlidePictures& pictures, ExerciseFactsOf factsOf);
   void setDeck(host::Presentation* deck);
-  void slideChanged(int slide);    // its tags
+  void slidesChanged();            // their tags, their number
   void pictureArrived(int slide);  // its row is to be painted again
   const SlideRow& row(int slide) const;
   QImage thumbnail(int slide) const { return pictures_.thumbnail(slide); }

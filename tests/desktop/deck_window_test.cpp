@@ -94,11 +94,11 @@ class DeckWindowCase : public WindowCase {
   void deckCommands() {
     on("votes", [this](const Words& words) {
       world.presentation.slide(2).tagStore.Append("QRNVOTES", words.rest(0));
-      window.slideChanged(2);
+      window.slidesChanged();
     });
     on("facts", [this](const Words&) {
       facts = desktop::ExerciseFacts{"Risks", 20, 4, 6, 6, 80};
-      window.slideChanged(2);
+      window.slidesChanged();
     });
     on("nodeck", [this](const Words&) { open(nullptr); });
     on("readonly", [this](const Words&) { open(&readOnly); });

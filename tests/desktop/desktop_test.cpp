@@ -1,5 +1,6 @@
 #include "desktop/desktop.h"
 
+#include <QLabel>
 #include <QTimer>
 #include <thread>
 
@@ -73,6 +74,24 @@ TEST_F(Desktop, GivesTheLogicTheDeckAndTheShow) {
   EXPECT_EQ(program().SlideShowWindowsCount(), 1);
   program().SlideShowView()->GotoSlide(4);
   EXPECT_EQ(program().SlideShowView()->SlideIndex(), 4);
+}
+
+TEST_F(Desktop, ShowsWhatARunHasMadeOfAnySlide) {
+  ASSERT_TRUE(desk.openDeck("talk.pptx"));
+  const auto facts = [] {
+    for (const QWidget* widget : QApplication::allWidgets())
+      if (const auto* label = qobject_cast<const QLabel*>(widget);
+          label && label->text().startsWith("Slide "))
+        return label->text().toStdString();
+    return std::string();
+  };
+  EXPECT_EQ(facts(), "Slide 1 of 5 · no exercise");
+  desk.run([this] {
+    host::Presentation& deck = *program().ActivePresentation();
+    deck.Slides(1).tags().Add("qrnMatrix", "exercise");
+    deck.AddTitleOnlySlide(5);
+  });
+  EXPECT_EQ(facts(), "Slide 1 of 6 · exercise with 0 votes");
 }
 
 TEST_F(Desktop, RunsTheExerciseReachedAndGoesOnWithTheKeysItSent) {

@@ -44,7 +44,7 @@ void takeDeck(Album& album, const QString& name, int slides, int at, bool readOn
   window.GotoSlide(at);
   if (slides < 20)
     makeAll(pictures);
-  window.slideChanged(at);
+  window.slidesChanged();
   if (slides > 20)
     window.say("Making slide pictures, 388 to go");
   album.take(window, name);
