@@ -96,6 +96,9 @@ class Presentation {
   // Why votes could not be stored, "" when they can. To be asked before the room votes.
   virtual std::string WhyNoVotes() const { return ""; }
   virtual void Save() = 0;
+  // Tags of the presentation that tell the state of a run. To change them is nothing to save: they go into
+  // the file with what else is.
+  virtual void SetRunTags(const std::vector<std::string>& names) { (void)names; }
   virtual Tags& tags() = 0;
   virtual int SlideCount() const = 0;
   virtual Slide& Slides(int index) = 0;             // 1 .. SlideCount(), else HostError

@@ -193,6 +193,9 @@ class EntryCase : public RunCase {
       tell(std::to_string(label.left / static_cast<float>(15 * show.width())) + " of its width, " +
            std::to_string(label.top / static_cast<float>(15 * show.height())) + " of its height");
     });
+    on("passing", [this](const Words&) {
+      for (const std::string& name : world.presentation.runTags) tell(name);
+    });
     on("saves", [this](const Words&) { tell(std::to_string(world.presentation.saves)); });
     // What a run may do to an exercise; `edit sort` sorts in a step of its own.
     on("edit", [](const Words& words) {

@@ -109,6 +109,7 @@ class MemoryPresentation : public host::Presentation {
     ++saves;
     saved = true;
   }
+  void SetRunTags(const std::vector<std::string>& names) override { runTags = names; }
   std::string WhyNoVotes() const override { return whyNoVotes; }
   host::Tags& tags() override { return tagStore; }
   int SlideCount() const override { return static_cast<int>(slides.size()); }
@@ -133,6 +134,7 @@ class MemoryPresentation : public host::Presentation {
   }
 
   std::string folder = "/work", whyNoVotes;
+  std::vector<std::string> runTags;
   MemoryTags tagStore;
   std::vector<std::unique_ptr<MemorySlide>> slides;
   std::optional<host::MasterFont> titleFont, bodyFont;

@@ -7,6 +7,7 @@
 #include <filesystem>
 
 #include "adapters/deck/relationships.h"
+#include "base/letter_case.h"
 
 namespace qrn::deck {
 
@@ -91,7 +92,10 @@ void DeckFile::readSlides() {
       [this](const Change& change) {
         if (!tags_->damage().empty())
           throwBad(fullName_, "can store nothing of the whole deck: " + tags_->damage());
+        if (runTags_.count(std::string(change.name)) != 0)
+          return false;
         keep(change);
+        return true;
       });
   slides_.clear();
   for (const SlideEntry& entry : slidesOf(parts_, presentation_))
@@ -149,6 +153,11 @@ std::vector<SlideMark> DeckFile::marks() {
 void DeckFile::requireWritable() const {
   if (options_.readOnly)
     throw HostError(Fault::world, 70, WhyNoVotes());
+}
+
+void DeckFile::SetRunTags(const std::vector<std::string>& names) {
+  runTags_.clear();
+  for (const std::string& name : names) runTags_.insert(foldCase(name));
 }
 
 void DeckFile::keep(const Change& change) {
@@ -223,7 +232,10 @@ DeckSlide::DeckSlide(DeckFile& deck, const SlideEntry& entry, int index)
           [this] { deck_.slideRestyled(*this); }),
       tags_(
           entry.id, [&deck, part = entry.part] { return readTags(deck.parts(), part); },
-          [this](const Change& change) { keep(change); }) {}
+          [this](const Change& change) {
+            keep(change);
+            return true;
+          }) {}
 
 bool DeckSlide::readable() const {
   if (pageDamage_)

@@ -73,6 +73,7 @@ class DeckFile final : public Deck {
   bool Saved() const override { return !journal_.started(); }
   std::string WhyNoVotes() const override;
   void Save() override;
+  void SetRunTags(const std::vector<std::string>& names) override;
   host::Tags& tags() override { return *tags_; }
   int SlideCount() const override { return static_cast<int>(slides_.size()); }
   host::Slide& Slides(int index) override;
@@ -158,6 +159,7 @@ class DeckFile final : public Deck {
   std::vector<std::unique_ptr<DeckSlide>> slides_;
   std::unique_ptr<MasterLook> master_;
   Journal journal_;
+  std::set<std::string> runTags_;
   std::set<std::uint32_t> marked_;  // slides that this journal tells of
   Pictures pictures_;
   std::shared_ptr<PictureSource> drawn_;  // the slides as they are to be drawn, but for those in restyled_

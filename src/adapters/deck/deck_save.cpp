@@ -77,7 +77,7 @@ void DeckFile::putTags(Parts& parts) {
   std::vector<std::pair<std::string, TagStore*>> owners;
   owners.emplace_back(presentation_, tags_.get());
   for (const auto& slide : slides_) owners.emplace_back(slide->entry().part, &slide->tagStore());
-  if (std::none_of(owners.begin(), owners.end(), [](const auto& owner) { return owner.second->changed(); }))
+  if (std::none_of(owners.begin(), owners.end(), [](const auto& owner) { return owner.second->differs(); }))
     return;
   // A list that several slides refer to (some programs copy slides so) must not be changed under the others.
   std::map<std::string, int> references;
@@ -85,7 +85,7 @@ void DeckFile::putTags(Parts& parts) {
     for (const Relationship& one : readableRelationshipsOf(parts, owner.first))
       references[one.kind == "tags" ? one.target : ""] += 1;
   for (const auto& [part, store] : owners)
-    if (store->changed())
+    if (store->differs())
       writeTags(parts, part, store->all(),
                 references[tagsPartOf(parts, part)] > 1 && !tagsPartOf(parts, part).empty());
 }
@@ -112,7 +112,7 @@ bool DeckFile::sameDeck(const Parts& written) const {
     return entry.id == slide->entry().id && entry.part == slide->entry().part;
   };
   const auto sameTags = [&written](const std::string& part, const TagStore& store) {
-    return !store.changed() || sorted(readTags(written, part)) == sorted(store.all());
+    return !store.differs() || sorted(readTags(written, part)) == sorted(store.all());
   };
   return std::equal(slides.begin(), slides.end(), slides_.begin(), slides_.end(), sameSlide) &&
          sameTags(presentation_, *tags_) &&

@@ -74,7 +74,7 @@ void TagStore::Add(std::string_view key, std::string_view value) {
     return;
   const std::string_view before = old == nullptr ? std::string_view() : old->value;
   std::string room;
-  keep_(changeOf(slide_, name, before, clean, room));
+  saves_ = keep_(changeOf(slide_, name, before, clean, room));
   set(name, clean);
 }
 
@@ -83,7 +83,7 @@ void TagStore::Append(std::string_view key, std::string_view tail) {
   Tag* tag = find(name);
   if (clean.empty() && tag != nullptr)
     return;
-  keep_({Change::Kind::append, slide_, name, clean, tag == nullptr ? 0 : tag->value.size()});
+  saves_ = keep_({Change::Kind::append, slide_, name, clean, tag == nullptr ? 0 : tag->value.size()});
   append(tag, name, clean);
 }
 
@@ -91,7 +91,7 @@ void TagStore::Delete(std::string_view key) {
   const std::string name = foldCase(key);
   if (find(name) == nullptr)
     return;
-  keep_({Change::Kind::remove, slide_, name, "", 0});
+  saves_ = keep_({Change::Kind::remove, slide_, name, "", 0});
   erase(name);
 }
 
@@ -141,7 +141,7 @@ std::string_view TagStore::replaySplice(const std::string& name, const Change& c
   if (!value)
     return kOtherValue;
   tag->value = std::move(*value);
-  changed_ = true;
+  note();
   return "";
 }
 
@@ -150,7 +150,7 @@ void TagStore::set(const std::string& name, std::string_view value) {
     tag->value = value;
   else
     tags_.push_back({name, std::string(value)});
-  changed_ = true;
+  note();
 }
 
 // Costs nothing for the text before it. `tag` is what find() gave for the name.
@@ -159,12 +159,13 @@ void TagStore::append(Tag* tag, const std::string& name, std::string_view tail) 
     tags_.push_back({name, std::string(tail)});
   else
     tag->value += tail;
-  changed_ = true;
+  note();
 }
 
 void TagStore::erase(const std::string& name) {
   all();
-  changed_ = std::erase_if(tags_, [&](const Tag& tag) { return tag.name == name; }) > 0 || changed_;
+  if (std::erase_if(tags_, [&](const Tag& tag) { return tag.name == name; }) > 0)
+    note();
 }
 
 }  // namespace qrn::deck

@@ -20,7 +20,9 @@ Change changeOf(std::uint32_t slide, std::string_view name, std::string_view bef
 class TagStore : public host::Tags {
  public:
   using Load = std::function<std::vector<Tag>()>;
-  using Keep = std::function<void(const Change&)>;  // durable when it returns, throws otherwise
+  // Durable when it returns true; false for a change that is to last with the next save only. Throws
+  // otherwise.
+  using Keep = std::function<bool(const Change&)>;
   TagStore(std::uint32_t slide, Load load, Keep keep)
       : slide_(slide), load_(std::move(load)), keep_(std::move(keep)) {}
 
@@ -33,13 +35,15 @@ class TagStore : public host::Tags {
   const std::vector<Tag>& all() const;
   // Why the list cannot be read, "" when it can. Such a list reads as empty and takes nothing.
   const std::string& damage() const;
-  bool changed() const { return changed_; }  // since reading or saving
-  void setSaved() { changed_ = false; }
+  bool changed() const { return changed_; }              // since reading or saving
+  bool differs() const { return changed_ || passing_; }  // also by what makes no save
+  void setSaved() { changed_ = passing_ = false; }
   // A change from a journal, which may hold anything. "" when it is applied, else why it cannot be.
   std::string_view replay(const Change& change);
 
  private:
   Tag* find(std::string_view name) const;
+  void note() { (saves_ ? changed_ : passing_) = true; }
   void set(const std::string& name, std::string_view value);
   void append(Tag* tag, const std::string& name, std::string_view tail);
   void erase(const std::string& name);
@@ -51,7 +55,8 @@ class TagStore : public host::Tags {
   mutable std::vector<Tag> tags_;
   mutable bool loaded_ = false;
   mutable std::string damage_;
-  bool changed_ = false;
+  bool changed_ = false, passing_ = false;
+  bool saves_ = true;  // what is being changed makes a save
 };
 
 }  // namespace qrn::deck

@@ -87,6 +87,11 @@ void attach() {
   glo.oPresentation = glo.oPowerPoint->ActivePresentation();
   if (!glo.oPresentation)
     throw HostError(Fault::world, host::kNoPresentation, "There is no active presentation");
+  // A slide that stands in the deck to be opened is to be opened once, so that its tag goes for good.
+  std::vector<std::string> names{tagName::activity, tagName::voteTerminated};
+  if (glo.oPresentation->tags().Item(tagName::currentSlide).empty())
+    names.emplace_back(tagName::currentSlide);
+  glo.oPresentation->SetRunTags(names);
 }
 
 void makeFolderIfMissing(const std::string& folder) {
