@@ -16,6 +16,7 @@
 #include "adapters/qt/text_measure.h"
 #include "adapters/system/files.h"
 #include "adapters/system/machine.h"
+#include "adapters/system/standard_streams.h"
 #include "adapters/system/xml_query.h"
 #include "base/errors.h"
 #include "core/diagnostics.h"
@@ -242,6 +243,7 @@ cli::CliHooks Neighbours::cliHooks() {
     return made;
   };
   hooks.saveSurface = render::saveSurface;
+  hooks.nobodyReadsOutput = system::nobodyReadsOutput;
   hooks.whyNotOverwritten = deck::whyNotOverwritten;
   return hooks;
 }

@@ -1,6 +1,7 @@
 #include "cli/cli.h"
 
 #include <CLI/CLI.hpp>
+#include <charconv>
 #include <cstdio>
 #include <iostream>
 #include <map>
@@ -13,8 +14,16 @@ namespace qrn::cli {
 
 namespace {
 
+std::string checkSlide(const std::string& text) {
+  constexpr int kMost = 32767;
+  int number = 0;
+  const auto end = std::from_chars(text.data(), text.data() + text.size(), number);
+  const bool whole = end.ec == std::errc() && end.ptr == text.data() + text.size();
+  return whole && number >= 1 && number <= kMost ? "" : "takes a slide number from 1 to 32767, not " + text;
+}
+
 void addSlide(CLI::App& command, int& slide, bool required = true) {
-  auto* option = command.add_option("--slide", slide, "slide number, from 1")->check(CLI::PositiveNumber);
+  auto* option = command.add_option("--slide", slide, "slide number, from 1")->check(checkSlide);
   if (required)
     option->required();
 }
@@ -62,9 +71,11 @@ class Parser {
       checkOutputs();
       if (action_)
         action_();
-      if (!std::cout.flush())
-        throw HostError(Fault::world, 61, "The output could not be written");
-      return kDone;
+      if (std::cout.flush())
+        return kDone;
+      if (hooks_.nobodyReadsOutput())
+        return kNobodyReads;
+      throw HostError(Fault::world, 61, "The output could not be written");
     } catch (const UsageError& error) {
       std::cerr << "quorin-matrix: " << error.what() << "\n";
       return kWrongUsage;

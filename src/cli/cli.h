@@ -15,6 +15,7 @@ class Surface;
 namespace qrn::cli {
 
 inline constexpr int kDone = 0, kFailed = 1, kWrongUsage = 2;
+inline constexpr int kNobodyReads = 141;  // as of a tool that SIGPIPE ends
 
 struct RehearsalOptions {
   int keypads = 0;
@@ -37,6 +38,8 @@ struct CliHooks {
   std::function<std::unique_ptr<host::ControllerLink>(const RehearsalOptions&)> makeLink;
   // Draws to a file, format by its ending; throws HostError.
   std::function<void(const host::Surface&, const std::string& file, int widthPx, int heightPx)> saveSurface;
+  // Whether the reader of the output has gone; there is nobody to tell it then.
+  std::function<bool()> nobodyReadsOutput;
   // Why a file may not be written while that deck is worked on, "" when it may.
   std::function<std::string(const std::string& target, const std::string& deck)> whyNotOverwritten;
 };

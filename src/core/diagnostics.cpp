@@ -1,5 +1,6 @@
 #include "core/diagnostics.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
@@ -46,6 +47,12 @@ std::string stamp(const host::DateTime& date, double seconds) {
   return formatted("[%02d/%02d/%02d] %02d:%02d:%02d.%03d", date.day, date.month, date.year % 100,
                    static_cast<int>(ms / 3600000 % 24), static_cast<int>(ms / 60000 % 60),
                    static_cast<int>(ms / 1000 % 60), static_cast<int>(ms % 1000));
+}
+
+// With a point whatever the locale.
+std::string thousandths(const char* format, double seconds) {
+  const long long ms = std::llround(std::max(seconds, 0.0) * 1000);
+  return formatted(format, ms / 1000, ms % 1000);
 }
 
 void appendToLog(const char* name, const host::DateTime& date, const std::string& line) {
@@ -154,8 +161,9 @@ void writeDebugLog(std::string_view first, std::string_view second, std::string_
     g_times.logged = true;
     g_times.first = g_times.last = now;
   }
-  std::string line = stamp(date, now) + formatted(" | %07.3f | ", now - g_times.first) + kProgramName + " (" +
-                     programVersion() + ") | " + formatted("%.3f", now - g_times.last);
+  std::string line = stamp(date, now) + " | " + thousandths("%03lld.%03lld", now - g_times.first) + " | " +
+                     kProgramName + " (" + programVersion() + ") | " +
+                     thousandths("%lld.%03lld", now - g_times.last);
   for (const std::string_view part : {first, second}) line.append(" | [").append(part).append("]");
   appendToLog("qrn_debug_", date, line.append(" | ").append(message));
   g_times.last = now;

@@ -81,7 +81,7 @@ TEST_F(Desktop, ShowsWhatARunHasMadeOfAnySlide) {
   const auto facts = [] {
     for (const QWidget* widget : QApplication::allWidgets())
       if (const auto* label = qobject_cast<const QLabel*>(widget);
-          label && label->text().startsWith("Slide "))
+          label && label->text().startsWith("Slide 1 of"))
         return label->text().toStdString();
     return std::string();
   };

@@ -1,6 +1,7 @@
 #include "adapters/system/standard_streams.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <signal.h>
 #include <unistd.h>
 
@@ -16,6 +17,11 @@ void secureStandardStreams() {
   action.sa_flags = SA_RESTART;
   ::sigaction(SIGPIPE, &action, nullptr);
   ::sigaction(SIGXFSZ, &action, nullptr);
+}
+
+bool nobodyReadsOutput() {
+  pollfd output{STDOUT_FILENO, 0, 0};
+  return ::poll(&output, 1, 0) == 1 && (output.revents & (POLLERR | POLLHUP)) != 0;
 }
 
 }  // namespace qrn::system
