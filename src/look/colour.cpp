@@ -64,7 +64,7 @@ std::int32_t tintUntil(std::int32_t colour, std::int32_t goal, std::int32_t grou
   constexpr int kSteps = 20;
   for (int step = 0; step < kSteps; ++step) {
     const std::int32_t tint = blend(colour, goal, static_cast<double>(step) / kSteps);
-    if (allSee(tint, ground, ratio))
+    if (contrastForAll(tint, ground) >= ratio)
       return tint;
   }
   return goal;
@@ -81,13 +81,11 @@ std::int32_t seenWith(Deficiency deficiency, std::int32_t colour) {
   return packed(seen[0], seen[1], seen[2]);
 }
 
-bool allSee(std::int32_t a, std::int32_t b, double ratio) {
-  if (contrastRatio(a, b) < ratio)
-    return false;
-  for (const Deficiency lacking : {Deficiency::protanopia, Deficiency::deuteranopia, Deficiency::tritanopia})
-    if (contrastRatio(seenWith(lacking, a), seenWith(lacking, b)) < ratio)
-      return false;
-  return true;
+double contrastForAll(std::int32_t a, std::int32_t b) {
+  double least = contrastRatio(a, b);
+  for (const Deficiency kind : {Deficiency::protanopia, Deficiency::deuteranopia, Deficiency::tritanopia})
+    least = std::min(least, contrastRatio(seenWith(kind, a), seenWith(kind, b)));
+  return least;
 }
 
 }  // namespace qrn::look

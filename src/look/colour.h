@@ -19,15 +19,16 @@ double contrastRatio(std::int32_t a, std::int32_t b);
 // From one colour to another, channel by channel; `share` 0 to 1.
 std::int32_t blend(std::int32_t from, std::int32_t to, double share);
 
-// The tint of `colour` on its way to `goal` that is nearest to it and has `ratio` against `ground`, also for
-// people who lack one kind of cone.
+// The tint of `colour` on its way to `goal` that is nearest to it and has `ratio` against `ground` for all
+// eyes.
 std::int32_t tintUntil(std::int32_t colour, std::int32_t goal, std::int32_t ground, double ratio);
 
 // The colour as people without one kind of cone see it (Machado, Oliveira and Fernandes, 2009, full
 // severity).
 enum class Deficiency { protanopia, deuteranopia, tritanopia };
 std::int32_t seenWith(Deficiency deficiency, std::int32_t colour);
-// Whether everybody sees two colours at that contrast.
-bool allSee(std::int32_t a, std::int32_t b, double ratio);
+
+// The least contrast that anybody sees between two colours: with all cones, or without one kind.
+double contrastForAll(std::int32_t a, std::int32_t b);
 
 }  // namespace qrn::look

@@ -60,7 +60,7 @@ Theme themeFor(const Slide& slide) {
   const auto veiled = [&](double share) { return blend(theme.ground, palette.veil, share); };
   theme.text = readable(palette.text, kTextContrast);
   theme.quiet = readable(palette.quiet, kTextContrast);
-  const bool accentReads = slide.accent >= 0 && allSee(slide.accent, theme.ground, kShapeContrast);
+  const bool accentReads = slide.accent >= 0 && contrastForAll(slide.accent, theme.ground) >= kShapeContrast;
   theme.data = accentReads ? slide.accent : readable(palette.data, kShapeContrast);
   theme.dataRest =
       tintUntil(blend(theme.ground, theme.data, kRestShare), theme.data, theme.ground, kShapeContrast);

@@ -73,6 +73,26 @@ void endAt(std::size_t most, const host::SurfaceFont& font, double width, std::v
   last += kDots;
 }
 
+char32_t characterAt(const std::string& text, std::size_t at, std::size_t next) {
+  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+  char32_t c = next - at > 1 ? byte(at) & (0xffU >> (next - at + 1)) : byte(at);
+  for (std::size_t i = at + 1; i < next; ++i) c = c << 6 | (byte(i) & 0x3fU);
+  return c;
+}
+
+// Hebrew, Arabic and their neighbours stand in these blocks; letters of other scripts run from the left.
+bool runsFromRight(const std::string& text) {
+  for (std::size_t at = 0, next = 0; at < text.size(); at = next) {
+    next = nextCharacter(text, at);
+    const char32_t c = characterAt(text, at, next);
+    if ((c >= 0x590 && c <= 0x8ff) || (c >= 0xfb1d && c <= 0xfdff) || (c >= 0xfe70 && c <= 0xfeff))
+      return true;
+    if (c > 0x7f || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'))
+      return false;
+  }
+  return false;
+}
+
 SetText finished(const std::vector<std::string>& lines, const host::SurfaceFont& font) {
   SetText result;
   for (std::size_t i = 0; i < lines.size(); ++i) {
@@ -82,6 +102,7 @@ SetText finished(const std::vector<std::string>& lines, const host::SurfaceFont&
   result.font = font;
   result.lines = static_cast<int>(lines.size());
   result.height = result.lines * lineHeight(font);
+  result.rightToLeft = runsFromRight(result.caption);
   return result;
 }
 

@@ -15,6 +15,7 @@ struct SetText {
   double width = 0, height = 0;  // twips
   int lines = 0;
   bool whole = true;
+  bool rightToLeft = false;  // by its first letter that has a direction
 };
 
 // Tries each size, points, the largest first. `width` and `height` in twips.

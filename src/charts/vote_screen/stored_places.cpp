@@ -13,8 +13,9 @@ namespace {
 constexpr double kBarsEnd = 0.84;  // parts of the height and width
 constexpr double kLeastBarsWide = 0.2, kLeastBarsHigh = 0.15, kLeastRow = 0.036;
 constexpr double kGap = 0.015, kNarrowed = 0.55, kNextOption = 0.06;
-constexpr double kPixel = 0.75;     // points
-constexpr double kKeysRoom = 1500;  // twips for the text behind a key, at least
+constexpr double kPixel = 0.75;        // points
+constexpr double kAverageRoom = 0.03;  // before bars, for the mark of the average
+constexpr double kKeysRoom = 1500;     // twips for the text behind a key, at least
 constexpr double kBarOfRow = 0.66, kThickest = 0.064;
 
 bool isSet(const LayoutRect& stored) {
@@ -175,7 +176,8 @@ void placeBars(const VoteQuestion& question, const Place& part, VoteLayout& layo
   if (layout.ownKeys)
     pitch = part.Height / count;
   const double H = question.height, thick = std::min(kBarOfRow * pitch, kThickest * H);
-  const double keys = layout.ownKeys ? layout.rows.front().key.Width + kGap * question.width : 0;
+  const double keys =
+      layout.ownKeys ? layout.rows.front().key.Width + kGap * question.width : kAverageRoom * H;
   const double span = part.Width - keys - markWidth(question, layout) - kGap * question.width;
   layout.bars = part;
   const bool marked = pitch > 0.8 * lineHeight(layout.countFont);

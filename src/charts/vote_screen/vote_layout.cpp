@@ -111,8 +111,9 @@ void Layouter::placeHead() {
   }
   const host::SurfaceFont scaleFont = typeOf(q_.stored.titleFont, 0, true);
   const double line = lineHeight(typeOf(q_.stored.titleFont, size(Size::label), true));
+  const double step = textWidth("  " + stepWords(q_), typeOf(q_.stored.titleFont, size(Size::label), false));
   out_.scale.text =
-      setText(q_.scale, scaleFont, {size(Size::label), size(Size::floor)}, right - left, 1.7 * line);
+      setText(q_.scale, scaleFont, {size(Size::label), size(Size::floor)}, right - left - step, 1.7 * line);
   out_.scale.place = {left, kHeadTop * H_, right - left, out_.scale.text.height};
   const double top = std::max(kItemTop * H_, out_.scale.place.Bottom() + 0.015 * H_);
   const double rows = static_cast<double>(q_.options.size()) * kLeastPitch * H_;

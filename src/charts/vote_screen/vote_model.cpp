@@ -15,6 +15,7 @@ using host::Element;
 using host::Layer;
 using look::Size;
 
+constexpr double kThinnestTrack = 0.01;  // thinner ones would be a pattern
 constexpr double kKeyRadius = 0.009, kBarRadius = 0.011, kCardRadius = 0.018;  // parts of the height
 constexpr double kAverage = 0.125, kUnderAverage = 0.012, kMarkSide = 0.022, kMarkGap = 0.006;
 constexpr double kCardPadding = 0.006, kWordGap = 0.3;  // of the type's size
@@ -102,8 +103,15 @@ class Drawing {
   std::int32_t ink(std::int32_t stored, std::int32_t themes, double ratio = look::kTextContrast) const {
     return stored != kUntouched && readableColour(stored, q_.look, ratio) == stored ? stored : themes;
   }
-  void words(Layer layer, const char* name, const PlacedText& text, std::int32_t colour) {
-    out_.add(layer, name, 0, label(text.place, text.text.caption, text.text.font, colour, text.align));
+  // Lines that run from the right end together at the right of their block.
+  void words(Layer layer, const char* name, int index, const PlacedText& text, std::int32_t colour) {
+    Place place = text.place;
+    const bool turned = text.text.rightToLeft && text.align == host::Align::left;
+    if (turned)
+      place.Width = std::min(place.Width, text.text.width);
+    out_.add(
+        layer, name, index,
+        label(place, text.text.caption, text.text.font, colour, turned ? host::Align::right : text.align));
   }
 
   const VoteQuestion& q_;
@@ -115,10 +123,10 @@ class Drawing {
 };
 
 void Drawing::head() {
-  words(Layer::titles, "lbl_Risk", l_.item, ink(q_.stored.font2.colour, theme_.text));
+  words(Layer::titles, "lbl_Risk", 0, l_.item, ink(q_.stored.font2.colour, theme_.text));
   const std::int32_t quiet = ink(q_.stored.titleFont.colour, theme_.quiet);
   if (!q_.scale.empty())
-    words(Layer::titles, "lbl_assessment", l_.scale, quiet);
+    words(Layer::titles, "lbl_assessment", 0, l_.scale, quiet);
   if (l_.step.Width > 0) {
     host::SurfaceFont font = l_.scale.text.font;
     font.bold = false;
@@ -142,12 +150,12 @@ void Drawing::options() {
     if (!row.told)
       continue;
     key("optionKey", i, row.key);
-    const SetText& text = row.option.text;
-    Place place = row.option.place;
-    place.Top = topForMiddle(place.Middle() - (text.lines - 1) * lineHeight(text.font) / 2, text.font);
-    out_.add(
-        Layer::captions, "lbl_Criteria", static_cast<int>(i),
-        label(place, text.caption, text.font, ink(q_.stored.font3.colour, theme_.text), row.option.align));
+    PlacedText option = row.option;
+    const SetText& text = option.text;
+    option.place.Top =
+        topForMiddle(option.place.Middle() - (text.lines - 1) * lineHeight(text.font) / 2, text.font);
+    words(Layer::captions, "lbl_Criteria", static_cast<int>(i), option,
+          ink(q_.stored.font3.colour, theme_.text));
   }
 }
 
@@ -177,7 +185,8 @@ void Drawing::bar(std::size_t option, int most, int total) {
   const int index = static_cast<int>(option), count = now_.counts[option];
   const Place& track = l_.rows[option].track;
   const double radius = std::min(kBarRadius * H_, track.Height / 2);
-  out_.add(Layer::grid, "barTrack", index, box(track, theme_.track, radius));
+  if (track.Height >= kThinnestTrack * H_)
+    out_.add(Layer::grid, "barTrack", index, box(track, theme_.track, radius));
   if (count <= 0 || total <= 0)
     return;
   Place filled = track;
@@ -328,13 +337,13 @@ void Drawing::count() {
 
 // The end of the foot: who is missing, that nobody is, or that nobody is there yet.
 void Drawing::told() {
-  const host::SurfaceFont font = type(Size::floor);
+  const bool well = now_.room > 0 && now_.voted >= now_.room;
+  const host::SurfaceFont font = type(well ? Size::label : Size::floor);
   const double width = l_.told.Width;
   std::string words =
       toldWords(now_, [&](const std::string& text) { return textWidth(text, font) <= width; });
   if (words.empty())
     return;
-  const bool well = now_.room > 0 && now_.voted >= now_.room;
   const host::SurfaceFont strong = type(Size::word, true);
   const double base = l_.told.Top - topForBaseline(0, strong);
   const SetText text = setText(words, font, {font.size}, width, 2 * lineHeight(font));
