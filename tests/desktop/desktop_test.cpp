@@ -25,9 +25,7 @@ class SlowSlide : public test::MemorySlide {
 };
 
 // Opens a deck of five slides with exercises on 2 and 3.
-std::unique_ptr<host::Presentation> madeDeck(const std::string& file) {
-  if (file == "locked.pptx")
-    throw HostError(Fault::world, 70, "locked.pptx is open in another program");
+std::unique_ptr<host::Presentation> madeDeck(const std::string&) {
   auto deck = std::make_unique<test::MemoryPresentation>(5);
   for (const int slide : {2, 3}) deck->slide(slide).tagStore.Add("qrnMatrix", "exercise");
   return deck;
@@ -38,17 +36,7 @@ class Desktop : public ::testing::Test {
   desktop::DesktopHooks hooks() {
     desktop::DesktopHooks made;
     made.openDeck = madeDeck;
-    made.runExercise = [this](int slide) {
-      runs += std::to_string(slide) + " ";
-      if (onRun)
-        onRun(slide);
-    };
-    made.room = [this] {
-      host::RoomState room;
-      room.page = "http://127.0.0.1:7878/join";
-      room.phones = ++roomsAsked;
-      return room;
-    };
+    made.runExercise = [this](int slide) { runs += std::to_string(slide) + " "; };
     return made;
   }
   host::PresentationProgram& program() { return desk.program(); }
@@ -58,23 +46,8 @@ class Desktop : public ::testing::Test {
 
   test::WindowWorld world;
   std::string runs;
-  int roomsAsked = 0;
-  std::function<void(int)> onRun;
   desktop::Desktop desk{hooks()};
 };
-
-TEST_F(Desktop, GivesTheLogicTheDeckAndTheShow) {
-  EXPECT_EQ(program().ActivePresentation(), nullptr);
-  ASSERT_TRUE(desk.openDeck("talk.pptx"));
-  ASSERT_NE(program().ActivePresentation(), nullptr);
-  EXPECT_EQ(program().ActiveWindowView()->SlideIndex(), 1);
-  EXPECT_EQ(program().SlideShowWindowsCount(), 0);
-  EXPECT_EQ(program().SlideShowView(), nullptr);
-  desk.startShow(0);
-  EXPECT_EQ(program().SlideShowWindowsCount(), 1);
-  program().SlideShowView()->GotoSlide(4);
-  EXPECT_EQ(program().SlideShowView()->SlideIndex(), 4);
-}
 
 TEST_F(Desktop, ShowsWhatARunHasMadeOfAnySlide) {
   ASSERT_TRUE(desk.openDeck("talk.pptx"));
@@ -92,52 +65,6 @@ TEST_F(Desktop, ShowsWhatARunHasMadeOfAnySlide) {
     deck.AddTitleOnlySlide(5);
   });
   EXPECT_EQ(facts(), "Slide 1 of 6 · exercise with 0 votes");
-}
-
-TEST_F(Desktop, RunsTheExerciseReachedAndGoesOnWithTheKeysItSent) {
-  desk.openDeck("talk.pptx");
-  onRun = [this](int slide) {
-    EXPECT_EQ(program().SlideShowView()->SlideIndex(), slide) << "the show stands still during the run";
-    program().SendKeysToShow("~");
-    EXPECT_EQ(program().SlideShowView()->SlideIndex(), slide) << "keys wait for the end of the run";
-  };
-  desk.startShow(1);
-  turns();
-  EXPECT_EQ(runs, "");
-  program().SendKeysToShow("~");
-  turns(6);
-  EXPECT_EQ(runs, "2 3 ");
-  EXPECT_EQ(program().SlideShowView()->SlideIndex(), 4);
-}
-
-TEST_F(Desktop, TheListOfSlidesHasTheFocusAfterAShow) {
-  desk.openDeck("talk.pptx");
-  QWidget* window = nullptr;
-  for (QWidget* one : QApplication::topLevelWidgets())
-    if (one->objectName() == "deckWindow")
-      window = one;
-  ASSERT_NE(window, nullptr);
-  window->show();
-  desk.startShow(1);
-  program().SendKeysToShow("~");
-  turns();
-  ASSERT_EQ(runs, "2 ");
-  QTest::keyClick(desk.dialogParent(), Qt::Key_Escape);
-  turns();
-  EXPECT_EQ(program().SlideShowWindowsCount(), 0);
-  ASSERT_NE(QApplication::focusWidget(), nullptr);
-  EXPECT_EQ(QApplication::focusWidget()->objectName(), "slides");
-}
-
-TEST_F(Desktop, ARunThatFailsIsReportedAndTheDeskGoesOn) {
-  desk.openDeck("talk.pptx");
-  onRun = [](int) { throw HostError(Fault::world, 0, "the disk is full"); };
-  desk.startShow(1);
-  program().SendKeysToShow("~");
-  world.expectMsgBox("the disk is full");
-  turns();
-  EXPECT_EQ(runs, "2 ");
-  EXPECT_EQ(program().SlideShowWindowsCount(), 1);
 }
 
 TEST_F(Desktop, TheDeckStaysWhileOneOfItsPicturesIsBeingMade) {
@@ -206,56 +133,12 @@ TEST_F(Desktop, DoesNotRestOverARunThatIsWantedOrAPictureThatIsNotMade) {
   desk.exec();
 }
 
-TEST_F(Desktop, TheKeypadsPageAsksAgainWhenItsControllerIsLost) {
-  const auto window = [](const char* name) {
-    for (QWidget* one : QApplication::topLevelWidgets())
-      if (one->objectName() == name)
-        return one;
-    return static_cast<QWidget*>(nullptr);
-  };
-  window("deckWindow")->show();
-  desk.roomChanged({});
-  turns();
-  EXPECT_EQ(roomsAsked, 0);
-  QTest::keyClick(window("deckWindow"), Qt::Key_K, Qt::ControlModifier);
-  EXPECT_EQ(roomsAsked, 1);
-  ASSERT_NE(window("keypads"), nullptr);
-  EXPECT_TRUE(window("keypads")->isVisible());
-  desk.roomChanged({});
-  turns();
-  EXPECT_EQ(roomsAsked, 2);
-  window("keypads")->close();
-  desk.roomChanged({});
-  turns();
-  EXPECT_EQ(roomsAsked, 2) << "nobody looks at it";
-}
-
 TEST_F(Desktop, AWakeBeforeTheRestEndsIt) {
   world.loop.wake();
   for (int i = 0; i < 5; ++i) QCoreApplication::processEvents();  // takes what the wake has sent
   const auto before = world.clock.micros;
   world.rest(1'000'000);
   EXPECT_LT(world.clock.micros - before, 500'000);
-}
-
-TEST_F(Desktop, ADeckThatCannotBeOpenedLeavesTheOneAtHand) {
-  ASSERT_TRUE(desk.openDeck("talk.pptx"));
-  host::Presentation* before = program().ActivePresentation();
-  EXPECT_FALSE(desk.openDeck("locked.pptx"));
-  EXPECT_EQ(program().ActivePresentation(), before);
-}
-
-TEST_F(Desktop, AsksBeforeItLeavesADeckWhoseFileLacksVotes) {
-  for (const auto& [answer, leaves, saves] :
-       {std::tuple{host::Answer::cancel, false, 0}, {host::Answer::yes, true, 1}}) {
-    ASSERT_TRUE(desk.openDeck("talk.pptx"));
-    auto& deck = dynamic_cast<test::MemoryPresentation&>(*program().ActivePresentation());
-    deck.saved = false;
-    world.expectMsgBox("Save the votes and settings into the deck?", answer);
-    desk.quit();
-    EXPECT_EQ(program().ActiveWindowView() == nullptr, leaves);
-    EXPECT_EQ(deck.saves, saves);
-  }
 }
 
 }  // namespace
