@@ -1,5 +1,6 @@
 #include "desktop/side_list.h"
 
+#include <QHeaderView>
 #include <QPainter>
 #include <QStyledItemDelegate>
 #include <algorithm>
@@ -94,11 +95,10 @@ class KeyedRow : public QStyledItemDelegate {
 }  // namespace
 
 SideList::SideList(SideListSource source, QWidget* parent)
-    : PanelView(*source.panel, "List1", parent),
-      source_(std::move(source)),
-      heading_(new QLabel("List items plotted", this)) {
+    : PanelView(*source.panel, "List1", parent), source_(std::move(source)) {
   setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
   setFocusPolicy(Qt::NoFocus);  // the keys are the form's
+  header()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   hide();
 }
 
@@ -122,13 +122,14 @@ int SideList::stand() {
 
 void SideList::setLook(const QWidget& window) {
   const int type = typeFor(window), gap = type / 3;
-  setViewportMargins(gap, 2 * type, gap, gap);
   delete std::exchange(rows_, new KeyedRow(slideTheme(), this));
   setItemDelegate(rows_);
   setStyleSheet(
       themed("QTreeView { background: @surface; border: none; border-radius: %2px; font-size: %1px; outline: "
-             "none; }"
-             "QLabel { background: transparent; color: @quiet; font-size: %1px; }"
+             "none; padding: 0 %2px %2px %2px; }"
+             "QHeaderView { background: transparent; border: none; }"
+             "QHeaderView::section { background: transparent; border: none; color: @quiet; font-size: %1px; "
+             "padding: %2px; }"
              "QScrollBar:vertical { background: transparent; width: %2px; margin: 0; }"
              "QScrollBar::handle:vertical { background: @line; border-radius: %3px; min-height: %1px; }"
              "QScrollBar::add-line, QScrollBar::sub-line { height: 0; }",
@@ -136,12 +137,6 @@ void SideList::setLook(const QWidget& window) {
           .arg(type)
           .arg(gap)
           .arg(gap / 2));
-}
-
-void SideList::resizeEvent(QResizeEvent* event) {
-  PanelView::resizeEvent(event);
-  const int type = typeFor(*parentWidget());
-  heading_->setGeometry(type * 2 / 3, type / 2, width() - type, type * 3 / 2);
 }
 
 InfoButton::InfoButton(host::Form& form, QWidget* parent) : QPushButton("i", parent), form_(form) {

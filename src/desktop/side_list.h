@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QAbstractItemDelegate>
-#include <QLabel>
 #include <QPushButton>
 #include <functional>
 
@@ -23,14 +22,10 @@ class SideList : public PanelView {
   // hidden.
   int stand();
 
- protected:
-  void resizeEvent(QResizeEvent* event) override;
-
  private:
   void setLook(const QWidget& window);
 
   SideListSource source_;
-  QLabel* heading_;
   QAbstractItemDelegate* rows_ = nullptr;
 };
 

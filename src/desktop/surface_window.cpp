@@ -15,6 +15,7 @@
 #include "desktop/keys.h"
 #include "host/actions.h"
 #include "render/fonts.h"
+#include "render/ground.h"
 
 namespace qrn::desktop {
 
@@ -74,7 +75,8 @@ void SurfaceWindow::catchUp() {
   if (bar_)
     bar_->sync(width() - listWidth_);
   const double ratio = devicePixelRatioF();
-  const QRegion changed = canvas_.update(source_.surface(), (QSizeF(surfaceSize()) * ratio).toSize());
+  const QRegion changed = canvas_.update(source_.surface(), (QSizeF(surfaceSize()) * ratio).toSize(),
+                                         static_cast<int>(width() * ratio));
   if (before != listWidth_)
     update();
   for (const QRect& part : changed)
@@ -183,6 +185,11 @@ void SurfaceWindow::paintEvent(QPaintEvent* event) {
   for (const QRect& part : event->region() & QRect(QPoint(0, 0), surfaceSize()))
     painter.drawImage(part, canvas_.image(),
                       QRectF(QPointF(part.topLeft()) * ratio, QSizeF(part.size()) * ratio));
+  const QRect beside(width() - listWidth_, 0, listWidth_, height());  // the ground goes on behind the list
+  if (formStands() && event->region().intersects(beside)) {
+    painter.setClipRect(beside);
+    render::drawGround(source_.surface(), painter, size());
+  }
 }
 
 void SurfaceWindow::closeEvent(QCloseEvent* event) {

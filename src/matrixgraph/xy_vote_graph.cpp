@@ -52,6 +52,7 @@ xyVoteGraph::xyVoteGraph()
     : Form(formName::matrixGraph),
       tmr_load(kLoadDelayMs, [this] { tmr_load_Timer(); }),
       tmr_grow(kFrameMs, [this] { tmr_grow_Timer(); }) {
+  List1.columns = {{.title = "List items plotted"}};
   List1.selectionChanged = [this](int row) { selectItem(riskOfRow(row)); };
   List1.activated = [this](int row) { List1_DblClick(row); };
   List1.menuWanted = [this](int row) { List1_RightClick(row); };
