@@ -19,10 +19,11 @@ constexpr double kMarkShare = 0.92;                               // of a slot, 
 constexpr double kLegendShare = 0.27;                             // of the chart's height
 constexpr double kBarShare = 0.62;                                // of a slot
 constexpr double kThickestLying = 0.06, kThickestUpright = 0.16;  // of the chart's height and width
-constexpr double kScaleColumn = 0.16;  // of the width, for the words of an upright scale
-constexpr double kGap = 0.016;         // of the width, between texts and bars
-constexpr double kCorner = 0.22;       // of a bar's thickness
-constexpr double kTallestCaption = 2;  // lines
+constexpr double kScaleColumn = 0.16;   // of the width, for the words of an upright scale
+constexpr double kGap = 0.016;          // of the width, between texts and bars
+constexpr double kCorner = 0.22;        // of a bar's thickness
+constexpr double kTallestCaption = 2;   // lines
+constexpr double kCaptionShare = 0.95;  // of its slot below lying bars
 constexpr std::int32_t kUntouched = 0xffffff;
 
 // Lays one chart out. Bars stand on the bottom axis; those of an asHorizBar series lie against the left one.
@@ -151,17 +152,32 @@ class Layout {
     geo_.plot.height = bottom_ - geo_.plot.top - slotLabelHeight() - px(8);
   }
 
-  // Lines of the words below a lying scale of that width.
+  // Every how many words of a lying scale stand below it: no word is cut, and the last one stands where a few
+  // less let it.
+  int captionStep(double slot) const {
+    double word = 0;
+    for (const std::string& text : scale_.texts)
+      for (std::size_t at = 0, end = 0; at < text.size(); at = end + 1) {
+        end = std::min(text.find(' ', at), text.size());
+        word = std::max(word, textWidth(text.substr(at, end - at), valueFont_));
+      }
+    const int last = std::max(1, static_cast<int>(scale_.texts.size()) - 1);
+    const int least = std::clamp(static_cast<int>(std::ceil(word / (slot * kCaptionShare))), 1, last);
+    for (int step = least; step <= std::min(2 * least, last); ++step)
+      if (last % step == 0)
+        return step;
+    return least;
+  }
+
+  // Height of the words below a lying scale of that width.
   double captionHeight(double width) {
     const double slot = width / scale_.count();
-    double lines = 1, widest = 0;
-    for (const std::string& text : scale_.texts) {
-      widest = std::max(widest, textWidth(text, valueFont_));
-      lines = std::max(lines, static_cast<double>(host::wrapText(text, valueFont_, slot * 0.95).size()));
-    }
+    every_ = captionStep(slot);
+    double lines = 1;
+    for (const std::string& text : scale_.texts)
+      lines = std::max(
+          lines, static_cast<double>(host::wrapText(text, valueFont_, slot * every_ * kCaptionShare).size()));
     lines = std::min(lines, kTallestCaption);
-    every_ =
-        std::max(1, static_cast<int>(std::ceil(std::min(widest, 3 * textWidth("nn", valueFont_)) / slot)));
     return lines * lineHeight(valueFont_);
   }
 
@@ -236,7 +252,7 @@ class Layout {
     const double slot = (geo_.lying ? geo_.plot.width : geo_.plot.height) / scale_.count();
     double width = geo_.plot.left - 0.6 * kGap * area_.width - left_;
     if (geo_.lying)  // centred at its line, inside the margin
-      width = std::min(slot * every_ * 0.95, 2 * (area_.left + area_.width * 0.985 - at));
+      width = std::min(slot * every_ * kCaptionShare, 2 * (area_.left + area_.width * 0.985 - at));
     const FittedText fitted =
         fitText(text, valueFont_, width, geo_.lying || slot >= 2 * line ? 2 * line : line, valueFont_.size);
     Element& caption = label("leftAxisLabel", i, fitted.caption, fitted.font);
