@@ -8,6 +8,8 @@ namespace qrn {
 
 namespace {
 
+constexpr double kFilterGap = 120;  // twips between a filter's line and the title below it
+
 bool sameFrame(const host::Surface& a, const host::Surface& b) {
   return a.width == b.width && a.height == b.height &&
          static_cast<const host::Ground&>(a) == static_cast<const host::Ground&>(b);
@@ -33,15 +35,14 @@ const host::Surface& ChartSurface::lower(const TChart& chart, double width, doub
   addPanel(surface_, look);
   const host::SurfaceFont small =
       themedFont(chart.Axis.Left.Labels.Font, kUntouchedType, look::Size::floor, height, false);
-  // the filter's line may stand in a corner at the top: it leaves the title at the left alone
-  GraphNotes notes =
-      makeNotes(surface_, look, small, width * 0.5, footer, width * chart.MarginLeft / 100, false);
+  // the title stands below a filter's line in a corner at the top
+  GraphNotes notes = makeNotes(surface_, look, small, 0, footer, width * chart.MarginLeft / 100, false);
   ChartArea area{0, 0, width, height};
   for (const host::Element* line : {&notes.filter, &notes.foot})
     if (line->visible && line->top > height / 2)
       area.height = std::min(area.height, line->top);
   if (notes.filter.visible && notes.filter.top < height / 2)
-    area.top = notes.filter.bottom() - height * chart.MarginTop / 100;
+    area.top = notes.filter.bottom() + kFilterGap - height * chart.MarginTop / 100;
   area.height -= area.top;
   addNotes(std::move(notes), surface_);
   geometry_ = layoutChart(chart, area, look, surface_);

@@ -19,6 +19,7 @@ namespace {
 
 constexpr PlotRequest kDiversityAxes{10, 10, -1, -1, -1, -1, -1, -1};
 constexpr double kTitleShare = 0.8;  // of the width
+constexpr double kNoteShare = 0.65;  // of the plot's width: the vertical title has the rest of the row
 constexpr double kTitleTop = 0.012;  // of the height
 
 // Names of the selected categories; "" when no category is there to filter by.
@@ -85,8 +86,11 @@ host::Element noteElement(const GraphCanvas& canvas, const PlotNote& note) {
   label.width = area.X2 - area.X1;
   label.left = area.X1;
   label.top = area.Y1 - lineHeight(label.font) - canvas.px(6);
-  if (!note.empty)
+  if (!note.empty) {
+    label.caption = cutToWidth(note.text, label.font, kNoteShare * label.width);
+    label.height = lineHeight(label.font);
     return label;
+  }
   label.font.size = look::points(look::Size::word, canvas.height());
   label.colour = canvas.theme().text;
   label.caption.clear();
@@ -106,7 +110,7 @@ void layTitles(MatrixModel& model, const MatrixRequest& request) {
   if (!note.text.empty()) {
     host::Element label = noteElement(canvas, note);
     if (!note.empty)
-      titles.noteWidth = textWidth(note.text, label.font) + canvas.px(16);
+      titles.noteWidth = textWidth(label.caption, label.font) + canvas.px(16);
     canvas.surface.add(host::Layer::titles, "plotNote", 0, std::move(label));
   }
   layAxes(canvas, model.across, model.up, request.skew, titles);

@@ -6,6 +6,7 @@
 #include "matrixgraph/axis_plan.h"
 #include "matrixgraph/plot_area.h"
 #include "matrixgraph/xy_vote_graph.h"
+#include "support/drawing.h"
 #include "support/run_case.h"
 
 namespace qrn::test {
@@ -170,6 +171,7 @@ class MatrixGraphCase : public RunCase {
            << (shadow.width == key.width && shadow.height == key.height ? ", of its size" : "");
       tell(text.str());
     });
+    on("drawing", [this](const Words&) { tell(drawingOf(form().surface())); });
     on("outstanding", [this](const Words&) {
       std::string all = "stand out:";
       for (const PlottedItem& item : form().model().plotted)
@@ -298,7 +300,9 @@ class MatrixGraphCase : public RunCase {
   }
 };
 
-const bool kRegistered = registerCases<MatrixGraphCase>("MatrixGraphCase", QUORIN_CASES "/matrix_graph.case");
+const bool kRegistered =
+    registerCases<MatrixGraphCase>("MatrixGraphCase", QUORIN_CASES "/matrix_graph.case") &&
+    registerCases<MatrixGraphCase>("GraphDrawings", QUORIN_CASES "/graph_drawings.case");
 
 }  // namespace
 }  // namespace qrn::test

@@ -87,8 +87,15 @@ class Walk {
   void at(OverlayBoundary& r) { plain(r.first, r.second, r.third, r.fourth); }
   template <class... Members>
   void plain(Members&... members) {
+    const Words words(value_ == nullptr ? "" : *value_);
+    std::size_t next = 0;
     std::ostringstream text;
-    ((text << members << ' '), ...);
+    const auto each = [&](auto& member) {
+      const std::string word = words.word(next++);
+      Walk("", value_ == nullptr ? nullptr : &word).at(member);
+      text << member << ' ';
+    };
+    (each(members), ...);
     shown = text.str().substr(0, text.str().size() - 1);
   }
   void at(FontRecord& r);
@@ -119,7 +126,7 @@ class Walk {
 
 void Walk::at(FontRecord& r) {
   if (!rest_.empty())
-    return pick(MEMBERS(name, size, bold));
+    return pick(MEMBERS(name, size, bold, italic, underline, colour));
   shown = r.name + " " + std::to_string(static_cast<int>(r.size)) + (r.bold ? " bold" : "");
 }
 void Walk::at(RiskRecord& r) {
@@ -128,8 +135,9 @@ void Walk::at(RiskRecord& r) {
                weightedCumulative, voted, plotText, postalData, identifier));
 }
 void Walk::at(AssessmentRecord& r) {
-  pick(MEMBERS(voteType, titleFont, font2, font3, imageFile, lbl_Risk, img_chart, Img_VC, pcaQuestion,
-               sifterCutoff, pointColours, showScaleText, scalePointCount));
+  pick(MEMBERS(voteType, titleFont, font2, font3, font4, titleAlign, itemAlign, scaleAlign, imageFile,
+               lbl_Risk, lbl_Assessment, lbl_Criteria, img_chart, Img_VC, pcaQuestion, sifterCutoff,
+               pointColours, showTitleText, showScaleText, scalePointCount, startFrom));
 }
 void Walk::at(AssessmentInfoRecord& r) {
   pick(MEMBERS(active, votingOrder, showEndMessage, weight, weightingOn, bands));
@@ -168,9 +176,10 @@ void Walk::at(Glo& r) {
       voteOpen, baseType, keyboardFlag, maxKeypads, keypadsNotVotedPopupOn, keypadsNotVotedHowManyToShow,
       keypadsNotVotedLo, keypadsNotVotedHi, keypadsNotVotedClose, keypadsNotVotedClosePercent, numKeypads,
       useOffsets, baseOffsets, keypadPortInfo, activeKeypads, roomRehearsed, activeKeypadList, scanMarked,
-      demographicFilterOn, demographicFilterText, listOrderCode, dataMessage, returnToEditor, closing,
-      cmdFile, cmdMode, cmdSlide, cmdField4, cmdField5, currentSlide, currentSlideID, appTitle, tempPath,
-      matrixPath, appPath, exerciseLoaded, sifterLines, hasSifterData));
+      demographicFilterOn, demographicFilterText, runByGraphGridColour, graphPercentOrNumber, backgroundStart,
+      backgroundEnd, itemPlotFont, CheckShowListItemIdentifier, listOrderCode, dataMessage, returnToEditor,
+      closing, cmdFile, cmdMode, cmdSlide, cmdField4, cmdField5, currentSlide, currentSlideID, appTitle,
+      tempPath, matrixPath, appPath, exerciseLoaded, sifterLines, hasSifterData));
 }
 
 #undef MEMBERS

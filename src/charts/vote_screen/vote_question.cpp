@@ -80,7 +80,7 @@ VoteQuestion questionOf(const VoteForm& form) {
   question.percentOrNumber = glo.graphPercentOrNumber;
   const bool stats = glo.CheckAverageScoreIndicator == 1;
   if (stats || glo.opt_abstain) {  // how to abstain stands there while the vote runs
-    question.statsCorner = glo.opt_StatsBoxPosition.empty() ? "TL" : glo.opt_StatsBoxPosition;
+    question.statsCorner = glo.opt_StatsBoxPosition.empty() ? "TR" : glo.opt_StatsBoxPosition;
     question.statsLines = glo.opt_abstain ? 5 : 4;
   }
   question.aside = stats || !joinAddress().empty();
