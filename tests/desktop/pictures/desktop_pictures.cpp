@@ -1,17 +1,10 @@
-// Pictures of the deck window, the slide show, the keypads page and the questions.
-#include <QApplication>
-#include <QMessageBox>
-#include <QPushButton>
-
-#include "adapters/qt/dialogs.h"
+// Pictures of the deck window, the slide show and the keypads page.
 #include "desktop/deck_window.h"
 #include "desktop/keypads_window.h"
 #include "desktop/pictures/made_up_deck.h"
 #include "desktop/pictures/pictures.h"
 #include "desktop/slide_show_window.h"
-#include "host/dialogs.h"
 #include "host/host.h"
-#include "host/wait.h"
 
 namespace qrn::pictures {
 
@@ -34,7 +27,7 @@ void makeAll(desktop::SlidePictures& pictures) {
 }
 
 void takeDeck(Album& album, const QString& name, int slides, int at, bool readOnly, QSize size) {
-  MadeUpDeck deck(slides, readOnly);
+  MadeUpDeck deck(slides, kDarkScheme, readOnly);
   desktop::SlidePictures pictures;
   pictures.setDeck(&deck);
   desktop::DeckWindow window(pictures, madeUpFacts, noCalls());
@@ -48,22 +41,6 @@ void takeDeck(Album& album, const QString& name, int slides, int at, bool readOn
   if (slides > 20)
     window.say("Making slide pictures, 388 to go");
   album.take(window, name);
-}
-
-void askAndTake(Album& album, const QString& name, const std::function<void(host::Dialogs&)>& ask) {
-  QWidget over;
-  over.resize(1024, 768);
-  over.show();
-  qt::QtDialogs dialogs([&] { return &over; });
-  host::Timer take(50, [&] {
-    for (QWidget* widget : QApplication::topLevelWidgets())
-      if (auto* dialog = qobject_cast<QDialog*>(widget); dialog && dialog->isVisible()) {
-        album.take(*dialog, name);
-        dialog->reject();
-      }
-  });
-  take.setEnabled(true);
-  ask(dialogs);
 }
 
 }  // namespace
@@ -136,29 +113,6 @@ void takeKeypads(Album& album) {
   none.showNoController("The controller did not start in time.");
   none.show();
   album.take(none, "keypads-no-controller");
-}
-
-void takeDialogs(Album& album) {
-  askAndTake(album, "question-yes-no", [](host::Dialogs& dialogs) {
-    dialogs.MsgBox("No votes have been collected\r\n\r\nClose vote and continue?", "Confirm close vote",
-                   host::Buttons::yesNo, host::Icon::question);
-  });
-  askAndTake(album, "question-message", [](host::Dialogs& dialogs) {
-    dialogs.MsgBox("Unable to display, as two assessments are not available", host::kTitle, host::Buttons::ok,
-                   host::Icon::information);
-  });
-  askAndTake(album, "question-long", [](host::Dialogs& dialogs) {
-    dialogs.MsgBox(
-        "Matrix is closing because the PowerPoint slide show is no longer running.\r\n\r\n"
-        "All data collected prior to this has been saved.",
-        "quorinMatrix Auto Close", host::Buttons::ok, host::Icon::information);
-  });
-  askAndTake(album, "question-input", [](host::Dialogs& dialogs) {
-    dialogs.InputBox("Please enter the new item", host::kTitle, "Benches along the quay");
-  });
-  askAndTake(album, "question-file", [](host::Dialogs& dialogs) {
-    dialogs.FileDialog({false, "/usr/share", "", "Presentations (*.pptx)|*.pptx", "Open a deck"});
-  });
 }
 
 }  // namespace qrn::pictures

@@ -32,10 +32,7 @@ void deliverEvents();
 void takeDeckWindow(Album& album);
 void takeSlideShow(Album& album);
 void takeKeypads(Album& album);
-void takeDialogs(Album& album);
 void takeVoteStates(Album& album);
 void takeForms(Album& album);
-void takeGraphs(Album& album);
-void takeStage(Album& album);  // what stands over the graphs
 
 }  // namespace qrn::pictures

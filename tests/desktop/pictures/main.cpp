@@ -76,9 +76,11 @@ struct Set {
   const char* name;
   void (*take)(Album&);
 };
-constexpr Set kSets[]{{"deck", takeDeckWindow}, {"show", takeSlideShow},   {"keypads", takeKeypads},
-                      {"dialogs", takeDialogs}, {"votes", takeVoteStates}, {"forms", takeForms},
-                      {"graphs", takeGraphs},   {"stage", takeStage}};
+constexpr Set kSets[]{{"deck", takeDeckWindow},
+                      {"show", takeSlideShow},
+                      {"keypads", takeKeypads},
+                      {"votes", takeVoteStates},
+                      {"forms", takeForms}};
 
 // The set of that name, or every one.
 int takeAll(const QString& folder, const QString& name) {
@@ -109,7 +111,7 @@ int takeAll(const QString& folder, const QString& name) {
 int main(int argc, char** argv) {
   const QApplication application(argc, argv);
   if (argc < 2 || argc > 3) {
-    std::cerr << "usage: quorin-pictures DIR [deck|show|keypads|dialogs|votes|forms|graphs|stage]\n";
+    std::cerr << "usage: quorin-pictures DIR [deck|show|keypads|votes|forms]\n";
     return 2;
   }
   qrn::desktop::applyStyle(*qApp);
