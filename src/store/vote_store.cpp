@@ -355,10 +355,9 @@ int readCurrentSlide() {
 }
 
 void ReadActiveKeypads() {
-  glo.activeKeypads = {""};
   trapErrors(kModule, "ReadActiveKeypads", [] {
-    if (glo.oPresentation != nullptr)
-      glo.activeKeypads = keypadList(glo.oPresentation->tags().Item(tagName::activeKeypads));
+    glo.activeKeypads = keypadList(
+        glo.oPresentation == nullptr ? "" : glo.oPresentation->tags().Item(tagName::activeKeypads));
   });
 }
 
