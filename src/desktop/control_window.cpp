@@ -198,6 +198,7 @@ QWidget* ControlWindow::comboBox(host::Control& control) {
   auto* whole = new QWidget(card_);
   auto* layout = new QHBoxLayout(whole);
   layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(px(look::Size::floor) / 2);
   auto* box = new QComboBox(whole);
   for (const std::string& choice : control.choices) box->addItem(render::toQt(choice));
   layout->addWidget(new QLabel(render::toQt(control.caption), whole));
@@ -217,6 +218,7 @@ QWidget* ControlWindow::lineEdit(host::Control& control) {
   auto* whole = new QWidget(card_);
   auto* layout = new QHBoxLayout(whole);
   layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(px(look::Size::floor) / 2);
   auto* edit = new QLineEdit(whole);
   edit->setObjectName(render::toQt(control.name));
   layout->addWidget(new QLabel(render::toQt(control.caption), whole), 1);

@@ -23,11 +23,12 @@ constexpr const char* kSheet = R"(
   QLabel#title { font-weight: bold; font-size: @wordpx; }
   QLabel#help, QLabel#problem { font-size: @floorpx; color: @quiet; }
   QLabel#problem { color: @alarm; }
-  QPushButton { background: @field; border: 2px solid @line; border-radius: 8px; padding: 8px 20px; }
+  QPushButton { background: @field; border: 2px solid @line; border-radius: 8px; padding: @gappx @halfpx; }
   QPushButton#primary { background: @data; color: @onData; border-color: @data; font-weight: bold; }
   QPushButton:focus, QPushButton#primary:focus, QLineEdit:focus, QComboBox:focus, QTreeView:focus { border: 3px solid @highlight; }
   QPushButton:disabled, QCheckBox:disabled, QRadioButton:disabled, QLabel:disabled { color: @quiet; }
-  QLineEdit, QComboBox { background: @field; border: 2px solid @line; border-radius: 8px; padding: 6px 12px; }
+  QLineEdit, QComboBox { background: @field; border: 2px solid @line; border-radius: 8px; padding: @gappx @halfpx; }
+  QCheckBox, QRadioButton { spacing: @halfpx; }
   QCheckBox:focus, QRadioButton:focus { color: @highlight; }
   QCheckBox::indicator, QRadioButton::indicator { width: @labelpx; height: @labelpx; background: @field; border: 2px solid @line; }
   QCheckBox::indicator { border-radius: 6px; }
