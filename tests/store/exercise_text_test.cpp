@@ -26,14 +26,6 @@ std::string firstDifference(const std::string& left, const std::string& right) {
 
 class TextCase : public RunCase {
  protected:
-  struct TellingRun : host::Run {
-    explicit TellingRun(TextCase& told) : told_(told) {}
-    void endProgram() override { told_.tell("the program ends"); }
-
-   private:
-    TextCase& told_;
-  } run{*this};
-
   TextCase() {
     plain();
     on("plain", [this](const Words&) { plain(); });
@@ -152,7 +144,6 @@ class TextCase : public RunCase {
     on("files", [this](const Words&) {
       for (const auto& [name, content] : world.files.files) tell(name);
     });
-    on("ends", [this](const Words&) { host::host().run = &run; });
     on("note", [this](const Words& words) {
       auto& notes = world.presentation.slide(1).notes;
       notes = {MemoryShape("picture"), MemoryShape("notes", words.rest(0))};

@@ -170,7 +170,7 @@ void Walk::at(Glo& r) {
       opt_StatsBoxPosition, matrixBackgroundFlag, backgroundFile, usePPTBackground, SifterSorterSettings,
       MainVoteSettings, lookUpEditorFlags, overlayBoundaries, resumePending, runFinished, logCategory,
       logPairCount, logAssessments, currentRisk, currentItem, currentAssessment, voteAssessmentNumber,
-      singleVoteRun, jumpItem, jumpAssessment, quitRequested, liveVotes, postalVotes, keypadIncluded,
+      singleVoteRun, jumpItem, jumpAssessment, quitRequested, liveVotes, postalVotes, keypadIncluded, keypadCounted,
       abstainCount, voteType, limits, points, allocation, preVoteText, voteText, voteTitle, options,
       startFrom, voteTextOptionCount, votesCast, voteComplete, voteAbandoned, abstainEnabled, allowedVotes,
       voteOpen, baseType, keyboardFlag, maxKeypads, keypadsNotVotedPopupOn, keypadsNotVotedHowManyToShow,

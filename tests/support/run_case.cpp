@@ -121,6 +121,7 @@ void RunCase::worldCommands() {
                                            : slideTags().failAtWrite;
     fails = words.number(0);
   });
+  on("ends", [this](const Words&) { host::host().run = &run_; });
   on("errors", [this](const Words&) { tell(newErrors()); });
   on("infos", [this](const Words&) {
     for (const std::string& info : world.dialogs.infos) tell(info.empty() ? "-" : escaped(info));

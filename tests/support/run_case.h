@@ -10,6 +10,7 @@
 //   2                                seconds full 1                                the next write of a tag
 //   finds the disk full (files: of a file) errors                                what the error log has got
 //   since
+//   ends                                   from now on the end of the program is told
 #pragma once
 
 #include "core/glo.h"
@@ -36,6 +37,11 @@ class RunCase : public CaseTest {
   TestHost world;
 
  private:
+  struct TellingRun : host::Run {
+    explicit TellingRun(RunCase& told) : told_(told) {}
+    void endProgram() override { told_.tell("the program ends"); }
+    RunCase& told_;
+  } run_{*this};
   void memberCommands();
   void worldCommands();
   std::size_t errorsTold_ = 0;

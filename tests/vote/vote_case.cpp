@@ -72,6 +72,7 @@ VoteCase::VoteCase() {
 
 VoteCase::~VoteCase() {
   entryHooks() = EntryHooks{};
+  forgetLeftoverVotes();
   for (const std::string& name : world.forms.loadedNames()) world.forms.unload(name);
   host::host().controller = &world.link;
 }
@@ -393,9 +394,9 @@ void VoteCase::manyItems() {
   for (const char* name : {"xyVote", "newItemsForm"})
     world.forms.define(name, [name] { return std::make_unique<host::Form>(name); });
   entryHooks() = EntryHooks{[this] {
-                              world.forms.show("xyVoteRuntime");
-                              runtime().startProcess();
-                            }};
+    world.forms.show("xyVoteRuntime");
+    runtime().startProcess();
+  }};
   std::vector<std::string> keys;
   for (std::size_t i = 0; i < kMany; ++i) keys.push_back(std::to_string(1 + 11 * i % kMany));
   items(keys);

@@ -48,7 +48,7 @@ void VoteCase::countCommands() {
   });
   on("resize", [this](const Words& words) {
     glo.keypadsNotVotedHi = words.number(0);
-    ResizeVoteArrays();
+    ResizeVoteArrays(words.word(1) == "keep");
     tell(std::to_string(glo.liveVotes.size()) + " elements");
   });
   on("simulate", [this](const Words& words) { tell(SimulatePress(words.number(0)) ? "taken" : "refused"); });
@@ -94,10 +94,10 @@ void VoteCase::keypadCommands() {
     control.ShowKeypadsNotVoted();
     tell(control.Caption + " (" + std::to_string(control.waitedFor) + ")");
   });
-  // list TYPE: random answers to a list of four captions, of keypads 1 to 3
+  // list TYPE CAPTIONS: random answers to a list of four captions, of keypads 1 to 3
   on("list", [this](const Words& words) {
     glo.voteType = words.number(0);
-    glo.voteText = "|a|b|c|d";
+    glo.voteText = words[1];
     glo.voteTextOptionCount = 4;
     glo.limits = 2;
     glo.allocation = 12;
@@ -121,6 +121,14 @@ void VoteCase::keypadCommands() {
     runtime().ScaleHeight = words.number(1);
     runtime().Form_Resize();
     tell(std::to_string(static_cast<int>(runtime().surface().width)) + " wide");
+  });
+  on("sounds", [this](const Words&) {
+    for (const std::string& file : std::exchange(world.sound.played, {})) tell(file);
+  });
+  // plain NAME: a form without a window of its own is up
+  on("plain", [this](const Words& words) {
+    world.forms.define(words[0], [name = words[0]] { return std::make_unique<host::Form>(name); });
+    world.forms.show(words[0]);
   });
   on("statistics", [this](const Words&) {
     SetStats(0, 0);
