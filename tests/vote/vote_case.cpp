@@ -181,11 +181,12 @@ void VoteCase::formCommands() {
   on("forms", [this](const Words&) { tell(joined(world.forms.loadedNames())); });
   on("screen", [this](const Words&) {
     const xyVoteRuntime& form = runtime();
+    const host::Element* missing = form.surface().find("uctl_kpadsNotVoted", 0);
     tell(std::string(form.state == VoteState::open       ? "open"
                      : form.state == VoteState::resultUp ? "result"
                                                          : "other") +
          (form.cursorShown ? ", cursor" : "") + (form.lbl_averageScore.Visible ? ", average" : "") + ": " +
-         form.uctl_votesCast.label.Caption +
+         form.uctl_votesCast.label.Caption + (missing == nullptr ? "" : "; " + missing->caption) +
          (form.lbl_status.Caption.empty() ? "" : "; " + form.lbl_status.Caption));
   });
   on("graph", [this](const Words& words) { defineGraph(words[0]); });
