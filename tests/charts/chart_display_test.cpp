@@ -128,6 +128,8 @@ TEST_F(ChartDisplay, LyingBarsGrowToTheRight) {
   EXPECT_DOUBLE_EQ(bars[1]->width, 2 * bars[0]->width);
   EXPECT_DOUBLE_EQ(bars[0]->left, bars[1]->left);
   EXPECT_LT(bars[0]->top + bars[0]->height, bars[1]->top);
+  series.marks = series.inPercent = true;
+  EXPECT_EQ(captions(lowered.lower(chart, 15360, 11520, ""), "barValue"), (Texts{"33%", "67%"}));
 }
 
 // Values and points lead to places and back, whichever way the chart lies.

@@ -160,6 +160,8 @@ TEST_F(VoteScreen, saysTheCountInWords) {
   };
   EXPECT_EQ(toldWords(narrow, fits(30)), "Waiting for... 3 4 and 7 more");
   EXPECT_EQ(toldWords(narrow, fits(1)), "Waiting for... 9 keypads");
+  narrow.waiting = WaitingFor{"Waiting for...", {"3"}, 1};
+  EXPECT_EQ(toldWords(narrow, fits(1)), "Waiting for... 1 keypad");
   EXPECT_EQ(barMark(2, 5, 0), (BarMark{"2", ""}));
   EXPECT_EQ(barMark(2, 5, 1), (BarMark{"40\u00a0%", ""}));
   EXPECT_EQ(barMark(2, 3, 2), (BarMark{"67\u00a0%", "  2"}));
