@@ -3,7 +3,7 @@
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
-set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+add_compile_options(-fPIC)  # one kind of code everywhere, so that libraries and programs share read headers
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 if(NOT CMAKE_BUILD_TYPE)
   set(CMAKE_BUILD_TYPE Release)
@@ -11,7 +11,8 @@ endif()
 
 find_program(CCACHE ccache)
 if(CCACHE)
-  set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1 ${CCACHE})
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1
+    CCACHE_SLOPPINESS=pch_defines,time_macros ${CCACHE})
 endif()
 
 # Dozens of test programs are linked at every change of a room below them.
@@ -35,6 +36,28 @@ if(QUORIN_FUZZ)
   target_link_options(quorin_flags INTERFACE -fsanitize=address,undefined)
 endif()
 
+# What ccache asks for where headers are read once for many units.
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  target_compile_options(quorin_flags INTERFACE -fpch-preprocess)
+else()
+  target_compile_options(quorin_flags INTERFACE "SHELL:-Xclang -fno-pch-timestamp")
+endif()
+
+# quorin_read_once(NAME [test]) : the target shares the read headers (cmake/heads) of the group that its libraries name.
+function(quorin_read_once name)
+  set(group plain)
+  if("${Q_LIBS}" MATCHES "Qt6::")
+    set(group windows)
+  elseif("${Q_LIBS}" MATCHES "Boost::")
+    set(group sockets)
+  endif()
+  if("test" IN_LIST ARGN)
+    string(REGEX REPLACE "^(plain|sockets)$" "test" group ${group})
+    string(REGEX REPLACE "^windows$" "window_test" group ${group})
+  endif()
+  target_precompile_headers(${name} REUSE_FROM quorin_heads_${group})
+endfunction()
+
 set_property(GLOBAL PROPERTY QUORIN_HOUSE_PLAN "")
 
 # quorin_library(NAME SOURCES ... [ROOMS ...] [LIBS ...])
@@ -44,6 +67,7 @@ function(quorin_library name)
   add_library(${name} STATIC ${Q_SOURCES})
   target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR}/src)
   target_link_libraries(${name} PUBLIC ${Q_ROOMS} ${Q_LIBS} PRIVATE quorin_flags)
+  quorin_read_once(${name})
   quorin_record(${name})
 endfunction()
 
@@ -53,6 +77,7 @@ function(quorin_program name)
   add_executable(${name} ${Q_SOURCES})
   target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/src)
   target_link_libraries(${name} PRIVATE ${Q_ROOMS} ${Q_LIBS} quorin_flags)
+  quorin_read_once(${name})
   quorin_record(${name})
 endfunction()
 
@@ -84,6 +109,7 @@ function(quorin_test name)
   add_executable(${name} ${Q_SOURCES})
   target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/src ${CMAKE_SOURCE_DIR}/tests)
   target_link_libraries(${name} PRIVATE ${Q_ROOMS} ${Q_LIBS} GTest::gtest_main GTest::gmock quorin_flags)
+  quorin_read_once(${name} test)
   if(Q_CASES)
     file(GLOB cases CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${Q_CASES}/*)
     set_target_properties(${name} PROPERTIES LINK_DEPENDS "${cases}")  # its list of tests is made when it is linked

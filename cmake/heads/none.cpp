@@ -1,0 +1,1 @@
+// A group of headers needs a unit to belong to.
