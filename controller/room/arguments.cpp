@@ -3,17 +3,12 @@
 #include <algorithm>
 
 #include "adapters/link/wire/wire.h"
+#include "base/text.h"
 #include "base/utf8.h"
 
 namespace qrn::controller {
 
 namespace {
-
-std::string_view cut(std::string_view& text, char end) {
-  const std::string_view piece = text.substr(0, text.find(end));
-  text.remove_prefix(std::min(text.size(), piece.size() + 1));
-  return piece;
-}
 
 std::optional<long> keypadNumber(std::string_view text) {
   const auto number = link::wholeNumber(text);
@@ -25,7 +20,7 @@ std::optional<long> keypadNumber(std::string_view text) {
 }  // namespace
 
 std::optional<std::pair<long, long>> readRange(std::string_view text) {
-  const auto first = keypadNumber(cut(text, '-'));
+  const auto first = keypadNumber(takeField(text, '-'));
   const auto last = keypadNumber(text);
   if (!first || !last || *first < 1 || *first > *last)
     return std::nullopt;
@@ -33,9 +28,9 @@ std::optional<std::pair<long, long>> readRange(std::string_view text) {
 }
 
 std::optional<Base> readBase(std::string_view text) {
-  const auto number = keypadNumber(cut(text, ':'));
-  const auto offset = keypadNumber(cut(text, ':'));
-  const auto range = readRange(cut(text, ':'));
+  const auto number = keypadNumber(takeField(text, ':'));
+  const auto offset = keypadNumber(takeField(text, ':'));
+  const auto range = readRange(takeField(text, ':'));
   if (!number || !offset || !range || range->second + *offset > highestKeypad ||
       (!text.empty() && text != "off"))
     return std::nullopt;
@@ -45,10 +40,10 @@ std::optional<Base> readBase(std::string_view text) {
 std::map<long, std::string> readNames(std::string_view text) {
   std::map<long, std::string> names;
   while (!text.empty()) {
-    std::string_view line = cut(text, '\n');
+    std::string_view line = takeField(text, '\n');
     if (!line.empty() && line.back() == '\r')
       line.remove_suffix(1);
-    const auto keypad = keypadNumber(cut(line, ','));
+    const auto keypad = keypadNumber(takeField(line, ','));
     if (keypad && *keypad > 0 && !line.empty())
       names[*keypad] = validUtf8(line);
   }

@@ -39,12 +39,6 @@ std::vector<long> allowedVotes(std::string_view list) {
   return values;
 }
 
-std::string withCommas(const std::vector<long>& numbers) {
-  std::string text;
-  for (const long number : numbers) text += (text.empty() ? "" : ",") + std::to_string(number);
-  return text;
-}
-
 std::string yes(bool value) {
   return value ? "True" : "False";
 }
@@ -102,7 +96,7 @@ bool applySetting(std::string_view text, VoteSettings& settings) {
 
 std::string joinedText(const KeyBlock& block) {
   return "BASETYPE=" + block.baseType + "\r\nNUMKEYPADS=" + std::to_string(block.keypads) +
-         "\r\nJOINED=" + withCommas(block.joined) + "\r\n";
+         "\r\nJOINED=" + joined(block.joined, ",") + "\r\n";
 }
 
 std::string keyBlockText(const KeyBlock& block) {
@@ -119,9 +113,9 @@ std::string keyBlockText(const KeyBlock& block) {
   line("KEYPADSNOTVOTEDCLOSE", block.closePercent > 0 ? "1" : "0");
   line("KEYPADSNOTVOTEDCLOSEPERCENT", std::to_string(block.closePercent));
   line("NUMKEYPADS", std::to_string(block.keypads));
-  line("PRESENT", withCommas(block.present));
+  line("PRESENT", joined(block.present, ","));
   if (!block.joined.empty())
-    line("JOINED", withCommas(block.joined));
+    line("JOINED", joined(block.joined, ","));
   for (const Base& base : block.bases)
     line("OFFSET", std::to_string(base.number) + "," + std::to_string(base.offset) + "," +
                        std::to_string(base.first) + "," + std::to_string(base.last) + "," + yes(!base.used));

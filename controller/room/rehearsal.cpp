@@ -4,6 +4,8 @@
 #include <cmath>
 #include <numeric>
 
+#include "base/text.h"
+
 namespace qrn::controller {
 
 namespace {
@@ -73,12 +75,6 @@ std::vector<std::size_t> preference(const Mood& mood, Dice& dice) {
   return order;
 }
 
-std::string joined(const std::vector<long>& numbers) {
-  std::string text;
-  for (const long number : numbers) text += (text.empty() ? "" : "|") + std::to_string(number);
-  return text;
-}
-
 std::string listPress(const VoteSettings& settings, const Mood& mood, Dice& dice) {
   const auto order = preference(mood, dice);
   const std::size_t items = order.size();
@@ -89,13 +85,13 @@ std::string listPress(const VoteSettings& settings, const Mood& mood, Dice& dice
   if (kind == VoteKind::rank || kind == VoteKind::order) {
     for (std::size_t i = 0; i < (kind == VoteKind::rank ? items : picks); ++i)
       numbers.push_back(static_cast<long>(order[i]) + 1);
-    return joined(numbers);
+    return joined(numbers, "|");
   }
   numbers.assign(items, 0);
   if (kind == VoteKind::tag) {
     picks = settings.limits > 0 ? picks : (items + 1) / 2;
     for (std::size_t i = 0; i < picks; ++i) numbers[order[i]] = 1;
-    return joined(numbers);
+    return joined(numbers, "|");
   }
   long left = settings.allocation > 0 ? settings.allocation : static_cast<long>(items);
   for (std::size_t i = 0; i < items && left > 0; ++i) {
@@ -104,7 +100,7 @@ std::string listPress(const VoteSettings& settings, const Mood& mood, Dice& dice
     numbers[order[i]] = gives;
     left -= gives;
   }
-  return joined(numbers);
+  return joined(numbers, "|");
 }
 
 std::string pressOf(const VoteSettings& settings, const Mood& mood, double leaning, Dice& dice) {

@@ -3,18 +3,9 @@
 #include <algorithm>
 
 #include "adapters/link/wire/wire.h"
+#include "base/text.h"
 
 namespace qrn::controller {
-
-namespace {
-
-std::string_view cut(std::string_view& text, char end) {
-  const std::string_view piece = text.substr(0, text.find(end));
-  text.remove_prefix(std::min(text.size(), piece.size() + 1));
-  return piece;
-}
-
-}  // namespace
 
 std::optional<Joined> Roster::join(const std::string& token, long wanted, Moment now) {
   std::optional<long> keypad;
@@ -68,9 +59,9 @@ std::string Roster::stateText() const {
 
 void Roster::readState(std::string_view text, Moment now) {
   while (!text.empty()) {
-    std::string_view line = cut(text, '\n');
-    const auto keypad = link::wholeNumber(cut(line, ' '));
-    const std::string token(cut(line, ' '));
+    std::string_view line = takeField(text, '\n');
+    const auto keypad = link::wholeNumber(takeField(line, ' '));
+    const std::string token(takeField(line, ' '));
     const auto since = link::wholeNumber(line);
     if (!keypad || !link::isToken(token) || !since || !inRange(static_cast<long>(*keypad)) ||
         now.seconds - *since > lifetimeSeconds || byToken_.count(token) != 0)

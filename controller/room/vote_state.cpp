@@ -21,12 +21,6 @@ std::optional<std::vector<long>> numbersOf(std::string_view press) {
   return numbers;
 }
 
-std::string joined(const std::vector<long>& numbers) {
-  std::string text;
-  for (const long number : numbers) text += (text.empty() ? "" : "|") + std::to_string(number);
-  return text;
-}
-
 bool scaleTakes(const VoteSettings& settings, long value) {
   if (!settings.allowedVotes.empty())
     return std::count(settings.allowedVotes.begin(), settings.allowedVotes.end(), value) != 0;
@@ -141,7 +135,7 @@ std::optional<std::string> acceptedPress(const VoteSettings& settings, std::stri
   const bool takes = kindOf(settings) == VoteKind::scale
                          ? numbers->size() == 1 && scaleTakes(settings, numbers->front())
                          : listTakes(settings, *numbers);
-  return takes ? std::optional<std::string>(joined(*numbers)) : std::nullopt;
+  return takes ? std::optional<std::string>(joined(*numbers, "|")) : std::nullopt;
 }
 
 }  // namespace qrn::controller

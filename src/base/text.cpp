@@ -15,6 +15,12 @@ std::vector<std::string_view> splitFields(std::string_view text, char separator)
   }
 }
 
+std::string_view takeField(std::string_view& text, char separator) {
+  const std::string_view piece = text.substr(0, text.find(separator));
+  text.remove_prefix(std::min(text.size(), piece.size() + 1));
+  return piece;
+}
+
 std::string_view trimBlanks(std::string_view text) {
   const std::size_t first = text.find_first_not_of(" \t\r\n");
   if (first == std::string_view::npos)

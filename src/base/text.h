@@ -10,6 +10,26 @@ namespace qrn {
 
 // Plain split: n separators give n + 1 fields, an empty text gives one empty field.
 std::vector<std::string_view> splitFields(std::string_view text, char separator);
+// Takes the piece before the first `separator` off the text, and the separator with it; all of it without
+// one.
+std::string_view takeField(std::string_view& text, char separator);
+// The pieces, texts or whole numbers, with `between` between them.
+template <class Pieces>
+std::string joined(const Pieces& pieces, std::string_view between) {
+  std::string text;
+  bool first = true;
+  for (const auto& piece : pieces) {
+    if (!first)
+      text += between;
+    first = false;
+    if constexpr (
+        requires { text += piece; } && !requires { std::to_string(piece); })
+      text += piece;
+    else
+      text += std::to_string(piece);
+  }
+  return text;
+}
 std::string_view trimBlanks(std::string_view text);
 std::string replaceAll(std::string text, std::string_view what, std::string_view with);
 

@@ -31,21 +31,11 @@ bool inUse(int assessment) {
   return glo.running(assessment).active;
 }
 
-void add(Actions& rows, Actions more) {
-  for (Action& row : more) rows.push_back(std::move(row));
-}
-
 }  // namespace
 
 host::ActionTable xyVoteAverageGraph::actions() {
-  Actions rows;
-  add(rows, walkActions());
-  add(rows, assessmentActions());
-  add(rows, kindActions());
-  add(rows, valueActions());
-  add(rows, panelActions());
-  add(rows, formActions());
-  return host::ActionTable(std::move(rows));
+  return host::ActionTable(host::together(
+      {walkActions(), assessmentActions(), kindActions(), valueActions(), panelActions(), formActions()}));
 }
 
 std::vector<host::Action> xyVoteAverageGraph::walkActions() {
@@ -185,25 +175,23 @@ std::vector<host::Action> xyVoteAverageGraph::formActions() {
                 .menus = {host::kCommandBar},
                 .perform = [this] { actions().perform("diversity"); },
                 .checked = [this] { return shows(kDiversity); }};
-  Actions rows;
-  if (diversityButtonVisible)
-    rows.push_back(std::move(button));
-  add(rows, {{.name = kMenu,
-              .caption = "Menu",
-              .keys = {{key::f10, key::shiftMask}, {key::f10, 0}, {key::rightSuper, kAnyShift}},
-              .menus = {host::kCommandBar},
-              .perform = [this] { host::popUp(*this, kMenu); }},
-             std::move(help),
-             {.name = "cmd_close",
-              .caption = "Close the graph",
-              .menus = {kMenu, host::kCommandBar},
-              .perform = [this] { cmd_close_Click(); }},
-             {.name = "escape",
-              .caption = displayedInShow() ? "" : "Close the graph",
-              .keys = {{key::escape, 0}},
-              .perform = [this] { cmd_close_Click(); },
-              .enabled = [] { return !displayedInShow(); }}});
-  return rows;
+  const Actions before = diversityButtonVisible ? Actions{std::move(button)} : Actions{};
+  return host::together({before,
+                         {{.name = kMenu,
+                           .caption = "Menu",
+                           .keys = {{key::f10, key::shiftMask}, {key::f10, 0}, {key::rightSuper, kAnyShift}},
+                           .menus = {host::kCommandBar},
+                           .perform = [this] { host::popUp(*this, kMenu); }},
+                          std::move(help),
+                          {.name = "cmd_close",
+                           .caption = "Close the graph",
+                           .menus = {kMenu, host::kCommandBar},
+                           .perform = [this] { cmd_close_Click(); }},
+                          {.name = "escape",
+                           .caption = displayedInShow() ? "" : "Close the graph",
+                           .keys = {{key::escape, 0}},
+                           .perform = [this] { cmd_close_Click(); },
+                           .enabled = [] { return !displayedInShow(); }}}});
 }
 
 bool xyVoteAverageGraph::shows(int kind) const {

@@ -124,8 +124,7 @@ void tellFacts(TChart& chart, const ChartSeries& series, const AverageFacts& fac
     said.push_back(part + " items have votes");
   if (const std::string order = orderOf(series.points); !order.empty())
     said.push_back(order);
-  chart.Header.Sub.clear();
-  for (const std::string& one : said) chart.Header.Sub += (chart.Header.Sub.empty() ? "" : " \u00b7 ") + one;
+  chart.Header.Sub = joined(said, " \u00b7 ");
 }
 
 void addAverages(const ChartRequest& request, ChartModel& model, ChartSeries& series) {

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/text.h"
+
 namespace qrn {
 
 namespace {
@@ -48,11 +50,8 @@ bool setWhole(SlotLabels& set, const std::vector<std::string>& texts, SurfaceFon
     font.size = fitted.font.size;  // the next is no larger
   }
   set.captions.clear();
-  for (const std::string& text : texts) {
-    std::string& caption = set.captions.emplace_back();
-    for (const std::string& line : host::wrapBalanced(text, font, set.width))
-      caption += (caption.empty() ? "" : "\n") + line;
-  }
+  for (const std::string& text : texts)
+    set.captions.push_back(joined(host::wrapBalanced(text, font, set.width), "\n"));
   set.font = font;
   return true;
 }

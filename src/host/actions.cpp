@@ -113,6 +113,12 @@ void perform(const Action& action, int keyCode) {
 
 }  // namespace
 
+std::vector<Action> together(const std::vector<std::vector<Action>>& groups) {
+  std::vector<Action> rows;
+  for (const std::vector<Action>& group : groups) rows.insert(rows.end(), group.begin(), group.end());
+  return rows;
+}
+
 std::string keyName(const KeyStroke& stroke) {
   const std::string plain = plainKeyName(stroke.code);
   if (plain.empty() || stroke.shift < 0)

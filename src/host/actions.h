@@ -53,6 +53,8 @@ struct Action {
 };
 
 bool isEnabled(const Action& action);
+// The rows of several groups, one group behind the other.
+std::vector<Action> together(const std::vector<std::vector<Action>>& groups);
 
 // A row of a menu as it is shown.
 struct MenuRow {

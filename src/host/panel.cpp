@@ -128,32 +128,33 @@ bool Panel::treeKey(int keyCode) {
   return true;
 }
 
+// Where a key of the cursor leads; nothing for other keys.
+std::optional<int> Panel::cursorKey(int keyCode, int rowsOfPage) const {
+  const int end = static_cast<int>(rows_.size());
+  switch (keyCode) {
+    case key::up:
+      return step(exists(current_) ? current_ : end, -1);
+    case key::down:
+      return step(current_, 1);
+    case key::pageUp:
+      return step(exists(current_) ? current_ : end, -rowsOfPage);
+    case key::pageDown:
+      return step(current_, rowsOfPage);
+    case key::home:
+      return step(-1, 1);
+    case key::end:
+      return step(end, -1);
+    default:
+      return std::nullopt;
+  }
+}
+
 bool Panel::keyDown(int keyCode, int shift, int rowsOfPage) {
   if (rows_.empty())
     return false;
-  const int end = static_cast<int>(rows_.size());
-  const How how = multiSelect && (shift & key::shiftMask) != 0 ? How::range : How::alone;
-  switch (keyCode) {
-    case key::up:
-      select(step(exists(current_) ? current_ : end, -1), how);
-      return true;
-    case key::down:
-      select(step(current_, 1), how);
-      return true;
-    case key::pageUp:
-      select(step(exists(current_) ? current_ : end, -rowsOfPage), how);
-      return true;
-    case key::pageDown:
-      select(step(current_, rowsOfPage), how);
-      return true;
-    case key::home:
-      select(step(-1, 1), how);
-      return true;
-    case key::end:
-      select(step(end, -1), how);
-      return true;
-    default:
-      break;
+  if (const std::optional<int> row = cursorKey(keyCode, rowsOfPage)) {
+    select(*row, multiSelect && (shift & key::shiftMask) != 0 ? How::range : How::alone);
+    return true;
   }
   if (keyCode == 'A' && shift == key::ctrlMask && multiSelect) {
     selectAll();

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -63,6 +64,7 @@ class Panel {
  private:
   bool exists(int row) const { return row >= 0 && row < static_cast<int>(rows_.size()); }
   int step(int from, int by) const;
+  std::optional<int> cursorKey(int keyCode, int rowsOfPage) const;
   bool treeKey(int keyCode);
 
   std::vector<PanelRow> rows_;

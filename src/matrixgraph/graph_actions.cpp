@@ -26,20 +26,11 @@ const std::vector<DemographicInfoGroup>& defaultGroups() {
   return none;
 }
 
-void add(Actions& rows, Actions more) {
-  for (Action& row : more) rows.push_back(std::move(row));
-}
-
 }  // namespace
 
 host::ActionTable xyVoteGraph::actions() {
-  Actions rows;
-  add(rows, itemActions());
-  add(rows, pairActions());
-  add(rows, filterActions());
-  add(rows, viewActions());
-  add(rows, formActions());
-  return host::ActionTable(std::move(rows));
+  return host::ActionTable(
+      host::together({itemActions(), pairActions(), filterActions(), viewActions(), formActions()}));
 }
 
 // A digit without a group shows everyone.

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "analysis/multiplot.h"
+#include "base/text.h"
 #include "charts/chart_display.h"
 #include "charts/graph_notes.h"
 #include "core/glo.h"
@@ -93,9 +94,8 @@ host::Element noteElement(const GraphCanvas& canvas, const PlotNote& note) {
   }
   label.font.size = look::points(look::Size::word, canvas.height());
   label.colour = canvas.theme().text;
-  label.caption.clear();
   const auto lines = host::wrapBalanced(note.text, label.font, kTitleShare * label.width);
-  for (const std::string& line : lines) label.caption += (label.caption.empty() ? "" : "\n") + line;
+  label.caption = joined(lines, "\n");
   label.height = static_cast<double>(lines.size()) * lineHeight(label.font);
   label.top = (area.Y1 + area.Y2 - label.height) / 2;
   return label;

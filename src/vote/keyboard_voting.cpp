@@ -20,12 +20,6 @@ int randomBelow(int limit) {
   return limit < 1 ? 0 : static_cast<int>(std::floor(host::host().random->Rnd() * limit));
 }
 
-std::string joined(const std::vector<int>& numbers) {
-  std::string text;
-  for (const int number : numbers) text += (text.empty() ? "" : "|") + std::to_string(number);
-  return text;
-}
-
 std::vector<int> shuffled(int count) {
   std::vector<int> numbers(static_cast<std::size_t>(count));
   std::iota(numbers.begin(), numbers.end(), 1);
@@ -39,10 +33,10 @@ std::string randomListVote(int captions) {
   const int picks = std::clamp(static_cast<int>(glo.limits), 0, captions);
   std::vector<int> order = shuffled(captions);
   if (glo.voteType == voteKind::rank)
-    return joined(order);
+    return joined(order, "|");
   if (glo.voteType == voteKind::order) {
     order.resize(static_cast<std::size_t>(picks));
-    return joined(order);
+    return joined(order, "|");
   }
   std::vector<int> marks(static_cast<std::size_t>(captions), 0);
   const auto mark = [&](int pick) -> int& {
@@ -53,7 +47,7 @@ std::string randomListVote(int captions) {
   } else if (picks > 0) {
     for (int i = 0; i < glo.allocation; ++i) ++mark(randomBelow(picks));
   }
-  return joined(marks);
+  return joined(marks, "|");
 }
 
 void randomAllowedVotes() {

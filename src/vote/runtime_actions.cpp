@@ -1,7 +1,5 @@
 // What the voting form can do, told once: one table while a vote is open, another while its result is up.
 // Keys, menu and help read them.
-#include <array>
-#include <iterator>
 
 #include "core/diagnostics.h"
 #include "core/glo.h"
@@ -55,8 +53,7 @@ host::ActionTable xyVoteRuntime::actions() {
   if (state == VoteState::resultUp)
     rows = resultActions();
   else if (takesKeys())
-    for (Actions& some : std::array{openActions(), keypadActions()})
-      rows.insert(rows.end(), std::make_move_iterator(some.begin()), std::make_move_iterator(some.end()));
+    rows = host::together({openActions(), keypadActions()});
   const auto whole = [this, open = state == VoteState::open](const std::function<void()>& act) {
     trapErrors("xyVoteRuntime", "Form_KeyDown", act);
     if (open)

@@ -191,21 +191,19 @@ void DeckFile::storeInNewJournal(const Change& change, const HostError& failure)
   tell(text);
 }
 
-// A journal for the deck as it is now that says all that memory holds beyond it, and `next` behind it.
-void DeckFile::writeJournalAnew(const Change* next) {
-  std::vector<Change> changes;
-  std::list<std::vector<Tag>> kept;  // what the changes point into
-  std::list<std::string> texts;
-  const auto tell = [&](std::uint32_t id, const std::string& part, const TagStore& store) {
-    const Parts onDisk(package_);
-    const std::vector<Tag>& before =
-        kept.emplace_back(onDisk.has(part) ? readTags(onDisk, part) : std::vector<Tag>());
-    const std::vector<Tag>& now = kept.emplace_back(store.all());
-    const auto valueIn = [](const std::vector<Tag>& tags, const std::string& name) {
-      const auto found =
-          std::find_if(tags.begin(), tags.end(), [&](const Tag& tag) { return tag.name == name; });
-      return found == tags.end() ? nullptr : &found->value;
-    };
+namespace {
+
+const std::string* valueIn(const std::vector<Tag>& tags, const std::string& name) {
+  const auto found = std::find_if(tags.begin(), tags.end(), [&](const Tag& tag) { return tag.name == name; });
+  return found == tags.end() ? nullptr : &found->value;
+}
+
+// Changes in a row, with the texts that they point into.
+struct ToldChanges {
+  // What makes of the tags as they were those that are there now.
+  void tell(std::uint32_t id, std::vector<Tag> were, std::vector<Tag> are) {
+    const std::vector<Tag>& before = kept.emplace_back(std::move(were));
+    const std::vector<Tag>& now = kept.emplace_back(std::move(are));
     for (const Tag& tag : before)
       if (valueIn(now, tag.name) == nullptr)
         changes.push_back({Change::Kind::remove, id, tag.name, "", 0});
@@ -215,26 +213,41 @@ void DeckFile::writeJournalAnew(const Change* next) {
         changes.push_back(changeOf(id, tag.name, old == nullptr ? std::string_view() : *old, tag.value,
                                    texts.emplace_back()));
     }
+  }
+
+  std::vector<Change> changes;
+  std::list<std::vector<Tag>> kept;
+  std::list<std::string> texts;
+};
+
+}  // namespace
+
+// A journal for the deck as it is now that says all that memory holds beyond it, and `next` behind it.
+void DeckFile::writeJournalAnew(const Change* next) {
+  ToldChanges told;
+  const Parts onDisk(package_);
+  const auto tagsOnDisk = [&](const std::string& part) {
+    return onDisk.has(part) ? readTags(onDisk, part) : std::vector<Tag>();
   };
   for (const auto& slide : slides_)
     if (!package_->has(slide->entry().part))
-      changes.push_back({Change::Kind::newSlide, slide->entry().id, "", "",
-                         static_cast<std::uint64_t>(slide->slideIndex() - 1)});
+      told.changes.push_back({Change::Kind::newSlide, slide->entry().id, "", "",
+                              static_cast<std::uint64_t>(slide->slideIndex() - 1)});
   if (tags_->changed())
-    tell(0, presentation_, *tags_);
+    told.tell(0, tagsOnDisk(presentation_), tags_->all());
   std::set<std::uint32_t> marked;
   for (const auto& slide : slides_) {
     const std::uint32_t id = slide->entry().id;
     if (!slide->tagStore().changed() && (next == nullptr || next->slide != id))
       continue;
-    changes.push_back({Change::Kind::slide, id, "", texts.emplace_back(slide->mark().title),
-                       static_cast<std::uint64_t>(slide->slideIndex())});
+    told.changes.push_back({Change::Kind::slide, id, "", told.texts.emplace_back(slide->mark().title),
+                            static_cast<std::uint64_t>(slide->slideIndex())});
     marked.insert(id);
-    tell(id, slide->entry().part, slide->tagStore());
+    told.tell(id, tagsOnDisk(slide->entry().part), slide->tagStore().all());
   }
   if (next != nullptr)
-    changes.push_back(*next);
-  journal_.writeAnew(changes);
+    told.changes.push_back(*next);
+  journal_.writeAnew(told.changes);
   marked_ = std::move(marked);
 }
 

@@ -121,9 +121,7 @@ std::string resolveTarget(const std::string& part, std::string_view target) {
       steps.pop_back();
     }
   }
-  std::string name;
-  for (const std::string& step : steps) name += (name.empty() ? "" : "/") + step;
-  return name;
+  return joined(steps, "/");
 }
 
 std::string addRelationship(Parts& parts, const std::string& part, const Dialect& dialect,

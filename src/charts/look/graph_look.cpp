@@ -5,6 +5,7 @@
 #include <cmath>
 #include <vector>
 
+#include "base/text.h"
 #include "core/glo.h"
 #include "host/host.h"
 #include "host/presentation.h"
@@ -85,12 +86,6 @@ std::size_t nextCharacter(const std::string& text, std::size_t at) {
   ++at;
   while (at < text.size() && (static_cast<unsigned char>(text[at]) & 0xC0U) == 0x80U) ++at;
   return at;
-}
-
-std::string joined(const std::vector<std::string>& lines) {
-  std::string caption;
-  for (const std::string& line : lines) caption += (caption.empty() ? "" : "\n") + line;
-  return caption;
 }
 
 // The theme of the ground that most of the background has; where something else can lie behind, it reads
@@ -292,7 +287,7 @@ FittedText fitText(const std::string& text, host::SurfaceFont font, double width
     lines.back() = endWithDots(lines.back(), font, width);
   }
   for (std::string& line : lines) line = cutToWidth(line, font, width);
-  fitted.caption = joined(lines);
+  fitted.caption = joined(lines, "\n");
   fitted.font = font;
   fitted.width = textWidth(fitted.caption, font);
   fitted.height = static_cast<double>(lines.size()) * lineHeight(font);

@@ -55,15 +55,15 @@ std::string withoutOuterCommas(std::string text) {
 
 // The keypads of the present list that have voted, with commas between.
 std::string votedKeypads() {
-  std::string list;
+  std::vector<std::string> voted;
   for (const std::string& keypad : glo.activeKeypads) {
     const std::int32_t number = toLong(keypad);
     if (number < 1 || static_cast<std::size_t>(number) > glo.liveVotes.size())
       continue;
     if (qrnVal(glo.liveVotes[static_cast<std::size_t>(number - 1)]) > -1)
-      list += (list.empty() ? "" : ",") + keypad;
+      voted.push_back(keypad);
   }
-  return list;
+  return joined(voted, ",");
 }
 
 // The room's keypads, none without a list.
@@ -71,12 +71,6 @@ std::vector<std::string> room() {
   std::vector<std::string> list = glo.activeKeypads;
   std::erase(list, "");
   return list;
-}
-
-std::string joined(const std::vector<std::string>& list) {
-  std::string text;
-  for (const std::string& keypad : list) text += (text.empty() ? "" : ",") + keypad;
-  return text;
 }
 
 // Makes `list`, numbers with commas between, the room's keypads.
@@ -199,7 +193,7 @@ void comms::takePresent(std::string_view value) {
   std::erase_if(list, [&](const std::string& keypad) {
     return std::find(present.begin(), present.end(), keypad) == present.end();
   });
-  keepRoom(list.empty() || glo.roomRehearsed ? std::string(value) : joined(list));
+  keepRoom(list.empty() || glo.roomRehearsed ? std::string(value) : joined(list, ","));
 }
 
 // Who is there and has not been before.
@@ -210,7 +204,7 @@ void comms::takeJoined(std::string_view value) {
       list.emplace_back(keypad);
   std::stable_sort(list.begin(), list.end(),
                    [](const std::string& a, const std::string& b) { return qrnVal(a) < qrnVal(b); });
-  keepRoom(joined(list));
+  keepRoom(joined(list, ","));
 }
 
 void comms::decodeOffset(std::string_view value) {

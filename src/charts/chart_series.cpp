@@ -1,0 +1,129 @@
+#include "charts/chart_series.h"
+
+#include <algorithm>
+
+namespace qrn {
+
+namespace {
+
+using host::Align;
+using host::Element;
+using host::Layer;
+
+constexpr double kBarShare = 0.62;                                // of a slot
+constexpr double kThickestLying = 0.06, kThickestUpright = 0.16;  // of the chart's height and width
+constexpr double kCorner = 0.22;                                  // of a bar's thickness
+
+// The bar that matters is the highest one.
+int strongest(const ChartSeries& series) {
+  const auto most =
+      std::max_element(series.points.begin(), series.points.end(),
+                       [](const ChartPoint& a, const ChartPoint& b) { return a.value < b.value; });
+  return static_cast<int>(most - series.points.begin());
+}
+
+std::int32_t fillOf(const ChartSheet& s, const ChartPoint& point, int i, int strong) {
+  if (i == s.chart.selectedPoint)
+    return s.chart.highlightColour < 0 ? s.theme.highlight
+                                       : readableColour(s.chart.highlightColour, s.look, kShapeContrast);
+  if (point.colour != kUntouched)
+    return readableColour(point.colour, s.look, kShapeContrast);
+  return i == strong ? s.theme.data : s.theme.dataRest;
+}
+
+void mark(ChartSheet& s, const ChartSeries& series, int i, double tip) {
+  double value = series.points[static_cast<std::size_t>(i)].value;
+  std::string format = series.ValueFormat;
+  if (series.inPercent) {
+    double sum = 0;
+    for (const ChartPoint& point : series.points) sum += point.value;
+    value = sum != 0 ? value / sum : 0;
+    format = series.PercentFormat;
+  }
+  Element& text = s.label("barValue", i, numberText(value, format), s.markFont);
+  text.item = s.itemOf(i);
+  const double w = textWidth(text.caption, s.markFont), h = lineHeight(s.markFont),
+               middle = s.geometry.middleOf(i);
+  if (s.geometry.lying)
+    place(text, tip + 0.6 * kChartGap * s.area.width, topForMiddle(middle, s.markFont), w, h);
+  else
+    place(text, middle - w / 2, std::min(tip, s.geometry.plot.bottom()) - h - s.px(1), w, h);
+  text.align = s.geometry.lying ? Align::left : Align::centre;
+  text.colour = s.theme.text;
+}
+
+// A bar that is not yet placed.
+Element barOf(const ChartSheet& s, const ChartSeries& series, int i, double thick) {
+  const ChartPoint& point = series.points[static_cast<std::size_t>(i)];
+  Element bar;
+  bar.kind = Element::Kind::rectangle;
+  bar.toolTip = point.label;
+  bar.item = point.item;
+  bar.cornerRadius = std::min(kCorner * thick, s.px(8));
+  bar.roundOneSide = true;
+  bar.toward = s.geometry.lying ? host::Toward::right : host::Toward::up;
+  bar.gradient = series.Gradient;
+  bar.backColourEnd = readableColour(series.StartColor, s.look, kShapeContrast);
+  bar.fill = series.Transparent ? host::Fill::transparent : host::Fill::solid;
+  bar.bordered = series.BarPen.Visible;
+  bar.colour = series.BarPen.Color;
+  bar.borderWidth = s.px(series.BarPen.Width);
+  return bar;
+}
+
+void bars(ChartSheet& s, const ChartSeries& series) {
+  const ChartGeometry& geometry = s.geometry;
+  const int strong = strongest(series);
+  const double most = geometry.lying ? kThickestLying * s.area.height : kThickestUpright * s.area.width;
+  const double thick = std::min(geometry.slot() * kBarShare, most);
+  for (int i = geometry.first; i < s.endOfPage(series); ++i) {
+    const ChartPoint& point = series.points[static_cast<std::size_t>(i)];
+    const double begin = geometry.middleOf(i) - thick / 2;
+    const double tip = geometry.placeOf(std::clamp(point.value, geometry.low, geometry.high));
+    Element bar = barOf(s, series, i, thick);
+    if (geometry.lying)
+      place(bar, geometry.plot.left, begin, std::max(tip - geometry.plot.left, s.px(2)), thick);
+    else
+      place(bar, begin, std::min(tip, geometry.plot.bottom() - s.px(2)), thick,
+            std::max(geometry.plot.bottom() - tip, s.px(2)));
+    bar.backColour = fillOf(s, point, i, strong);
+    s.surface.add(Layer::bars, "bars", i, std::move(bar));
+    if (series.marks && (s.marksFit || i == s.chart.selectedPoint))
+      mark(s, series, i, tip);
+  }
+}
+
+void line(ChartSheet& s, const ChartSeries& series) {
+  const double half = s.px(4);
+  const Element* last = nullptr;
+  for (int i = s.geometry.first; i < s.endOfPage(series); ++i) {
+    const ChartPoint& point = series.points[static_cast<std::size_t>(i)];
+    const double at = s.geometry.placeOf(std::clamp(point.value, s.geometry.low, s.geometry.high)),
+                 across = s.geometry.middleOf(i);
+    Element dot;
+    dot.kind = Element::Kind::ellipse;
+    place(dot, (s.geometry.lying ? at : across) - half, (s.geometry.lying ? across : at) - half, 2 * half,
+          2 * half);
+    dot.backColour = readableColour(point.colour, s.look, kShapeContrast);
+    dot.bordered = false;
+    const Element& now = s.surface.add(Layer::blobs, "linePoint", i, std::move(dot));
+    if (last != nullptr) {
+      Element& join = s.line(Layer::lines, "seriesLine", i);
+      ends(join, last->left + half, last->top + half, now.left + half, now.top + half);
+      join.colour = now.backColour;
+      join.borderWidth = s.px(2);
+    }
+    last = &now;
+  }
+}
+
+}  // namespace
+
+void drawSeries(ChartSheet& s, const ChartSeries& series) {
+  if (series.kind == SeriesKind::asBar || series.kind == SeriesKind::asHorizBar)
+    bars(s, series);
+  else if (series.kind == SeriesKind::asLine)
+    line(s, series);
+}
+
+}  // namespace qrn
