@@ -61,21 +61,6 @@ class AnalysisCase : public RunCase {
     host::host().xmlQuery = nullptr;
   }
   void filterCommands() {
-    // question VOTES GROUP ...: one more, its groups "1=Sales" or, chosen, "1=Sales*"
-    on("question", [](const Words& words) {
-      DemographicInfo question;
-      question.votes = words[0];
-      for (std::size_t i = 1; i < words.size(); ++i) {
-        const bool chosen = words[i].ends_with('*');
-        const std::size_t equal = words[i].find('=');
-        question.groups.push_back({std::stoi(words[i]),
-                                   words[i].substr(equal + 1, words[i].size() - equal - (chosen ? 2 : 1)),
-                                   chosen});
-      }
-      question.isDefault = words[0].empty();
-      glo.demographicQuestions.push_back(question);
-    });
-    on("noquestions", [](const Words&) { glo.demographicQuestions.clear(); });
     on("filter", [this](const Words&) {
       createFilter();
       std::string flags;
@@ -97,9 +82,8 @@ class AnalysisCase : public RunCase {
     on("read", [this](const Words&) {
       GetDemographicVoteInfo();
       for (const DemographicInfo& info : glo.demographicQuestions)
-        tell(std::to_string(info.slideIndex) + "/" + std::to_string(info.slideID) + " " + info.QID + " '" +
-             info.questionText + "' " + escaped(info.votes) + " " + std::to_string(info.groupCount) +
-             " groups" + (info.isDefault ? ", default" : ""));
+        tell(info.slideIndex, "/", info.slideID, " ", info.QID, " '", info.questionText, "' ",
+             escaped(info.votes), " ", info.groupCount, " groups", (info.isDefault ? ", default" : ""));
       tellGroups();
     });
     on("choose", [](const Words& words) {
@@ -110,8 +94,7 @@ class AnalysisCase : public RunCase {
       keepDemographicChoices();
       for (const DemographicQuestion& kept : glo.demographics)
         for (const DemographicGroup& group : kept.groups)
-          tell(std::to_string(kept.ID) + (kept.selected ? " default " : " ") + std::to_string(group.ID) +
-               (group.selected ? " chosen" : ""));
+          tell(kept.ID, (kept.selected ? " default " : " "), group.ID, (group.selected ? " chosen" : ""));
     });
     on("line", [this](const Words& words) {
       glo.opt_StatsBoxPosition = words.word(0);
@@ -197,7 +180,7 @@ class AnalysisCase : public RunCase {
     std::string keys;
     for (int i = 0; i < glo.itemCount(); ++i)
       keys += std::to_string(glo.risks[static_cast<std::size_t>(i)].sortKey) + " ";
-    tell(keys + "code " + std::to_string(glo.listOrderCode));
+    tell(keys, "code ", glo.listOrderCode);
   }
   void plotCommands() {
     // value TYPE [reverse] [other=N] AVERAGE ...: what multi-plot 2 makes of these; other is handed on by
@@ -221,17 +204,12 @@ class AnalysisCase : public RunCase {
         }
       item.plotText[10].clear();
       GetMultiPlotValues(1);
-      std::ostringstream text;
-      text << item.average[10] << " '" << item.plotText[10] << "'" << (item.active[10] ? "" : " not active");
-      tell(text.str());
+      tell(item.average[10], " '", item.plotText[10], "'", (item.active[10] ? "" : " not active"));
     });
     on("plots", [this](const Words& words) {
       GetMultiPlotValues(words.number(0));
       for (const std::size_t slot : {std::size_t{9}, std::size_t{10}}) {
-        std::ostringstream text;
-        text << "plot " << slot << ": " << glo.risks[0].average[slot]
-             << (glo.risks[0].hasScore(slot) ? " scored" : "");
-        tell(text.str());
+        tell("plot ", slot, ": ", glo.risks[0].average[slot], (glo.risks[0].hasScore(slot) ? " scored" : ""));
       }
     });
     on("setup", [this](const Words& words) { tell(multiPlotSetUp(words.number(0)) ? "yes" : "no"); });
@@ -239,12 +217,9 @@ class AnalysisCase : public RunCase {
        [this](const Words& words) { tell(std::to_string(GetMultiPlotAxisScaleStep(words.number(0)))); });
     // top TYPE VALUE [round] [data]
     on("top", [this](const Words& words) {
-      const auto has = [&](const char* word) {
-        return std::find(words.begin(), words.end(), word) != words.end();
-      };
       glo.multiPlot[0].PlotType = typeOf(words[0]);
       glo.risks[0].average[9] = std::stof(words[1]);
-      tell(std::to_string(GetMultiPlotMaxScale(0, has("round"), has("data"))));
+      tell(std::to_string(GetMultiPlotMaxScale(0, words.has("round"), words.has("data"))));
     });
   }
 

@@ -1,6 +1,5 @@
 // The average graph as it is drawn, told in case files: where everything stands, in which type and colour.
 #include "charts/xy_vote_average_graph.h"
-#include "core/item_label.h"
 #include "support/drawing.h"
 #include "support/run_case.h"
 
@@ -13,12 +12,11 @@ class AverageDrawings : public RunCase {
     registerChartForms();
     glo.voteRecords.assign("");
     glo.postalRecords.assign("");
-    on("plots", [](const Words& words) { plots(words.number(0)); });
+    on("plots", [](const Words& words) { addItems(words.number(0)); });
     // voted ASSESSMENT VOTES ...: of the items in their order
     on("voted", [](const Words& words) {
       for (std::size_t item = 1; item < words.size(); ++item)
-        glo.voteRecords.append("14/03/2026,09:00:00," + words[item] + "," +
-                               std::to_string(glo.risks[item - 1].sortKey) + "C" + words[0] + "\r\n");
+        addVote(static_cast<int>(item) - 1, words.number(0), words[item]);
     });
     // filter ANSWERS GROUP: the first answer is in it
     on("filter", [](const Words& words) {
@@ -35,15 +33,6 @@ class AverageDrawings : public RunCase {
     on("select", [this](const Words& words) { form().selectItem(words.number(0)); });
     on("perform", [this](const Words& words) { form().actions().perform(words[0]); });
     on("drawing", [this](const Words&) { tell(drawingOf(form().surface())); });
-  }
-  static void plots(int count) {
-    std::vector<std::string> keys;
-    for (int i = 0; i < count; ++i) keys.push_back(std::to_string(i));
-    items(keys);
-    for (RiskRecord& risk : glo.risks) {
-      risk.identifier = itemIdentifier(risk.ID);
-      risk.active.fill(true);
-    }
   }
   xyVoteAverageGraph& form() { return world.forms.as<xyVoteAverageGraph>("xyVoteAverageGraph"); }
 };

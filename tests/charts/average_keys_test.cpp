@@ -32,8 +32,8 @@ class AverageKeys : public test::ActionCases, protected test::GraphExercise {
         for (std::size_t part = 0; part < 10; ++part)
           if (record.Assessments[part])
             parts += " " + std::to_string(part) + ":" + record.ToolTips[part];
-        tell(glo.assessmentTitles[9 + plot] + (record.Enabled ? " on" : " off") + parts + " type " +
-             std::to_string(record.PlotType) + (record.ReverseCalc ? " reversed" : ""));
+        tell(glo.assessmentTitles[9 + plot], (record.Enabled ? " on" : " off"), parts, " type ",
+             record.PlotType, (record.ReverseCalc ? " reversed" : ""));
       }
     });
     // right ROW: a right click on that bar, from 0

@@ -5,10 +5,9 @@
 #include <vector>
 
 #include "core/glo.h"
-#include "core/item_label.h"
 #include "core/model.h"
 #include "host/surface.h"
-#include "support/test_host.h"
+#include "support/run_case.h"
 
 namespace qrn::test {
 
@@ -23,36 +22,11 @@ class GraphExercise {
     for (std::size_t a = 0; a < kAssessments; ++a) glo.assessmentInfo[a].active = false;
   }
 
-  void addItems(int count) {
-    glo.risks.assign(static_cast<std::size_t>(count) + 1, RiskRecord{});
-    for (int i = 0; i < count; ++i) {
-      RiskRecord& risk = glo.risks[static_cast<std::size_t>(i)];
-      risk.ID = risk.sortKey = i;
-      risk.identifier = itemIdentifier(i);
-      risk.text = "item " + std::to_string(i);
-      risk.voting = true;
-      risk.active.fill(true);
-    }
+  static void addItems(int count) { test::addItems(count); }
+  static void addScale(int assessment, const std::string& title, int points, int startFrom = 1) {
+    test::addScale(assessment, title, points, startFrom);
   }
-
-  // Scale of `points` points named s1, s2 ... (assessment counted from 1).
-  void addScale(int assessment, const std::string& title, int points, int startFrom = 1) {
-    const auto a = static_cast<std::size_t>(assessment - 1);
-    glo.scaleLabels[a].clear();
-    for (int i = 1; i <= points; ++i) glo.scaleLabels[a].push_back("s" + std::to_string(i));
-    glo.scaleLabels[a].emplace_back();
-    glo.assessments[a].scalePointCount = points;
-    glo.assessments[a].startFrom = startFrom;
-    glo.assessmentTitles[a] = title;
-    glo.assessmentInfo[a].active = true;
-  }
-
-  // Votes of the keypads in order, as in "4;5;-;".
-  void vote(int item, int assessment, const std::string& votes) {
-    glo.voteRecords.append("14/03/2026,09:00:00," + votes + "," +
-                           std::to_string(glo.risks[static_cast<std::size_t>(item)].sortKey) + "C" +
-                           std::to_string(assessment) + "\r\n");
-  }
+  static void vote(int item, int assessment, const std::string& votes) { addVote(item, assessment, votes); }
 
   static std::vector<const host::Element*> all(const host::Surface& surface, const std::string& array,
                                                bool visibleOnly = true) {

@@ -45,6 +45,14 @@ class RoomTest : public test::CaseTest {
       else if (!room->phoneText(phone, withTokens(words.rest(1))))
         tell("not ours");
     });
+    // seat PHONE TOKEN FORMER: it joins; the number that it is given
+    on("seat", [this](const Words& words) {
+      room->phoneText(static_cast<PhoneId>(words.number(0)), withTokens("join " + words.rest(1)));
+      const std::string all = take(), word = "keypad=";
+      const std::size_t at = all.find(word);
+      tell(at == all.npos ? all.substr(all.find(' ') + 1)
+                          : all.substr(at + word.size(), all.find('\\', at) - at - word.size()));
+    });
     // presses VOTE PRESS ...: those of phone 1 that the program gets
     on("presses", [this](const Words& words) { presses(words); });
     on("later",
@@ -79,13 +87,11 @@ class RoomTest : public test::CaseTest {
       std::string shown = test::escaped(*frame);
       for (std::size_t at; (at = shown.find(kZeros)) != std::string::npos;)
         shown.replace(at, kZeros.size(), "T");
-      tell(std::to_string(phone) + ": " + shown);
+      tell(phone, ": ", shown);
     };
     ports.log = [this](const std::string& line) { tell("log: " + line); };
-    ports.keypadGiven = [this](long keypad, const std::string&) {
-      tell("keypad " + std::to_string(keypad) + " given");
-    };
-    ports.phonesChanged = [this] { tell(std::to_string(room->phoneCount()) + " phones"); };
+    ports.keypadGiven = [this](long keypad, const std::string&) { tell("keypad ", keypad, " given"); };
+    ports.phonesChanged = [this] { tell(room->phoneCount(), " phones"); };
     ports.newToken = [this] { return withTokens("T" + std::to_string(tokens++)); };
     ports.now = [this] { return now; };
     room = std::make_unique<Room>(std::move(options), std::move(ports));

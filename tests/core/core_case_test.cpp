@@ -37,14 +37,14 @@ class CoreCase : public RunCase {
       tell(escaped(text));
     });
     on("fields", [this](const Words& words) {
-      for (int n = 0; n <= 5; ++n) tell(std::to_string(n) + ": " + getField(words.rest(0), n));
+      for (int n = 0; n <= 5; ++n) tell(n, ": ", getField(words.rest(0), n));
     });
     on("utf8", [this](const Words& words) { tell(toUtf8(words.rest(0))); });
     on("changed", [this](const Words& words) { tell(toUtf8(words[0]) == words[0] ? "no" : "yes"); });
     on("characters", [this](const Words& words) {
       std::ostringstream all;
       for (const std::uint32_t code : characters(words[0])) all << std::hex << code << " ";
-      tell(all.str() + "(" + std::to_string(characterCount(words[0])) + ")");
+      tell(all.str(), "(", std::to_string(characterCount(words[0])), ")");
     });
     on("path", [this](const Words& words) { tell(joinPath(words[0], words[1])); });
     on("label", [this](const Words& words) {
@@ -103,15 +103,13 @@ class CoreCase : public RunCase {
       runLine("show remainingAssessments");
     });
     on("counts", [this](const Words&) {
-      tell(std::to_string(glo.itemCount()) + " items, " + std::to_string(upperBound(glo.categories)) +
-           " category, lists of " + std::to_string(upperBound(glo.ownerLists)) + " and " +
-           std::to_string(upperBound(glo.rootCauseLists)) + ", the last of " +
-           std::to_string(upperBound(glo.rootCauseLists.at(6).values)) + ", a bar of " +
-           std::to_string(glo.barColours3[9]));
+      tell(glo.itemCount(), " items, ", upperBound(glo.categories), " category, lists of ",
+           upperBound(glo.ownerLists), " and ", upperBound(glo.rootCauseLists), ", the last of ",
+           upperBound(glo.rootCauseLists.at(6).values), ", a bar of ", glo.barColours3[9]);
     });
     on("rounds", [this](const Words&) {
       RiskRecord one, two;
-      tell(std::to_string(std::as_const(one).rounds[3][4].counted) + " before");
+      tell(std::as_const(one).rounds[3][4].counted, " before");
       two.rounds[10][10].label.clear();
       tell(one.rounds == two.rounds ? "alike when empty" : "differ when empty");
       two.rounds[3][4] = {"1st", 2.5F};

@@ -65,7 +65,9 @@ class EntryCase : public RunCase {
     registerBlankForm();
     for (const char* name : {"Wizard", "xyVoteRuntime", "xyVoteAverageGraph", "xyVoteGraph"})
       world.forms.define(name, [this, name] {
-        tell(std::string(name) + " comes up");
+        tell(name, " comes up");
+        if (std::string(name).ends_with("Graph"))  // somebody looks at it
+          world.at(2, [this, name] { world.forms.unload(name); });
         return std::make_unique<host::Form>(name);
       });
     entryHooks() = EntryHooks{[this] { tell("the vote begins"); }};
@@ -190,13 +192,13 @@ class EntryCase : public RunCase {
     on("label", [this](const Words&) {
       const LayoutRect& label = glo.assessments[0].lbl_Risk;
       const host::WindowRect& show = glo.PowerPointSlideShow_RECT;
-      tell(std::to_string(label.left / static_cast<float>(15 * show.width())) + " of its width, " +
-           std::to_string(label.top / static_cast<float>(15 * show.height())) + " of its height");
+      tell(label.left / static_cast<float>(15 * show.width()), " of its width, ",
+           label.top / static_cast<float>(15 * show.height()), " of its height");
     });
     on("passing", [this](const Words&) {
       for (const std::string& name : world.presentation.runTags) tell(name);
     });
-    on("saves", [this](const Words&) { tell(std::to_string(world.presentation.saves)); });
+    on("saves", [this](const Words&) { tell(world.presentation.saves); });
     // What a run may do to an exercise; `edit sort` sorts in a step of its own.
     on("edit", [](const Words& words) {
       if (words.word(0) == "title")
@@ -222,18 +224,17 @@ class EntryCase : public RunCase {
   void programCommands() {
     // program [stopped] [noshow] [nodeck] [fulldisk] [second] [others] [readonly]
     on("program", [this](const Words& words) {
-      const auto has = [&](const char* word) {
-        return std::find(words.begin(), words.end(), word) != words.end();
-      };
-      program.running = !has("stopped");
-      program.showRuns = !has("noshow");
-      program.presentation = has("nodeck") ? nullptr : has("fulldisk") ? &full : &world.presentation;
-      program.previous = has("second");
-      program.others = has("others");
-      world.presentation.whyNoVotes = has("readonly") ? "The folder is read-only." : "";
+      program.running = !words.has("stopped");
+      program.showRuns = !words.has("noshow");
+      program.presentation = words.has("nodeck")     ? nullptr
+                             : words.has("fulldisk") ? &full
+                                                     : &world.presentation;
+      program.previous = words.has("second");
+      program.others = words.has("others");
+      world.presentation.whyNoVotes = words.has("readonly") ? "The folder is read-only." : "";
     });
     on("showat", [this](const Words& words) { program.show.index = words.number(0); });
-    on("shows", [this](const Words&) { tell(std::to_string(program.show.index)); });
+    on("shows", [this](const Words&) { tell(program.show.index); });
     on("closed", [this](const Words&) { tell(std::exchange(program.closed, "")); });
     on("nofolders", [this](const Words& words) { files.folderFault = words.number(0); });
     on("link", [this](const Words&) { world.link.canShare = true; });
@@ -259,8 +260,8 @@ class EntryCase : public RunCase {
       blankForm form;
       form.DoBackground();
       tell(shown.what);
-      tell("'" + form.background.file + "'" + (form.background.gradient ? " gradient " : " plain ") +
-           std::to_string(form.surface.background) + (shown.shapes[0].visible ? " a" : "") +
+      tell("'", form.background.file, "'", (form.background.gradient ? " gradient " : " plain "),
+           form.surface.background, (shown.shapes[0].visible ? " a" : ""),
            (shown.shapes[1].visible ? " b" : ""));
       glo.oVoteSlide = nullptr;
     });
@@ -274,8 +275,7 @@ class EntryCase : public RunCase {
       const host::WindowRect at = AdjustSlideShowRECTforScreenRatio(
           {words.number(0), words.number(1), words.number(2), words.number(3)}, words.number(4),
           words.number(5));
-      tell(std::to_string(at.left) + " " + std::to_string(at.top) + " " + std::to_string(at.right) + " " +
-           std::to_string(at.bottom));
+      tell(at.left, " ", at.top, " ", at.right, " ", at.bottom);
     });
   }
 

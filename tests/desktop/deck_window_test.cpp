@@ -70,7 +70,7 @@ class DeckWindowCase : public WindowCase {
         found += action->text().contains(part) && action->isEnabled() ? 1 : 0;
       for (const QPushButton* button : buttons())
         found += button->text().contains(part) && button->isEnabled() ? 1 : 0;
-      tell(std::to_string(found));
+      tell(found);
     });
     on("mnemonics", [this](const Words&) {
       std::map<QString, std::string> taken;
@@ -124,8 +124,8 @@ class DeckWindowCase : public WindowCase {
       pictures,
       [this](host::Slide& slide) { return facts ? facts : desktop::factsFromTags(slide); },
       {[this] { tell("open"); }, [this] { tell("save"); }, [this] { tell("keypads"); },
-       [this] { tell("leave"); }, [this](int slide) { tell("show " + std::to_string(slide)); },
-       [this](int slide) { tell("run " + std::to_string(slide)); }}};
+       [this] { tell("leave"); }, [this](int slide) { tell("show ", slide); },
+       [this](int slide) { tell("run ", slide); }}};
 };
 
 const bool kRegistered = registerCases<DeckWindowCase>("DeckWindowCase", QUORIN_CASES "/deck_window.case");

@@ -41,7 +41,7 @@ class DesktopCase : public WindowCase {
     on("roomchanged", [this](const Words&) {
       desk.roomChanged({});
       for (int i = 0; i < 4; ++i) desk.turn();
-      tell("asked " + std::to_string(roomsAsked) + " times");
+      tell("asked ", roomsAsked, " times");
     });
     on("keypads", [this](const Words& words) {
       if (words.word(0) == "close")
@@ -54,7 +54,7 @@ class DesktopCase : public WindowCase {
   }
   void tellPlace() {
     host::View *window = desk.program().ActiveWindowView(), *show = desk.program().SlideShowView();
-    tell((window ? "window at " + std::to_string(window->SlideIndex()) : "no window") +
+    tell((window ? "window at " + std::to_string(window->SlideIndex()) : "no window"),
          (show ? ", show at " + std::to_string(show->SlideIndex()) : ""));
   }
   desktop::DesktopHooks hooks() {
@@ -68,7 +68,7 @@ class DesktopCase : public WindowCase {
       return std::unique_ptr<host::Presentation>(std::move(deck));
     };
     made.runExercise = [this](int slide) {
-      tell("runs " + std::to_string(slide));
+      tell("runs ", slide);
       if (does == "fails")
         throw HostError(Fault::world, 0, "the disk is full");
       if (does == "sends") {  // keys wait for the end of the run

@@ -19,7 +19,7 @@ class SlideShowCase : public WindowCase {
       for (std::size_t i = 1; i < words.size(); ++i) {
         show.GotoSlide(words.number(0));
         press(show, words[i]);
-        tell(words[i] + " " + std::to_string(show.SlideIndex()));
+        tell(words[i], " ", show.SlideIndex());
       }
     });
     on("click", [this](const Words&) { QTest::mouseClick(&show, Qt::LeftButton), tellPlace(); });
@@ -33,8 +33,8 @@ class SlideShowCase : public WindowCase {
     });
   }
   void tellPlace() {
-    tell((show.isVisible() ? "slide " + std::to_string(show.SlideIndex()) : "closed") +
-         (show.blank() ? ", blank" : "") + (show.atEnd() ? ", at the end" : "") + std::exchange(told_, ""));
+    tell((show.isVisible() ? "slide " + std::to_string(show.SlideIndex()) : "closed"),
+         (show.blank() ? ", blank" : ""), (show.atEnd() ? ", at the end" : ""), std::exchange(told_, ""));
   }
 
   desktop::SlidePictures pictures;

@@ -122,18 +122,12 @@ TEST(Import, OfACutTextLosesNothing) {
   EXPECT_EQ(get("QRNMATRIXDAMAGED") + get("QRNMATRIXDAMAGED2"), whole + second);
 }
 
-void asNobody() {
-  constexpr unsigned kNobody = 65534;
-  if (::geteuid() == 0 && (::setgid(kNobody) != 0 || ::setuid(kNobody) != 0))
-    ::_exit(126);
-}
-
 TEST(Disk, AReadOnlyFolderIsToldBeforeTheRoomVotes) {
   const TempFolder folder;
   const std::string deck = folder.sampleDeck();
   std::filesystem::permissions(deck, std::filesystem::perms(0666));
   std::filesystem::permissions(folder.file(""), std::filesystem::perms(0555));
-  const Outcome vote = matrix(voteWords(deck), asNobody);
+  const Outcome vote = matrix(voteWords(deck), [] { becomeNobody(); });
   std::filesystem::permissions(folder.file(""), std::filesystem::perms(0755));
   if (vote.code == 127)
     GTEST_SKIP() << "another user may not run the program here";

@@ -9,7 +9,6 @@
 #include <array>
 #include <chrono>
 #include <csignal>
-#include <fstream>
 #include <sstream>
 #include <thread>
 
@@ -97,34 +96,11 @@ std::vector<std::string> killedVote(const std::vector<std::string>& words, int m
   return lines(out);
 }
 
-TempFolder::TempFolder() {
-  std::string pattern = (std::filesystem::temp_directory_path() / "quorin-e2e-XXXXXX").string();
-  if (::mkdtemp(pattern.data()) == nullptr)
-    throw std::runtime_error("no temporary folder");
-  path_ = pattern;
-}
-
-TempFolder::~TempFolder() {
-  std::error_code error;
-  std::filesystem::remove_all(path_, error);
-}
-
 std::string TempFolder::sampleDeck(const std::string& name) const {
   const std::string copy = file(name);
   std::filesystem::copy_file(QUORIN_SAMPLE, copy, std::filesystem::copy_options::overwrite_existing);
   std::filesystem::permissions(copy, std::filesystem::perms::owner_write, std::filesystem::perm_options::add);
   return copy;
-}
-
-std::string readFile(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  std::ostringstream text;
-  text << file.rdbuf();
-  return text.str();
-}
-
-void writeFile(const std::string& path, const std::string& text) {
-  std::ofstream(path, std::ios::binary) << text;
 }
 
 std::vector<std::string> lines(const std::string& text) {

@@ -1,10 +1,11 @@
 // Runs the built programs as a user would, in a folder of their own.
 #pragma once
 
-#include <filesystem>
 #include <functional>
 #include <string>
 #include <vector>
+
+#include "support/disk.h"
 
 namespace qrn::test {
 
@@ -19,22 +20,12 @@ Outcome matrix(const std::vector<std::string>& words, const std::function<void()
 // A `vote` that is killed (SIGKILL) `milliseconds` after its start; returns the lines it had printed.
 std::vector<std::string> killedVote(const std::vector<std::string>& words, int milliseconds);
 
-class TempFolder {
+class TempFolder : public Folder {
  public:
-  TempFolder();
-  ~TempFolder();
-  TempFolder(const TempFolder&) = delete;
-  TempFolder& operator=(const TempFolder&) = delete;
-  std::string file(const std::string& name) const { return (path_ / name).string(); }
   // A copy of the sample deck, ready to be voted.
   std::string sampleDeck(const std::string& name = "deck.pptx") const;
-
- private:
-  std::filesystem::path path_;
 };
 
-std::string readFile(const std::string& path);
-void writeFile(const std::string& path, const std::string& text);
 std::vector<std::string> lines(const std::string& text);
 
 }  // namespace qrn::test

@@ -1,5 +1,6 @@
 // The subcommands of the built program, told as conversations: words in, exit code and texts out.
 #include "adapters/deck/journal.h"
+#include "base/text.h"
 #include "e2e/program.h"
 #include "support/cases.h"
 
@@ -34,11 +35,7 @@ class RoadCase : public CaseTest {
       writeFile(folder.file("deck.pptx"), bytes);
     });
   }
-  std::string shown(std::string told) const override {
-    const std::string path = folder.file("");
-    for (std::size_t at; (at = told.find(path)) != std::string::npos;) told.erase(at, path.size());
-    return told;
-  }
+  std::string shown(std::string told) const override { return replaceAll(told, folder.file(""), ""); }
 
  private:
   static std::string foreignJournal() {
@@ -56,7 +53,7 @@ class RoadCase : public CaseTest {
       for (const std::string& line : lines(outcome.out)) tell(escaped(line));
     for (const std::string& line : lines(outcome.err)) tell("! " + escaped(line));
     if (outcome.code != 0)
-      tell("code " + std::to_string(outcome.code));
+      tell("code ", outcome.code);
   }
 
   TempFolder folder;

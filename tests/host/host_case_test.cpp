@@ -36,8 +36,8 @@ class HostCase : public test::CaseTest {
  protected:
   HostCase() {
     panel.selectionChanged = [this](int) { ++told; };
-    panel.activated = [this](int at) { tell("opens " + std::to_string(at)); };
-    panel.toggled = [this](int at) { tell("ticks " + std::to_string(at)); };
+    panel.activated = [this](int at) { tell("opens ", at); };
+    panel.toggled = [this](int at) { tell("ticks ", at); };
     panelCommands();
     actionCommands();
     controlCommands();
@@ -77,7 +77,7 @@ class HostCase : public test::CaseTest {
     on("type",
        [this](const Words& words) { tell(panel.typeAhead(words.rest(0)) ? "" : "nothing"), tellPanel(); });
     on("close", [this](const Words& words) { panel.setOpen(words.number(0), false), tellPanel(); });
-    on("told", [this](const Words&) { tell(std::to_string(told) + " times"); });
+    on("told", [this](const Words&) { tell(told, " times"); });
   }
   void tellPanel() {
     std::string line = "at " + std::to_string(panel.current()) + ", selected";
@@ -243,7 +243,7 @@ class HostCase : public test::CaseTest {
     std::string names;
     for (const ElementArray& array : surface.arrays())
       names += array.name() + " " + std::to_string(array.count()) + ", ";
-    tell(names + std::to_string(surface.elementCount()) + " elements");
+    tell(names, surface.elementCount(), " elements");
   }
   // At ten points a character is 120 twips wide.
   void textCommands() {

@@ -19,34 +19,14 @@ class MatrixGraphCase : public RunCase {
     glo.voteRecords.assign("");
     glo.postalRecords.assign("");
     for (std::size_t a = 0; a < 9; ++a) glo.assessmentInfo[a].active = false;
-    plots(3);
-    for (int a = 1; a <= 4; ++a) scale(a, "Name" + std::to_string(a), 5, 1);
+    addItems(3);
+    for (int a = 1; a <= 4; ++a) addScale(a, "Name" + std::to_string(a), 5, 1);
     exerciseCommands();
     drawCommands();
     surfaceCommands();
     planCommands();
     placeCommands();
     scoreCommands();
-  }
-  static void plots(int count) {
-    std::vector<std::string> keys;
-    for (int i = 0; i < count; ++i) keys.push_back(std::to_string(i));
-    items(keys);
-    for (RiskRecord& risk : glo.risks) {
-      risk.identifier = itemIdentifier(risk.ID);
-      risk.active.fill(true);
-    }
-  }
-  // Points named s1, s2 ...
-  static void scale(int assessment, const std::string& title, int points, int from) {
-    const auto a = static_cast<std::size_t>(assessment - 1);
-    glo.scaleLabels[a].clear();
-    for (int i = 1; i <= points; ++i) glo.scaleLabels[a].push_back("s" + std::to_string(i));
-    glo.scaleLabels[a].emplace_back();
-    glo.assessments[a].scalePointCount = points;
-    glo.assessments[a].startFrom = from;
-    glo.assessmentTitles[a] = title;
-    glo.assessmentInfo[a].active = true;
   }
   static PlotRequest request(const Words& words, std::size_t from) {
     PlotRequest pairs = kNoPairs;
@@ -65,9 +45,9 @@ class MatrixGraphCase : public RunCase {
   }
   xyVoteGraph& form() { return world.forms.as<xyVoteGraph>("xyVoteGraph"); }
   void exerciseCommands() {
-    on("plots", [](const Words& words) { plots(words.number(0)); });
+    on("plots", [](const Words& words) { addItems(words.number(0)); });
     on("scale", [](const Words& words) {
-      scale(words.number(0), words[1], words.number(2), words.size() > 3 ? words.number(3) : 1);
+      addScale(words.number(0), words[1], words.number(2), words.size() > 3 ? words.number(3) : 1);
     });
     // voted ITEM ASSESSMENT VOTES; "all" stands for every item and the four assessments
     on("voted", [](const Words& words) {
@@ -75,9 +55,9 @@ class MatrixGraphCase : public RunCase {
         glo.voteRecords.assign("");
       else if (words[0] == "all")
         for (int item = 0; item < glo.itemCount(); ++item)
-          for (int a = 1; a <= 4; ++a) vote(item, std::to_string(a), "3;");
+          for (int a = 1; a <= 4; ++a) addVote(item, a, "3;");
       else
-        vote(words.number(0), words[1], words[2]);
+        addVote(words.number(0), words.number(1), words[2]);
     });
     on("unscored", [](const Words&) {
       for (RiskRecord& risk : glo.risks) static_cast<ItemScores&>(risk) = {};
@@ -88,11 +68,6 @@ class MatrixGraphCase : public RunCase {
       glo.categories[0].Selected = false;
       glo.categories[1] = {7, "Plant & tools", {1, -1}, true, true, 0};
     });
-  }
-  static void vote(int item, const std::string& assessment, const std::string& votes) {
-    glo.voteRecords.append("14/03/2026,09:00:00," + votes + "," +
-                           std::to_string(glo.risks[static_cast<std::size_t>(item)].sortKey) + "C" +
-                           assessment + "\r\n");
   }
   void drawCommands() {
     on("draw", [this](const Words& words) { drawMatrixGraph(request(words, 0), 1024, 768); });
@@ -115,13 +90,11 @@ class MatrixGraphCase : public RunCase {
     on("loaded", [this](const Words&) { tell(world.forms.isLoaded("xyVoteGraph") ? "yes" : "no"); });
     // size WIDTH HEIGHT ITEMS OWN: the type of the keys, as a part of the height in pixels
     on("size", [this](const Words& words) {
-      plots(words.number(2));
+      addItems(words.number(2));
       runLine("voted all");
       glo.itemPlotFont.size = words.number(3);
       drawMatrixGraph({1, 2, -1, -1, -1, -1, -1, -1}, words.number(0), words.number(1));
-      std::ostringstream text;
-      text << form().surface().find("labelRisk", 1)->font.size / 0.75 / words.number(1);
-      tell(text.str());
+      tell(form().surface().find("labelRisk", 1)->font.size / 0.75 / words.number(1));
     });
   }
   void surfaceCommands() {
@@ -134,7 +107,7 @@ class MatrixGraphCase : public RunCase {
           for (const host::Element& element : *elements)
             element.visible ? all += " " + (element.caption.empty() ? "." : element.caption)
                             : all += (++hidden, "");
-        tell(array + ":" + all + (hidden > 0 ? " and " + std::to_string(hidden) + " hidden" : ""));
+        tell(array, ":", all, (hidden > 0 ? " and " + std::to_string(hidden) + " hidden" : ""));
       }
     });
     // at ARRAY INDEX ...: the middle of an element, in twips; off the form, hidden, as it is
@@ -158,18 +131,14 @@ class MatrixGraphCase : public RunCase {
     // box ARRAY INDEX: left, top and width; shadow N: how far that of a key is from it
     on("box", [this](const Words& words) {
       const host::Element& e = *form().surface().find(words[0], words.number(1));
-      std::ostringstream text;
-      text << e.left << " " << e.top << " " << e.width;
-      tell(text.str());
+      tell(e.left, " ", e.top, " ", e.width);
     });
     on("shadow", [this](const Words& words) {
       const host::Element &key = *form().surface().find("labelRisk", words.number(0)),
                           &shadow = *form().surface().find("labelRiskShadow", words.number(0));
-      std::ostringstream text;
-      text << shadow.left - key.left << " " << shadow.top - key.top << (key.font.bold ? ", bold" : "")
-           << (shadow.colour == 0xffffff - key.colour ? ", in the complement" : "")
-           << (shadow.width == key.width && shadow.height == key.height ? ", of its size" : "");
-      tell(text.str());
+      tell(shadow.left - key.left, " ", shadow.top - key.top, (key.font.bold ? ", bold" : ""),
+           (shadow.colour == 0xffffff - key.colour ? ", in the complement" : ""),
+           (shadow.width == key.width && shadow.height == key.height ? ", of its size" : ""));
     });
     on("drawing", [this](const Words&) { tell(drawingOf(form().surface())); });
     on("outstanding", [this](const Words&) {
@@ -192,9 +161,7 @@ class MatrixGraphCase : public RunCase {
       const auto width = [&](std::size_t n) {
         return form().surface().find(words[0], words.number(n))->width;
       };
-      std::ostringstream text;
-      text << width(1) / width(2);
-      tell(text.str());
+      tell(width(1) / width(2));
     });
   }
   void scoreCommands() {
@@ -228,19 +195,14 @@ class MatrixGraphCase : public RunCase {
   void planCommands() {
     on("bounds", [this](const Words& words) {
       const auto regular = selectBoundsRegular(request(words, 0)), skew = selectBoundsSkew(request(words, 0));
-      tell(std::to_string(regular.first) + "x" + std::to_string(regular.second) + ", in cells " +
-           std::to_string(skew.first) + "x" + std::to_string(skew.second));
+      tell(regular.first, "x", regular.second, ", in cells ", skew.first, "x", skew.second);
     });
     on("axes", [this](const Words& words) {
-      tell(std::to_string(axisAssessment(request(words, 0), true)) + " " +
-           std::to_string(axisAssessment(request(words, 0), false)));
+      tell(axisAssessment(request(words, 0), true), " ", axisAssessment(request(words, 0), false));
     });
     // axis ASSESSMENT [skew] [percent]
     on("axis", [this](const Words& words) {
-      const auto has = [&](const char* word) {
-        return std::find(words.begin(), words.end(), word) != words.end();
-      };
-      const AxisPlan plan = planAxis(words.number(0), has("skew"), has("percent"));
+      const AxisPlan plan = planAxis(words.number(0), words.has("skew"), words.has("percent"));
       std::string all = std::to_string(plan.divisions) + (plan.lastHidden ? " and one hidden" : "") + ":";
       for (const std::string& caption : plan.captions) all += " " + (caption.empty() ? "." : caption);
       tell(all);
@@ -276,9 +238,7 @@ class MatrixGraphCase : public RunCase {
     // area WIDTH HEIGHT [numbered]: of a form of so many pixels, in twips
     on("area", [this](const Words& words) {
       const PlotArea area = placePlotArea(words.number(0) * 15, words.number(1) * 15, words.size() > 2);
-      std::ostringstream text;
-      text << area.X1 << " " << area.Y1 << " to " << area.X2 << " " << area.Y2;
-      tell(text.str());
+      tell(area.X1, " ", area.Y1, " to ", area.X2, " ", area.Y2);
     });
     on("fraction", [this](const Words& words) {
       const double fraction = scoreFraction(std::stof(words[0]), std::stof(words[1]));

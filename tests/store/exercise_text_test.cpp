@@ -58,7 +58,7 @@ class TextCase : public RunCase {
     if (!reading.itemsWhole)
       tell("items missing");
     if (reading.damagedValues > 0)
-      tell(std::to_string(reading.damagedValues) + " damaged");
+      tell(reading.damagedValues, " damaged");
     for (const std::string& font : reading.missingFonts) tell("no font " + font);
     for (const std::string& message : reading.messages) tell(escaped(message));
     return reading.exercise;
@@ -110,8 +110,28 @@ class TextCase : public RunCase {
       const std::string notes = glo.risks[3].notes;
       put(text.find("\r\n4\r\n") + 2, 1, words.word(0));
       const Exercise& read = load();
-      tell(std::to_string(read.itemCount()) + " items" +
-           (read.itemCount() > 3 && read.risks[3].notes == notes ? ", all four" : ""));
+      const std::string found = replaceAll(take(), "\n", ", ");
+      tell(found, read.itemCount(), " items",
+           read.itemCount() > 3 && read.risks[3].notes == notes ? ", all four" : "");
+    });
+    // sorted LINE ...: four items, with these lines of the categories
+    on("sorted", [this](const Words& words) {
+      plain();
+      items({"0", "1", "2", "3"});
+      text = writeExercise(glo);
+      runLine("lines \"1\\r\\n\\\"unallocated\\\"\" 3 " + words.as(0));
+    });
+    // the categories with their items, and whether what stands behind them has been read
+    on("sorting", [this](const Words&) {
+      for (std::size_t c = 0; c + 1 < glo.categories.size(); ++c) {
+        const CategoryRecord& one = glo.categories[c];
+        std::string ids;
+        for (const std::int32_t id : one.CategoryItems) ids += " " + std::to_string(id);
+        tell("'", one.CategoryName, "'", one.Selected ? " selected" : "", one.Enabled ? " enabled:" : ":",
+             ids);
+      }
+      if (glo.SifterSorterSettings.option1 != "Yes")
+        tell("the rest is lost");
     });
     on("known", [this](const Words&) { tell(looksLikeExerciseText(text) ? "an exercise" : "no exercise"); });
     on("comma", [](const Words&) { setDecimalSeparator(','); });

@@ -83,33 +83,17 @@ class VoteCase : public RunCase {
       world.program.show.index = words.number(2);
       world.program.window.index = words.number(3);
       const int slide = readCurrentSlide();
-      tell("slide " + std::to_string(slide) + ", show at " + std::to_string(world.program.show.index) +
-           ", window at " + std::to_string(world.program.window.index) +
-           world.presentation.tagStore.Item("qrnCurrentSlide"));
+      tell("slide ", slide, ", show at ", world.program.show.index, ", window at ",
+           world.program.window.index, world.presentation.tagStore.Item("qrnCurrentSlide"));
     });
     on("keypads", [this](const Words&) { ReadActiveKeypads(), tellVotes(true, glo.activeKeypads); });
     on("sifter", [](const Words&) { LoadSifterSorterData(); });
     on("convert", [this](const Words& words) { tell(escaped(convertVotesRec(words.rest(1), words[0]))); });
-    // question VOTES GROUP ...: a demographic question, its groups "1=Sales" or, chosen, "1=Sales*"
-    on("question", [](const Words& words) {
-      DemographicInfo question;
-      question.votes = words[0];
-      question.isDefault = true;
-      for (std::size_t i = 1; i < words.size(); ++i) {
-        const bool chosen = words[i].ends_with('*');
-        question.groups.push_back(
-            {words[i][0] - '0', words[i].substr(2, words[i].size() - (chosen ? 3 : 2)), chosen});
-      }
-      question.groupCount = static_cast<std::int32_t>(question.groups.size());
-      glo.demographicQuestions = {question};
-    });
   }
   void tellScore(int item, std::size_t a) {
     const RiskRecord& risk = glo.risks[static_cast<std::size_t>(item)];
-    std::ostringstream text;
-    text << "average " << risk.average[a] << ", deviation " << risk.standardDeviation[a] << ", diversity "
-         << risk.diversity[a] << ", " << risk.counted[a] << " counted, " << glo.abstainCount << " abstain";
-    tell(text.str());
+    tell("average ", risk.average[a], ", deviation ", risk.standardDeviation[a], ", diversity ",
+         risk.diversity[a], ", ", risk.counted[a], " counted, ", glo.abstainCount, " abstain");
   }
   void scoreCommands() {
     // stats ITEM ASSESSMENT [FORM]
@@ -123,7 +107,7 @@ class VoteCase : public RunCase {
       const RoundRecord& round =
           glo.risks[0]
               .rounds[static_cast<std::size_t>(words.number(0))][static_cast<std::size_t>(words.number(1))];
-      tell(round.label + ": " + std::to_string(round.average) + " of " + std::to_string(round.counted));
+      tell(round.label, ": ", round.average, " of ", round.counted);
     });
     on("form", [this](const Words& words) {
       world.forms.unload("xyVoteRuntime");
@@ -143,8 +127,7 @@ class VoteCase : public RunCase {
     });
     on("groups", [this](const Words&) {
       for (const GroupScore& group : demographicGroupScores(0, 1))
-        tell(group.groupName + " " + std::to_string(group.average) + " of " +
-             std::to_string(group.participants));
+        tell(group.groupName, " ", group.average, " of ", group.participants);
     });
   }
   void tellResult(const ItemResult& item, const Words& assessments) {
@@ -193,7 +176,7 @@ class VoteCase : public RunCase {
     on("more", [this](const Words& words) { records.append(words.rest(0)); });
     on("forget", [this](const Words&) { records.forget(); });
     on("all", [this](const Words&) {
-      tell(escaped(records.text()) + " (" + std::to_string(records.recordCount()) +
+      tell(escaped(records.text()), " (", std::to_string(records.recordCount()),
            (records.known() ? ")" : ") unknown"));
     });
     on("last", [this](const Words& words) {

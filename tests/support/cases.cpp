@@ -221,7 +221,7 @@ std::string CaseTest::perform(const CaseStep& step, const std::string& line) {
     else
       tell("there is no command " + name);
   } catch (const HostError& error) {
-    tell("error " + std::to_string(error.number()) + ": " + escaped(error.what()));
+    tell("error ", error.number(), ": ", escaped(error.what()));
   } catch (const std::exception& error) {
     tell("failed: " + escaped(error.what()));
   }

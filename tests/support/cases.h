@@ -16,9 +16,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <list>
 #include <map>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -52,6 +54,7 @@ class Words : public std::vector<std::string> {
   explicit Words(const std::string& line);
   std::string word(std::size_t n) const { return n < size() ? (*this)[n] : ""; }
   int number(std::size_t n) const { return n < size() ? std::stoi((*this)[n]) : 0; }
+  bool has(std::string_view one) const { return std::find(begin(), end(), one) != end(); }
   std::string rest(std::size_t from) const;  // from that word on, quotes and all, without escapes
   std::string as(std::size_t from) const {   // as it stands
     return from < starts_.size() ? line_.substr(starts_[from]) : "";
@@ -71,10 +74,14 @@ class CaseTest : public ::testing::Test {
   void on(const std::string& command, std::function<void(const Words&)> act) {
     acts_[command] = std::move(act);
   }
-  void tell(const std::string& lines) {
-    told_ += lines + (lines.empty() || lines.ends_with('\n') ? "" : "\n");
+  template <class... Parts>
+  void tell(const Parts&... parts) {  // a line of these, or lines
+    std::ostringstream text;
+    (text << ... << parts);
+    told_ += text.str();
+    told_ += text.str().empty() || told_.ends_with('\n') ? "" : "\n";
   }
-  std::string take() { return std::exchange(told_, ""); }  // what the command at hand has told
+  std::string take() { return std::exchange(told_, ""); }             // what the command at hand has told
   virtual std::string shown(std::string told) const { return told; }  // as case files hold it
   void runLine(const std::string& line);
   void runBlock() { run(*block_); }  // of the command at hand

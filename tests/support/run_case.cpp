@@ -4,6 +4,7 @@
 #include <cctype>
 #include <sstream>
 
+#include "core/item_label.h"
 #include "core/model.h"
 #include "support/members.h"
 
@@ -21,7 +22,49 @@ void makeItems(const std::vector<std::string>& sortKeys) {
   }
 }
 
+void addQuestion(Words words) {
+  DemographicInfo question;
+  if (words[0] == "default")
+    question.isDefault = true, words.erase(words.begin());
+  question.votes = words[0];
+  for (std::size_t i = 1; i < words.size(); ++i) {
+    const bool chosen = words[i].ends_with('*');
+    const std::size_t name = words[i].find('=') + 1;
+    question.groups.push_back(
+        {std::stoi(words[i]), words[i].substr(name, words[i].size() - name - (chosen ? 1 : 0)), chosen});
+  }
+  question.groupCount = static_cast<std::int32_t>(question.groups.size());
+  question.isDefault |= words[0].empty();
+  glo.demographicQuestions.push_back(question);
+}
+
 }  // namespace
+
+void addItems(int count) {
+  std::vector<std::string> keys;
+  for (int i = 0; i < count; ++i) keys.push_back(std::to_string(i));
+  makeItems(keys);
+  for (RiskRecord& risk : glo.risks) {
+    risk.identifier = itemIdentifier(risk.ID);
+    risk.active.fill(true);
+  }
+}
+
+void addScale(int assessment, const std::string& title, int points, int startFrom) {
+  const auto a = static_cast<std::size_t>(assessment - 1);
+  glo.scaleLabels[a].clear();
+  for (int i = 1; i <= points; ++i) glo.scaleLabels[a].push_back("s" + std::to_string(i));
+  glo.scaleLabels[a].emplace_back();
+  glo.assessments[a].scalePointCount = points;
+  glo.assessments[a].startFrom = startFrom;
+  glo.assessmentTitles[a] = title;
+  glo.assessmentInfo[a].active = true;
+}
+
+void addVote(int item, int assessment, const std::string& votes) {
+  glo.voteRecords.append("14/03/2026,09:00:00," + votes + "," + std::to_string(glo.item(item).sortKey) + "C" +
+                         std::to_string(assessment) + "\r\n");
+}
 
 void beginRun(TestHost& world) {
   glo = Glo{};
@@ -94,6 +137,8 @@ void RunCase::memberCommands() {
   });
   on("items", [](const Words& words) { items(words); });
   on("fresh", [](const Words&) { beginExercise(); });
+  on("question", [](const Words& words) { addQuestion(words); });
+  on("noquestions", [](const Words&) { glo.demographicQuestions.clear(); });
   on("votes", [](const Words& words) {
     glo.liveVotes = words;
     glo.liveVotes.emplace_back("9");  // the spare element, which nothing reads

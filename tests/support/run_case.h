@@ -5,12 +5,13 @@
 //   items 12 7 30                         the list anew, with these sort keys
 //   votes 5 X -                           what the keypads have voted; "" for none
 //   tag QRNVOTES TEXT                     of the slide; without TEXT it is told (decktag: of the deck)
-//   asks yes Close vote                   the next question holds these words and is answered so (enter:
-//   Enter) at 0.5 {                              the lines up to } half a second from now, inside a wait wait
-//   2                                seconds full 1                                the next write of a tag
-//   finds the disk full (files: of a file) errors                                what the error log has got
-//   since
-//   ends                                   from now on the end of the program is told
+//   question [default] 1;2; 1=Sales* 2=W  one more with its votes and groups; * is chosen
+//   asks yes Close vote                   the next question holds these words; its answer (enter: by Enter)
+//   at 0.5 {                              the lines up to } half a second from now, inside a wait
+//   wait 2                                seconds
+//   full 1                                the next write of a tag finds the disk full (files: of a file)
+//   errors                                what the error log has got since
+//   ends                                  from now on the end of the program is told
 #pragma once
 
 #include "core/glo.h"
@@ -22,6 +23,11 @@ namespace qrn::test {
 // `glo` as the run of `world`, with a new exercise of three items and two assessments on slide 1.
 void beginRun(TestHost& world);
 void beginExercise();
+
+// Items "item 0" ... in the place of the old; a scale of points "s1" ..., counted from 1; a record of votes.
+void addItems(int count);
+void addScale(int assessment, const std::string& title, int points, int startFrom = 1);
+void addVote(int item, int assessment, const std::string& votes);
 
 class RunCase : public CaseTest {
  protected:

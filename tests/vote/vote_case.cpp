@@ -145,8 +145,7 @@ void VoteCase::runCommands() {
   on("progress", [this](const Words&) {
     const bool read = readlog();
     const VoteProgress progress = voteProgress();
-    tell(std::to_string(progress.voted) + " of " + std::to_string(progress.due) +
-         (read && glo.resumePending ? ", to go on" : ""));
+    tell(progress.voted, " of ", progress.due, (read && glo.resumePending ? ", to go on" : ""));
   });
   on("resume", [this](const Words&) {
     scripts_.clear();
@@ -195,8 +194,7 @@ void VoteCase::formCommands() {
       deleteOutcome();
       world.presentation.tags().Add("qrnVoteTerminated", words.rest(0));
     }
-    tell(std::to_string(static_cast<int>(outcome())) + " " +
-         world.presentation.tags().Item("qrnVoteTerminated"));
+    tell(static_cast<int>(outcome()), " ", world.presentation.tags().Item("qrnVoteTerminated"));
   });
   on("write", [this](const Words& words) {
     writeOutcome(static_cast<VoteOutcome>(words.number(0)));
@@ -263,14 +261,11 @@ void VoteCase::linkCommands() {
   on("sent", [this](const Words&) { tellSent(); });
   // send COMMAND [reconnect] [loud]
   on("send", [this](const Words& words) {
-    const auto has = [&](const char* word) {
-      return std::find(words.begin(), words.end(), word) != words.end();
-    };
     const std::int64_t before = world.clock.micros;
-    if (!theComms().SendCommandToController(words[0], has("reconnect"), !has("loud")))
+    if (!theComms().SendCommandToController(words[0], words.has("reconnect"), !words.has("loud")))
       tell("lost");
     if (const auto waited = (world.clock.micros - before + 500000) / 1000000; waited > 0)
-      tell("after " + std::to_string(waited) + " s");
+      tell("after ", waited, " s");
     tellSent();
   });
   on("start", [this](const Words&) {
@@ -284,7 +279,7 @@ void VoteCase::linkCommands() {
     theComms().VoteRx = [this, bad = words.number(0)](std::int32_t keypad, const std::string& vote) {
       if (keypad == bad)
         throw HostError(Fault::program, 9, "out of range");
-      tell(std::to_string(keypad) + ": " + vote + " (" + glo.baseType + ")");
+      tell(keypad, ": ", vote, " (", glo.baseType, ")");
     };
   });
   on("says", [this](const Words& words) { world.link.says(words.rest(0)); });
@@ -373,7 +368,7 @@ void VoteCase::resumeCommands() {
     SplitPPTTag(slideTags().Item("QRNVOTES"), "\r\n", lines);
     std::map<std::string, int> keys;
     for (const std::string& line : lines) ++keys[getField(line, 4)];
-    tell(std::to_string(lines.size()) + " votes of " + std::to_string(keys.size()) + " items");
+    tell(lines.size(), " votes of ", keys.size(), " items");
   });
   on("late", [this](const Words&) {
     RiskRecord late = glo.risks[0];

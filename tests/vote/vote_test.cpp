@@ -26,7 +26,7 @@ void VoteCase::countCommands() {
   on("count", [this](const Words& words) {
     for (std::size_t i = 0; i < words.size(); ++i) glo.liveVotes.at(i) = words[i];
     ShowVotesCast(glo.options);
-    tell(std::to_string(glo.votesCast) + " of " + memberText("liveVotes"));
+    tell(glo.votesCast, " of ", memberText("liveVotes"));
   });
   // presses KEYPAD=VOTE ...: counted one by one, until the vote closes
   on("presses", [this](const Words& words) {
@@ -38,7 +38,7 @@ void VoteCase::countCommands() {
         break;
       }
     }
-    tell(std::to_string(glo.votesCast) + " of " + memberText("liveVotes"));
+    tell(glo.votesCast, " of ", memberText("liveVotes"));
   });
   on("seats", [](const Words& words) {
     glo.keypadsNotVotedHi = words.number(0);
@@ -49,7 +49,7 @@ void VoteCase::countCommands() {
   on("resize", [this](const Words& words) {
     glo.keypadsNotVotedHi = words.number(0);
     ResizeVoteArrays(words.word(1) == "keep");
-    tell(std::to_string(glo.liveVotes.size()) + " elements");
+    tell(glo.liveVotes.size(), " elements");
   });
   on("simulate", [this](const Words& words) { tell(SimulatePress(words.number(0)) ? "taken" : "refused"); });
   on("random", [this](const Words& words) {
@@ -69,7 +69,7 @@ void VoteCase::countCommands() {
       glo.liveVotes.assign(5, "1");
       oComms_VoteRx(words.number(0), words.word(1));
     }
-    tell(std::to_string(glo.votesCast) + " of " + memberText("liveVotes"));
+    tell(glo.votesCast, " of ", memberText("liveVotes"));
   });
 }
 
@@ -92,7 +92,7 @@ void VoteCase::keypadCommands() {
     uctlKpadsNotVoted control;
     control.showRequested = [this] { tell("is shown"); };
     control.ShowKeypadsNotVoted();
-    tell(control.Caption + " (" + std::to_string(control.waitedFor) + ")");
+    tell(control.Caption, " (", control.waitedFor, ")");
   });
   // list TYPE CAPTIONS: random answers to a list of four captions, of keypads 1 to 3
   on("list", [this](const Words& words) {
@@ -113,14 +113,14 @@ void VoteCase::keypadCommands() {
       runtime().txt_AssNum = words[1];
     }
     const StatsTarget target = SetStats(0, 0, "xyVoteRuntime");
-    tell("item " + std::to_string(target.risk) + ", assessment " + std::to_string(target.assessment));
+    tell("item ", target.risk, ", assessment ", target.assessment);
     tell(newErrors());
   });
   on("resizeform", [this](const Words& words) {
     runtime().ScaleWidth = words.number(0);
     runtime().ScaleHeight = words.number(1);
     runtime().Form_Resize();
-    tell(std::to_string(static_cast<int>(runtime().surface().width)) + " wide");
+    tell(static_cast<int>(runtime().surface().width), " wide");
   });
   on("sounds", [this](const Words&) {
     for (const std::string& file : std::exchange(world.sound.played, {})) tell(file);

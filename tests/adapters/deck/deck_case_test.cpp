@@ -17,6 +17,7 @@
 #include "adapters/deck/deck_fixture.h"
 #include "adapters/deck/overwrite.h"
 #include "base/errors.h"
+#include "base/text.h"
 #include "support/cases.h"
 
 namespace qrn::test {
@@ -39,14 +40,8 @@ class DeckCase : public CaseTest {
     processCommands();
   }
   std::string shown(std::string told) const override {
-    for (std::size_t at; (at = told.find(folder.path() + "/")) != std::string::npos;)
-      told.erase(at, folder.path().size() + 1);
-    for (std::size_t at; (at = told.find(folder.path())) != std::string::npos;)
-      told.replace(at, folder.path().size(), "FOLDER");
-    const std::string us = "process " + std::to_string(process_);
-    if (const std::size_t at = told.find(us); at != std::string::npos)
-      told.replace(at, us.size(), "process US");
-    return told;
+    told = replaceAll(replaceAll(told, folder.path() + "/", ""), folder.path(), "FOLDER");
+    return replaceAll(told, "process " + std::to_string(process_), "process US");
   }
   std::string path(const Words& words, std::size_t n) const {
     return words.word(n) == "." ? folder.path()
@@ -138,10 +133,7 @@ class DeckCase : public CaseTest {
           tell(words[i] + " is not there");
           continue;
         }
-        std::ostringstream text;
-        text << words[i] << " " << std::oct << (info.st_mode & 07777U) << std::dec << " " << info.st_uid
-             << ":" << info.st_gid;
-        tell(text.str());
+        tell(words[i], " ", std::oct, (info.st_mode & 07777U), std::dec, " ", info.st_uid, ":", info.st_gid);
       }
     });
     on("attribute", [this](const Words& words) {
@@ -190,7 +182,7 @@ class DeckCase : public CaseTest {
       const std::string& text = part(parts, words[0]);
       int times = 0;
       for (std::size_t at = 0; (at = text.find(words.rest(1), at)) != std::string::npos; ++at) ++times;
-      tell(std::to_string(times));
+      tell(times);
     });
     on("copypart", [change](const Words& words) {
       change([&](PartList& parts) { part(parts, words[1]) = std::string(part(parts, words[0])); });
@@ -259,7 +251,7 @@ class DeckCase : public CaseTest {
     });
     on("restore", [this](const Words&) {
       const deck::RestoreResult result = deck().restoreFromBackup();
-      tell(std::to_string(result.tags) + " tags");
+      tell(result.tags, " tags");
       for (const std::string& line : result.notPlaced) tell("not placed: " + line);
     });
   }
@@ -299,16 +291,14 @@ class DeckCase : public CaseTest {
     on("slides", [this](const Words&) {
       for (int i = 1; i <= deck().SlideCount(); ++i) {
         host::Slide& slide = deck().Slides(i);
-        tell(std::to_string(slide.slideIndex()) + ": " + std::to_string(slide.slideID()) + " " +
-             slide.Title() + (slide.Hidden() ? " hidden" : "") +
+        tell(slide.slideIndex(), ": ", slide.slideID(), " ", slide.Title(), (slide.Hidden() ? " hidden" : ""),
              (slide.Damage().empty() ? "" : ", damaged: " + slide.Damage()));
       }
-      tell(std::to_string(deck().SlideWidth()) + " x " + std::to_string(deck().SlideHeight()));
+      tell(deck().SlideWidth(), " x ", deck().SlideHeight());
     });
     on("slide", [this](const Words& words) { deck().Slides(words.number(0)); });
-    on("new", [this](const Words& words) {
-      tell("at " + std::to_string(deck().AddTitleOnlySlide(words.number(0)).slideIndex()));
-    });
+    on("new",
+       [this](const Words& words) { tell("at ", deck().AddTitleOnlySlide(words.number(0)).slideIndex()); });
     // shapes SLIDE [notes]
     on("shapes", [this](const Words& words) {
       for (host::Shape* shape : shapesOf(words)) {

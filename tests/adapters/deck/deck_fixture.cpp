@@ -1,18 +1,13 @@
 #include "adapters/deck/deck_fixture.h"
 
-#include <grp.h>
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 #include <zip.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <cstdlib>
 #include <fstream>
-#include <iterator>
-#include <stdexcept>
 
+#include "base/text.h"
 #include "support/cases.h"
 
 namespace qrn::test {
@@ -26,14 +21,8 @@ constexpr const char* kNames =
     "xmlns:r=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships\" "
     "xmlns:p=\"http://schemas.openxmlformats.org/presentationml/2006/main\"";
 
-std::string everywhere(std::string text, const std::string& what, const std::string& by) {
-  for (std::size_t at = 0; (at = text.find(what, at)) != std::string::npos; at += by.size())
-    text.replace(at, what.size(), by);
-  return text;
-}
-
 std::string numbered(const std::string& text, int slide) {
-  return everywhere(everywhere(text, "#", std::to_string(slide)), "@", std::to_string(301 - slide));
+  return replaceAll(replaceAll(text, "#", std::to_string(slide)), "@", std::to_string(301 - slide));
 }
 
 // What stands in [[KIND ...]], as often as its kind says; `slide` is that of the part, 0 for others.
@@ -56,11 +45,11 @@ std::string made(std::string text, int slide, const DeckOptions& options) {
   if (slide > 0)
     text = numbered(text, slide);
   if (options.absolute)
-    text = everywhere(everywhere(text, "\"slides/", "\"/ppt/slides/"), "\"../tags/tag2", "\"/ppt/tags/tag2");
-  text = everywhere(everywhere(text, "\"~", std::string("\"") + kRelationships), "~", kNames);
+    text = replaceAll(replaceAll(text, "\"slides/", "\"/ppt/slides/"), "\"../tags/tag2", "\"/ppt/tags/tag2");
+  text = replaceAll(replaceAll(text, "\"~", std::string("\"") + kRelationships), "~", kNames);
   if (options.strict)
     for (const char* dialect : {"presentationml", "drawingml", "officeDocument"})
-      text = everywhere(text, std::string("schemas.openxmlformats.org/") + dialect + "/2006",
+      text = replaceAll(text, std::string("schemas.openxmlformats.org/") + dialect + "/2006",
                         std::string("purl.oclc.org/ooxml/") + dialect);
   return (options.bom ? "\xEF\xBB\xBF" : "") + (kHead + text);
 }
@@ -147,15 +136,6 @@ std::string replaced(std::string text, std::string_view what, std::string_view b
   return at == std::string::npos ? text : text.replace(at, what.size(), by);
 }
 
-std::string readFile(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), {}};
-}
-
-void writeFile(const std::string& path, std::string_view text) {
-  std::ofstream(path, std::ios::binary) << text;
-}
-
 std::string stateOf(host::Presentation& deck) {
   std::string state;
   const auto add = [&state](host::Tags& tags) {
@@ -169,53 +149,18 @@ std::string stateOf(host::Presentation& deck) {
   return state;
 }
 
-int inChild(const std::function<int()>& body) {
-  const pid_t child = ::fork();
-  if (child == 0) {
-    int result = 98;
-    try {
-      result = body();
-    } catch (const std::exception& error) {
-      std::fprintf(stderr, "in the child: %s\n", error.what());
-    }
-    ::_exit(result);
-  }
-  int status = 0;
-  ::waitpid(child, &status, 0);
-  return WIFEXITED(status) ? WEXITSTATUS(status) : 99;
-}
-
-void becomeNobody(const unsigned* group) {
-  constexpr unsigned kNobody = 65534;
-  if (group != nullptr)
-    ::setgroups(1, group);
-  if (::geteuid() == 0 && (::setgid(kNobody) != 0 || ::setuid(kNobody) != 0))
-    throw std::runtime_error("cannot give up root");
-}
-
-TempFolder::TempFolder() : path_((std::filesystem::temp_directory_path() / "deckXXXXXX").string()) {
-  if (::mkdtemp(path_.data()) == nullptr)
-    ADD_FAILURE() << "no temporary folder";
-  ::setenv("XDG_STATE_HOME", (path_ + "-state").c_str(), 1);
+TempFolder::TempFolder() {
+  ::setenv("XDG_STATE_HOME", (path() + "-state").c_str(), 1);
 }
 
 TempFolder::~TempFolder() {
   std::error_code ignored;
-  std::filesystem::remove_all(path_, ignored);
-  std::filesystem::remove_all(path_ + "-state", ignored);
+  std::filesystem::remove_all(path() + "-state", ignored);
 }
 
 std::string TempFolder::deck(const DeckOptions& options) const {
   writeZip(file("talk.pptx"), deckParts(options));
   return file("talk.pptx");
-}
-
-std::vector<std::string> TempFolder::names() const {
-  std::vector<std::string> all;
-  for (const auto& entry : std::filesystem::directory_iterator(path_))
-    all.push_back(entry.path().filename().string());
-  std::sort(all.begin(), all.end());
-  return all;
 }
 
 }  // namespace qrn::test

@@ -2,14 +2,13 @@
 // a shape's own tags, ids out of order, notes under another number than their slide.
 #pragma once
 
-#include <filesystem>
-#include <functional>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
 #include "host/presentation.h"
+#include "support/disk.h"
 
 namespace qrn::test {
 
@@ -29,31 +28,16 @@ void writeZip(const std::string& path, const PartList& parts);
 // In the file's order; the bytes as they are packed when `packed`.
 PartList readZip(const std::string& path, bool packed = false);
 std::string replaced(std::string text, std::string_view what, std::string_view by);  // must occur
-std::string readFile(const std::string& path);
-void writeFile(const std::string& path, std::string_view text);
 
 // All tags, by owner (the presentation, then slide after slide) and by name: "A=a;|B=b;||" for two slides.
 std::string stateOf(host::Presentation& deck);
 
-// Runs `body` in a process of its own; its result, 98 for an exception, 99 when it was killed.
-int inChild(const std::function<int()>& body);
-// Gives up the rights of root, which no file mode stops, but for those of a group. For children only.
-void becomeNobody(const unsigned* group = nullptr);
-
-// A folder of its own for one test, gone with it, and one beside it where open decks are noted.
-class TempFolder {
+// A folder, and one beside it where open decks are noted.
+class TempFolder : public Folder {
  public:
   TempFolder();
   ~TempFolder();
-  TempFolder(const TempFolder&) = delete;
-  TempFolder& operator=(const TempFolder&) = delete;
-  std::string file(const std::string& name) const { return path_ + "/" + name; }
-  const std::string& path() const { return path_; }
   std::string deck(const DeckOptions& options = {}) const;  // writes `talk.pptx`, gives its path
-  std::vector<std::string> names() const;                   // of what is in it, sorted
-
- private:
-  std::string path_;
 };
 
 }  // namespace qrn::test

@@ -2,7 +2,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <signal.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -214,12 +213,6 @@ TEST(DeckJournal, EveryRecordToldSurvivesAKill) {
     told += got == oneMore ? 1 : 0;
   }
   EXPECT_GT(told, 25);
-}
-
-void limitFiles(rlim_t bytes) {
-  ::signal(SIGXFSZ, SIG_IGN);
-  const rlimit limit{bytes, bytes};
-  ::setrlimit(RLIMIT_FSIZE, &limit);
 }
 
 TEST(DeckJournal, AFullDiskIsToldAndKeepsTheOldDeckAndTheJournal) {

@@ -5,7 +5,6 @@
 
 #include <chrono>
 #include <condition_variable>
-#include <filesystem>
 #include <functional>
 #include <map>
 #include <memory>
@@ -14,14 +13,13 @@
 #include <vector>
 
 #include "adapters/link/link.h"
+#include "support/disk.h"
 
 namespace qrn::test {
 
 class LinkTest : public ::testing::Test {
  protected:
   LinkTest() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "quorin-link-XXXXXX").string();
-    folder = mkdtemp(pattern.data());
     options.announceFolder = folder;
     options.extraArguments = {"--port", "0", "--hurry", "--grace", "5"};
     options.arrived = [shared = arrivals] {
@@ -29,10 +27,6 @@ class LinkTest : public ::testing::Test {
       ++shared->count;
       shared->changed.notify_all();
     };
-  }
-  ~LinkTest() override {
-    std::error_code ignored;  // a controller that is ending may take its own files away meanwhile
-    std::filesystem::remove_all(folder, ignored);
   }
 
   void listen(link::WebSocketLink& to) {
@@ -77,7 +71,8 @@ class LinkTest : public ::testing::Test {
     int count = 0;
   };
   const std::shared_ptr<Arrivals> arrivals = std::make_shared<Arrivals>();  // outlives every link
-  std::string folder;
+  const Folder home;
+  const std::string folder = home.path();
   link::LinkOptions options;
   std::vector<std::string> received;
   int losses = 0;

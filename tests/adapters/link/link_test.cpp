@@ -50,8 +50,8 @@ TEST_F(RealController, StartsAnswersVotesAndEndsWithTheLink) {
 }
 
 TEST(AnnounceFolder, GivesWayWhereSomebodyElseHasTakenTheName) {
-  std::string runtime = (std::filesystem::temp_directory_path() / "announceXXXXXX").string();
-  ASSERT_NE(mkdtemp(runtime.data()), nullptr);
+  const Folder home;
+  const std::string& runtime = home.path();
   std::filesystem::create_directory(runtime + "/quorin");  // others may enter it
   const char* before = std::getenv("XDG_RUNTIME_DIR");
   const std::string kept = before != nullptr ? before : "";
@@ -60,7 +60,6 @@ TEST(AnnounceFolder, GivesWayWhereSomebodyElseHasTakenTheName) {
   kept.empty() ? unsetenv("XDG_RUNTIME_DIR") : setenv("XDG_RUNTIME_DIR", kept.c_str(), 1);
   EXPECT_NE(folder, "");
   EXPECT_NE(folder, runtime + "/quorin");
-  std::filesystem::remove_all(runtime);
 }
 
 TEST_F(RealController, TheSameSeedVotesTheSame) {

@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
@@ -24,7 +23,9 @@
 #include "adapters/system/files.h"
 #include "adapters/system/machine.h"
 #include "adapters/system/standard_streams.h"
+#include "base/text.h"
 #include "support/cases.h"
+#include "support/disk.h"
 
 namespace qrn::system {
 namespace {
@@ -35,8 +36,6 @@ using test::Words;
 class SystemTest : public test::CaseTest {
  protected:
   SystemTest() {
-    std::string name = (std::filesystem::temp_directory_path() / "system-test-XXXXXX").string();
-    folder = ::mkdtemp(name.data());
     for (const char* variable :
          {"temp", "TEMP", "TMPDIR", "ALLUSERSPROFILE", "APPDATA", "XDG_CONFIG_HOME", "HOME"})
       if (const char* value = std::getenv(variable))
@@ -47,16 +46,11 @@ class SystemTest : public test::CaseTest {
     processCommands();
   }
   ~SystemTest() override {
-    std::filesystem::remove_all(folder);
     for (const auto& [name, value] : before) value ? ::setenv(name, value->c_str(), 1) : ::unsetenv(name);
   }
   std::string at(const std::string& name) const { return folder + "/" + name; }
 
-  std::string shown(std::string told) const override {
-    for (std::size_t place; (place = told.find(folder)) != std::string::npos;)
-      told.replace(place, folder.size(), "DIR");
-    return told;
-  }
+  std::string shown(std::string told) const override { return replaceAll(told, folder, "DIR"); }
   std::string path(const Words& words, std::size_t n) const {
     return words[n][0] == '/' ? words[n] : at(words[n]);
   }
@@ -84,8 +78,7 @@ class SystemTest : public test::CaseTest {
     on("longname", [this](const Words&) {
       files.write(at(".quorin-new-" + std::to_string(::getpid()) + "-1"), "of another user");
       files.write(at(std::string(255, 'n')), "text");
-      tell(files.read(at(std::string(255, 'n'))) + " in " + std::to_string(files.list(folder).size()) +
-           " files");
+      tell(files.read(at(std::string(255, 'n'))), " in ", files.list(folder).size(), " files");
     });
     on("symlink", [this](const Words& words) { std::filesystem::create_symlink(words[0], path(words, 1)); });
     on("mode", [this](const Words& words) {
@@ -94,21 +87,13 @@ class SystemTest : public test::CaseTest {
         ::chmod(file.c_str(), static_cast<mode_t>(std::stoi(words[1], nullptr, 8)));
       struct stat info {};
       ::lstat(file.c_str(), &info);
-      std::ostringstream text;
-      text << std::oct << (info.st_mode & 07777U) << (S_ISLNK(info.st_mode) ? " link" : "");
-      tell(text.str());
+      tell(std::oct, (info.st_mode & 07777U), (S_ISLNK(info.st_mode) ? " link" : ""));
     });
   }
   void processCommands() {
     // In a process of its own: where files may grow to 4096 bytes, or as a user without rights.
-    on("small", [this](const Words&) {
-      std::signal(SIGXFSZ, SIG_IGN);
-      const rlimit limit{4096, 4096};
-      inChild([&] { return ::setrlimit(RLIMIT_FSIZE, &limit) == 0; });
-    });
-    on("nobody", [this](const Words&) {
-      inChild([] { return ::geteuid() != 0 || (::setgid(65534) == 0 && ::setuid(65534) == 0); });
-    });
+    on("small", [this](const Words&) { inChild([] { test::limitFiles(4096); }); });
+    on("nobody", [this](const Words&) { inChild([] { test::becomeNobody(); }); });
     on("runs",
        [this](const Words& words) { tell(MachineEnvironment().processRuns(words[0]) ? "yes" : "no"); });
     // variable NAME [VALUE]: set, or gone
@@ -146,20 +131,13 @@ class SystemTest : public test::CaseTest {
     });
   }
   std::string userFolder() const { return folder + "/quorin-" + std::to_string(::getuid()) + "/"; }
-  void inChild(const std::function<bool()>& prepare) {
-    const pid_t child = ::fork();
-    if (child == 0) {
-      const bool ready = prepare();
-      runBlock();
-      std::_Exit(ready && !HasFailure() ? 0 : 1);
-    }
-    int status = 0;
-    ::waitpid(child, &status, 0);
-    EXPECT_EQ(status, 0);
+  void inChild(const std::function<void()>& prepare) {
+    EXPECT_EQ(test::inChild([&] { return prepare(), runBlock(), HasFailure() ? 1 : 0; }), 0);
   }
 
   DiskFiles files;
-  std::string folder;
+  const test::Folder home;
+  const std::string folder = home.path();
   std::set<std::string> found_;
   std::map<const char*, std::optional<std::string>> before;
 };
