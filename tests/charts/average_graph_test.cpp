@@ -30,24 +30,6 @@ class AverageGraph : public GraphWorld {
   }
 };
 
-TEST_F(AverageGraph, ShowsOneBarForEachItemWithAScore) {
-  xyVoteAverageGraph& form = draw();
-  EXPECT_EQ(captions(form.surface(), "header"), Texts{"Average: Name1"});
-  EXPECT_EQ(captions(form.surface(), "barValue"), (Texts{"4.50", "2.00"}));
-  EXPECT_EQ(captions(form.surface(), "bottomAxisLabel"), (Texts{"A: item 0", "B: item 1"}));
-  EXPECT_TRUE(form.infoButton);  // item 2 has no votes
-  EXPECT_EQ(form.infoText, "Data not found for these items: \r\nitem 2, assessment 1");
-  // On a scale of 1 to 5 the bar of 4.5 is seven eighths of the axis and that of 2 a quarter.
-  const auto bars = all(form.surface(), "bars");
-  const auto rules = all(form.surface(), "gridLine");
-  const double axis = rules.front()->y1 - rules.back()->y1;
-  EXPECT_NEAR(bars[0]->height, axis * 0.875, 1);
-  EXPECT_NEAR(bars[1]->height, axis * 0.25, 1);
-  EXPECT_EQ(captions(form.surface(), "leftAxisLabel"), (Texts{"s1", "s2", "s3", "s4", "s5"}));
-  EXPECT_EQ(captions(form.surface(), "subtitle"),
-            Texts{"1 to 2 votes each \u00b7 2 of 3 items have votes \u00b7 highest first"});
-}
-
 TEST_F(AverageGraph, CumulativeIsTheMeanOfTheAssessmentsVoted) {
   xyVoteAverageGraph& form = draw();
   form.drawGraphCategoriesCumulative();

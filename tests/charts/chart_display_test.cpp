@@ -116,22 +116,6 @@ TEST(ChartPages, HoldWhatThePageAllows) {
   }
 }
 
-TEST_F(ChartDisplay, LyingBarsGrowToTheRight) {
-  TChart chart;
-  ChartSeries& series = chart.SERIES(chart.AddSeries(SeriesKind::asHorizBar));
-  series.Add(2, "", 0xffffff);
-  series.Add(4, "", 0xffffff);
-  chart.Axis.Bottom.Labels.Item = {"first", "second"};
-  ChartSurface lowered;
-  const auto bars = all(lowered.lower(chart, 15360, 11520, ""), "bars");
-  ASSERT_EQ(bars.size(), 2U);
-  EXPECT_DOUBLE_EQ(bars[1]->width, 2 * bars[0]->width);
-  EXPECT_DOUBLE_EQ(bars[0]->left, bars[1]->left);
-  EXPECT_LT(bars[0]->top + bars[0]->height, bars[1]->top);
-  series.marks = series.inPercent = true;
-  EXPECT_EQ(captions(lowered.lower(chart, 15360, 11520, ""), "barValue"), (Texts{"33%", "67%"}));
-}
-
 // Values and points lead to places and back, whichever way the chart lies.
 TEST_F(ChartDisplay, GeometryLeadsThereAndBack) {
   for (const bool lying : {false, true})

@@ -121,7 +121,6 @@ class EntryCase : public RunCase {
         names += name + (world.forms.isVisible(name) ? "* " : " ");
       tell(names.empty() ? "none" : names);
     });
-    on("close", [this](const Words& words) { world.forms.unload(words[0]); });
     // A vote that goes on until it is abandoned, or that ends the program twice.
     on("startvote", [this](const Words& words) {
       entryHooks().startVote = [this, does = words[0]] {

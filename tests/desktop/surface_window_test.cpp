@@ -134,12 +134,6 @@ TEST_F(SurfaceWindow, CloseButtonUnloadsUnlessTheFormRefuses) {
   EXPECT_FALSE(shown.isVisible());
 }
 
-TEST_F(SurfaceWindow, ModalShowReturnsWhenThePersonCloses) {
-  world.at(0.1, [&] { window().close(); });
-  world.forms.showModal("graph");
-  EXPECT_FALSE(world.forms.isLoaded("graph"));
-}
-
 TEST_F(SurfaceWindow, PaintsAgainOnlyWhenSomethingHasChanged) {
   world.forms.show("graph");
   window().grab();
@@ -215,17 +209,6 @@ TEST_F(SurfaceWindow, ButtonsComeFromTheActionTable) {
   EXPECT_EQ(said, "[List  Alt+L on][R && D greyed]");
   QTest::mouseClick(info, Qt::LeftButton);
   EXPECT_EQ(form().done, "list info ");
-}
-
-TEST_F(SurfaceWindow, TheWindowBeneathIsInFrontAgainWhenItGoes) {
-  QWidget below;
-  below.show();
-  stack.raise(&below);
-  world.forms.show("graph");
-  EXPECT_EQ(stack.front(), &window());
-  world.forms.hide("graph");
-  EXPECT_EQ(stack.front(), &below);
-  stack.drop(&below);
 }
 
 }  // namespace

@@ -65,11 +65,6 @@ TEST(Theme, SizesStepDownToTheFloorAndNoFurther) {
   EXPECT_EQ(smaller(Size::floor), Size::floor);
 }
 
-TEST(Theme, ColoursOfTheExerciseAreObeyedWhereTheyWereSet) {
-  EXPECT_EQ(chosenOr(7, 5, 9), 7);
-  EXPECT_EQ(chosenOr(5, 5, 9), 9);
-}
-
 TEST(Colour, DeficienciesLeaveGreysAndFoldRedAndGreen) {
   for (const Deficiency kind : {Deficiency::protanopia, Deficiency::deuteranopia, Deficiency::tritanopia})
     EXPECT_EQ(seenWith(kind, rgb(128, 128, 128)), rgb(128, 128, 128));

@@ -128,18 +128,6 @@ class MatrixGraphCase : public RunCase {
         tell(text.str());
       }
     });
-    // box ARRAY INDEX: left, top and width; shadow N: how far that of a key is from it
-    on("box", [this](const Words& words) {
-      const host::Element& e = *form().surface().find(words[0], words.number(1));
-      tell(e.left, " ", e.top, " ", e.width);
-    });
-    on("shadow", [this](const Words& words) {
-      const host::Element &key = *form().surface().find("labelRisk", words.number(0)),
-                          &shadow = *form().surface().find("labelRiskShadow", words.number(0));
-      tell(shadow.left - key.left, " ", shadow.top - key.top, (key.font.bold ? ", bold" : ""),
-           (shadow.colour == 0xffffff - key.colour ? ", in the complement" : ""),
-           (shadow.width == key.width && shadow.height == key.height ? ", of its size" : ""));
-    });
     on("drawing", [this](const Words&) { tell(drawingOf(form().surface())); });
     on("outstanding", [this](const Words&) {
       std::string all = "stand out:";

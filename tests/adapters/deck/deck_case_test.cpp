@@ -237,7 +237,6 @@ class DeckCase : public CaseTest {
        [this](const Words& words) { tell(escaped(stateOf(*Deck::open(path(words, 0), reading())))); });
     // opens: whether it does, and leaves all as it was
     on("opens", [this](const Words& words) { tellOpens(path(words, 0)); });
-    on("warning", [this](const Words&) { tell(escaped(deck().foreignSaveWarning().value_or("none"))); });
     on("overwrite", [this](const Words& words) {
       const std::string why = deck::whyNotOverwritten(folder.file(words[0]), folder.file(words[1]));
       tell(why.empty() ? "may be" : why);

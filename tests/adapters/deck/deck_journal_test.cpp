@@ -223,7 +223,7 @@ TEST(DeckJournal, AFullDiskIsToldAndKeepsTheOldDeckAndTheJournal) {
     for (int i = 0; i < 20; ++i) deck->Slides(1).tags().Append("QRNVOTES", "0123456789");
   }
   const std::string before = readFile(file), state = openedState(file);
-  for (rlim_t room = 1500; room < before.size(); room += 300) {
+  for (unsigned long room = 1500; room < before.size(); room += 300) {
     EXPECT_EQ(inChild([&] {
                 const auto deck = Deck::open(file);
                 limitFiles(room);
@@ -247,7 +247,7 @@ TEST(DeckJournal, ARecordThatFindsNoRoomIsNotStoredAtAll) {
   const std::string file = folder.deck();
   { Deck::open(file)->Slides(1).tags().Add("QRNVOTES", "one"); }
   const auto size = readFile(file + ".journal").size();
-  for (rlim_t room : {size, size + 3, size + 30})
+  for (unsigned long room : {size, size + 3, size + 30})
     EXPECT_EQ(inChild([&] {
                 const auto deck = Deck::open(file);
                 limitFiles(room);
