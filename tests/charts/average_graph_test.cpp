@@ -63,6 +63,7 @@ TEST_F(AverageGraph, WhatNobodyVotedOnIsNoScore) {
   EXPECT_EQ(captions(form.surface(), "barValue"), Texts{"0.00"});
   EXPECT_EQ(form.infoText,
             "Data not found for these items: \r\nitem 1, assessment 1\r\nitem 2, assessment 1");
+  EXPECT_TRUE(form.infoButton);
   form.drawGraphDiversity();
   EXPECT_EQ(form.List1.rows().size(), 1U);
   form.drawGraphCategoriesCumulative();

@@ -62,9 +62,7 @@ class AverageKeys : public test::ActionCases, protected test::GraphExercise {
     for (const std::string& text : captions(now.surface(), "LabelCategory")) foot += text;
     for (const std::string& text : captions(now.surface(), "subtitle"))
       page += text.substr(text.rfind("\u00b7 ") == std::string::npos ? 0 : text.rfind("\u00b7 ") + 3);
-    return {{"row", now.List1.current() < 0
-                        ? ""
-                        : now.List1.rows()[static_cast<std::size_t>(now.List1.current())].cells[0]},
+    return {{"row", rowOf(now.List1)},
             {"page", page},
             {"foot", foot},
             {"header", captions(now.surface(), "header").front()},

@@ -253,6 +253,22 @@ TEST_F(VoteScreen, keepsItsPlacesWhenTheVoteCloses) {
   EXPECT_EQ(compared.size(), 6U);
 }
 
+TEST_F(VoteScreen, storedPlacesGiveWayAndFollowTheScreen) {
+  AssessmentRecord& stored = glo.assessments[0];
+  stored.lbl_Risk = stored.lbl_Assessment = {6000, 0, 1000, 500};
+  stored.lbl_Criteria[0] = {4000, 0, 2000, 4000};
+  stored.Img_VC = {0, 0, 99999, 3000};
+  options({"low", "unplaced"});
+  show();
+  EXPECT_GE(element("lbl_assessment", 0).top, 500 + element("lbl_Risk", 0).height) << "under the item";
+  EXPECT_GT(element("lbl_Criteria", 1).top, 4000);
+  EXPECT_NEAR(element("uctl_votesCast", 0).right(), form.ScaleWidth, 1);
+  form.ScaleWidth *= 2;  // twice the screen that the layout was made for
+  form.ScaleHeight *= 2;
+  form.LayOutAgain();
+  EXPECT_EQ(element("lbl_Risk", 0).left, 2000);
+}
+
 // Options anywhere, of any width: their bars and marks stay clear of them.
 TEST_F(VoteScreen, neverCoversOptionsWithBars) {
   test::SeededRandom random;

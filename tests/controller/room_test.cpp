@@ -3,8 +3,7 @@
 
 #include <algorithm>
 
-#include "controller/room/arguments.h"
-#include "support/cases.h"
+#include "controller/room_options.h"
 
 namespace qrn::controller {
 namespace {
@@ -24,8 +23,7 @@ class RoomTest : public test::CaseTest {
  protected:
   RoomTest() {
     furnish({});
-    // furnish [highest=N] [rehearse=N] [close=PERCENT] [base=...] [name=N,TEXT]
-    on("furnish", [this](const Words& words) { furnish(optionsOf(words)); });
+    on("furnish", [this](const Words& words) { furnish(test::roomOptions(words)); });
     on("program", [this](const Words& words) {
       frames = 0;
       tell("> " + room->programArrived(words.word(0)));
@@ -64,21 +62,6 @@ class RoomTest : public test::CaseTest {
       tell(range ? std::to_string(range->first) + " to " + std::to_string(range->second) : "no");
     });
     on("base", [this](const Words& words) { tell(readBase(words.word(0)) ? "yes" : "no"); });
-  }
-  static RoomOptions optionsOf(const Words& words) {
-    RoomOptions options;
-    for (const std::string& word : words) {
-      const std::string name = word.substr(0, word.find('=')), value = word.substr(name.size() + 1);
-      if (name == "base")
-        options.bases.push_back(readBase(value).value());
-      else if (name == "names")
-        options.names = readNames(value);
-      else if (name == "close")
-        options.closePercent = std::stoi(value);
-      else
-        (name == "highest" ? options.highest : options.rehearse) = std::stol(value);
-    }
-    return options;
   }
   void furnish(RoomOptions options) {
     RoomPorts ports;

@@ -6,7 +6,6 @@
 namespace qrn::test {
 namespace {
 
-// Decks of five slides with exercises on 2 and 3.
 class DesktopCase : public WindowCase {
  protected:
   DesktopCase() : WindowCase(3) {
@@ -63,9 +62,7 @@ class DesktopCase : public WindowCase {
       if (file == "locked.pptx")
         throw HostError(Fault::world, 70, "locked.pptx is open in another program");
       opened = file;
-      auto deck = std::make_unique<MemoryPresentation>(5);
-      for (const int slide : {2, 3}) deck->slide(slide).tagStore.Add("qrnMatrix", "exercise");
-      return std::unique_ptr<host::Presentation>(std::move(deck));
+      return deckOfFive(file);
     };
     made.runExercise = [this](int slide) {
       tell("runs ", slide);

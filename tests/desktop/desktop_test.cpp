@@ -5,7 +5,7 @@
 #include <thread>
 
 #include "base/errors.h"
-#include "desktop/window_world.h"
+#include "desktop/window_case.h"
 #include "host/wait.h"
 
 namespace {
@@ -24,18 +24,11 @@ class SlowSlide : public test::MemorySlide {
   std::function<void()> meanwhile;
 };
 
-// Opens a deck of five slides with exercises on 2 and 3.
-std::unique_ptr<host::Presentation> madeDeck(const std::string&) {
-  auto deck = std::make_unique<test::MemoryPresentation>(5);
-  for (const int slide : {2, 3}) deck->slide(slide).tagStore.Add("qrnMatrix", "exercise");
-  return deck;
-}
-
 class Desktop : public ::testing::Test {
  protected:
   desktop::DesktopHooks hooks() {
     desktop::DesktopHooks made;
-    made.openDeck = madeDeck;
+    made.openDeck = test::deckOfFive;
     made.runExercise = [this](int slide) { runs += std::to_string(slide) + " "; };
     return made;
   }

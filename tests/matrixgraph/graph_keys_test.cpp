@@ -73,9 +73,7 @@ class GraphKeys : public test::ActionCases, protected test::GraphExercise {
     for (const int value : now.distributionPairs) pairs += std::to_string(value) + " ";
     return {{"shown", shown + (lines == 0 ? "" : "joined ") + (blobs == lines ? "" : "BLOBS")},
             {"title", now.graphTitle},
-            {"row", now.List1.current() < 0
-                        ? ""
-                        : now.List1.rows()[static_cast<std::size_t>(now.List1.current())].cells[0]},
+            {"row", rowOf(now.List1)},
             {"suffix", now.itemKeySuffix},
             {"list", now.listVisible ? "beside it" : "away"},
             {"buttons", now.buttonsVisible ? "shown" : "hidden"},

@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "host/help.h"
+#include "host/panel.h"
 #include "host/wait.h"
 #include "support/cases.h"
 #include "support/test_host.h"
@@ -46,6 +47,9 @@ class ActionCases : public CaseTest {
   virtual State state() = 0;       // what keys can change, as words; asked while the form stands
   virtual TestHost& testHost() = 0;
 
+  static std::string rowOf(const host::Panel& list) {  // the one at hand
+    return list.current() < 0 ? "" : list.rows()[static_cast<std::size_t>(list.current())].cells[0];
+  }
   void tellChange(const std::function<void()>& act) {
     for (const std::string& line : change(act)) tell(line);
   }

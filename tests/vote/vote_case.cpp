@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "charts/xy_vote_average_graph.h"
-#include "controller/room/arguments.h"
+#include "controller/room_options.h"
 #include "core/common.h"
 #include "core/run/end_program.h"
 #include "core/run/entry.h"
@@ -20,13 +20,6 @@ namespace qrn::test {
 namespace {
 
 constexpr std::size_t kMany = 80;
-
-template <class Values>
-std::string joined(const Values& values, const char* between = " ") {
-  std::string all;
-  for (const auto& value : values) all += (all.empty() ? "" : between) + value;
-  return all;
-}
 
 }  // namespace
 
@@ -114,7 +107,7 @@ void VoteCase::tellSaved(std::size_t from) {
   for (std::size_t i = from; i < lines.size(); ++i)
     keys.push_back(getField(lines[i], 3) == "3;4;5;-;" ? getField(lines[i], 4)
                                                        : getField(lines[i], 3) + getField(lines[i], 4));
-  tell(joined(keys));
+  tell(joined(keys, " "));
 }
 
 void VoteCase::tellSent() {
@@ -177,7 +170,7 @@ void VoteCase::formCommands() {
     tell(world.forms.unload(words[0], words.word(1) == "user") ? "" : "stays");
   });
   on("hide", [this](const Words& words) { world.forms.hide(words[0]); });
-  on("forms", [this](const Words&) { tell(joined(world.forms.loadedNames())); });
+  on("forms", [this](const Words&) { tell(joined(world.forms.loadedNames(), " ")); });
   on("screen", [this](const Words&) {
     const xyVoteRuntime& form = runtime();
     const host::Element* missing = form.surface().find("uctl_kpadsNotVoted", 0);
@@ -294,59 +287,6 @@ void VoteCase::linkCommands() {
       text += std::to_string(entry.keypad) + "/" + entry.name + "/" + std::to_string(entry.number) + " ";
     tell(text + (theComms().chk_GotNames ? "got" : "-"));
   });
-}
-
-void VoteCase::roomCommands() {
-  // room [highest=N] [rehearse=N] [close=PERCENT] [base=...] [names=...]: the controller's own from now on
-  on("room", [this](const Words& words) {
-    controller::RoomOptions options;
-    options.highest = 40;
-    for (const std::string& word : words) {
-      const std::string name = word.substr(0, word.find('=')), value = word.substr(name.size() + 1);
-      if (name == "base")
-        options.bases.push_back(controller::readBase(value).value());
-      else if (name == "names")
-        options.names = controller::readNames(value);
-      else if (name == "close")
-        options.closePercent = std::stoi(value);
-      else
-        (name == "highest" ? options.highest : options.rehearse) = std::stol(value);
-    }
-    world.forms.unload("comms");
-    room_ = std::make_unique<RoomLink>(std::move(options));
-    host::host().controller = room_.get();
-    theComms();
-    world.link.sent.clear();
-    room_->FromQrnCtrl(room_->room.programArrived("a"));
-  });
-  on("phone", [this](const Words& words) {
-    room_->room.phoneText(static_cast<controller::PhoneId>(words.number(0)), words.rest(1));
-  });
-  on("stand", [this](const Words&) {
-    tell("base " + glo.baseType + ", keypads " + joined(glo.activeKeypads, ",") + ", deck " +
-         world.presentation.tags().Item("ActiveKeypads"));
-  });
-  // rooms TAG BLOCK: the list of the deck and what the controller says make the keypads and the list
-  on("meets", [this](const Words& words) {
-    world.presentation.tagStore.values["ACTIVEKEYPADS"] = words[0];
-    ReadActiveKeypads();
-    glo.roomRehearsed = false;
-    theComms().DecodeDataFromController("BASETYPE=" + words[1] + "\r\n" + words.rest(2));
-    tell(joined(glo.activeKeypads, ",") + " deck " + world.presentation.tags().Item("ActiveKeypads") +
-         (world.presentation.tagStore.failAtWrite > 0 ? ", not written" : ""));
-    tellSent();
-  });
-  on("readports", [this](const Words&) { theComms().ReadPortInfo(), tellSent(); });
-  on("keypads", [this](const Words& words) {
-    if (words.word(0) == "read")
-      ReadActiveKeypads();
-    else
-      theComms().WriteActiveKeypads(words.word(0) == "scan");
-    tellSent();
-  });
-  on("file", [this](const Words& words) { world.files.files[words[0]] = ""; });
-  on("nofile",
-     [this](const Words& words) { tell(world.files.files.erase(words[0]) != 0 ? "was there" : ""); });
 }
 
 void VoteCase::resumeCommands() {

@@ -1,5 +1,7 @@
 // Which presses count and when a vote closes by itself; with the runs, the keyboard and the link in case
 // files.
+#include "base/text.h"
+#include "controller/room_options.h"
 #include "store/statistics.h"
 #include "support/members.h"
 #include "vote/count_up_vote.h"
@@ -71,6 +73,48 @@ void VoteCase::countCommands() {
     }
     tell(glo.votesCast, " of ", memberText("liveVotes"));
   });
+}
+
+void VoteCase::roomCommands() {
+  // room OPTION ...: the controller's own from now on
+  on("room", [this](const Words& words) {
+    controller::RoomOptions options;
+    options.highest = 40;
+    world.forms.unload("comms");
+    room_ = std::make_unique<RoomLink>(roomOptions(words, std::move(options)));
+    host::host().controller = room_.get();
+    theComms();
+    world.link.sent.clear();
+    room_->FromQrnCtrl(room_->room.programArrived("a"));
+  });
+  on("phone", [this](const Words& words) {
+    room_->room.phoneText(static_cast<controller::PhoneId>(words.number(0)), words.rest(1));
+  });
+  on("stand", [this](const Words&) {
+    tell("base " + glo.baseType + ", keypads " + joined(glo.activeKeypads, ",") + ", deck " +
+         world.presentation.tags().Item("ActiveKeypads"));
+  });
+  // rooms TAG BLOCK: the list of the deck and what the controller says make the keypads and the list
+  on("meets", [this](const Words& words) {
+    world.presentation.tagStore.values["ACTIVEKEYPADS"] = words[0];
+    ReadActiveKeypads();
+    glo.roomRehearsed = false;
+    theComms().DecodeDataFromController("BASETYPE=" + words[1] + "\r\n" + words.rest(2));
+    tell(joined(glo.activeKeypads, ",") + " deck " + world.presentation.tags().Item("ActiveKeypads") +
+         (world.presentation.tagStore.failAtWrite > 0 ? ", not written" : ""));
+    tellSent();
+  });
+  on("readports", [this](const Words&) { theComms().ReadPortInfo(), tellSent(); });
+  on("keypads", [this](const Words& words) {
+    if (words.word(0) == "read")
+      ReadActiveKeypads();
+    else
+      theComms().WriteActiveKeypads(words.word(0) == "scan");
+    tellSent();
+  });
+  on("file", [this](const Words& words) { world.files.files[words[0]] = ""; });
+  on("nofile",
+     [this](const Words& words) { tell(world.files.files.erase(words[0]) != 0 ? "was there" : ""); });
 }
 
 void VoteCase::keypadCommands() {

@@ -12,10 +12,7 @@
 #include "base/errors.h"
 #include "desktop/pictures/pictures.h"
 #include "desktop/style.h"
-#include "host/dialogs.h"
-#include "host/forms.h"
-#include "host/host.h"
-#include "host/system.h"
+#include "support/test_host.h"
 
 namespace qrn::pictures {
 
@@ -29,21 +26,6 @@ class SteadyClock : public host::Clock {
 
  private:
   QElapsedTimer timer_;
-};
-
-// Nothing is asked while pictures are taken; a form that asks all the same is told the safe answer.
-class NoDialogs : public host::Dialogs {
- public:
-  host::Answer MsgBox(const std::string& text, const std::string&, host::Buttons buttons, host::Icon,
-                      std::optional<host::Answer>) override {
-    std::cerr << "a form said: " << text << "\n";
-    return host::safeAnswer(buttons);
-  }
-  std::optional<std::string> InputBox(const std::string&, const std::string&, const std::string&) override {
-    return std::nullopt;
-  }
-  std::optional<std::string> FileDialog(const host::FileQuestion&) override { return std::nullopt; }
-  void Info(const std::string&) override {}
 };
 
 }  // namespace
@@ -89,7 +71,8 @@ int takeAll(const QString& folder, const QString& name) {
   qt::QtTextMeasure measure;
   system::DiskFiles files;
   system::MachineEnvironment environment;
-  NoDialogs dialogs;
+  test::ScriptedDialogs dialogs;
+  dialogs.answersAll = true;
   host::FormRegistry forms;
   host::Host& neighbours = host::host();
   neighbours.clock = &clock;
@@ -103,6 +86,7 @@ int takeAll(const QString& folder, const QString& name) {
   for (const Set& set : kSets)
     if (name.isEmpty() || name == set.name)
       set.take(album);
+  for (const std::string& question : dialogs.asked) std::cerr << "a form said: " << question << "\n";
   return album.count();
 }
 
