@@ -3,6 +3,7 @@
 #include "analysis/filter/filters.h"
 #include "analysis/multiplot.h"
 #include "analysis/orders.h"
+#include "base/text.h"
 #include "host/xml_query.h"
 #include "store/scores/all_scores.h"
 #include "support/run_case.h"
@@ -180,7 +181,7 @@ class AnalysisCase : public RunCase {
     std::string keys;
     for (int i = 0; i < glo.itemCount(); ++i)
       keys += std::to_string(glo.risks[static_cast<std::size_t>(i)].sortKey) + " ";
-    tell(keys, "code ", glo.listOrderCode);
+    tell(replaceAll(take(), "renumbered\n", "renumbered, "), keys, "code ", glo.listOrderCode);
   }
   void plotCommands() {
     // value TYPE [reverse] [other=N] AVERAGE ...: what multi-plot 2 makes of these; other is handed on by

@@ -3,6 +3,7 @@
 #include "base/text.h"
 #include "controller/room_options.h"
 #include "store/statistics.h"
+#include "store/vote_store.h"
 #include "support/members.h"
 #include "vote/count_up_vote.h"
 #include "vote/link/comms.h"
