@@ -11,6 +11,7 @@
 #include <variant>
 #include <vector>
 
+#include "core/glo.h"
 #include "core/model.h"
 #include "stopwatch.h"
 #include "store/exercise_text.h"

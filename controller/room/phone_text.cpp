@@ -1,6 +1,7 @@
 #include "controller/room/phone_text.h"
 
 #include "adapters/link/wire/wire.h"
+#include "base/text.h"
 
 namespace qrn::controller {
 
@@ -31,16 +32,9 @@ class FrameText {
   std::string text_;
 };
 
-// Cuts the next word off, up to a blank.
-std::string_view word(std::string_view& text) {
-  const std::string_view result = text.substr(0, text.find(' '));
-  text.remove_prefix(result.size() < text.size() ? result.size() + 1 : text.size());
-  return result;
-}
-
 std::optional<PhoneFrame> readJoin(std::string_view rest) {
   PhoneFrame frame;
-  const std::string_view token = word(rest);
+  const std::string_view token = takeField(rest, ' ');
   const auto keypad = link::wholeNumber(rest);
   if ((token != "-" && !link::isToken(token)) || !keypad || *keypad > 65535)
     return std::nullopt;
@@ -52,7 +46,7 @@ std::optional<PhoneFrame> readJoin(std::string_view rest) {
 
 std::optional<PhoneFrame> readPress(std::string_view rest) {
   PhoneFrame frame;
-  const auto vote = link::wholeNumber(word(rest));
+  const auto vote = link::wholeNumber(takeField(rest, ' '));
   if (!vote || rest.empty() || rest.find_first_not_of("0123456789|X") != std::string_view::npos)
     return std::nullopt;
   frame.kind = PhoneFrame::Kind::press;
@@ -107,7 +101,7 @@ void addOptions(FrameText& frame, const VoteSettings& settings) {
 std::optional<PhoneFrame> readPhoneFrame(std::string_view frame) {
   if (frame.size() > maxPhoneFrame)
     return std::nullopt;
-  const std::string_view first = word(frame);
+  const std::string_view first = takeField(frame, ' ');
   if (first == "join")
     return readJoin(frame);
   return first == "press" ? readPress(frame) : std::nullopt;

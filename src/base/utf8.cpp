@@ -93,6 +93,16 @@ std::vector<std::uint32_t> characters(std::string_view text) {
   return codes;
 }
 
+std::string firstCharacters(std::string_view text, int count) {
+  std::string cut;
+  for (const std::uint32_t code : characters(text)) {
+    if (count-- <= 0)
+      break;
+    appendCharacter(cut, code);
+  }
+  return cut;
+}
+
 std::size_t characterCount(std::string_view text) {
   std::size_t count = 0;
   for (std::size_t i = 0; i < text.size(); ++count) {

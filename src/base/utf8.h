@@ -26,6 +26,7 @@ std::string validUtf8(std::string_view text);
 // character become "?".
 std::vector<std::uint32_t> characters(std::string_view text);
 void appendCharacter(std::string& text, std::uint32_t code);
+std::string firstCharacters(std::string_view text, int count);
 std::size_t characterCount(std::string_view text);
 
 }  // namespace qrn

@@ -41,16 +41,6 @@ std::string withoutLineFeeds(std::string text) {
   return replaceAll(std::move(text), "\r", " ");
 }
 
-std::string firstCharacters(const std::string& text, int count) {
-  std::string cut;
-  for (const std::uint32_t code : characters(text)) {
-    if (count-- <= 0)
-      break;
-    appendCharacter(cut, code);
-  }
-  return cut;
-}
-
 std::string criterionText(int assessment, int option) {
   if (assessment < 1 || assessment > kAssessments)
     return "";

@@ -11,7 +11,6 @@
 #include "cli/geometry.h"
 #include "cli/workshop.h"
 #include "core/common.h"
-#include "core/glo.h"
 #include "host/forms.h"
 #include "host/host.h"
 #include "host/system.h"

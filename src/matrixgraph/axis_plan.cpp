@@ -47,14 +47,7 @@ ScaleSizes sizesBy(const PlotRequest& request, std::int32_t (*sizeOf)(int)) {
 }
 
 std::string abbreviated(const std::string& text) {
-  std::string cut;
-  int left = glo.TextScatterScaleAbbreviate;
-  for (const std::uint32_t code : characters(text)) {
-    if (left-- <= 0)
-      break;
-    appendCharacter(cut, code);
-  }
-  return cut;
+  return firstCharacters(text, glo.TextScatterScaleAbbreviate);
 }
 
 // Caption of scale point `i` of a voted assessment.

@@ -10,6 +10,7 @@
 #include "core/common.h"
 #include "core/diagnostics.h"
 #include "core/edit.h"
+#include "core/glo.h"
 #include "core/item_label.h"
 #include "core/layout.h"
 #include "host/dialogs.h"

@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "core/glo.h"
+#include "core/exercise.h"
 
 namespace qrn {
 

@@ -1,5 +1,6 @@
 #include "base/text.h"
 #include "core/diagnostics.h"
+#include "core/glo.h"
 #include "host/presentation.h"
 #include "store/exercise_text.h"
 
