@@ -4,9 +4,9 @@
 #include <QPainterPath>
 #include <algorithm>
 
-#include "render/qr_code.h"
 #include "desktop/style.h"
 #include "render/fonts.h"
+#include "render/qr_code.h"
 
 namespace qrn::desktop {
 
@@ -106,7 +106,8 @@ void drawCode(QPainter& painter, const QRectF& place, const QString& address, do
   card.addRoundedRect(place, 3 * unit, 3 * unit);
   painter.fillPath(card, Qt::white);
   const double ratio = painter.device()->devicePixelRatioF();
-  const QImage code = render::qrCode("http://" + address + "/", static_cast<int>((place.width() - 2 * unit) * ratio));
+  const QImage code =
+      render::qrCode("http://" + address + "/", static_cast<int>((place.width() - 2 * unit) * ratio));
   const QSizeF size = QSizeF(code.size()) / ratio;
   painter.drawImage(QRectF(place.center() - QPointF(size.width() / 2, size.height() / 2), size), code);
 }

@@ -31,8 +31,8 @@ struct Host {
   Sound* sound = nullptr;
   FormRegistry* forms = nullptr;
   XmlQuery* xmlQuery = nullptr;  // null: demographic questions have no groups
-  Run* run = nullptr;          // null: nothing to end
-  Windows* windows = nullptr;  // null in a run without windows
+  Run* run = nullptr;            // null: nothing to end
+  Windows* windows = nullptr;    // null in a run without windows
 };
 
 Host& host();

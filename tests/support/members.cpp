@@ -170,16 +170,17 @@ void Walk::at(Glo& r) {
       opt_StatsBoxPosition, matrixBackgroundFlag, backgroundFile, usePPTBackground, SifterSorterSettings,
       MainVoteSettings, lookUpEditorFlags, overlayBoundaries, resumePending, runFinished, logCategory,
       logPairCount, logAssessments, currentRisk, currentItem, currentAssessment, voteAssessmentNumber,
-      singleVoteRun, jumpItem, jumpAssessment, quitRequested, liveVotes, postalVotes, keypadIncluded, keypadCounted,
-      abstainCount, voteType, limits, points, allocation, preVoteText, voteText, voteTitle, options,
-      startFrom, voteTextOptionCount, votesCast, voteComplete, voteAbandoned, abstainEnabled, allowedVotes,
-      voteOpen, baseType, keyboardFlag, maxKeypads, keypadsNotVotedPopupOn, keypadsNotVotedHowManyToShow,
-      keypadsNotVotedLo, keypadsNotVotedHi, keypadsNotVotedClose, keypadsNotVotedClosePercent, numKeypads,
-      useOffsets, baseOffsets, keypadPortInfo, activeKeypads, roomRehearsed, activeKeypadList, scanMarked,
-      demographicFilterOn, demographicFilterText, runByGraphGridColour, graphPercentOrNumber, backgroundStart,
-      backgroundEnd, itemPlotFont, CheckShowListItemIdentifier, listOrderCode, dataMessage, returnToEditor,
-      closing, cmdFile, cmdMode, cmdSlide, cmdField4, cmdField5, currentSlide, currentSlideID, appTitle,
-      tempPath, matrixPath, appPath, exerciseLoaded, sifterLines, hasSifterData));
+      singleVoteRun, jumpItem, jumpAssessment, quitRequested, liveVotes, postalVotes, keypadIncluded,
+      keypadCounted, abstainCount, voteType, limits, points, allocation, preVoteText, voteText, voteTitle,
+      options, startFrom, voteTextOptionCount, votesCast, voteComplete, voteAbandoned, abstainEnabled,
+      allowedVotes, voteOpen, baseType, keyboardFlag, maxKeypads, keypadsNotVotedPopupOn,
+      keypadsNotVotedHowManyToShow, keypadsNotVotedLo, keypadsNotVotedHi, keypadsNotVotedClose,
+      keypadsNotVotedClosePercent, numKeypads, useOffsets, baseOffsets, keypadPortInfo, activeKeypads,
+      roomRehearsed, activeKeypadList, scanMarked, demographicFilterOn, demographicFilterText,
+      runByGraphGridColour, graphPercentOrNumber, backgroundStart, backgroundEnd, itemPlotFont,
+      CheckShowListItemIdentifier, listOrderCode, dataMessage, returnToEditor, closing, cmdFile, cmdMode,
+      cmdSlide, cmdField4, cmdField5, currentSlide, currentSlideID, appTitle, tempPath, matrixPath, appPath,
+      exerciseLoaded, sifterLines, hasSifterData));
 }
 
 #undef MEMBERS

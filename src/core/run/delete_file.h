@@ -5,8 +5,8 @@
 
 namespace qrn {
 
-// Deletes the file, and tries for five seconds where it cannot be deleted; then throws HostError. No name is no
-// file.
+// Deletes the file, and tries for five seconds where it cannot be deleted; then throws HostError. No name is
+// no file.
 void deleteUntilGone(const std::string& file);
 
 }  // namespace qrn
