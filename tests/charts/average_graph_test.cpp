@@ -109,9 +109,6 @@ TEST_F(AverageGraph, OtherKindsHaveTheirOwnScaleAndTitle) {
   xyVoteAverageGraph& form = draw(11);
   EXPECT_EQ(captions(form.surface(), "header"), Texts{"Exposure"});
   EXPECT_EQ(captions(form.surface(), "barValue"), (Texts{"4.50", "2.00"}));
-  form.drawGraphDiversity();
-  EXPECT_EQ(captions(form.surface(), "barValue"), (Texts{"25.00%", "0.00%"}));
-  EXPECT_EQ(form.chart.Axis.Left.Maximum, 1);
   EXPECT_THROW(drawAverageGraph(12, 1024, 768), HostError);
 }
 

@@ -53,9 +53,8 @@ class ServerTest : public LinkTest {
     options.controllerPath = QUORIN_CONTROLLER;
     options.address = "vote.local";
     options.extraArguments.insert(options.extraArguments.end(), {"--keypads", "1-1000"});
-    program = std::make_unique<link::WebSocketLink>(options);
-    listen(*program);
-    ASSERT_TRUE(program->makeLink(true)) << program->lastError();
+    program = std::make_unique<Linked>(*this, true);
+    ASSERT_TRUE(program->linked());
     announced = *link::announcedIn(folder);
   }
 

@@ -2,6 +2,7 @@
 #include "core/run/entry.h"
 
 #include "analysis/orders.h"
+#include "base/text.h"
 #include "core/edit.h"
 #include "core/run/end_program.h"
 #include "core/windows/blank_form.h"
@@ -99,8 +100,8 @@ class EntryCase : public RunCase {
       releaseObjects();
       world.program.keysSent.clear();
       Main(words.rest(0));
-      tell(std::string(glo.closing ? "ended" : "runs") +
-           (program.keysSent.empty() ? "" : ", keys " + program.keysSent));
+      tell(replaceAll(take(), "\n", ", "), glo.closing ? "ended" : "runs",
+           program.keysSent.empty() ? "" : ", keys " + program.keysSent);
       program.keysSent.clear();
     });
     on("split", [this](const Words& words) {

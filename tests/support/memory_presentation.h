@@ -8,6 +8,7 @@
 
 #include "base/errors.h"
 #include "base/storable.h"
+#include "base/text.h"
 #include "host/presentation.h"
 
 namespace qrn::test {
@@ -15,18 +16,18 @@ namespace qrn::test {
 class MemoryTags : public host::Tags {
  public:
   std::string Item(std::string_view key) const override {
-    const auto it = values.find(upper(key));
+    const auto it = values.find(upperCase(key));
     return it == values.end() ? "" : it->second;
   }
   void Add(std::string_view key, std::string_view value) override {
     failWhenTold();
-    values[upper(key)] = storable(value);
+    values[upperCase(key)] = storable(value);
   }
   void Append(std::string_view key, std::string_view tail) override {
     failWhenTold();
-    values[upper(key)] += storable(tail);
+    values[upperCase(key)] += storable(tail);
   }
-  void Delete(std::string_view key) override { values.erase(upper(key)); }
+  void Delete(std::string_view key) override { values.erase(upperCase(key)); }
   std::vector<std::string> Names() const override {
     std::vector<std::string> names;
     for (const auto& [name, value] : values) names.push_back(name);
@@ -39,13 +40,6 @@ class MemoryTags : public host::Tags {
   void failWhenTold() {
     if (failAtWrite > 0 && --failAtWrite == 0)
       throw HostError(Fault::world, 61, "The disk is full");
-  }
-  static std::string upper(std::string_view key) {
-    std::string name(key);
-    for (char& c : name)
-      if (c >= 'a' && c <= 'z')
-        c = static_cast<char>(c - 'a' + 'A');
-    return name;
   }
 };
 

@@ -1,9 +1,9 @@
 #include "support/run_case.h"
 
 #include <algorithm>
-#include <cctype>
 #include <sstream>
 
+#include "base/text.h"
 #include "core/item_label.h"
 #include "core/model.h"
 #include "support/members.h"
@@ -149,9 +149,7 @@ void RunCase::worldCommands() {
   const auto tagCommand = [this](MemoryTags& tags, const Words& words) {
     if (words.size() == 1)
       return tell(escaped(tags.Item(words[0])));
-    std::string name = words[0];
-    std::transform(name.begin(), name.end(), name.begin(), ::toupper);
-    tags.values[name] = words[1].empty() ? "" : words.rest(1);
+    tags.values[upperCase(words[0])] = words[1].empty() ? "" : words.rest(1);
     glo.voteRecords.forget();
     glo.postalRecords.forget();
   };

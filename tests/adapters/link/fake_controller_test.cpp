@@ -82,9 +82,7 @@ TEST_F(FakedController, RubbishIsPassedOnAsText) {
     for (const char* text : {"fc", "=;=\r\n[[[", "Hello=somebody"}) write(socket, text);
     readUntil(socket, "EndVote");
   });
-  link::WebSocketLink link(options);
-  listen(link);
-  ASSERT_TRUE(link.makeLink(false)) << link.lastError();
+  Linked link(*this);
   ASSERT_TRUE(pump(link, [&] { return received.size() == 3; }));
   EXPECT_EQ(received, (std::vector<std::string>{"fc", "=;=\r\n[[[", "Hello=somebody"}));
   link.sendToController("EndVote");
@@ -97,9 +95,7 @@ TEST_F(FakedController, AFrameTooLongEndsTheLinkWithAReason) {
     write(socket, std::string(link::maxMessage + 1, 'x'));
     read(socket);
   });
-  link::WebSocketLink link(options);
-  listen(link);
-  ASSERT_TRUE(link.makeLink(false)) << link.lastError();
+  Linked link(*this);
   link.sendToController("EndVote");
   ASSERT_TRUE(pump(link, [&] { return losses == 1; }));
   EXPECT_EQ(link.lastError(), "The controller sent a message that is too long.");
@@ -144,9 +140,7 @@ TEST_F(FakedController, APressIsTakenAndAcknowledgedOnlyWhileItsVoteRuns) {
       write(socket, "done");
       readUntil(socket, "bye");
     });
-    link::WebSocketLink link(options);
-    listen(link);
-    ASSERT_TRUE(link.makeLink(false)) << link.lastError();
+    Linked link(*this);
     startVote(link, 5);
     ASSERT_TRUE(pump(link, [&] { return !received.empty(); }));
     link.sendToController("EndVote");
@@ -173,9 +167,7 @@ TEST_F(FakedController, AVoteThatTheControllerHeldOpenGoesOnInsteadOfBeginningAn
                                          write(socket, "[1],2;3");
                                          for (int i = 0; i < 14; ++i) heard.push_back(read(socket));
                                        }});
-    link::WebSocketLink link(options);
-    listen(link);
-    ASSERT_TRUE(link.makeLink(false)) << link.lastError();
+    Linked link(*this);
     startVote(link, 5);
     ASSERT_TRUE(pump(link, [&] { return losses == 1; }));
     ASSERT_TRUE(link.makeLink(false)) << link.lastError();

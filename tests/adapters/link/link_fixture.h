@@ -29,6 +29,13 @@ class LinkTest : public ::testing::Test {
     };
   }
 
+  // Listens from the start, and is up.
+  struct Linked : link::WebSocketLink {
+    explicit Linked(LinkTest& test, bool start = false) : WebSocketLink(test.options) {
+      test.listen(*this);
+      EXPECT_TRUE(makeLink(start)) << lastError();
+    }
+  };
   void listen(link::WebSocketLink& to) {
     to.FromQrnCtrl = [this](const std::string& text) { received.push_back(text); };
     to.linkLost = [this] { ++losses; };

@@ -65,9 +65,7 @@ TEST(AnnounceFolder, GivesWayWhereSomebodyElseHasTakenTheName) {
 TEST_F(RealController, AKilledControllerIsReportedOnceAndReplacedByOneOfTheSameSeed) {
   options.rehearse = 20;
   options.seed = 11;
-  link::WebSocketLink link(options);
-  listen(link);
-  ASSERT_TRUE(link.makeLink(true)) << link.lastError();
+  Linked link(*this, true);
   const long former = link.controllerProcess();
   const auto cast = rehearsedVote(link);
   ASSERT_EQ(kill(static_cast<pid_t>(former), SIGKILL), 0);
