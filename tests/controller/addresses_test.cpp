@@ -13,12 +13,15 @@ class AddressTest : public test::CaseTest {
     // card NAME KIND ADDRESS [metric=N] [loopback] [point-to-point] [down] [no-carrier]
     on("card", [this](const Words& words) { cards.push_back(cardOf(words)); });
     on("no-cards", [this](const Words&) { cards.clear(); });
-    on("candidates", [this](const Words&) { list(joinCandidates(cards)); });
-    // host BIND GIVEN CHOSEN
+    on("candidates", [this](const Words&) {
+      for (const host::JoinAddress& one : joinCandidates(cards)) tell(told(one));
+    });
+    // host BIND GIVEN CHOSEN: the addresses => the one to join at
     on("host", [this](const Words& words) {
       const auto addresses = joinAddresses(words[0], words[1], cards);
-      list(addresses);
-      tell("joins at " + joinHost(addresses, words[2]));
+      std::string all;
+      for (const host::JoinAddress& one : addresses) all += (all.empty() ? "" : "; ") + told(one);
+      tell(all + " => " + joinHost(addresses, words[2]));
     });
   }
   static NetworkCard cardOf(const Words& words) {
@@ -42,9 +45,8 @@ class AddressTest : public test::CaseTest {
     }
     return card;
   }
-  void list(const std::vector<host::JoinAddress>& addresses) {
-    for (const host::JoinAddress& one : addresses)
-      tell(one.host + (one.card.empty() ? "" : " on ") + one.card + (one.likely ? "" : ", hardly"));
+  static std::string told(const host::JoinAddress& one) {
+    return one.host + (one.card.empty() ? "" : " on ") + one.card + (one.likely ? "" : ", hardly");
   }
   std::vector<NetworkCard> cards;
 };

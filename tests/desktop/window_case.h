@@ -9,13 +9,6 @@
 
 namespace qrn::test {
 
-// A deck of five slides with exercises on 2 and 3.
-inline std::unique_ptr<host::Presentation> deckOfFive(const std::string&) {
-  auto deck = std::make_unique<MemoryPresentation>(5);
-  for (const int slide : {2, 3}) deck->slide(slide).tagStore.Add("qrnMatrix", "exercise");
-  return deck;
-}
-
 class WindowCase : public CaseTest {
  protected:
   explicit WindowCase(int slides) : world(slides) {

@@ -27,8 +27,8 @@ class GraphKeys : public test::ActionCases, protected test::GraphExercise {
       pairs_ = kNoPairs;
       for (std::size_t i = 0; i < words.size(); ++i) pairs_[i] = words.number(i);
       renew();
-      tell(state()["shown"]);
     });
+    on("shown", [this](const Words&) { tell(state()["shown"]); });
     on("mode", [](const Words& words) { glo.cmdMode = words.word(0); });
     on("navigation", [](const Words& words) { glo.OptionMatrixItemNavigation = words.number(0); });
     on("filtered", [this](const Words&) { graph().graphFilterActive = true; });

@@ -106,47 +106,22 @@ TEST_F(GraphMouse, ADoubleClickOpensTheFormOfTheItem) {
   EXPECT_FALSE(world.forms.isLoaded("xyVoteGraph"));
 }
 
-TEST(GraphView, OneRuleSaysWhatIsSeen) {
-  const PlottedItem item{.risk = 0, .id = 5, .n = {1, 1, 0, 0}, .joined = {false, true, false, false}};
-  GraphView all;
-  all.roundVisible.fill(true);
-  all.shadows = true;
-  struct Case {
-    const char* name;
-    void (*change)(PlottedItem&, GraphView&);
-    bool key1, key2, shadow2, line;
+TEST(GraphView, AMarkerStandsForAnItemUntilItIsShownAlone) {
+  PlottedItem item{.risk = 0, .id = 5, .n = {1, 1, 0, 0}, .joined = {false, true, false, false}};
+  GraphView view;
+  view.roundVisible.fill(true);
+  const auto shown = [&] {
+    return std::pair(isShown(graphArray(Part::key, 1), item, view),
+                     isShown(graphArray(Part::line, 1), item, view));
   };
-  const Case cases[] = {
-      {"all", [](PlottedItem&, GraphView&) {}, true, true, true, true},
-      {"first pair off", [](PlottedItem&, GraphView& v) { v.roundVisible[0] = false; }, false, true, true,
-       false},
-      {"second pair off", [](PlottedItem&, GraphView& v) { v.roundVisible[1] = false; }, true, false, false,
-       false},
-      {"lines off", [](PlottedItem&, GraphView& v) { v.pairLines = false; }, true, true, true, false},
-      {"not joined", [](PlottedItem& i, GraphView&) { i.joined[1] = false; }, true, true, true, false},
-      {"shadows off", [](PlottedItem&, GraphView& v) { v.shadows = false; }, true, true, false, true},
-      {"another zoomed", [](PlottedItem&, GraphView& v) { v.zoomedItem = 6; }, false, false, false, false},
-      {"zoomed", [](PlottedItem&, GraphView& v) { v.zoomedItem = 5; }, true, true, true, true},
-      {"filtered", [](PlottedItem& i, GraphView&) { i.filtered[1] = true; }, true, false, false, false},
-      {"in a group", [](PlottedItem& i, GraphView&) { i.group[1] = 2; }, true, false, false, true},
-      {"in a group and zoomed",
-       [](PlottedItem& i, GraphView& v) {
-         i.group[1] = 2;
-         v.zoomedItem = 5;
-       },
-       true, true, true, true},
-  };
-  for (const Case& c : cases) {
-    PlottedItem one = item;
-    GraphView view = all;
-    c.change(one, view);
-    EXPECT_EQ(isShown(graphArray(Part::key, 0), one, view), c.key1) << c.name;
-    EXPECT_EQ(isShown(graphArray(Part::key, 1), one, view), c.key2) << c.name;
-    EXPECT_EQ(isShown(graphArray(Part::shadow, 1), one, view), c.shadow2) << c.name;
-    EXPECT_EQ(isShown(graphArray(Part::line, 1), one, view), c.line) << c.name;
-    EXPECT_EQ(isShown(graphArray(Part::blob, 1), one, view), c.line) << c.name;
-    EXPECT_FALSE(isShown(graphArray(Part::key, 2), one, view)) << c.name;
-  }
+  EXPECT_EQ(shown(), std::pair(true, true));
+  EXPECT_FALSE(isShown(graphArray(Part::key, 2), item, view)) << "it has no number in pair 3";
+  item.group[1] = 2;
+  EXPECT_EQ(shown(), std::pair(false, true)) << "the marker of its group stands there";
+  view.zoomedItem = item.id;
+  EXPECT_EQ(shown(), std::pair(true, true));
+  item.filtered[1] = true;
+  EXPECT_EQ(shown(), std::pair(false, false));
 }
 
 }  // namespace

@@ -4,7 +4,7 @@
 //   do NAME          a row of a menu or a button
 //   plan WORD ...    what the next dialog is answered: CONTROL=VALUE, the name of a button, keys
 //   yes TEXT         the next question, which holds this text, is answered yes
-//   menu NAME        its rows: "x" marked, "-" not enabled, "|" a line above
+//   menu NAME [TEXT] its rows, or those with that text: "x" marked, "-" not enabled, "|" a line above
 //   help
 //   walk             every key of the table, each on a fresh form; * is the key's own letter or digit
 //   deaf             the same, but only what has changed something
@@ -34,7 +34,7 @@ class ActionCases : public CaseTest {
     });
     on("plan", [this](const Words& words) { plan_ = words; });
     on("yes", [this](const Words& words) { testHost().expectMsgBox(words.rest(0), host::Answer::yes); });
-    on("menu", [this](const Words& words) { tellMenu(words.rest(0)); });
+    on("menu", [this](const Words& words) { tellMenu(words[0], words.rest(1)); });
     on("help", [this](const Words&) {
       for (const host::KeyHelp& row : form()->actions().help()) tell(row.keys + ": " + row.caption);
     });
@@ -111,11 +111,13 @@ class ActionCases : public CaseTest {
     return text;
   }
 
-  void tellMenu(const std::string& name) {
-    for (const host::MenuRow& row : form()->actions().menu(name))
-      tell(std::string(row.separated ? "| " : "") + (row.checked ? "x " : "") + (row.enabled ? "" : "- ") +
-           (row.group.empty() ? "" : row.group + " > ") + row.caption +
-           (row.key.empty() ? "" : "   " + row.key));
+  void tellMenu(const std::string& name, const std::string& part) {
+    for (const host::MenuRow& row : form()->actions().menu(name)) {
+      const std::string caption = (row.group.empty() ? "" : row.group + " > ") + row.caption;
+      if (caption.find(part) != std::string::npos)
+        tell(std::string(row.separated ? "| " : "") + (row.checked ? "x " : "") + (row.enabled ? "" : "- ") +
+             caption + (row.key.empty() ? "" : "   " + row.key));
+    }
   }
 
   // Neighbouring keys of a row that change the same stand in one line.

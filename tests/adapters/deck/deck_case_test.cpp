@@ -101,8 +101,8 @@ class DeckCase : public CaseTest {
     });
     on("flip", [this](const Words& words) {
       std::string bytes = readFile(path(words, 0));
-      const std::size_t at = bytes.find(words[1]);
-      bytes[at] = static_cast<char>(bytes[at] ^ 1);
+      char& byte = bytes.at(bytes.find(words[1]));
+      byte = static_cast<char>(byte ^ 1);
       writeFile(path(words, 0), bytes);
     });
     on("soon", [this](const Words& words) {
@@ -200,18 +200,9 @@ class DeckCase : public CaseTest {
     on("changes", [this](const Words& words) { tellChanges(words.word(0)); });
   }
   void tellChanges(const std::string& only) {
-    for (const auto& [name, text] : readZip(folder.file("talk.pptx"))) {
-      const std::string& before = part(parts_, name);
-      if (text == before || name.find(only) == std::string::npos)
-        continue;
-      std::size_t from = 0, end = 0;
-      while (from < text.size() && from < before.size() && text[from] == before[from]) ++from;
-      while (end < text.size() - from && end < before.size() - from &&
-             text[text.size() - 1 - end] == before[before.size() - 1 - end])
-        ++end;
-      tell(name + ": " + escaped(before.substr(from, before.size() - end - from)) + " => " +
-           escaped(text.substr(from, text.size() - end - from)));
-    }
+    for (const auto& [name, text] : readZip(folder.file("talk.pptx")))
+      if (text != part(parts_, name) && name.find(only) != std::string::npos)
+        tell(name, ": ", changeOf(part(parts_, name), text));
   }
   void openCommands() {
     // open [FILE] [reading] [apply] [aside]: the deck at hand from now on, until "close" gives back the one
@@ -237,6 +228,16 @@ class DeckCase : public CaseTest {
        [this](const Words& words) { tell(escaped(stateOf(*Deck::open(path(words, 0), reading())))); });
     // opens: whether it does, and leaves all as it was
     on("opens", [this](const Words& words) { tellOpens(path(words, 0)); });
+    // spoilt COMMAND: whether a deck opens that this is done to; survives "COMMAND" ...: what one stores then
+    on("spoilt", [this](const Words& words) {
+      for (const std::string& line : {std::string("deck clean"), words.as(0), std::string("opens")})
+        runLine(line);
+    });
+    on("survives", [this](const Words& words) {
+      runLine("deck clean");
+      for (const std::string& line : words) runLine(line);
+      for (const char* line : {"open", "add 1 A 1", "save", "close", "peek"}) runLine(line);
+    });
     on("overwrite", [this](const Words& words) {
       const std::string why = deck::whyNotOverwritten(folder.file(words[0]), folder.file(words[1]));
       tell(why.empty() ? "may be" : why);
@@ -321,12 +322,11 @@ class DeckCase : public CaseTest {
     });
     on("look", [this](const Words&) {
       for (const auto& font : {deck().MasterTitleFont(), deck().MasterBodyFont()}) {
-        std::ostringstream text;
         if (font)
-          text << "'" << font->name << "' " << font->size << (font->bold ? " bold" : "")
-               << (font->italic ? " italic" : "") << (font->underline ? " underlined" : "") << " " << std::hex
-               << font->colour;
-        tell(font ? text.str() : "no font");
+          tell("'", font->name, "' ", font->size, font->bold ? " bold" : "", font->italic ? " italic" : "",
+               font->underline ? " underlined " : " ", std::hex, font->colour);
+        else
+          tell("no font");
       }
       std::ostringstream scheme;
       for (int entry = 0; entry <= 11; ++entry) {

@@ -130,6 +130,15 @@ PartList readZip(const std::string& path, bool packed) {
   return parts;
 }
 
+std::string changeOf(const std::string& before, const std::string& after) {
+  std::size_t from = 0, end = 0;
+  const std::size_t least = std::min(before.size(), after.size());
+  while (from < least && after[from] == before[from]) ++from;
+  while (end < least - from && after[after.size() - 1 - end] == before[before.size() - 1 - end]) ++end;
+  return escaped(before.substr(from, before.size() - end - from)) + " => " +
+         escaped(after.substr(from, after.size() - end - from));
+}
+
 std::string replaced(std::string text, std::string_view what, std::string_view by) {
   const std::size_t at = text.find(what);
   EXPECT_NE(at, std::string::npos) << what;

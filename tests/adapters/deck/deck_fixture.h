@@ -27,6 +27,7 @@ std::string& part(PartList& parts, const std::string& name);
 void writeZip(const std::string& path, const PartList& parts);
 // In the file's order; the bytes as they are packed when `packed`.
 PartList readZip(const std::string& path, bool packed = false);
+std::string changeOf(const std::string& before, const std::string& after);  // between what is the same
 std::string replaced(std::string text, std::string_view what, std::string_view by);  // must occur
 
 // All tags, by owner (the presentation, then slide after slide) and by name: "A=a;|B=b;||" for two slides.
