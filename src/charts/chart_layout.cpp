@@ -18,6 +18,8 @@ using host::Align;
 using host::Element;
 using host::Layer;
 
+constexpr double kRounding = 0.5;  // twips that a text of just the width may lack
+
 void message(ChartSheet& s) {
   SurfaceFont font = s.labelFont;
   font.size = look::points(look::Size::word, s.surface.height);
@@ -34,7 +36,7 @@ void scaleLabel(ChartSheet& s, int i, double at) {
   const std::string& text = s.scale.texts[static_cast<std::size_t>(i)];
   const double line = lineHeight(s.valueFont);
   const double slot = (s.geometry.lying ? s.geometry.plot.width : s.geometry.plot.height) / s.scale.count();
-  double width = s.geometry.plot.left - 0.6 * kChartGap * s.area.width - s.left;
+  double width = s.geometry.plot.left - 0.6 * kChartGap * s.area.width - s.left + kRounding;
   if (s.geometry.lying)  // centred at its line, inside the margin
     width = std::min(slot * s.captionStep * kCaptionShare, 2 * (s.area.left + s.area.width * 0.985 - at));
   const FittedText fitted = fitText(text, s.valueFont, width,
@@ -99,7 +101,7 @@ void uprightLabels(ChartSheet& s) {
 
 // In balanced lines, then a size smaller, then cut.
 void lyingLabels(ChartSheet& s) {
-  const double room = s.geometry.plot.left - s.left - kChartGap * s.area.width;
+  const double room = s.geometry.plot.left - s.left - kChartGap * s.area.width + kRounding;
   for (int i = s.geometry.first; i < s.geometry.first + s.geometry.shown; ++i) {
     const double height = s.geometry.slot();
     SurfaceFont font = s.labelFont;
@@ -108,7 +110,9 @@ void lyingLabels(ChartSheet& s) {
     if (fitted.caption.find('\n') != std::string::npos) {
       const auto even = host::wrapBalanced(s.slotText(i), fitted.font, room);
       if (std::count(fitted.caption.begin(), fitted.caption.end(), '\n') + 1 ==
-          static_cast<std::ptrdiff_t>(even.size()))
+              static_cast<std::ptrdiff_t>(even.size()) &&
+          std::all_of(even.begin(), even.end(),
+                      [&](const std::string& one) { return textWidth(one, fitted.font) <= room; }))
         fitted.caption = joined(even, "\n");
     }
     Element& element = slotLabel(s, "bottomAxisLabel", i, fitted.caption, fitted.font);

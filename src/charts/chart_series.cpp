@@ -1,6 +1,7 @@
 #include "charts/chart_series.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace qrn {
 
@@ -14,21 +15,20 @@ constexpr double kBarShare = 0.62;                                // of a slot
 constexpr double kThickestLying = 0.06, kThickestUpright = 0.16;  // of the chart's height and width
 constexpr double kCorner = 0.22;                                  // of a bar's thickness
 
-// The bar that matters is the highest one.
-int strongest(const ChartSeries& series) {
-  const auto most =
-      std::max_element(series.points.begin(), series.points.end(),
-                       [](const ChartPoint& a, const ChartPoint& b) { return a.value < b.value; });
-  return static_cast<int>(most - series.points.begin());
+// The bars that matter are the highest ones.
+double highest(const ChartSeries& series) {
+  double most = std::numeric_limits<double>::lowest();
+  for (const ChartPoint& point : series.points) most = std::max(most, point.value);
+  return most;
 }
 
-std::int32_t fillOf(const ChartSheet& s, const ChartPoint& point, int i, int strong) {
+std::int32_t fillOf(const ChartSheet& s, const ChartPoint& point, int i, double most) {
   if (i == s.chart.selectedPoint)
     return s.chart.highlightColour < 0 ? s.theme.highlight
                                        : readableColour(s.chart.highlightColour, s.look, kShapeContrast);
   if (point.colour != kUntouched)
     return readableColour(point.colour, s.look, kShapeContrast);
-  return i == strong ? s.theme.data : s.theme.dataRest;
+  return point.value == most ? s.theme.data : s.theme.dataRest;
 }
 
 void mark(ChartSheet& s, const ChartSeries& series, int i, double tip) {
@@ -73,7 +73,7 @@ Element barOf(const ChartSheet& s, const ChartSeries& series, int i, double thic
 
 void bars(ChartSheet& s, const ChartSeries& series) {
   const ChartGeometry& geometry = s.geometry;
-  const int strong = strongest(series);
+  const double strong = highest(series);
   const double most = geometry.lying ? kThickestLying * s.area.height : kThickestUpright * s.area.width;
   const double thick = std::min(geometry.slot() * kBarShare, most);
   for (int i = geometry.first; i < s.endOfPage(series); ++i) {

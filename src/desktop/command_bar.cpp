@@ -58,10 +58,10 @@ void CommandBar::press(const std::string& name) {
     forms.refresh(form);
 }
 
-void CommandBar::sync(int width) {
+int CommandBar::sync(int width) {
   if (!shown_()) {
     hide();
-    return;
+    return 0;
   }
   const QWidget& window = *parentWidget();
   const std::vector<host::MenuRow> rows = form_.actions().menu(host::kCommandBar);
@@ -85,6 +85,7 @@ void CommandBar::sync(int width) {
   setGeometry((width - size.width()) / 2, window.height() - size.height() - gap, size.width(), size.height());
   show();
   raise();
+  return size.height() + 2 * gap;
 }
 
 }  // namespace qrn::desktop

@@ -17,7 +17,7 @@ class CommandBar : public QWidget {
  public:
   CommandBar(host::Form& form, std::function<bool()> shown, QWidget* parent);
   // Takes what the table says now; stands in the middle of the foot of that width in pixels.
-  void sync(int width);
+  int sync(int width);
 
  private:
   void make(const std::vector<host::MenuRow>& rows);

@@ -12,6 +12,8 @@
 #include <QToolTip>
 #include <utility>
 
+#include "adapters/qt/themed.h"
+#include "core/windows/slide_theme.h"
 #include "desktop/keys.h"
 #include "host/actions.h"
 #include "render/fonts.h"
@@ -65,19 +67,19 @@ void SurfaceWindow::catchUp() {
   if (!stale_ || !formStands())
     return;
   stale_ = false;
-  const int before = listWidth_;
+  const QSize before = surfaceSize();
   if (list_)
     listWidth_ = list_->stand();
-  if (before != listWidth_)
-    takeSize(size());  // the graph takes what the list leaves
+  if (bar_)
+    barHeight_ = bar_->sync(width() - listWidth_);
+  if (before != surfaceSize())
+    takeSize(size());  // the graph takes what list and bar leave
   if (info_)
     info_->sync(width() - listWidth_);
-  if (bar_)
-    bar_->sync(width() - listWidth_);
   const double ratio = devicePixelRatioF();
   const QRegion changed = canvas_.update(source_.surface(), (QSizeF(surfaceSize()) * ratio).toSize(),
-                                         static_cast<int>(width() * ratio));
-  if (before != listWidth_)
+                                         (QSizeF(size()) * ratio).toSize());
+  if (before != surfaceSize())
     update();
   for (const QRect& part : changed)
     update(QRectF(QPointF(part.topLeft()) / ratio, QSizeF(part.size()) / ratio).toAlignedRect());
@@ -168,8 +170,12 @@ void SurfaceWindow::resizeEvent(QResizeEvent* event) {
 
 void SurfaceWindow::takeSize(QSize size) {
   changed();
+  setStyleSheet(qt::themed(
+      "QToolTip { background: @card; color: @text; border: 2px solid @line; padding: @gappx @halfpx; "
+      "font-size: @floorpx; }",
+      slideTheme(), size.height()));
   const double width = (size.width() - listWidth_) * render::kTwipsPerPixel;
-  const double height = size.height() * render::kTwipsPerPixel;
+  const double height = (size.height() - barHeight_) * render::kTwipsPerPixel;
   if (!formStands() || (form_.ScaleWidth == width && form_.ScaleHeight == height))
     return;
   form_.ScaleWidth = width;
@@ -185,9 +191,10 @@ void SurfaceWindow::paintEvent(QPaintEvent* event) {
   for (const QRect& part : event->region() & QRect(QPoint(0, 0), surfaceSize()))
     painter.drawImage(part, canvas_.image(),
                       QRectF(QPointF(part.topLeft()) * ratio, QSizeF(part.size()) * ratio));
-  const QRect beside(width() - listWidth_, 0, listWidth_, height());  // the ground goes on behind the list
-  if (formStands() && event->region().intersects(beside)) {
-    painter.setClipRect(beside);
+  // the ground goes on behind list and bar
+  if (const QRegion beside = event->region() - QRect(QPoint(0, 0), surfaceSize());
+      formStands() && !beside.isEmpty()) {
+    painter.setClipRegion(beside);
     render::drawGround(source_.surface(), painter, size());
   }
 }

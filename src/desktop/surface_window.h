@@ -46,7 +46,7 @@ class SurfaceWindow : public QWidget {
  private:
   bool formStands() const;
   void catchUp();  // brings picture, list and button up to the form
-  QSize surfaceSize() const { return {width() - listWidth_, height()}; }
+  QSize surfaceSize() const { return {width() - listWidth_, height() - barHeight_}; }
   QPointF toTwips(QPointF place) const;  // of the window's pixels on the surface
   void tellForm(const std::function<void()>& event);
 
@@ -60,7 +60,7 @@ class SurfaceWindow : public QWidget {
   SideList* list_ = nullptr;
   InfoButton* info_ = nullptr;
   CommandBar* bar_ = nullptr;
-  int listWidth_ = 0;
+  int listWidth_ = 0, barHeight_ = 0;  // what they take of the graph's place
 };
 
 // Attaches a surface window to a form. The form gets the size of its screen before Form_Load.

@@ -103,7 +103,9 @@ host::Element noteElement(const GraphCanvas& canvas, const PlotNote& note) {
 
 void layTitles(MatrixModel& model, const MatrixRequest& request) {
   GraphCanvas& canvas = model.canvas;
-  const PlotNote note = plotNote(request.pairs, model.plotted);
+  PlotNote note = plotNote(request.pairs, model.plotted);
+  if (request.diversity && !note.empty)
+    note.text = "Diversity in %" + (note.text.empty() ? "" : ", " + note.text);
   const std::string foot = categoryLine();
   AxisTitles titles{joinedTitles(request.pairs, true), joinedTitles(request.pairs, false)};
   titles.footBelow = !foot.empty();

@@ -74,8 +74,8 @@ qsizetype areaOf(const std::vector<QRect>& rects) {
 
 }  // namespace
 
-QRegion SurfaceCanvas::update(const host::Surface& surface, QSize pixels, int wide) {
-  const bool fresh = std::exchange(wide_, wide) != wide || !sameFrame(surface, pixels);
+QRegion SurfaceCanvas::update(const host::Surface& surface, QSize pixels, QSize whole) {
+  const bool fresh = std::exchange(whole_, whole) != whole || !sameFrame(surface, pixels);
   if (fresh)
     begin(surface, pixels);
   Changes changes = trace(surface);
@@ -220,7 +220,7 @@ void SurfaceCanvas::paintAll(const host::Surface& surface) {
 void SurfaceCanvas::paintGround(const host::Surface& surface, const QRect& clip) {
   QPainter painter(&ground_);
   painter.setClipRect(clip);
-  drawGround(surface, painter, {std::max(wide_, ground_.width()), ground_.height()});
+  drawGround(surface, painter, whole_.expandedTo(ground_.size()));
   painter.end();
   paintLayers(surface, ground_, clip, true);
 }

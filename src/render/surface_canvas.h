@@ -18,9 +18,9 @@ namespace qrn::render {
 class SurfaceCanvas {
  public:
   // Brings the picture of that size, in pixels, up to the surface. Gives the part of it that has changed. The
-  // ground is the left part of one `wide` pixels wide (0: as wide as the picture).
+  // ground is the upper left part of one of `whole` pixels, where that is larger.
   // Lines of wrapped labels break as host::wrapText says, so host().textMeasure must be set.
-  QRegion update(const host::Surface& surface, QSize pixels, int wide = 0);
+  QRegion update(const host::Surface& surface, QSize pixels, QSize whole = {});
   const QImage& image() const { return image_; }
 
  private:
@@ -60,7 +60,7 @@ class SurfaceCanvas {
   host::Ground frame_;
   qint64 stamp_ = 0;  // of the ground's file
   double width_ = 0, height_ = 0;
-  int wide_ = 0;  // pixels of the whole ground
+  QSize whole_;  // pixels of the whole ground
   Mapping mapping_;
   std::vector<ArrayTrace> traces_;
   std::uint64_t look_ = 0;        // of all that the picture shows; 0: nothing yet

@@ -258,6 +258,10 @@ std::string cutToWidth(const std::string& text, const host::SurfaceFont& font, d
   if (low == 0)
     return textWidth("...", font) <= width ? "..." : "";
   std::string cut = text.substr(0, ends[low]);
+  // at a whole word, where that leaves at least half
+  if (const std::size_t blank = text[ends[low]] == ' ' ? cut.size() : cut.rfind(' ');
+      blank != std::string::npos && 2 * blank >= cut.size())
+    cut.resize(blank);
   while (!cut.empty() && cut.back() == ' ') cut.pop_back();
   return cut + "...";
 }

@@ -234,7 +234,8 @@ void Layouter::tellSome(double pitch) {
   const std::size_t last = out_.rows.size() - 1;
   const auto apart = static_cast<std::size_t>(std::ceil(kLeastPitch * H_ / pitch));
   const std::size_t step = last >= 99 ? 25 : std::max<std::size_t>(apart, 2);
-  const std::size_t first = out_.rows.size() == 100 ? 1 : 0;  // 1, 25, 50, 75, 100
+  // 0 or 1, then 25, 50, 75 and the last
+  const std::size_t first = out_.rows.size() == 100 && q_.options.front().key != "0" ? 1 : 0;
   for (std::size_t i = 0; i <= last; ++i)
     out_.rows[i].marked = out_.rows[i].told =
         i == 0 || i == last || ((i + first) % step == 0 && i >= apart && last - i >= apart);
