@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "adapters/deck/deck.h"
+#include "adapters/deck/open_asking.h"
 #include "adapters/deck/overwrite.h"
 #include "adapters/link/link.h"
 #include "adapters/qt/dialogs.h"
@@ -27,28 +28,6 @@
 #include "render/render.h"
 
 namespace qrn::app {
-
-namespace {
-
-bool agreed(const std::string& question, host::Answer enter) {
-  return host::host().dialogs->MsgBox(question, host::kTitle, host::Buttons::yesNo, host::Icon::question,
-                                      enter) == host::Answer::yes;
-}
-
-void offerRestore(deck::Deck& deck) {
-  if (!agreed(
-          "The exercises and votes are gone from this deck: another program has saved it without them.\n\n"
-          "Would you like to put them back from the backup beside it?",
-          host::Answer::yes))
-    return;
-  const deck::RestoreResult result = deck.restoreFromBackup();
-  std::string lost;
-  for (const std::string& line : result.notPlaced) lost += "\n" + line;
-  if (!lost.empty())
-    host::host().dialogs->MsgBox("These could not be placed; they stay in the backup:" + lost, host::kTitle);
-}
-
-}  // namespace
 
 struct Neighbours::Parts {
   system::MachineClock clock;
@@ -165,26 +144,7 @@ std::unique_ptr<host::Presentation> Neighbours::openDeckWithQuestions(const std:
     if (parts_->troubleNotice)
       parts_->troubleNotice(text);
   };
-  std::unique_ptr<deck::Deck> deck;
-  try {
-    deck = deck::Deck::open(file, options);
-  } catch (const deck::DeckInUse& error) {
-    if (!agreed(std::string(error.what()) + "\n\nWould you like to open it for reading only?",
-                host::Answer::yes))
-      throw;
-    options.readOnly = true;
-    deck = deck::Deck::open(file, options);
-  } catch (const deck::JournalRefused& error) {
-    if (!agreed(std::string(error.what()) + "\n\nWould you like to store the " +
-                    std::to_string(error.changes()) + " changes that wait beside it in this deck?",
-                host::Answer::no))
-      throw;
-    options.otherJournal = deck::OtherJournal::apply;
-    deck = deck::Deck::open(file, options);
-  }
-  if (!deck->ReadOnly() && deck->tagsDropped())
-    offerRestore(*deck);
-  return deck;
+  return deck::openAsking(file, options);
 }
 
 void Neighbours::rehearse(int keypads, unsigned seed) {

@@ -47,7 +47,7 @@ void DeckFile::saveBackup() {
     return;
   keepOfDamaged(tags);
   writeBackup(file_, backupText(tags), tagsDropped());
-  tagsDropped_ = false;
+  tagsDropped_ = putBack_ = false;
 }
 
 // Whether the deck, as it was opened, has no tag of ours although its backup has some.
@@ -67,9 +67,9 @@ bool DeckFile::tagsDropped() {
   const Parts onDisk(package_);
   const auto tagged = [&](const std::string& part) {
     try {
-      return onDisk.has(part) && !ownTags(readTags(onDisk, part)).empty();
+      return onDisk.has(part) ? !ownTags(readTags(onDisk, part)).empty() : !parts_.has(part);
     } catch (const HostError&) {
-      return true;  // they may be there: the part is damaged, not another program's
+      return true;  // they may be there: the part is damaged or missing, not another program's
     }
   };
   tagsDropped_ =
@@ -85,7 +85,10 @@ std::optional<std::string> DeckFile::foreignSaveWarning() {
     say(fullName_ + " is read-only: what is stored stays in " + journal_.path() + " until it can be saved.");
   if (!tags_->damage().empty())
     say("What is stored of the whole deck cannot be read: " + tags_->damage());
-  if (tagsDropped())
+  if (putBack_)
+    say("Another program had saved " + fullName_ +
+        " without its exercises and votes. They were put back from " + backupPath() + ".");
+  else if (tagsDropped())
     say("The exercises and votes are gone from " + fullName_ +
         ". Another program has saved it without them (LibreOffice does so). They can be put back from " +
         backupPath() + ".");
@@ -109,7 +112,7 @@ RestoreResult DeckFile::restoreFromBackup() {
     host::Tags* target = tags_.get();
     if (slide.mark.id != 0) {
       const auto found = matchSlide(slide.mark, here);
-      if (!found) {
+      if (!found || !slides_[*found]->Damage().empty()) {
         result.notPlaced.push_back("slide " + std::to_string(slide.mark.index) + " \"" + slide.mark.title +
                                    "\"");
         continue;
@@ -124,6 +127,7 @@ RestoreResult DeckFile::restoreFromBackup() {
       ++result.tags;
     }
   }
+  putBack_ = result.tags > 0;
   return result;
 }
 

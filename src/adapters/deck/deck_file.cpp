@@ -231,7 +231,11 @@ DeckSlide::DeckSlide(DeckFile& deck, const SlideEntry& entry, int index)
           entry.part, [&deck]() -> const Parts& { return deck.parts(); },
           [this] { deck_.slideRestyled(*this); }),
       tags_(
-          entry.id, [&deck, part = entry.part] { return readTags(deck.parts(), part); },
+          entry.id,
+          [&deck, part = entry.part] {
+            requireSlidePart(deck.parts(), part);
+            return readTags(deck.parts(), part);
+          },
           [this](const Change& change) {
             keep(change);
             return true;
@@ -242,6 +246,7 @@ bool DeckSlide::readable() const {
     return pageDamage_->empty();
   pageDamage_ = "";
   try {
+    requireSlidePart(deck_.parts(), entry_.part);
     page_.xml();
   } catch (const HostError& error) {
     if (error.fault() != Fault::badData)

@@ -165,6 +165,7 @@ class DeckFile final : public Deck {
   std::shared_ptr<PictureSource> drawn_;  // the slides as they are to be drawn, but for those in restyled_
   std::set<DeckSlide*> restyled_;
   std::optional<bool> tagsDropped_;  // from the deck on the disk, by another program
+  bool putBack_ = false;             // since then, from the backup
   std::string warning_;              // what opening or a failing disk has to tell
   bool toldOfFailure_ = false, toldAway_ = false;
   std::string away_;  // why the deck is not to be had any more, behind its name

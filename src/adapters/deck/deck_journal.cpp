@@ -94,8 +94,10 @@ std::string DeckFile::replayOne(const Change& change, SlidesById& slides) {
   if (change.slide == 0)
     return std::string(tags_->replay(change));
   const auto slide = slides.find(change.slide);
-  return slide == slides.end() ? "its slide is not there"
-                               : std::string(slide->second->tagStore().replay(change));
+  if (slide == slides.end())
+    return "its slide is not there";
+  return slide->second->Damage().empty() ? std::string(slide->second->tagStore().replay(change))
+                                         : "what it changes is damaged";
 }
 
 std::string DeckFile::replaySlide(const Change& change, SlidesById& slides) {
@@ -230,7 +232,7 @@ void DeckFile::writeJournalAnew(const Change* next) {
     return onDisk.has(part) ? readTags(onDisk, part) : std::vector<Tag>();
   };
   for (const auto& slide : slides_)
-    if (!package_->has(slide->entry().part))
+    if (parts_.has(slide->entry().part) && !package_->has(slide->entry().part))
       told.changes.push_back({Change::Kind::newSlide, slide->entry().id, "", "",
                               static_cast<std::uint64_t>(slide->slideIndex() - 1)});
   if (tags_->changed())

@@ -6,6 +6,7 @@
 #include "adapters/deck/relationships.h"
 #include "adapters/deck/shapes.h"
 #include "adapters/deck/xml.h"
+#include "base/text.h"
 
 namespace qrn::deck {
 
@@ -59,6 +60,18 @@ Layout titleLayoutOf(const Parts& parts, const std::string& presentation, const 
   if (best.part.empty())
     throwBad(parts.file(), "has no slide layout with a title; no slide can be added.");
   return best;
+}
+
+// Not that of a slide that is missing, nor one that such a slide has left relationships of.
+std::string freeSlidePart(const Parts& parts, const std::vector<SlideEntry>& slides) {
+  for (int number = 1;; ++number) {
+    const std::string name = "ppt/slides/slide" + std::to_string(number) + ".xml";
+    const bool meant = std::any_of(slides.begin(), slides.end(), [&](const SlideEntry& slide) {
+      return lowerCase(slide.part) == lowerCase(name);
+    });
+    if (!meant && !parts.has(name) && !parts.has(relationshipsPartOf(name)))
+      return name;
+  }
 }
 
 std::uint32_t freeSlideId(const std::vector<SlideEntry>& slides) {
@@ -149,6 +162,13 @@ std::string presentationPartOf(const Parts& parts) {
   return main->target;
 }
 
+void requireSlidePart(const Parts& parts, const std::string& part) {
+  if (part.empty())
+    throwBad(parts.file(), "is broken (it does not say where this slide is).");
+  if (!parts.has(part))
+    throwBad(parts.file(), "is broken (the part " + part + " is missing).");
+}
+
 std::vector<SlideEntry> slidesOf(const Parts& parts, const std::string& presentation) {
   const Xml xml(parts.read(presentation), label(parts, presentation));
   const std::vector<Relationship> all = relationshipsOf(parts, presentation);
@@ -158,11 +178,9 @@ std::vector<SlideEntry> slidesOf(const Parts& parts, const std::string& presenta
   for (const pugi::xml_node entry : childrenOf(list, Space::presentation, "sldId")) {
     const Relationship* slide = byId(all, relationshipAttribute(entry));
     const std::uint32_t id = entry.attribute("id").as_uint();
-    if (slide == nullptr || !parts.has(slide->target))
-      throwBad(parts.file(), "is broken (slide " + std::to_string(slides.size() + 1) + " is missing).");
     if (id > kLastId || !seen.insert(id).second)
       throwBad(parts.file(), "is broken (two slides bear the number " + std::to_string(id) + ").");
-    slides.push_back({id, slide->target});
+    slides.push_back({id, slide == nullptr ? "" : slide->target});
   }
   return slides;
 }
@@ -180,7 +198,7 @@ SlideEntry addTitleOnlySlide(Parts& parts, const std::string& presentation, int 
   const Xml deck(parts.read(presentation), label(parts, presentation));
   const Layout layout = titleLayoutOf(parts, presentation, deck);
   Parts changed = parts;
-  const SlideEntry slide{id != 0 ? id : freeSlideId(slides), changed.freeName("ppt/slides/slide")};
+  const SlideEntry slide{id != 0 ? id : freeSlideId(slides), freeSlidePart(parts, slides)};
   changed.put(slide.part, slideText(deck.dialect(), layout.titleType));
   addContentType(changed, slide.part, kSlideType);
   addRelationship(changed, slide.part, deck.dialect(), "slideLayout", layout.part);

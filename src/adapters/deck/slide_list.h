@@ -11,11 +11,13 @@ namespace qrn::deck {
 
 struct SlideEntry {
   std::uint32_t id = 0;
-  std::string part;  // "" when the deck does not hold it
+  std::string part;  // "" when the deck names none of its own; the part may be missing, too
 };
 
 bool isSlideId(std::uint32_t id);                    // that a deck may hold
 std::string presentationPartOf(const Parts& parts);  // throws badData when it is no presentation
+// Throws badData when the part of a slide is not there.
+void requireSlidePart(const Parts& parts, const std::string& part);
 std::vector<SlideEntry> slidesOf(const Parts& parts, const std::string& presentation);
 // Width and height in points.
 struct SlideSize {

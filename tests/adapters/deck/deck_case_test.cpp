@@ -15,10 +15,12 @@
 
 #include "adapters/deck/deck.h"
 #include "adapters/deck/deck_fixture.h"
+#include "adapters/deck/open_asking.h"
 #include "adapters/deck/overwrite.h"
 #include "base/errors.h"
 #include "base/text.h"
 #include "support/cases.h"
+#include "support/test_host.h"
 
 namespace qrn::test {
 namespace {
@@ -218,9 +220,15 @@ class DeckCase : public CaseTest {
         else
           name = word;
       options.tell = [this](const std::string& text) { tell("told: " + escaped(text)); };
-      decks_.push_back(Deck::open(name.empty() ? folder.file("talk.pptx") : folder.file(name), options));
+      const std::string file = folder.file(name.empty() ? "talk.pptx" : name);
+      decks_.push_back(dialogs_.answer.empty() ? Deck::open(file, options) : deck::openAsking(file, options));
       if (const auto warning = deck().foreignSaveWarning())
         tell("warning: " + escaped(*warning));
+    });
+    // answer WORD: the next "open" asks; "enter" stands for the answer that Enter takes
+    on("answer", [this](const Words& words) {
+      host::host().dialogs = &dialogs_;
+      dialogs_.answer = words[0];
     });
     on("close", [this](const Words&) { decks_.pop_back(); });
     // peek [FILE]: all tags of it, the deck's and then slide after slide
@@ -382,6 +390,22 @@ class DeckCase : public CaseTest {
     });
   }
 
+  struct Dialogs : ScriptedDialogs {
+    explicit Dialogs(DeckCase& test) : test_(test) {}
+    host::Answer MsgBox(const std::string& text, const std::string&, host::Buttons buttons, host::Icon,
+                        std::optional<host::Answer> enter) override {
+      test_.tell("asked: " + escaped(text));
+      EXPECT_FALSE(answer.empty()) << text;
+      const std::string given = std::exchange(answer, "");
+      return given == "yes"  ? host::Answer::yes
+             : given == "no" ? host::Answer::no
+                             : enter.value_or(host::safeAnswer(buttons));
+    }
+    std::string answer;
+    DeckCase& test_;
+  };
+
+  Dialogs dialogs_{*this};
   TempFolder folder;
   const pid_t process_ = ::getpid();
   std::vector<std::unique_ptr<Deck>> decks_;
