@@ -108,6 +108,16 @@ bool folderWritable(const std::string& file) {
   return ::access(folderOf(file).c_str(), W_OK | X_OK) == 0;
 }
 
+bool mayReplace(const std::string& file) {
+  struct stat folder {
+  }, info{};
+  if (::stat(folderOf(file).c_str(), &folder) != 0 || (folder.st_mode & S_ISVTX) == 0 ||
+      ::lstat(file.c_str(), &info) != 0)
+    return true;
+  const uid_t user = ::geteuid();
+  return user == 0 || folder.st_uid == user || info.st_uid == user;
+}
+
 std::string folderOf(const std::string& file) {
   const std::size_t slash = file.rfind('/');
   if (slash == std::string::npos)

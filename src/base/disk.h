@@ -40,6 +40,8 @@ void flushFile(int fd, const std::string& name);
 void flushFolderOf(const std::string& file);
 bool exists(const std::string& path);
 bool folderWritable(const std::string& file);  // of the folder that holds `file`
+// False in a sticky folder when neither it nor the file is this user's.
+bool mayReplace(const std::string& file);
 std::string folderOf(const std::string& file);
 std::string nameOf(const std::string& file);
 // Path of the neighbour of `file` with `suffix` behind its name and `prefix` before it. A name that the file

@@ -129,6 +129,9 @@ std::string DeckFile::WhyNoVotes() const {
   if (!folderWritable(place))
     return "Nothing can be stored in " + folderOf(place) +
            ", which is read-only. Copy the deck to another folder and open it there.";
+  if (!mayReplace(place))
+    return place + " cannot be saved: it is another user's, and in " + folderOf(place) +
+           " everybody may replace their own files only. Copy the deck to another folder and open it there.";
   return "";
 }
 

@@ -116,6 +116,7 @@ class DeckFile final : public Deck {
   void tellOfLikeJournal(const OpenDeck& old);
   void takeUpJournal(const OpenDeck& old);
   std::string whereStored() const;
+  std::string whereItStays() const;
   void tell(const std::string& text);
   // deck_journal.cpp
   using SlidesById = std::map<std::uint32_t, DeckSlide*>;  // by the journal's numbers
@@ -135,6 +136,7 @@ class DeckFile final : public Deck {
   void writeJournalAnew(const Change* next = nullptr);
   // deck_save.cpp
   bool changed() const;
+  void writeDeck();
   Parts partsToSave();
   void putTags(Parts& parts);
   std::shared_ptr<Package> checkedCopy(const NewFile& file, const Parts& parts) const;

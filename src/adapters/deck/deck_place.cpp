@@ -73,16 +73,23 @@ void DeckFile::tell(const std::string& text) {
     options_.tell(text);
 }
 
+// For a save that fails; "" when the deck holds all that was stored.
+std::string DeckFile::whereItStays() const {
+  return journal_.started() ? " What was stored stays in " + journal_.path() + "." : "";
+}
+
 // Before the deck is written: it must be the one that was opened, and may be written.
 void DeckFile::requireInPlace() {
   const bool there = followDeck();
-  const std::string stays = journal_.started() ? " What was stored stays in " + journal_.path() + "." : "";
+  const std::string stays = whereItStays();
   if (!there)
     throw HostError(Fault::world, 53,
                     fullName_ + away_ + ". It was not saved." + stays + " Put the deck back as " + file_ +
                         " and open it again.");
   if (ReadOnly())
     throw HostError(Fault::world, 70, fullName_ + " is read-only and was not saved." + stays);
+  if (!mayReplace(file_))
+    throw HostError(Fault::world, 70, WhyNoVotes() + stays);
   if (!package_->stillOnDisk())
     throw HostError(
         Fault::world, 0,

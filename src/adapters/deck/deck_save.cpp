@@ -51,6 +51,18 @@ void DeckFile::Save() {
   if (!changed())
     return;
   requireInPlace();
+  const std::string stays = whereItStays();
+  try {
+    writeDeck();
+  } catch (const HostError& error) {
+    if (stays.empty())
+      throw;
+    const std::string what = error.what();
+    throw HostError(error.fault(), error.number(), what + (what.ends_with('.') ? "" : ".") + stays);
+  }
+}
+
+void DeckFile::writeDeck() {
   const Parts parts = partsToSave();
   NewFile file(file_);
   writePackage(parts, file.fd(), fullName_);

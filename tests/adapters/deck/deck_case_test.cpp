@@ -261,6 +261,7 @@ class DeckCase : public CaseTest {
       const deck::RestoreResult result = deck().restoreFromBackup();
       tell(result.tags, " tags");
       for (const std::string& line : result.notPlaced) tell("not placed: " + line);
+      tell(escaped(deck().foreignSaveWarning().value_or("")));
     });
   }
   void tellOpens(const std::string& file) {

@@ -29,8 +29,11 @@ const std::vector<std::function<void(Deck&)>>& workshop() {
   return steps;
 }
 
+constexpr std::size_t kSaving = 4;
+
 // True when the step had to be told as failed at least once.
 bool doUntilItWorks(Deck& deck, const std::function<void(Deck&)>& step) {
+  const std::string journal = deck.FullName() + ".journal";
   for (int attempt = 0;; ++attempt) {
     const std::string before = stateOf(deck);
     try {
@@ -38,6 +41,9 @@ bool doUntilItWorks(Deck& deck, const std::function<void(Deck&)>& step) {
       return attempt > 0;
     } catch (const HostError& error) {
       EXPECT_EQ(stateOf(deck), before) << error.what();
+      if (&step == &workshop()[kSaving]) {
+        EXPECT_THAT(error.what(), ::testing::EndsWith(". What was stored stays in " + journal + "."));
+      }
       if (attempt == 20)
         throw;
     }
@@ -75,7 +81,7 @@ Outcome workshopOnADiskThatFails(int first, int count) {
     const auto deck = Deck::open(file, options);
     disk.fail(first, count);
     for (std::size_t i = 0; i < workshop().size(); ++i)
-      if (doUntilItWorks(*deck, workshop()[i]) && i != 4)
+      if (doUntilItWorks(*deck, workshop()[i]) && i != kSaving)
         outcome.stepFailed = true;
     outcome.failed = disk.hasFailed();
     outcome.state = stateOf(*deck);
