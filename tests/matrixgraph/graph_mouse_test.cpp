@@ -80,6 +80,8 @@ TEST_F(GraphMouse, ADraggedLabelKeepsThePlaceOfThePress) {
   const host::Element& shadow = *form().surface().find("labelRiskShadow", 2);
   EXPECT_EQ(shadow.left, 5915);
   EXPECT_EQ(shadow.top, 4965);
+  EXPECT_EQ(shadow.width, key(2).width);
+  EXPECT_EQ(shadow.colour, 0xffffff - key(2).colour);
   form().Form_MouseMove(100, 100);  // dropped
   form().Form_MouseDown(mouse::right, x(1), y(1));
   form().Form_MouseMove(200, 200);
