@@ -202,12 +202,18 @@ void layVerticalAxis(GraphCanvas& canvas, const AxisPlan& plan, bool skew, doubl
       fitUprightCaptions(canvas, plan, room, std::min(2 * line, std::max(line, every * stepHeight)));
   for (int i = 0; i <= plan.divisions; ++i) {
     const auto at = static_cast<std::size_t>(i);
-    host::Element label = captionElement(canvas, fitted.texts[at], plan.captions[at]);
-    label.width = std::min(fitted.texts[at].width, room);
-    label.left = area.X1 - label.width - canvas.keyWidth + kKeyOverlap;
+    const double right = area.X1 - canvas.keyWidth + kKeyOverlap;
+    const bool meets = i == 0 && right > cornerLeft - canvas.px(4);  // the captions of the corner would meet
+    // one that gives way has less room below the next
+    const FittedText text =
+        meets && fitted.texts[at].height > line && every * stepHeight < 2 * fitted.texts[at].height
+            ? fitText(plan.captions[at], fitted.texts[at].font, room, line, fitted.texts[at].font.size)
+            : fitted.texts[at];
+    host::Element label = captionElement(canvas, text, plan.captions[at]);
+    label.width = std::min(text.width, room);
+    label.left = right - label.width;
     label.top = area.Y2 - i * stepHeight - (skew ? stepHeight / 2 : 0) - label.height / 2;
-    if (i == 0 &&
-        label.left + label.width > cornerLeft - canvas.px(4))  // the captions of the corner would meet
+    if (meets)
       label.top = std::min(label.top, area.Y2 + kCaptionTop - label.height);
     label.visible = captionShown(plan, i, every);
     canvas.surface.add(Layer::captions, "yAxisLabel", i, std::move(label));

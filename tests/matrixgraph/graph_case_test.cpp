@@ -128,7 +128,7 @@ class MatrixGraphCase : public RunCase {
         tell(text.str());
       }
     });
-    on("drawing", [this](const Words&) { tell(drawingOf(form().surface())); });
+    on("drawing", [this](const Words& words) { tell(drawingOf(form().surface(), words)); });
     on("outstanding", [this](const Words&) {
       std::string all = "stand out:";
       for (const PlottedItem& item : form().model().plotted)

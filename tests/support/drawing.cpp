@@ -1,8 +1,8 @@
 #include "support/drawing.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <vector>
 
 #include "support/cases.h"
 
@@ -105,10 +105,11 @@ void tellArray(const host::ElementArray& array, std::string& all) {
 
 }  // namespace
 
-std::string drawingOf(const host::Surface& surface) {
-  std::string all = groundOf(surface) + "\n";
+std::string drawingOf(const host::Surface& surface, const std::vector<std::string>& arrays) {
+  std::string all = arrays.empty() ? groundOf(surface) + "\n" : "";
   for (const host::ElementArray& array : surface.arrays())
-    if (array.size() > 0)
+    if (array.size() > 0 &&
+        (arrays.empty() || std::find(arrays.begin(), arrays.end(), array.name()) != arrays.end()))
       tellArray(array, all);
   return all;
 }
