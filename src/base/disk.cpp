@@ -10,6 +10,7 @@
 #include <climits>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
 #include <system_error>
 
 namespace qrn {
@@ -106,6 +107,16 @@ bool exists(const std::string& path) {
 
 bool folderWritable(const std::string& file) {
   return ::access(folderOf(file).c_str(), W_OK | X_OK) == 0;
+}
+
+std::string behindLinks(const std::string& path) {
+  constexpr int kMostLinks = 40;
+  std::error_code error;
+  std::filesystem::path at = path;
+  for (int i = 0; i < kMostLinks && std::filesystem::is_symlink(at, error); ++i)
+    at = at.parent_path() / std::filesystem::read_symlink(at, error);
+  const auto real = std::filesystem::weakly_canonical(at, error);
+  return error ? path : real.string();
 }
 
 bool mayReplace(const std::string& file) {

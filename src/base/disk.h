@@ -40,6 +40,8 @@ void flushFile(int fd, const std::string& name);
 void flushFolderOf(const std::string& file);
 bool exists(const std::string& path);
 bool folderWritable(const std::string& file);  // of the folder that holds `file`
+// The file that a path leads to, also where the link's file is not there yet.
+std::string behindLinks(const std::string& path);
 // False in a sticky folder when neither it nor the file is this user's.
 bool mayReplace(const std::string& file);
 std::string folderOf(const std::string& file);

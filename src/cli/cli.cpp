@@ -102,7 +102,9 @@ class Parser {
   CLI::Option* addOutput(CLI::App& command, const char* name, const DeckArguments& deck, std::string& file,
                          const char* help) {
     outputs_.push_back({deck, file});
-    return command.add_option(name, file, help);
+    return command.add_option(name, file, help)->check([](const std::string& named) {
+      return std::string(named.empty() ? "names no file" : "");
+    });
   }
 
   // Before anything is opened, so that nothing is touched.

@@ -74,7 +74,7 @@ void saveSurface(const host::Surface& surface, const std::string& file, int widt
     bytes = svgBytes(surface, size);
   else
     throw HostError(Fault::badData, 0, "Pictures end in .png, .jpg or .svg: " + file);
-  saveText(file, {bytes.constData(), static_cast<std::size_t>(bytes.size())});
+  saveText(behindLinks(file), {bytes.constData(), static_cast<std::size_t>(bytes.size())});
 }
 
 }  // namespace qrn::render

@@ -5,6 +5,7 @@
 #include <charconv>
 
 #include "base/text.h"
+#include "store/named_settings.h"
 
 namespace qrn::mtx {
 namespace {
@@ -27,6 +28,18 @@ constexpr const char* kCommaInLine = "\xEF\xB9\x90";  // U+FE50
 void makeOneLine(std::string& text) {
   text = replaceAll(std::move(text), "\r\n", " ");
   std::replace_if(text.begin(), text.end(), isLineEnd, ' ');
+}
+
+// Where the quotes that open there end: at one with a comma or the end of the line behind it. npos without.
+std::size_t closingQuote(std::string_view line, std::size_t open) {
+  std::size_t close = open < line.size() && line[open] == '"' ? open : std::string_view::npos;
+  while (close != std::string_view::npos) {
+    close = line.find('"', close + 1);
+    const std::size_t next = close < line.size() ? line.find_first_not_of(" \t", close + 1) : close;
+    if (next == std::string_view::npos || line[next] == ',')
+      return close;
+  }
+  return close;
 }
 
 template <class Number>
@@ -185,7 +198,32 @@ void TextReader::passToFlags() {
   }
 }
 
+void TextReader::stopAtSettings() {
+  if (!mayStop_ || afterComma_ || !nextIsQuoted())
+    return;
+  const std::size_t open = text_.find('"', at_), close = text_.find('"', open + 1);
+  if (close != std::string_view::npos && isSettingName(text_.substr(open + 1, close - open - 1)))
+    throw SettingsBegin();
+}
+
+// The fields of a line without their quotes; the commas of one that stands in quotes are its own, and stand
+// as they are stored in such lines.
+std::string TextReader::fieldsOf(std::string_view line) {
+  std::string fields;
+  for (std::size_t at = 0; at < line.size();) {
+    const std::size_t open = line.find_first_not_of(" \t", at), close = closingQuote(line, open);
+    const bool quoted = close != std::string_view::npos;
+    const std::size_t comma = std::min(line.find(',', quoted ? close : at), line.size());
+    const std::string field(quoted ? line.substr(open, close - open) : line.substr(at, comma - at));
+    fields += replaceAll(quoted ? replaceAll(field, ",", kCommaInLine) : field, "\"", "");
+    fields += comma < line.size() ? "," : "";
+    at = comma + 1;
+  }
+  return fields;
+}
+
 TextReader::Token TextReader::token() {
+  stopAtSettings();
   skipToValue();
   Token result;
   if (text_[at_] == '"') {

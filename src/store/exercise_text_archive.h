@@ -201,13 +201,13 @@ class TextReader {
   // Count of a list, at most what the rest of the text can hold; a negative one is 0, a damaged one nothing.
   std::optional<std::size_t> count();
   std::string_view wholeLine();
-  // Walks over the values of a whole line, its double quotes removed; missing values leave their members. A
-  // line with more values than the walk takes has commas in its texts: values that these have shifted are no
-  // damage.
+  // Walks over the values of a whole line, its double quotes removed; missing values leave their members. Of
+  // a line with more values than the walk takes: how many were of a wrong type. It is for the caller to say
+  // whether that is damage.
   template <class Walk>
-  void wholeLine(Walk walk) {
-    std::string fields(wholeLine());
-    fields = replaceAll(std::move(fields), "\"", "");
+  std::optional<int> wholeLine(Walk walk) {
+    stopAtSettings();
+    const std::string fields = fieldsOf(wholeLine());
     TextReader inside(fields);
     inside.insideLine_ = true;
     try {
@@ -215,8 +215,10 @@ class TextReader {
     } catch (const InputPastEnd&) {
       // a short line ends where it ends
     }
-    if (inside.atEnd())
-      damaged_ += inside.damaged_;
+    if (!inside.atEnd())
+      return inside.damaged_;
+    damaged_ += inside.damaged_;
+    return std::nullopt;
   }
   void list(std::vector<std::string>& texts);
   // A counted list; elements that the text does not hold whole are left out, the spare element stands after
@@ -246,16 +248,20 @@ class TextReader {
   bool cutShort() const { return cutShort_; }  // the text ends inside quotes
   void countDamage() { ++damaged_; }
   // Walks over values behind which a text may stop: its end inside them is no error, nor is a value cut
-  // there.
+  // there, nor the name of a setting in the place of a line.
   template <class Walk>
   void untilEnd(Walk walk) {
     const int before = damaged_;
+    mayStop_ = true;
     try {
       walk();
     } catch (const InputPastEnd&) {
       damaged_ = before;
       cutShort_ = false;
+    } catch (const SettingsBegin&) {
+      // they are read next
     }
+    mayStop_ = false;
   }
 
  private:
@@ -263,6 +269,9 @@ class TextReader {
     std::string_view text;
     bool quoted = false;
   };
+  struct SettingsBegin {};
+  void stopAtSettings();
+  static std::string fieldsOf(std::string_view line);
   Token token();
   std::string textValue();
   void skipToValue();
@@ -285,6 +294,7 @@ class TextReader {
   bool afterComma_ = false;
   bool insideLine_ = false;
   bool cutShort_ = false;
+  bool mayStop_ = false;
   int damaged_ = 0;
 };
 

@@ -83,18 +83,34 @@ void assessmentLook(Archive& a, Exercise& x, AssessmentRecord& s) {
     s.font4Flag = flag;
   }
   for (std::size_t point = 0; point < 10; ++point) a.line(L(s.pointColours[point]));
-  a.wholeLine([&](auto& line) { layoutLine(line, x, s); });
+  const auto layout = [&](auto& line) { layoutLine(line, x, s); };
+  if constexpr (Archive::reading) {
+    const AssessmentRecord before = s;
+    const bool flagBefore = x.templateFlag;
+    if (const auto wrong = a.wholeLine(layout)) {
+      a.countDamage();
+      if (*wrong > 0) {  // commas in a text without quotes have shifted them
+        s = before;
+        x.templateFlag = flagBefore;
+      }
+    }
+  } else {
+    a.wholeLine(layout);
+  }
   for (std::size_t c = 0; c < 10; ++c) {
     Places(a, x.layoutScreen).label(s.lbl_Criteria[c]);
     a.endLine();
   }
 }
 
-// A text that quotes something where the next assessment should begin has come to its named settings. Texts
-// of older versions stop before the abstain flag or anywhere behind it.
+// A text that quotes something in the place of the abstain flag, or where the next assessment should begin,
+// has come to its named settings. Texts of older versions stop before that flag or anywhere behind it.
 template <class Archive>
 void lastLines(Archive& a, Exercise& x) {
   a.untilEnd([&] {
+    if constexpr (Archive::reading)
+      if (a.nextIsQuoted())
+        return;
     a.line(B(x.opt_abstain));
     for (std::size_t i = 0; i + 1 < x.assessments.size(); ++i) {
       if constexpr (Archive::reading)

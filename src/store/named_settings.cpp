@@ -280,6 +280,17 @@ void writeTable(TextWriter& a, Exercise& x, const std::vector<Setting<TextWriter
   }
 }
 
+const std::unordered_map<std::string, void (*)(TextReader&, Exercise&)>& settingWalks() {
+  static const auto known = [] {
+    std::unordered_map<std::string, void (*)(TextReader&, Exercise&)> walks;
+    for (const auto* table : {&settingsBefore<TextReader>(), &settingsAfter<TextReader>()})
+      for (const auto& setting : *table) walks[upperCase(setting.key)] = setting.walk;
+    walks[upperCase(kMultiPlot)] = readMultiPlot;
+    return walks;
+  }();
+  return known;
+}
+
 }  // namespace
 
 void writeNamedSettings(TextWriter& a, Exercise& x) {
@@ -290,14 +301,14 @@ void writeNamedSettings(TextWriter& a, Exercise& x) {
   writeNotesLengths(a, x);
 }
 
+bool isSettingName(std::string_view name) {
+  const std::string key = upperCase(name);
+  return settingWalks().count(key) != 0 || key == upperCase(kDefaultQuestion) ||
+         key == upperCase(kSelectedGroup) || key == upperCase(kNotesLengths);
+}
+
 void readNamedSettings(TextReader& a, Exercise& x) {
-  static const auto known = [] {
-    std::unordered_map<std::string, void (*)(TextReader&, Exercise&)> walks;
-    for (const auto* table : {&settingsBefore<TextReader>(), &settingsAfter<TextReader>()})
-      for (const auto& setting : *table) walks[upperCase(setting.key)] = setting.walk;
-    walks[upperCase(kMultiPlot)] = readMultiPlot;
-    return walks;
-  }();
+  const auto& known = settingWalks();
   const std::string defaultQuestion = upperCase(kDefaultQuestion), selectedGroup = upperCase(kSelectedGroup);
   DemographicIndex demographics(x);
   while (!a.atEnd()) {

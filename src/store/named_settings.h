@@ -8,6 +8,7 @@
 namespace qrn::mtx {
 
 void writeNamedSettings(TextWriter& a, Exercise& x);
+bool isSettingName(std::string_view name);           // one that is known here
 void readNamedSettings(TextReader& a, Exercise& x);  // to the end of the text
 
 }  // namespace qrn::mtx

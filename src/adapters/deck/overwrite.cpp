@@ -19,12 +19,6 @@ bool oneFile(const std::string& a, const std::string& b) {
          first.st_dev == second.st_dev;
 }
 
-std::string behindLinks(const std::string& path) {
-  std::error_code error;
-  const auto real = std::filesystem::weakly_canonical(path, error);
-  return error ? path : real.string();
-}
-
 // By what it is, or by a name that a file beside the deck has or may come to have.
 bool belongsTo(const std::string& target, const std::string& deck) {
   for (const char* suffix : {"", ".journal", ".backup", ".lock"}) {

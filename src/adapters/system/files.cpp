@@ -14,13 +14,6 @@ namespace qrn::system {
 
 namespace {
 
-// The file that a link stands for, so that writing keeps the link.
-std::string linkTarget(const std::string& path) {
-  std::error_code error;
-  const auto real = std::filesystem::canonical(path, error);
-  return error ? path : real.string();
-}
-
 bool isPlainFileOrAbsent(const std::string& path) {
   struct stat info {};
   return ::stat(path.c_str(), &info) != 0 || S_ISREG(info.st_mode);
@@ -55,7 +48,7 @@ void DiskFiles::write(const std::string& path, std::string_view text) {
     writeAll(device.fd(), text, path);
     return;
   }
-  const std::string target = linkTarget(path);
+  const std::string target = behindLinks(path);  // so that writing keeps the link
   if (exists(target) && ::access(target.c_str(), W_OK) != 0)
     throwDisk("Cannot write", path);
   saveText(target, text);

@@ -12,6 +12,9 @@
 #include <filesystem>
 #include <thread>
 
+#include "base/disk.h"
+#include "base/text.h"
+
 namespace qrn::system {
 
 namespace {
@@ -24,6 +27,23 @@ std::string variable(const char* name) {
 std::string userFolder(const char* variableName, const char* belowHome) {
   const std::string set = variable(variableName);
   return set.empty() ? variable("HOME") + belowHome : set;
+}
+
+// The first folder of the machine's configuration that has settings of ours; where none has, the first of
+// all.
+std::string machineFolder() {
+  std::string folders = variable("XDG_CONFIG_DIRS"), first;
+  if (folders.empty())
+    folders = "/etc/xdg";
+  for (const std::string_view field : splitFields(folders, ':')) {
+    const std::string folder(field);
+    if (!folder.starts_with('/'))
+      continue;
+    if (exists(folder + "/quorin/qrn.ini"))
+      return folder;
+    first = first.empty() ? folder : first;
+  }
+  return first;
 }
 
 bool isOurFolder(const std::string& folder) {
@@ -128,7 +148,7 @@ std::string MachineEnvironment::Environ(std::string_view name) const {
   if (key == "APPDATA")
     return userFolder("XDG_CONFIG_HOME", "/.config");
   if (key == "ALLUSERSPROFILE")
-    return "/etc/xdg";
+    return machineFolder();
   return "";
 }
 

@@ -36,8 +36,8 @@ using test::Words;
 class SystemTest : public test::CaseTest {
  protected:
   SystemTest() {
-    for (const char* variable :
-         {"temp", "TEMP", "TMPDIR", "ALLUSERSPROFILE", "APPDATA", "XDG_CONFIG_HOME", "HOME"})
+    for (const char* variable : {"temp", "TEMP", "TMPDIR", "ALLUSERSPROFILE", "APPDATA", "XDG_CONFIG_HOME",
+                                 "XDG_CONFIG_DIRS", "HOME"})
       if (const char* value = std::getenv(variable))
         before[variable] = value;
       else
@@ -97,8 +97,9 @@ class SystemTest : public test::CaseTest {
     on("runs",
        [this](const Words& words) { tell(MachineEnvironment().processRuns(words[0]) ? "yes" : "no"); });
     // variable NAME [VALUE]: set, or gone
-    on("variable", [](const Words& words) {
-      words.size() > 1 ? ::setenv(words[0].c_str(), words[1].c_str(), 1) : ::unsetenv(words[0].c_str());
+    on("variable", [this](const Words& words) {
+      const std::string value = replaceAll(words.word(1), "DIR/", folder + "/");
+      words.size() > 1 ? ::setenv(words[0].c_str(), value.c_str(), 1) : ::unsetenv(words[0].c_str());
     });
     on("temporary", [this](const Words&) { ::setenv("TMPDIR", folder.c_str(), 1); });
     on("environ", [this](const Words& words) {
