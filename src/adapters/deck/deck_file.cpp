@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
+#include <utility>
 
 #include "adapters/deck/relationships.h"
 #include "base/letter_case.h"
@@ -76,10 +77,14 @@ DeckFile::~DeckFile() {
   if (options_.readOnly)
     return;
   try {
-    if (journal_.started())
-      followDeck();
-    else
+    if (journal_.started()) {
+      const bool there = followDeck();
+      secureJournal();
+      if (!there)
+        tellAway();
+    } else {
       forget(file_);
+    }
   } catch (const std::exception&) {  // the journal is found by its note
   }
 }
@@ -192,8 +197,17 @@ host::Slide& DeckFile::AddTitleOnlySlide(int after) {
 }
 
 MasterLook& DeckFile::master() {
-  if (!master_)
+  if (master_)
+    return *master_;
+  try {
     master_ = std::make_unique<MasterLook>(parts_, presentation_);
+  } catch (const HostError& error) {
+    if (error.fault() != Fault::badData)
+      throw;
+    master_ = std::make_unique<MasterLook>();
+    if (!std::exchange(toldOfLook_, true))
+      tell(std::string(error.what()) + " Fonts and colours of its slide master are not used.");
+  }
   return *master_;
 }
 

@@ -113,6 +113,7 @@ class DeckFile final : public Deck {
   void requireInPlace();
   void noteOpen() const;
   void findMovedJournal();
+  int pendingOf(const std::string& journal) const;
   void tellOfLikeJournal(const OpenDeck& old);
   void takeUpJournal(const OpenDeck& old);
   std::string whereStored() const;
@@ -134,6 +135,8 @@ class DeckFile final : public Deck {
   void store(const Change& change);
   void storeInNewJournal(const Change& change, const HostError& failure);
   void writeJournalAnew(const Change* next = nullptr);
+  void writeJournal(const std::vector<Change>& changes);
+  void secureJournal();
   // deck_save.cpp
   bool changed() const;
   void writeDeck();
@@ -169,7 +172,7 @@ class DeckFile final : public Deck {
   std::optional<bool> tagsDropped_;  // from the deck on the disk, by another program
   bool putBack_ = false;             // since then, from the backup
   std::string warning_;              // what opening or a failing disk has to tell
-  bool toldOfFailure_ = false, toldAway_ = false;
+  bool toldOfFailure_ = false, toldAway_ = false, toldOfLook_ = false;
   std::string away_;  // why the deck is not to be had any more, behind its name
 };
 

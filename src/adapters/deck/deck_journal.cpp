@@ -27,8 +27,7 @@ std::string shareOf(const std::map<std::string, int>& left, int all) {
 
 void DeckFile::readOwnJournal() {
   journal_.startAt(package_->fingerprint());
-  if (!exists(journal_.path()))
-    findMovedJournal();
+  findMovedJournal();
   const std::optional<JournalContent> content = readJournal(journal_.path());
   if (!content)
     return;
@@ -166,17 +165,48 @@ std::string DeckFile::freeAside() const {
 // Returns when the change is on the disk. A file that a flush of failed is not gone on with: pages that never
 // reached the disk may pass for written from then on.
 void DeckFile::store(const Change& change) {
-  if (!followDeck())
-    tellAway();
+  const bool there = followDeck();
+  journal_.followFolder();
+  const std::string place = journal_.path();
   if (!journal_.sound() || journal_.lost()) {
     writeJournalAnew(&change);
+  } else {
+    try {
+      journal_.add(change);
+    } catch (const HostError& failure) {
+      storeInNewJournal(change, failure);
+    }
+  }
+  if (!there)
+    tellAway();
+  else if (journal_.path() != place)
+    tell("The folder of " + place + " is gone." + whereStored());
+}
+
+// What was told as stored stays so when its journal has gone meanwhile.
+void DeckFile::secureJournal() {
+  journal_.followFolder();
+  if (journal_.started() && journal_.lost())
+    writeJournalAnew();
+}
+
+// In a place of the user's own where the journal's folder is gone.
+void DeckFile::writeJournal(const std::vector<Change>& changes) {
+  if (exists(folderOf(journal_.path()))) {
+    journal_.writeAnew(changes);
     return;
   }
-  try {
-    journal_.add(change);
-  } catch (const HostError& failure) {
-    storeInNewJournal(change, failure);
+  for (const auto& folder : {stateJournalFolder, temporaryJournalFolder}) {
+    try {
+      const std::string like = folder() + "/" + nameOf(file_), path = beside(like, ".journal");
+      journal_.writeAnew(changes, exists(path) ? freeBeside(like, ".journal") : path);
+      toldAway_ = false;
+      noteOpen();
+      return;
+    } catch (const HostError&) {  // the next one
+    }
   }
+  throw HostError(Fault::world, 76, "The folder of " + journal_.path() + " is gone; nothing can be stored");
 }
 
 // When the new journal fails too, `failure` is what is told: nothing is stored then.
@@ -249,7 +279,7 @@ void DeckFile::writeJournalAnew(const Change* next) {
   }
   if (next != nullptr)
     told.changes.push_back(*next);
-  journal_.writeAnew(told.changes);
+  writeJournal(told.changes);
   marked_ = std::move(marked);
 }
 

@@ -64,7 +64,9 @@ void DeckFile::tellAway() {
 }
 
 std::string DeckFile::whereStored() const {
-  return " What is stored is kept in " + journal_.path() + " until the deck beside it is saved.";
+  const bool beside = folderOf(journal_.path()) == folderOf(file_);
+  return " What is stored is kept in " + journal_.path() +
+         (beside ? " until the deck beside it is saved." : ".");
 }
 
 void DeckFile::tell(const std::string& text) {
@@ -81,6 +83,7 @@ std::string DeckFile::whereItStays() const {
 // Before the deck is written: it must be the one that was opened, and may be written.
 void DeckFile::requireInPlace() {
   const bool there = followDeck();
+  secureJournal();
   const std::string stays = whereItStays();
   if (!there)
     throw HostError(Fault::world, 53,
@@ -101,15 +104,18 @@ void DeckFile::noteOpen() const {
     note({file_, journal_.path(), identityOf(package_->fd())});
 }
 
-// No journal stands beside the deck. One of this very deck may stand where the deck stood before it was
-// moved; of another that was like it and is gone, it is only told.
+// A journal of this very deck may stand where the deck stood before it was moved, or in a folder of the
+// user's own, when the deck's was gone for a time; of another deck that was like it and is gone, it is only
+// told.
 void DeckFile::findMovedJournal() {
   const std::string identity = identityOf(package_->fd());
+  const bool none = !exists(journal_.path());
   for (const OpenDeck& old : notedDecks()) {
     const bool linked = old.deck != file_ && package_->isAt(old.deck);  // two names of one file
-    if (linked)
+    if (linked || old.journal == journal_.path())
       continue;
-    if (old.identity == identity) {
+    const bool back = old.deck == file_ && exists(old.journal) && pendingOf(old.journal) != 0;
+    if (back || (none && old.identity == identity)) {
       takeUpJournal(old);
       return;
     }
@@ -118,10 +124,16 @@ void DeckFile::findMovedJournal() {
   }
 }
 
+// How many changes the deck does not hold yet; 0 also when they belong to another state of it.
+int DeckFile::pendingOf(const std::string& journal) const {
+  const std::optional<JournalContent> content = readJournal(journal);
+  const auto from = content ? content->firstPending(package_->fingerprint()) : std::nullopt;
+  return from ? content->changeCount(*from) : 0;
+}
+
 void DeckFile::tellOfLikeJournal(const OpenDeck& old) {
-  const std::optional<JournalContent> content = readJournal(old.journal);
-  if (content && content->firstPending(package_->fingerprint()))
-    warning_ = old.deck + " is gone, and " + old.journal + " holds " + countOf(content->changeCount()) +
+  if (const int changes = pendingOf(old.journal); changes != 0)
+    warning_ = old.deck + " is gone, and " + old.journal + " holds " + countOf(changes) +
                " of it, which may be wanted in " + fullName_ +
                ". If this is that deck, move the journal to " + journal_.path() + " and open the deck again.";
 }
@@ -136,11 +148,20 @@ void DeckFile::takeUpJournal(const OpenDeck& old) {
     journal_.startAt(package_->fingerprint());
     return;
   }
+  std::string kept;
+  if (exists(journal_.path())) {
+    kept = freeAside();
+    if (::rename(journal_.path().c_str(), kept.c_str()) != 0)
+      throwDisk("Cannot set aside", journal_.path());
+  }
   journal_.takeUp(old.journal);
   moveIfFree(backupOf(old.deck), backupOf(file_));
   forget(old.deck);
   warning_ =
-      fullName_ + " was " + old.deck + " before; what was stored then was found in " + old.journal + ".";
+      (old.deck == file_ ? "What was stored of " + fullName_ + " was found in "
+                         : fullName_ + " was " + old.deck + " before; what was stored then was found in ") +
+      old.journal + "." +
+      (kept.empty() ? "" : " The journal that stood beside the deck is kept as " + kept + ".");
 }
 
 }  // namespace qrn::deck

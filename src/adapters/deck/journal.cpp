@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -66,6 +67,11 @@ std::size_t nextWhole(std::string_view bytes, std::size_t at) {
       return next;
   }
   return 0;
+}
+
+std::uint64_t sizeOf(const File& file) {
+  struct stat info {};
+  return ::fstat(file.fd(), &info) == 0 ? static_cast<std::uint64_t>(info.st_size) : 0;
 }
 
 }  // namespace
@@ -186,12 +192,29 @@ void Journal::add(const Change& change) {
 }
 
 void Journal::writeAnew(const std::vector<Change>& changes) {
+  writeAnew(changes, path_);
+}
+
+void Journal::writeAnew(const std::vector<Change>& changes, const std::string& path) {
   std::string bytes = journalHead(state_);
   for (const Change& change : changes) bytes += journalRecord(bytes.size(), journalPayload(change));
-  saveText(path_, bytes, {deck_});
-  file_ = File::open(path_, O_WRONLY);
+  saveText(path, bytes, {deck_});
+  file_ = File::open(path, O_WRONLY);
+  path_ = path;
   end_ = bytes.size();
   sound_ = true;
+}
+
+bool Journal::lost() const {
+  if (!started())
+    return !exists(folderOf(path_));
+  return !sameFile(file_.fd(), path_) || sizeOf(file_) != end_;
+}
+
+void Journal::followFolder() {
+  if (started() && !exists(folderOf(path_)))
+    if (const std::string now = placeOf(file_.fd()); !now.empty())
+      path_ = now;
 }
 
 void Journal::append(const std::string& record) {
@@ -225,12 +248,23 @@ void Journal::follow(const std::string& deck) {
 }
 
 void Journal::takeUp(const std::string& path) {
-  if (::rename(path.c_str(), path_.c_str()) != 0) {
+  if (::rename(path.c_str(), path_.c_str()) != 0 && (errno != EXDEV || started() || !copyTo(path_, path))) {
     path_ = path;
     return;
   }
   flushFolderOf(path_);
   flushFolderOf(path);
+}
+
+// From another disk.
+bool Journal::copyTo(const std::string& path, const std::string& from) const {
+  try {
+    saveText(path, readWhole(from), {deck_});
+    ::unlink(from.c_str());
+    return true;
+  } catch (const HostError&) {
+    return false;
+  }
 }
 
 void Journal::remove() {

@@ -93,9 +93,13 @@ class Journal {
   // Returns when the record is on the disk. When it throws, the file is cut to where it ended before.
   void add(const Change& change);
   void writeAnew(const std::vector<Change>& changes);  // in place of what is there, in one step
-  void remove();                                       // the deck holds it all now
-  // True when somebody has deleted or moved the file under our hands: writeAnew() puts that right.
-  bool lost() const { return started() && !sameFile(file_.fd(), path_) && exists(folderOf(path_)); }
+  void writeAnew(const std::vector<Change>& changes, const std::string& path);  // and goes on there
+  void remove();                                                                // the deck holds it all now
+  // True when somebody has deleted, moved or changed the file under our hands, or its folder is not there:
+  // writeAnew() puts that right.
+  bool lost() const;
+  // Goes after a file whose folder was renamed.
+  void followFolder();
   // The deck stands elsewhere now: the file goes there too, where it may; path() tells where it stands. A
   // journal that stands there already is kept under a number.
   void follow(const std::string& deck);
@@ -105,6 +109,7 @@ class Journal {
  private:
   void start();
   void append(const std::string& record);
+  bool copyTo(const std::string& path, const std::string& from) const;
   std::string path_, deck_, state_;
   File file_;
   std::uint64_t end_ = 0;

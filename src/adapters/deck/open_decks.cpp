@@ -15,12 +15,16 @@ namespace qrn::deck {
 
 namespace {
 
-std::string notesFolder() {
+std::string stateFolder(const std::string& name) {
   const char* state = std::getenv("XDG_STATE_HOME");
   const char* home = std::getenv("HOME");
   if (state != nullptr && *state == '/')
-    return std::string(state) + "/quorin-matrix/open";
-  return home != nullptr && *home == '/' ? std::string(home) + "/.local/state/quorin-matrix/open" : "";
+    return std::string(state) + "/quorin-matrix/" + name;
+  return home != nullptr && *home == '/' ? std::string(home) + "/.local/state/quorin-matrix/" + name : "";
+}
+
+std::string notesFolder() {
+  return stateFolder("open");
 }
 
 std::string noteOf(const std::string& deck) {
@@ -82,7 +86,8 @@ void note(const OpenDeck& deck) {
   std::string text = deck.deck;
   text.append(1, '\0').append(deck.journal).append(1, '\0').append(deck.identity);
   try {
-    saveText(noteOf(deck.deck), text, {"", 0600});
+    const bool away = folderOf(deck.journal) != folderOf(deck.deck);
+    saveText(noteOf(away ? deck.journal : deck.deck), text, {"", 0600});
   } catch (const HostError&) {  // a deck that is moved is not found again then
   }
 }
@@ -90,6 +95,24 @@ void note(const OpenDeck& deck) {
 void forget(const std::string& deck) {
   if (!notesFolder().empty())
     ::unlink(noteOf(deck).c_str());
+}
+
+std::string stateJournalFolder() {
+  const std::string folder = stateFolder("journals");
+  std::error_code error;
+  std::filesystem::create_directories(folder, error);
+  if (!std::filesystem::is_directory(folder, error))
+    throw HostError(Fault::world, 76, "There is no folder for the state of programs");
+  flushFolderOf(folder);
+  return folder;
+}
+
+std::string temporaryJournalFolder() {
+  std::error_code error;
+  std::string folder = std::filesystem::temp_directory_path(error).string() + "/quorin-journal-XXXXXX";
+  if (::mkdtemp(folder.data()) == nullptr)
+    throwDisk("Cannot make", folder);
+  return folder;
 }
 
 }  // namespace qrn::deck

@@ -23,4 +23,8 @@ std::vector<OpenDeck> notedDecks();
 void note(const OpenDeck& deck);
 void forget(const std::string& deck);
 
+// Where a journal goes on whose folder is gone: of the user's state, else one made for it. They throw.
+std::string stateJournalFolder();
+std::string temporaryJournalFolder();
+
 }  // namespace qrn::deck

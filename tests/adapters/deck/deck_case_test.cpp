@@ -84,8 +84,8 @@ class DeckCase : public CaseTest {
       tell(names.empty() ? "empty" : names);
     });
     on("rename", [this](const Words& words) { fs::rename(path(words, 0), path(words, 1)); });
-    on("copy", [this](const Words& words) { fs::copy_file(path(words, 0), path(words, 1)); });
-    on("remove", [this](const Words& words) { fs::remove(path(words, 0)); });
+    on("copy", [this](const Words& words) { fs::copy(path(words, 0), path(words, 1)); });
+    on("remove", [this](const Words& words) { fs::remove_all(path(words, 0)); });
     on("mkdir", [this](const Words& words) { fs::create_directory(path(words, 0)); });
     on("write", [this](const Words& words) { writeFile(path(words, 0), words.rest(1)); });
     on("hardlink", [this](const Words& words) { fs::create_hard_link(path(words, 0), path(words, 1)); });
