@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QRandomGenerator>
 #include <algorithm>
+#include <cstdlib>
 #include <iostream>
 #include <optional>
 #include <string>
@@ -11,6 +12,7 @@
 #include "adapters/system/standard_streams.h"
 #include "app/neighbours.h"
 #include "app/workshop_desktop.h"
+#include "base/disk.h"
 #include "base/errors.h"
 #include "cli/cli.h"
 
@@ -18,8 +20,24 @@ namespace {
 
 using qrn::app::Neighbours;
 
+// The deck to show while the toolkit of the windows comes up.
+const std::string* deckToShow = nullptr;
+
+// All that the toolkit cannot start without. It would abort.
+[[noreturn]] void endWithoutDisplay() {
+  const bool mistyped = !deckToShow->empty() && !qrn::exists(*deckToShow);
+  if (mistyped)
+    std::cerr << "quorin-matrix: " << *deckToShow
+              << " is neither a subcommand nor a deck (--help tells more)\n";
+  else
+    std::cerr << "quorin-matrix: There is no display to show the windows on\n";
+  std::_Exit(mistyped ? qrn::cli::kWrongUsage : qrn::cli::kFailed);
+}
+
 // Remarks of the toolkit on its surroundings are of no use on a terminal.
 void withoutRemarks(QtMsgType type, const QMessageLogContext&, const QString& message) {
+  if (type == QtFatalMsg && deckToShow != nullptr)
+    endWithoutDisplay();
   if (type == QtCriticalMsg || type == QtFatalMsg)
     std::cerr << "quorin-matrix: " << message.toStdString() << "\n";
 }
@@ -50,14 +68,16 @@ int keypadsOf(const std::string& value) {
 
 int runDesktop(int& argc, char** argv, const std::vector<std::string>& words, int rehearsal,
                const std::string& address) {
+  const bool fields = !words.empty() && words[0] == "--deck";
+  const std::string deck = words.empty() ? "" : words[fields ? 1 : 0];
+  deckToShow = &deck;
   const QApplication application(argc, argv);
+  deckToShow = nullptr;
   Neighbours neighbours(Neighbours::Kind::desktop);
   neighbours.rehearse(rehearsal, QRandomGenerator::global()->generate());
   neighbours.setAddress(address);
   qrn::app::WorkshopDesktop desktop(neighbours);
-  if (!words.empty() && words[0] == "--deck")
-    return desktop.runFields(words[1], words[2]);
-  return desktop.run(words.empty() ? "" : words[0]);
+  return fields ? desktop.runFields(deck, words[2]) : desktop.run(deck);
 }
 
 int usage() {

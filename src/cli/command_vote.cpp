@@ -8,6 +8,7 @@
 #include "cli/commands.h"
 #include "cli/workshop.h"
 #include "core/glo.h"
+#include "core/options.h"
 #include "host/controller.h"
 #include "host/forms.h"
 #include "host/host.h"
@@ -128,6 +129,18 @@ void checkOutcome(const std::string& deck, int saved) {
                         "; the same command goes on with the next one");
 }
 
+std::string votesOfThisRun(int saved) {
+  return std::to_string(saved) + (saved == 1 ? " vote" : " votes") + " of this run";
+}
+
+void saveDeck(host::Presentation& presentation, const std::string& deck, int saved) {
+  if (!iniOptions().disablePptSaveAfterVoteClose)
+    presentation.Save();
+  else if (!presentation.Saved())
+    std::cerr << "quorin-matrix: " << deck << " was not saved, since qrn.ini disables that after a vote; the "
+              << votesOfThisRun(saved) << " are kept in the journal beside it\n";
+}
+
 }  // namespace
 
 void runVote(const VoteArguments& arguments, const CliHooks& hooks) {
@@ -149,7 +162,7 @@ void runVote(const VoteArguments& arguments, const CliHooks& hooks) {
   theComms().EndVote();
   checkOutcome(arguments.deck, wiring.saved());
   saveXY();
-  workshop.presentation().Save();
+  saveDeck(workshop.presentation(), arguments.deck, wiring.saved());
   if (!wiring.toldAll() && !hooks.nobodyReadsOutput())
     throw HostError(Fault::world, 61,
                     "The list of saved votes could not be written; all " + std::to_string(wiring.saved()) +

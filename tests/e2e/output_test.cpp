@@ -42,6 +42,10 @@ void outputToFullDisk() {
   ::dup2(::open("/dev/full", O_WRONLY), STDOUT_FILENO);
 }
 
+void outputClosed() {
+  ::close(STDOUT_FILENO);
+}
+
 void outputToNobody() {
   std::array<int, 2> ends{};
   if (::pipe2(ends.data(), O_CLOEXEC) != 0)
@@ -50,13 +54,14 @@ void outputToNobody() {
   ::close(ends[0]);
 }
 
-void smallFilesOnly() {
-  const rlimit limit{2000, 2000};
+void filesUpTo(rlim_t bytes) {
+  const rlimit limit{bytes, bytes};
   ::setrlimit(RLIMIT_FSIZE, &limit);
 }
 
 TEST(Output, ThatCannotBeWrittenIsToldAndCostsNoVote) {
-  for (const auto& [spoil, word] : {std::pair{&outputToFullDisk, "full"}, {&outputToNobody, "nobody"}}) {
+  for (const auto& [spoil, word] :
+       {std::pair{&outputToFullDisk, "full"}, {&outputClosed, "closed"}, {&outputToNobody, "nobody"}}) {
     SCOPED_TRACE(word);
     const TempFolder folder;
     const std::string deck = shortDeck(folder);
@@ -64,12 +69,24 @@ TEST(Output, ThatCannotBeWrittenIsToldAndCostsNoVote) {
          {std::vector<std::string>{"--help"}, {"info", "--help"}, {"info", deck}, voteWords(deck)}) {
       const Outcome outcome = matrix(words, spoil);
       // Where nobody reads there is nobody to tell.
-      const bool read = spoil == &outputToFullDisk;
+      const bool read = spoil != &outputToNobody;
       EXPECT_EQ(outcome.code, read ? 1 : 141) << words[0];
       EXPECT_EQ(outcome.err.find("could not be written") != std::string::npos, read) << outcome.err;
       EXPECT_TRUE(read || outcome.err.empty()) << outcome.err;
     }
     EXPECT_EQ(stored(deck).size(), kVotes);
+  }
+}
+
+TEST(Windows, WithoutADisplayAreToldAndAMistypedWordIsWrongUse) {
+  const TempFolder folder;
+  for (const auto& [word, code, told] : {std::tuple{std::string("resluts"), 2, "neither a subcommand nor"},
+                                         {folder.sampleDeck(), 1, "no display"}}) {
+    const Outcome outcome = matrix({word}, [] {
+      for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) ::unsetenv(name);
+    });
+    EXPECT_EQ(outcome.code, code) << word;
+    EXPECT_NE(outcome.err.find(told), std::string::npos) << outcome.err;
   }
 }
 
@@ -122,6 +139,19 @@ TEST(Import, OfACutTextLosesNothing) {
   EXPECT_EQ(get("QRNMATRIXDAMAGED") + get("QRNMATRIXDAMAGED2"), whole + second);
 }
 
+TEST(Disk, ADeckThatIsNotToBeSavedAfterAVoteKeepsEveryByte) {
+  const TempFolder folder;
+  const std::string deck = shortDeck(folder), before = readFile(deck);
+  std::filesystem::create_directory(folder.file("quorin"));
+  writeFile(folder.file("quorin/qrn.ini"), "[DEBUG]\nDISABLE PPT SAVE AFTER VOTE CLOSE=1\n");
+  const std::string settings = folder.file("");
+  const Outcome vote = matrix(voteWords(deck), [&] { ::setenv("XDG_CONFIG_HOME", settings.c_str(), 1); });
+  EXPECT_EQ(vote.code, 0);
+  EXPECT_NE(vote.err.find("kept in the journal beside it"), std::string::npos) << vote.err;
+  EXPECT_EQ(readFile(deck), before);
+  EXPECT_EQ(stored(deck).size(), kVotes);
+}
+
 TEST(Disk, AReadOnlyFolderIsToldBeforeTheRoomVotes) {
   const TempFolder folder;
   const std::string deck = folder.sampleDeck();
@@ -157,7 +187,11 @@ TEST(Disk, ADeckThatIsRenamedWhileTheRoomVotesIsSavedUnderItsNewName) {
 TEST(Disk, AFileThatMayNotGrowIsToldLikeAFullDisk) {
   const TempFolder folder;
   const std::string deck = shortDeck(folder);
-  const Outcome vote = matrix(voteWords(deck), smallFilesOnly);
+  const Outcome none = matrix(voteWords(deck), [] { filesUpTo(0); });
+  EXPECT_EQ(none.code, 1);
+  EXPECT_NE(none.err.find("could not be started. Cannot write"), std::string::npos) << none.err;
+  EXPECT_NE(none.err.find("disk is full"), std::string::npos) << none.err;
+  const Outcome vote = matrix(voteWords(deck), [] { filesUpTo(2000); });
   EXPECT_EQ(vote.code, 1) << "-1: killed";
   EXPECT_NE(vote.err.find("disk is full"), std::string::npos) << vote.err;
   const std::vector<std::string> kept = stored(deck);

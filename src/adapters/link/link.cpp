@@ -1,6 +1,7 @@
 #include "adapters/link/link.h"
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <boost/asio/executor_work_guard.hpp>
 #include <boost/asio/io_context.hpp>
@@ -10,6 +11,7 @@
 #include "adapters/link/connection.h"
 #include "adapters/link/controller_process.h"
 #include "adapters/link/wire/wire.h"
+#include "base/disk.h"
 #include "base/utf8.h"
 
 namespace qrn::link {
@@ -29,6 +31,21 @@ milliseconds left(Clock::time_point deadline) {
 
 bool isPressBlock(std::string_view text) {
   return text.find("],") != std::string_view::npos;
+}
+
+// Why a controller could not announce itself in that folder, "" when it can.
+std::string whyNothingIsWritten(const std::string& folder) {
+  constexpr std::size_t kMoreThanAnnounced = 1000;
+  const std::string trial = folder + "/trial." + std::to_string(::getpid());
+  try {
+    if (::mkdir(folder.c_str(), S_IRWXU) != 0 && errno != EEXIST)
+      throwDisk("Cannot make", folder);
+    saveText(trial, std::string(kMoreThanAnnounced, ' '), {"", 0600});
+    ::unlink(trial.c_str());
+    return "";
+  } catch (const HostError& failure) {
+    return std::string(failure.what()) + ".";
+  }
 }
 
 }  // namespace
@@ -123,6 +140,9 @@ bool WebSocketLink::Impl::startController() {
     error = "There is no folder that is this user's alone.";
     return false;
   }
+  error = whyNothingIsWritten(options.announceFolder);
+  if (!error.empty())
+    return false;
   const auto deadline = Clock::now() + options.startTimeout;
   const std::string token = randomToken();
   error =

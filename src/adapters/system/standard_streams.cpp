@@ -9,8 +9,8 @@ namespace qrn::system {
 
 void secureStandardStreams() {
   for (int fd = STDIN_FILENO; fd <= STDERR_FILENO; ++fd)
-    if (::fcntl(fd, F_GETFD) < 0)
-      (void)!::open("/dev/null", O_RDWR);  // takes the lowest free number, which is this one
+    if (::fcntl(fd, F_GETFD) < 0)  // open() takes the lowest free number, which is this one
+      (void)!::open("/dev/null", fd == STDOUT_FILENO ? O_RDONLY : O_RDWR);
   // A handler instead of ignoring: what is ignored stays so in programs that this one starts.
   struct sigaction action {};
   action.sa_handler = [](int) {};
