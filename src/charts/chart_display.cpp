@@ -105,7 +105,7 @@ void tellFacts(TChart& chart, const ChartSeries& series, const AverageFacts& fac
   else if (facts.items == 0)
     chart.Message = "None of the " + std::to_string(glo.itemCount()) + " items is in what is shown";
   else if (shown == 0)
-    chart.Message = "No item has votes" + (scale.empty() ? "" : " on " + scale) + " yet (" + part + ")";
+    chart.Message = nobodyVoted(scale.empty() ? "" : " on " + scale) + " (" + part + ")";
   std::vector<std::string> said;
   if (facts.most > 0)
     said.push_back((facts.fewest < facts.most ? std::to_string(facts.fewest) + " to " : "") +
@@ -243,6 +243,11 @@ void giveIdentifiers() {
 
 std::string itemLabel(int item) {
   return riskAt(item).identifier + ": " + riskAt(item).text;
+}
+
+std::string nobodyVoted(const std::string& onWhat) {
+  return glo.demographicFilterOn ? "Nobody in the chosen groups has voted" + onWhat
+                                 : "No item has votes" + onWhat + " yet";
 }
 
 bool inCategoriesShown(int item) {

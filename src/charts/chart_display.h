@@ -43,6 +43,9 @@ std::string GetItemText(int item);
 // True when the item is in a selected category, or when none is left out.
 bool inCategoriesShown(int item);
 
+// That no item has votes `onWhat`: nobody's yet, or none of those that the demographic filter leaves.
+std::string nobodyVoted(const std::string& onWhat);
+
 // Gives every item without an identifier the one that its ID gives; graphs name items by it.
 void giveIdentifiers();
 

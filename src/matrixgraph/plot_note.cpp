@@ -52,7 +52,7 @@ PlotNote plotNote(const PlotRequest& request, const std::vector<PlottedItem>& pl
   if (items.empty())
     return {"None of the " + std::to_string(glo.itemCount()) + " items is in what is shown", true};
   if (plotted.empty())
-    return {"No item has votes on both scales yet." + votesByScale(request, items), true};
+    return {nobodyVoted(" on both scales") + "." + votesByScale(request, items), true};
   const auto off = std::count_if(plotted.begin(), plotted.end(), [](const PlottedItem& item) {
     return std::none_of(item.onScale.begin(), item.onScale.end(), [](bool on) { return on; });
   });

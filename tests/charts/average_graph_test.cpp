@@ -165,6 +165,9 @@ TEST_F(AverageGraph, SaysWhatIsMissing) {
   xyVoteAverageGraph& form = draw(2);
   const auto message = [&] { return all(form.surface(), "message").at(0)->toolTip; };
   EXPECT_EQ(message(), "No item has votes on Name2 yet (0 of 3)");
+  glo.demographicFilterOn = true;
+  form.drawGraph(2, 0);
+  EXPECT_EQ(message(), "Nobody in the chosen groups has voted on Name2 (0 of 3)");
   for (const char* array : {"bars", "barValue", "gridLine"})
     EXPECT_TRUE(all(form.surface(), array).empty()) << array;
   for (RiskRecord& risk : glo.risks) risk.voting = false;
