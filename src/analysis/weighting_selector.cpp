@@ -44,6 +44,7 @@ void weightingSelector::addRow(int assessment) {
                       .value = host::number(weight[a]),
                       .low = 1,
                       .high = kMostWeight,
+                      .subject = "The weight of " + glo.assessmentTitles[a],
                       .place = Control::Place::beside});
   for (const int by : {-1, 1})
     controls.push_back({.kind = Control::Kind::button,

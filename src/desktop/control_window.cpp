@@ -2,9 +2,7 @@
 
 #include <QApplication>
 #include <QButtonGroup>
-#include <QCheckBox>
 #include <QCloseEvent>
-#include <QComboBox>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -15,25 +13,22 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "adapters/qt/marks.h"
 #include "adapters/qt/themed.h"
 #include "core/windows/slide_theme.h"
 #include "desktop/keys.h"
 #include "desktop/panel_view.h"
 #include "host/host.h"
 #include "render/fonts.h"
+#include "render/render.h"
 
 namespace qrn::desktop {
 
 namespace {
 
-constexpr double kWidest = 0.8, kTallest = 0.9, kWidestList = 0.36, kWidestGrid = 0.76;  // of the screen
-constexpr int kMostRows = 5;                // that a list asks room for
-constexpr int kFrame = 8, kScrollBar = 18;  // pixels
-
-// Captions are plain words: "&" is a letter of them.
-QString plain(const std::string& caption) {
-  return render::toQt(caption).replace('&', "&&");
-}
+constexpr double kWidest = 0.8, kTallest = 0.9;  // of the screen
+constexpr int kFewestRows = 3, kMostRows = 5;    // that a list asks room for
+constexpr int kFrame = 8, kScrollBar = 18;       // pixels
 
 }  // namespace
 
@@ -96,19 +91,28 @@ void ControlWindow::build() {
     cell->addWidget(widgetFor(control));
   }
   layout->addWidget(problem_);
+  layout->addLayout(footRow());
+}
+
+QHBoxLayout* ControlWindow::footRow() {
   auto* foot = new QHBoxLayout;
-  foot->setSpacing(gap);
+  foot->setSpacing(px(look::Size::floor) / 2);
   foot->addStretch();
   if (!form_.dismissCaption.empty())
-    foot->addWidget(footButton(form_.dismissCaption, form_.dismissIsDefault, &host::ControlForm::dismiss));
+    foot->addWidget(
+        dismiss_ = footButton(form_.dismissCaption, form_.dismissIsDefault, &host::ControlForm::dismiss));
   if (!form_.acceptCaption.empty())
-    foot->addWidget(footButton(form_.acceptCaption, !form_.dismissIsDefault, &host::ControlForm::accept));
-  layout->addLayout(foot);
+    foot->addWidget(accept_ =
+                        footButton(form_.acceptCaption, !form_.dismissIsDefault, &host::ControlForm::accept));
+  return foot;
 }
 
 QPushButton* ControlWindow::footButton(const std::string& caption, bool primary,
                                        void (host::ControlForm::*press)()) {
-  auto* button = new QPushButton(plain(caption), card_);
+  auto* button = new QPushButton(card_);
+  mnemonics_.add([this, &caption,
+                  press] { return press == &host::ControlForm::dismiss && dismissesAlike() ? "" : caption; },
+                 [button](const QString& text) { button->setText(text); }, Mnemonics::choosesFirst);
   if (primary)
     button->setObjectName("primary");
   connect(button, &QPushButton::clicked, this, [this, press] {
@@ -149,6 +153,7 @@ QWidget* ControlWindow::widgetFor(host::Control& control) {
       break;
   }
   widget->setToolTip(render::toQt(control.help));
+  widgets_[control.name] = widget;
   if (first_ == nullptr)
     first_ = widget->focusProxy() != nullptr ? widget->focusProxy() : widget;
   syncs_.push_back([widget, &control] { widget->setEnabled(host::isEnabled(control)); });
@@ -162,13 +167,22 @@ void ControlWindow::took(const host::Control& control, const std::string& value)
   sync();
 }
 
+QLabel* ControlWindow::captionOf(const host::Control& control, QWidget* field) {
+  auto* label = new QLabel(field->parentWidget());
+  label->setTextFormat(Qt::PlainText);
+  label->setBuddy(field);
+  mnemonics_.add([&control] { return control.caption; },
+                 [label](const QString& text) { label->setText(text); });
+  return label;
+}
+
 QWidget* ControlWindow::checkBox(host::Control& control) {
-  auto* box = new QCheckBox(plain(control.caption), card_);
-  connect(box, &QCheckBox::clicked, this, [this, &control](bool on) { took(control, on ? "-1" : "0"); });
+  auto* box = new qt::TickBox(render::toColour(theme_.onData), card_);
+  mnemonics_.add([&control] { return control.caption; }, [box](const QString& text) { box->setText(text); });
+  connect(box, &qt::TickBox::clicked, this, [this, &control](bool on) { took(control, on ? "-1" : "0"); });
   syncs_.push_back([box, &control] {
     const QSignalBlocker quiet(box);
     box->setChecked(host::valueOf(control) != "0");
-    box->setText(plain(control.caption));
   });
   return box;
 }
@@ -181,7 +195,9 @@ QWidget* ControlWindow::radioButtons(host::Control& control) {
     layout->addWidget(new QLabel(render::toQt(control.caption), whole));
   auto* group = new QButtonGroup(whole);
   for (std::size_t place = 0; place < control.choices.size(); ++place) {
-    auto* button = new QRadioButton(plain(control.choices[place]), whole);
+    auto* button = new QRadioButton(whole);
+    mnemonics_.add([&control, place] { return control.choices[place]; },
+                   [button](const QString& text) { button->setText(text); });
     group->addButton(button, static_cast<int>(place));
     layout->addWidget(button);
   }
@@ -199,12 +215,12 @@ QWidget* ControlWindow::comboBox(host::Control& control) {
   auto* layout = new QHBoxLayout(whole);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(px(look::Size::floor) / 2);
-  auto* box = new QComboBox(whole);
+  auto* box = new qt::ChoiceBox(whole);
   for (const std::string& choice : control.choices) box->addItem(render::toQt(choice));
-  layout->addWidget(new QLabel(render::toQt(control.caption), whole));
+  layout->addWidget(captionOf(control, box));
   layout->addWidget(box, 1);
   whole->setFocusProxy(box);
-  connect(box, &QComboBox::activated, this,
+  connect(box, &qt::ChoiceBox::activated, this,
           [this, &control](int place) { took(control, std::to_string(place)); });
   syncs_.push_back([box, &control] {
     for (int place = 0; place < box->count(); ++place)
@@ -221,7 +237,7 @@ QWidget* ControlWindow::lineEdit(host::Control& control) {
   layout->setSpacing(px(look::Size::floor) / 2);
   auto* edit = new QLineEdit(whole);
   edit->setObjectName(render::toQt(control.name));
-  layout->addWidget(new QLabel(render::toQt(control.caption), whole), 1);
+  layout->addWidget(captionOf(control, edit), 1);
   layout->addWidget(edit, control.kind == host::Control::Kind::number ? 0 : 2);
   if (control.kind == host::Control::Kind::number)
     edit->setFixedWidth(5 * px(look::Size::label));
@@ -239,27 +255,47 @@ QWidget* ControlWindow::panelBox(host::Control& control) {
   auto* whole = new QWidget(card_);
   auto* layout = new QVBoxLayout(whole);
   layout->setContentsMargins(0, 0, 0, 0);
-  if (!control.caption.empty())
-    layout->addWidget(new QLabel(render::toQt(control.caption), whole));
   auto* view = new PanelView(*control.panel, render::toQt(control.name), whole);
+  if (!control.caption.empty())
+    layout->addWidget(captionOf(control, view));
   layout->addWidget(view, 1);
   whole->setFocusProxy(view);
-  sizes_.push_back([this, view, &control] {
-    const int rows = control.rows > 0
-                         ? control.rows + (control.panel->columns.empty() ? 0 : 1)
-                         : std::clamp(static_cast<int>(control.panel->rows().size()), 3, kMostRows);
-    const double share = control.panel->columns.empty() ? kWidestList : kWidestGrid;
-    const int most = static_cast<int>(stack_.placeForForms().width() * share);
-    view->ensurePolished();
-    view->setMinimumSize(std::min(most, view->textWidth() + 2 * kFrame + kScrollBar),
-                         rows * std::max(1, view->rowHeight()) + 2 * kFrame);
-  });
+  view->changed = [this] {
+    if (formStands())
+      sync();
+  };
+  sizes_.push_back([this, view, &control] { fitList(control, *view); });
   syncs_.push_back([view] { view->sync(); });
   return whole;
 }
 
+// A list may be as wide as the card, and has half of it where it shares the row; the rows of a grid are
+// whole.
+void ControlWindow::fitList(const host::Control& control, PanelView& view) {
+  const bool grid = !control.panel->columns.empty();
+  const int rows = control.rows > 0
+                       ? control.rows
+                       : std::clamp(static_cast<int>(control.panel->rows().size()), kFewestRows, kMostRows);
+  const QMargins edge = card_->layout()->contentsMargins();
+  const int room = most().width() - edge.left() - edge.right(), gap = 2 * card_->layout()->spacing();
+  view.ensurePolished();
+  const int width = std::min(room, view.textWidth() + 2 * kFrame + kScrollBar);
+  const int row = std::max(1, view.rowHeight());
+  view.setMinimumSize(std::min(width, grid ? room : (room - gap) / 2),
+                      std::min(rows, grid ? 1 : kFewestRows) * row + 2 * kFrame);
+  view.setWish({width, rows * row + 2 * kFrame});
+  if (!grid)
+    return;
+  placeCard();
+  view.setWish({width, view.heightOf(rows, most().height())});
+  placeCard();
+  view.setWish({width, view.heightOf(rows, view.height())});
+}
+
 QWidget* ControlWindow::pushButton(host::Control& control) {
-  auto* button = new QPushButton(plain(control.caption), card_);
+  auto* button = new QPushButton(card_);
+  mnemonics_.add([&control] { return control.caption; },
+                 [button](const QString& text) { button->setText(text); });
   connect(button, &QPushButton::clicked, this, [this, &control] {
     const QPointer<ControlWindow> self(this);
     if (formStands() && control.pressed)
@@ -276,6 +312,11 @@ bool ControlWindow::formStands() const {
 
 void ControlWindow::sync() {
   for (const auto& one : syncs_) one();
+  mnemonics_.sync();
+  if (dismiss_ != nullptr && accept_ != nullptr)
+    dismiss_->setVisible(!dismissesAlike());
+  if (const auto wanted = widgets_.find(std::exchange(form_.focus, "")); wanted != widgets_.end())
+    wanted->second->setFocus();
   const std::string& why = refused_.empty() ? form_.problem : refused_;
   problem_->setText(render::toQt(why));
   const bool shown = !problem_->isHidden();
@@ -290,23 +331,29 @@ void ControlWindow::focusFirst() {
 }
 
 void ControlWindow::standOver() {
-  QWidget* front = stack_.front();
   const QRect place = stack_.placeForForms();
-  scrim_.take(front != this ? front : nullptr);
+  scrim_.take(stack_.picture(place, this));
   setGeometry(place);
   card_->ensurePolished();
-  for (const auto& one : sizes_) one();
   fitCard();
 }
 
+QSize ControlWindow::most() const {
+  return {static_cast<int>(width() * kWidest), static_cast<int>(height() * kTallest)};
+}
+
 void ControlWindow::fitCard() {
-  const QSize place = size();
-  const QSize most(static_cast<int>(place.width() * kWidest), static_cast<int>(place.height() * kTallest));
-  card_->layout()->invalidate();
-  card_->setMaximumSize(most);
-  const QSize size = card_->layout()->sizeHint().expandedTo(QSize(most.width() / 2, 0)).boundedTo(most);
-  card_->setGeometry(
-      QRect(QPoint((place.width() - size.width()) / 2, (place.height() - size.height()) / 2), size));
+  for (const auto& one : sizes_) one();
+  placeCard();
+}
+
+void ControlWindow::placeCard() {
+  QLayout& layout = *card_->layout();
+  layout.invalidate();
+  card_->setMaximumSize(most());
+  const QSize size = layout.sizeHint().expandedTo(QSize(most().width() / 2, 0)).boundedTo(most());
+  card_->setGeometry(QRect(QPoint((width() - size.width()) / 2, (height() - size.height()) / 2), size));
+  layout.activate();
 }
 
 void ControlWindow::paintEvent(QPaintEvent*) {

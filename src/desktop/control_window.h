@@ -6,17 +6,23 @@
 #include <QPointer>
 #include <QWidget>
 #include <functional>
+#include <map>
+#include <string>
 #include <vector>
 
 #include "adapters/qt/staged_dialog.h"
+#include "desktop/mnemonics.h"
 #include "desktop/window_stack.h"
 #include "host/controls.h"
 #include "look/theme.h"
 
+class QHBoxLayout;
 class QLabel;
 class QPushButton;
 
 namespace qrn::desktop {
+
+class PanelView;
 
 class ControlWindow : public QWidget {
  public:
@@ -40,9 +46,17 @@ class ControlWindow : public QWidget {
   QWidget* lineEdit(host::Control& control);
   QWidget* panelBox(host::Control& control);
   QWidget* pushButton(host::Control& control);
+  // The words before a field or above a list; Alt with its letter goes there.
+  QLabel* captionOf(const host::Control& control, QWidget* field);
+  QHBoxLayout* footRow();
   QPushButton* footButton(const std::string& caption, bool primary, void (host::ControlForm::*press)());
+  // Both buttons say the same: one of them is enough.
+  bool dismissesAlike() const { return form_.dismissCaption == form_.acceptCaption; }
   void took(const host::Control& control, const std::string& value);
   void fitCard();  // around what it holds, in the middle
+  void fitList(const host::Control& control, PanelView& view);
+  void placeCard();
+  QSize most() const;  // that a card may take
   int px(look::Size size) const;
 
   host::ControlForm& form_;
@@ -54,7 +68,10 @@ class ControlWindow : public QWidget {
   QWidget* first_ = nullptr;                  // where the keyboard begins
   std::vector<std::function<void()>> syncs_;  // one per control with something to show
   std::vector<std::function<void()>> sizes_;  // of what takes more room the more it holds
-  std::string refused_;                       // why the last value was not taken
+  std::map<std::string, QWidget*> widgets_;   // by the name of the control
+  Mnemonics mnemonics_;
+  QPushButton *dismiss_ = nullptr, *accept_ = nullptr;
+  std::string refused_;  // why the last value was not taken
 };
 
 // Attaches a window to a form made of controls.

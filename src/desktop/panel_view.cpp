@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPointer>
+#include <QStyledItemDelegate>
 #include <algorithm>
 
 #include "desktop/keys.h"
@@ -22,6 +23,26 @@ std::string said(const host::PanelRow& row) {
   for (const std::string& cell : row.cells) text += "\t" + cell;
   return text;
 }
+
+// A row that is as high as its longest cell needs in the width of the column.
+class WrappedRow : public QStyledItemDelegate {
+ public:
+  explicit WrappedRow(QTreeView& view) : QStyledItemDelegate(&view), view_(view) {}
+  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    QStyleOptionViewItem unbound(option);
+    unbound.rect = QRect();
+    const QString text = index.data(Qt::DisplayRole).toString();
+    QSize size = QStyledItemDelegate::sizeHint(unbound, index);
+    const int frame = size.width() - option.fontMetrics.horizontalAdvance(text);
+    const QRect room(0, 0, view_.columnWidth(index.column()) - frame - 2, 1 << 20);
+    const int wrapped = option.fontMetrics.boundingRect(room, Qt::TextWordWrap, text).height();
+    size.rheight() += std::max(0, wrapped - option.fontMetrics.height());
+    return size;
+  }
+
+ private:
+  const QTreeView& view_;
+};
 
 }  // namespace
 
@@ -129,7 +150,11 @@ PanelView::PanelView(host::Panel& panel, const QString& name, QWidget* parent)
     : QTreeView(parent), panel_(panel), model_(new PanelModel(panel, this)) {
   setObjectName(name);
   setModel(model_);
-  setUniformRowHeights(true);
+  setUniformRowHeights(panel.columns.empty());
+  if (!panel.columns.empty()) {
+    setWordWrap(true);
+    setItemDelegate(new WrappedRow(*this));
+  }
   setHeaderHidden(panel.columns.empty());
   setSelectionMode(panel.multiSelect ? QAbstractItemView::ExtendedSelection
                                      : QAbstractItemView::SingleSelection);
@@ -179,6 +204,31 @@ int PanelView::textWidth() const {
   return static_cast<int>(width);
 }
 
+int PanelView::heightOf(int rows, int room) const {
+  int height = this->height() - viewport()->height();
+  const int count = std::min(rows, static_cast<int>(panel_.rows().size()));
+  for (int row = 0; row < count; ++row) {
+    const int next = height + indexRowSizeHint(model_->indexOf(row));
+    if (next > room)
+      break;
+    height = next;
+  }
+  return height;
+}
+
+void PanelView::setWish(QSize wish) {
+  wish_ = wish;
+  updateGeometry();
+}
+
+// Rows that go from one to the next are whole or not there.
+void PanelView::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
+                        const QModelIndex& index) const {
+  const QRect& row = option.rect;
+  if (verticalScrollMode() == ScrollPerPixel || row.top() <= 0 || row.bottom() < viewport()->height())
+    QTreeView::drawRow(painter, option, index);
+}
+
 void PanelView::setWidths() {
   int last = 0;
   for (std::size_t column = 0; column < panel_.columns.size(); ++column) {
@@ -191,6 +241,8 @@ void PanelView::setWidths() {
   header()->setStretchLastSection(panel_.columns.empty());
   if (!panel_.columns.empty())
     header()->setSectionResizeMode(last, QHeaderView::Stretch);
+  if (wordWrap())
+    scheduleDelayedItemsLayout();  // rows may wrap elsewhere now
 }
 
 void PanelView::resizeEvent(QResizeEvent* event) {
@@ -209,7 +261,7 @@ void PanelView::keyPressEvent(QKeyEvent* event) {
   const QPointer<PanelView> self(this);
   const bool taken = panel_.keyDown(stroke.keyCode, stroke.shift, std::max(1, page - 1));
   if (self && taken)
-    sync();
+    afterChange();
   else if (self)
     event->ignore();  // the dialog may know it
 }
@@ -242,7 +294,7 @@ void PanelView::mousePressEvent(QMouseEvent* event) {
   else if (event->button() == Qt::LeftButton || !panel_.isSelected(row))
     panel_.select(row, how);
   if (self)
-    sync();
+    afterChange();
 }
 
 void PanelView::mouseDoubleClickEvent(QMouseEvent* event) {
@@ -251,7 +303,7 @@ void PanelView::mouseDoubleClickEvent(QMouseEvent* event) {
   if (row >= 0 && panel_.rows()[static_cast<std::size_t>(row)].enabled && panel_.activated)
     panel_.activated(row);
   if (self)
-    sync();
+    afterChange();
 }
 
 void PanelView::contextMenuEvent(QContextMenuEvent* event) {
@@ -261,7 +313,7 @@ void PanelView::contextMenuEvent(QContextMenuEvent* event) {
   if (panel_.menuWanted)
     panel_.menuWanted(row);
   if (self)
-    sync();
+    afterChange();
 }
 
 void PanelView::dropEvent(QDropEvent* event) {
@@ -273,7 +325,7 @@ void PanelView::dropEvent(QDropEvent* event) {
     return;
   const int to = target < 0 ? static_cast<int>(panel_.rows().size()) : target + (where == BelowItem ? 1 : 0);
   panel_.dropped(from, to, where == OnItem);
-  sync();
+  afterChange();
 }
 
 }  // namespace qrn::desktop

@@ -4,6 +4,7 @@
 
 #include <QAbstractItemModel>
 #include <QTreeView>
+#include <functional>
 
 #include "host/panel.h"
 
@@ -35,11 +36,18 @@ class PanelModel : public QAbstractItemModel {
 class PanelView : public QTreeView {
  public:
   PanelView(host::Panel& panel, const QString& name, QWidget* parent);
-  void sync();  // shows what the panel holds
+  void sync();                    // shows what the panel holds
+  std::function<void()> changed;  // somebody did something to the panel; left out: sync
   int rowHeight() const { return sizeHintForRow(0); }
   int textWidth() const;  // pixels in which no row is cut
+  // The height of the first rows as they are wrapped now, of as many as there is room for.
+  int heightOf(int rows, int room) const;
+  void setWish(QSize wish);  // the room that it asks its layout for
+  QSize sizeHint() const override { return wish_.isValid() ? wish_ : QTreeView::sizeHint(); }
 
  protected:
+  void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override;
   void keyPressEvent(QKeyEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
@@ -49,10 +57,12 @@ class PanelView : public QTreeView {
 
  private:
   void setWidths();
+  void afterChange() { changed ? changed() : sync(); }
   bool ticks(const QModelIndex& index, QPoint at);  // the press hit a check box
 
   host::Panel& panel_;
   PanelModel* model_;
+  QSize wish_;
   std::vector<std::string> seen_;  // what the rows said at the last sync
 };
 

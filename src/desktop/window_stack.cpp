@@ -1,6 +1,7 @@
 #include "desktop/window_stack.h"
 
 #include <QGuiApplication>
+#include <QPainter>
 #include <QScreen>
 #include <QWindow>
 #include <algorithm>
@@ -40,6 +41,23 @@ QWidget* WindowStack::front() const {
     return window && window->isVisible();
   });
   return found == windows_.rend() ? nullptr : found->data();
+}
+
+QPixmap WindowStack::picture(const QRect& place, const QWidget* without) const {
+  std::vector<QWidget*> seen;  // the lowest first, but for those that one above them covers
+  for (const QPointer<QWidget>& window : windows_) {
+    if (!window || !window->isVisible() || window == without)
+      continue;
+    if (window->geometry().contains(place))
+      seen.clear();
+    seen.push_back(window);
+  }
+  QPixmap picture(place.size());
+  picture.fill(Qt::transparent);
+  QPainter painter(&picture);
+  for (QWidget* window : seen)
+    painter.drawPixmap(window->geometry().translated(-place.topLeft()), window->grab());
+  return picture;
 }
 
 QRect WindowStack::placeForForms() const {

@@ -2,6 +2,7 @@
 // when a full-screen window goes; the stack hands it to the window beneath.
 #pragma once
 
+#include <QPixmap>
 #include <QPointer>
 #include <QRect>
 #include <QWidget>
@@ -17,6 +18,8 @@ class WindowStack {
   void raise(QWidget* window);  // shown and put in front
   void drop(QWidget* window);   // hidden or closing: the next visible one gets the keyboard
   QWidget* front() const;       // null when none is visible
+  // What our windows show of a place on the screen, but for one of them; transparent where none stands.
+  QPixmap picture(const QRect& place, const QWidget* without) const;
   QRect placeForForms() const;  // where full-screen forms stand: the screen of the front window
 
   // Windows of forms by the form's name, from the making of the window to its end.

@@ -28,14 +28,32 @@ std::string plain(double value) {
   return std::string(digits.data(), done.ptr);
 }
 
-std::string outOfBounds(const Control& control, const std::string& value) {
+bool isPlace(const Control& control) {
+  return control.kind == Control::Kind::options || control.kind == Control::Kind::choice;
+}
+
+bool isNumber(const Control& control) {
+  return control.kind == Control::Kind::number || isPlace(control);
+}
+
+double highest(const Control& control) {
+  return isPlace(control) ? static_cast<double>(control.choices.size()) - 1 : control.high;
+}
+
+bool isInBounds(const Control& control, const std::string& value) {
   const std::optional<double> wanted = numberIn(value);
-  const bool place = control.kind == Control::Kind::options || control.kind == Control::Kind::choice;
-  const double low = place ? 0 : control.low;
-  const double high = place ? static_cast<double>(control.choices.size()) - 1 : control.high;
-  if (wanted && *wanted >= low && *wanted <= high)
-    return "";
-  return control.caption + " is a number from " + plain(low) + " to " + plain(high) + ".";
+  return wanted && *wanted >= control.low && *wanted <= highest(control);
+}
+
+const std::string& subjectOf(const Control& control) {
+  return control.subject.empty() ? control.caption : control.subject;
+}
+
+std::string whatItTakes(const Control& control, const std::string& value) {
+  if (isNumber(control))
+    return (control.value.whole ? " is a whole number from " : " is a number from ") + plain(control.low) +
+           " to " + plain(highest(control)) + ".";
+  return control.kind == Control::Kind::check ? " is -1 or 0." : " does not take \"" + value + "\".";
 }
 
 }  // namespace
@@ -58,7 +76,8 @@ Access number(int& value) {
               return false;
             value = static_cast<int>(*one);
             return true;
-          }};
+          },
+          true};
 }
 
 Access number(float& value) {
@@ -94,16 +113,11 @@ std::string valueOf(const Control& control) {
 }
 
 std::string give(const Control& control, const std::string& value) {
-  using Kind = Control::Kind;
   if (!control.value.set)
-    return control.caption + " holds no value.";
-  if (control.kind == Kind::number || control.kind == Kind::options || control.kind == Kind::choice)
-    if (const std::string problem = outOfBounds(control, value); !problem.empty())
-      return problem;
-  if (control.value.set(value))
+    return subjectOf(control) + " holds no value.";
+  if ((!isNumber(control) || isInBounds(control, value)) && control.value.set(value))
     return "";
-  return control.caption +
-         (control.kind == Kind::check ? " is -1 or 0." : " does not take \"" + value + "\".");
+  return subjectOf(control) + whatItTakes(control, value);
 }
 
 Control* ControlForm::find(const std::string& controlName) {

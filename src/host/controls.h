@@ -16,6 +16,7 @@ namespace qrn::host {
 struct Access {
   std::function<std::string()> get;
   std::function<bool(const std::string&)> set;  // false: it is no such value, nothing changes
+  bool whole = false;                           // numbers without a fraction
 };
 Access flag(bool& value);
 Access number(int& value);
@@ -44,6 +45,7 @@ struct Control {
   std::function<void()> pressed{};
   std::function<bool()> enabled{};  // left out: always
   std::string help{};               // one sentence for who does not know it
+  std::string subject{};            // what sentences call it; left out: the caption
   // Where it stands towards the control before it: `under` it within the same place of the row, or `beside`
   // it.
   enum class Place { row, beside, under };
@@ -70,6 +72,7 @@ struct ControlForm : Form {
   std::string acceptCaption = "OK", dismissCaption = "Cancel";
   bool accepted = false;
   bool dismissIsDefault = false;  // the first button would delete or end something
+  std::string focus;              // the control that the keyboard is to go to; its window takes it once
 
  protected:
   // Takes over what the controls hold. "" closes the dialog, else it stays and says why.

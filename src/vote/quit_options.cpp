@@ -3,8 +3,11 @@
 #include "base/errors.h"
 #include "core/glo.h"
 #include "core/item_label.h"
+#include "host/dialogs.h"
+#include "host/help.h"
 #include "host/host.h"
 #include "host/names.h"
+#include "store/vote_store.h"
 #include "vote/vote_plan.h"
 #include "vote/xy_vote_runtime.h"
 
@@ -24,13 +27,24 @@ int targetOf(const host::Panel& panel) {
   return panel.current() < 0 ? -1 : panel.rows()[static_cast<std::size_t>(panel.current())].id;
 }
 
+bool isAtHand(int item, int assessment) {
+  return item == glo.currentItem && assessment == glo.currentAssessment;
+}
+
+// Saved ones, or those that the open vote has taken so far.
+bool hasVotes(int item, int assessment) {
+  readVoteRecords();
+  return glo.voteRecords.lastLine(voteKey(item, assessment)).data() != nullptr ||
+         (isAtHand(item, assessment) && glo.votesCast > 0);
+}
+
 }  // namespace
 
 xyVoteQuitOptions::xyVoteQuitOptions() : ControlForm(formName::quitOptions) {
   using Kind = host::Control::Kind;
   using Where = host::Control::Place;
   title = "What next?";
-  dismissCaption = captions()[continueVoting];
+  acceptCaption = dismissCaption = captions()[continueVoting];
   controls = {
       {.kind = Kind::list, .name = "options", .panel = &options},
       {.kind = Kind::list, .name = "List1", .caption = "Item list", .panel = &List1, .place = Where::beside},
@@ -56,8 +70,11 @@ void xyVoteQuitOptions::Form_Load() {
   }
   options.setRows(std::move(rows));
   options.select(continueVoting);
-  options.selectionChanged = [this](int row) { chosen = static_cast<Option>(row); };
-  options.activated = [this](int row) { choose(static_cast<Option>(row)); };
+  options.selectionChanged = [this](int row) {
+    chosen = static_cast<Option>(row);
+    acceptCaption = chosen == goTo ? "Go to" : captions()[chosen];
+  };
+  options.activated = [this](int row) { wish(static_cast<Option>(row)); };
   fillTargets();
   for (host::Panel* panel : {&List1, &List2}) {
     panel->selectionChanged = [this](int) { options.select(goTo); };
@@ -98,12 +115,40 @@ VoteOutcome xyVoteQuitOptions::outcomeOf(Option option) {
   return VoteOutcome::none;
 }
 
+host::ActionTable xyVoteQuitOptions::actions() {
+  std::vector<host::Action> rows;
+  for (const char* caption : captions()) {
+    const int place = static_cast<int>(rows.size());
+    rows.push_back({.name = "option" + std::to_string(place),
+                    .caption = caption,
+                    .keys = {{'1' + place, host::kNoAlt}},
+                    .perform = [this, place] { wish(static_cast<Option>(place)); }});
+  }
+  rows.push_back({.name = "accept",
+                  .caption = "What is chosen",
+                  .keys = {{host::key::enter, host::kAnyShift}, {host::key::space, host::kAnyShift}},
+                  .perform = [this] { wish(chosen); }});
+  rows.push_back({.name = "dismiss",
+                  .caption = captions()[continueVoting],
+                  .keys = {{host::key::escape, host::kAnyShift}},
+                  .perform = [this] { dismiss(); }});
+  rows.push_back(host::helpAction(*this));
+  return host::ActionTable(std::move(rows));
+}
+
 void xyVoteQuitOptions::Form_KeyDown(int keyCode, int shift) {
-  const int last = static_cast<int>(captions().size()) - 1;
-  if (keyCode >= '1' && keyCode <= '1' + last)
-    choose(static_cast<Option>(keyCode - '1'));
-  else if (!options.keyDown(keyCode, shift))
-    ControlForm::Form_KeyDown(keyCode == host::key::space ? host::key::enter : keyCode, shift);
+  if (!options.keyDown(keyCode, shift))
+    actions().performKey(keyCode, shift);
+}
+
+// Going to where the vote is already is hardly meant: the target is asked for first.
+void xyVoteQuitOptions::wish(Option option) {
+  if (option == goTo && isAtHand(targetOf(List1), targetOf(List2)) && !List1.rows().empty()) {
+    options.select(goTo);
+    focus = "List1";
+  } else {
+    choose(option);
+  }
 }
 
 void xyVoteQuitOptions::choose(Option option) {
@@ -111,10 +156,19 @@ void xyVoteQuitOptions::choose(Option option) {
   accept();
 }
 
+bool xyVoteQuitOptions::mayVoteAgain(int item, int assessment) const {
+  return !hasVotes(item, assessment) ||
+         host::host().dialogs->MsgBox(GetItemLabel(glo.item(item)) + " has votes already. Vote it again?",
+                                      host::kTitle, host::Buttons::yesNo,
+                                      host::Icon::question) == host::Answer::yes;
+}
+
 std::string xyVoteQuitOptions::take() {
   const int item = targetOf(List1), assessment = targetOf(List2);
   if (chosen == goTo && (item < 0 || assessment < 0))
     return "There is no item to go to.";
+  if (chosen == goTo && !mayVoteAgain(item, assessment))
+    return "Nothing has changed. Choose another item, or go on.";
   if (chosen == goTo) {
     glo.jumpItem = item;
     glo.jumpAssessment = assessment;

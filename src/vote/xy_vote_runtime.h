@@ -103,6 +103,8 @@ struct xyVoteQuitOptions : host::ControlForm {
 
   void Form_Load() override;
   void Form_KeyDown(int keyCode, int shift) override;
+  host::ActionTable actions() override;
+  void wish(Option option);    // chooses it; without a target of its own "Go to..." asks for one
   void choose(Option option);  // sets UserResult and closes, unless there is nowhere to go to
   static VoteOutcome outcomeOf(Option option);
   // Captions of the options, in the order of `Option`.
@@ -120,6 +122,7 @@ struct xyVoteQuitOptions : host::ControlForm {
 
  private:
   void fillTargets();
+  bool mayVoteAgain(int item, int assessment) const;
 };
 
 // Defines "xyVoteRuntime" and "xyVoteQuitOptions" in the registry of the host.

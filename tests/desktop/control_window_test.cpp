@@ -2,9 +2,11 @@
 
 #include <QCheckBox>
 #include <QLineEdit>
+#include <QStyleOptionButton>
 #include <QTreeView>
 
 #include "desktop/window_world.h"
+#include "host/help.h"
 
 namespace {
 
@@ -92,7 +94,7 @@ TEST_F(ControlWindowTest, WhatIsRefusedIsToldAndChangesNothing) {
   edit->selectAll();
   type(edit, "99");
   EXPECT_EQ(form->weight, 9);
-  EXPECT_EQ(window->findChild<QLabel*>("problem")->text(), "Weight is a number from 1 to 20.");
+  EXPECT_EQ(window->findChild<QLabel*>("problem")->text(), "Weight is a whole number from 1 to 20.");
   EXPECT_EQ(edit->text(), "99") << "what is being typed stays";
   QTest::keyClick(edit, Qt::Key_Return);
   EXPECT_TRUE(form->visible) << "and is not passed over";
@@ -118,6 +120,54 @@ TEST_F(ControlWindowTest, MouseTicksChoosesAndOpens) {
 
 TEST_F(ControlWindowTest, NothingIsCutAtTheSmallestScreen) {
   EXPECT_EQ(test::cutParts(*window), "");
+  world.forms.define(host::kHelpForm, [] { return std::make_unique<host::formHelp>(); });
+  world.forms.attach(host::kHelpForm, desktop::controlView(stack));
+  world.forms.as<host::formHelp>(host::kHelpForm)
+      .tell(
+          std::vector<host::KeyHelp>(40, {"Space, Enter, Right, Down, PageDown, N",
+                                          "What next? Go to another item, go back, quit this vote or all"}));
+  world.forms.show(host::kHelpForm);
+  QWidget& help = *stack.front();
+  auto& list = *help.findChild<QTreeView*>("List1");
+  EXPECT_EQ(test::cutParts(help), "");
+  EXPECT_TRUE(help.findChild<QWidget*>("card")->rect().contains(list.parentWidget()->geometry()));
+  const QRect row = list.visualRect(list.model()->index(0, 1));
+  EXPECT_GE(row.height(), 2 * list.fontMetrics().height()) << "long rows are wrapped";
+  EXPECT_LT(list.viewport()->height() % row.height(), row.height() / 2) << "and whole";
+}
+
+TEST_F(ControlWindowTest, ATickIsNotToldByColourAlone) {
+  auto* box = window->findChild<QCheckBox*>();
+  for (const bool ticked : {false, true}) {
+    box->setChecked(ticked);
+    QStyleOptionButton option;
+    option.initFrom(box);
+    const QRect mark = box->style()->subElementRect(QStyle::SE_CheckBoxIndicator, &option, box);
+    const QImage middle = box->grab(mark.marginsRemoved(QMargins() + mark.width() / 4)).toImage();
+    QSet<QRgb> colours;
+    for (int i = 0; i < middle.width() * middle.height(); ++i)
+      colours.insert(middle.pixel(i % middle.width(), i / middle.width()));
+    EXPECT_EQ(colours.size() > 1, ticked);
+  }
+}
+
+TEST_F(ControlWindowTest, TheRestStandsWhereItStoodAndLettersReachEverythingOnce) {
+  QWidget large, small;
+  large.setGeometry(0, 0, 300, 300);
+  small.setGeometry(0, 50, 300, 200);
+  for (const auto& [which, colour] : {std::pair{&large, "red"}, {&small, "lime"}}) {
+    which->setStyleSheet(QString("background: %1;").arg(colour));
+    which->show();
+    stack.raise(which);
+  }
+  const QImage seen = stack.picture(QRect(0, 0, 300, 300), window).toImage();
+  for (const auto& [y, colour] : {std::pair{10, Qt::red}, {60, Qt::green}, {240, Qt::green}, {260, Qt::red}})
+    EXPECT_EQ(seen.pixelColor(150, y), QColor(colour)) << y;
+  QStringList texts;
+  for (const auto* button : window->findChildren<QAbstractButton*>()) texts << button->text();
+  for (const auto* label : window->findChildren<QLabel*>()) texts << label->text();
+  texts.sort();
+  EXPECT_EQ(texts.filter("&").join(" "), "&Cancel &It counts &OK &Weight I&tems");
 }
 
 }  // namespace

@@ -2,6 +2,8 @@
 
 #include <QLineEdit>
 #include <QMenu>
+#include <QScrollArea>
+#include <QScrollBar>
 
 #include "adapters/qt/question_box.h"
 #include "desktop/window_world.h"
@@ -82,6 +84,23 @@ TEST_F(Dialogs, TextIsShownAsItStands) {
   EXPECT_EQ(shown, "<b>Item & \"A\"</b>");
 }
 
+TEST_F(Dialogs, ALongTextScrollsAndLeavesTheButtonsTheirRoom) {
+  whenAsked([](QWidget& focus) {
+    QWidget& box = *focus.window();
+    const auto& text = *box.findChild<QScrollArea*>();
+    EXPECT_TRUE(box.screen()->geometry().contains(box.frameGeometry()));
+    EXPECT_LE(text.geometry().bottom(), focus.geometry().top());
+    EXPECT_GE(focus.height(), focus.sizeHint().height());
+    for (const auto& [which, line] : {std::pair{Qt::Key_Down, 1}, {Qt::Key_Up, 0}, {Qt::Key_End, 999}}) {
+      QTest::keyClick(&focus, which);
+      const QScrollBar& bar = *text.verticalScrollBar();
+      EXPECT_EQ(bar.value(), std::min(bar.maximum(), line * bar.singleStep())) << line;
+    }
+    QTest::keyClick(&focus, Qt::Key_Return);
+  });
+  dialogs.MsgBox(QString("Item\n").repeated(120).toStdString(), "", Buttons::ok, host::Icon::information);
+}
+
 TEST_F(Dialogs, InputComesBackOnEnterAndNothingOnEsc) {
   whenAsked([](QWidget& focus) {
     QTest::keyClicks(&focus, "Quay walls");
@@ -133,6 +152,8 @@ TEST_F(Dialogs, AMenuIsDoneByKeysAndByMouseAndEscChoosesNothing) {
                         {[](QMenu& menu) {
                            EXPECT_EQ(menu.actions()[0]->text(), "All plots && pairs\tCtrl+A");
                            EXPECT_TRUE(menu.actions()[2]->isChecked());
+                           const QImage seen = menu.grab().toImage();
+                           EXPECT_EQ(seen.pixel(0, 0), seen.pixel(seen.width() / 2, 0)) << "no bare corner";
                            QTest::mouseClick(&menu, Qt::LeftButton, {},
                                              menu.actionGeometry(menu.actions()[2]).center());
                          },

@@ -1,3 +1,6 @@
+#include <QPushButton>
+#include <QTreeView>
+
 #include "core/glo.h"
 #include "core/model.h"
 #include "desktop/form_windows.h"
@@ -53,6 +56,40 @@ TEST_F(QuitOptions, TabReachesTheTargetsOfGoTo) {
   EXPECT_EQ(form.chosen, xyVoteQuitOptions::goTo);
   EXPECT_EQ(glo.jumpItem, 1);
   EXPECT_EQ(glo.jumpAssessment, 2);
+}
+
+TEST_F(QuitOptions, ShowsWhatItWillDoAndAsksForATargetOfItsOwn) {
+  struct Case {
+    std::vector<Qt::Key> keys;
+    int row;
+    const char *primary, *focus;
+  };
+  for (const Case& c : {Case{{}, xyVoteQuitOptions::continueVoting, "Continue voting", "options"},
+                        {{Qt::Key_1}, xyVoteQuitOptions::goTo, "Go to", "List1"},
+                        {{Qt::Key_Home, Qt::Key_Return}, xyVoteQuitOptions::goTo, "Go to", "List1"},
+                        {{Qt::Key_Tab, Qt::Key_End}, xyVoteQuitOptions::goTo, "Go to", "List1"},
+                        {{Qt::Key_Down}, xyVoteQuitOptions::goToGraph, "Go to graph", "options"}}) {
+    std::string seen;
+    world.at(0.06, [&] {
+      QWidget& window = *stack.front();
+      const auto* options = window.findChild<QTreeView*>("options");
+      seen = std::to_string(options->selectionModel()->selectedRows()[0].row()) + " " +
+             window.findChild<QPushButton*>("primary")->text().remove('&').toStdString() + " " +
+             window.focusWidget()->objectName().toStdString();
+      QTest::keyClick(&window, Qt::Key_Escape);
+    });
+    answer(c.keys);
+    EXPECT_EQ(seen, std::to_string(c.row) + " " + c.primary + " " + c.focus);
+  }
+}
+
+TEST_F(QuitOptions, WhatHasVotesIsVotedAgainOnlyWhenThatIsConfirmed) {
+  glo.votesCast = 2;
+  const char* question = "item has votes already. Vote it again?";
+  world.expectMsgBox(question, host::Answer::no);
+  EXPECT_EQ(answer({Qt::Key_1, Qt::Key_Return, Qt::Key_Escape}).chosen, xyVoteQuitOptions::continueVoting);
+  world.expectMsgBox(question, host::Answer::yes);
+  EXPECT_EQ(answer({Qt::Key_1, Qt::Key_Return}).UserResult, VoteOutcome::jump);
 }
 
 TEST_F(QuitOptions, StandsOverTheVoteAndGoesBeforeIt) {

@@ -3,8 +3,11 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileDialog>
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QPointer>
+#include <QSplitter>
+#include <QTreeView>
 
 #include "adapters/qt/pop_up.h"
 #include "adapters/qt/question_box.h"
@@ -55,6 +58,16 @@ QString nameFilter(const std::string& filter) {
     filters << (bracket < 0 ? parts[i] : parts[i].left(bracket)).trimmed() + " (" + pattern + ")";
   }
   return filters.isEmpty() ? QString("All files (*)") : filters.join(";;");
+}
+
+// Names take what the other columns leave.
+void fitColumns(QFileDialog& box) {
+  for (const auto* files : box.findChildren<QTreeView*>()) {
+    files->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    files->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+  }
+  for (auto* halves : box.findChildren<QSplitter*>())
+    halves->setSizes({box.width() / 5, box.width() * 4 / 5});
 }
 
 }  // namespace
@@ -110,6 +123,7 @@ std::optional<std::string> QtDialogs::chooseFile(const host::FileQuestion& quest
   box->setAcceptMode(question.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
   box->setFileMode(question.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
   box->resize(960, 640);
+  fitColumns(*box);
   if (!question.name.empty())
     box->selectFile(text(question.name));
   const int result = ask(*box);

@@ -1,17 +1,22 @@
 #include "adapters/qt/pop_up.h"
 
 #include <QCursor>
+#include <QPainter>
 #include <QScreen>
 
+#include "adapters/qt/marks.h"
 #include "adapters/qt/themed.h"
 #include "core/windows/slide_theme.h"
+#include "render/render.h"
 
 namespace qrn::qt {
 
 namespace {
 
+constexpr int kBoxEdge = 2;  // pixels of the line round a box
+
 constexpr const char* kSheet = R"(
-  QMenu { background: @card; color: @text; border: 2px solid @line; border-radius: 8px; padding: @gappx;
+  QMenu { background: @card; color: @text; border: 2px solid @line; padding: @gappx;
           font-size: @floorpx; }
   QMenu::item { padding: @gappx @labelpx @gappx @wordpx; border-radius: 6px; }
   QMenu::item:selected { background: @data; color: @onData; }
@@ -28,7 +33,22 @@ QString plain(const std::string& text) {
 
 }  // namespace
 
-PopUp::PopUp(const std::vector<host::MenuRow>& rows, QWidget* parent) : QMenu(parent) {
+// Where the style sheet has its boxes.
+void TickedMenu::paintEvent(QPaintEvent* event) {
+  QMenu::paintEvent(event);
+  const look::Theme theme = slideTheme();
+  const int height = screenHeight(this), gap = pixels(look::Size::floor, height) / 4,
+            side = pixels(look::Size::label, height) / 2 + 2 + 2 * kBoxEdge;
+  QPainter painter(this);
+  for (QAction* action : actions())
+    if (action->isCheckable() && action->isChecked()) {
+      const QRect row = actionGeometry(action);
+      drawTick(painter, QRect(row.left() + gap, row.center().y() - side / 2, side, side),
+               render::toColour(theme.onHighlight));
+    }
+}
+
+PopUp::PopUp(const std::vector<host::MenuRow>& rows, QWidget* parent) : TickedMenu(parent) {
   setObjectName("popUp");
   setStyleSheet(themed(kSheet, slideTheme(), screenHeight(parent)));
   for (const host::MenuRow& row : rows) addRow(row);
@@ -43,7 +63,9 @@ QMenu* PopUp::menuOf(const std::string& group) {
   for (QAction* action : actions())
     if (action->menu() && action->text() == title)
       return action->menu();
-  return addMenu(title);
+  auto* menu = new TickedMenu(title, this);
+  addMenu(menu);
+  return menu;
 }
 
 void PopUp::addRow(const host::MenuRow& row) {

@@ -7,8 +7,8 @@
 #include <QPushButton>
 #include <QShortcut>
 #include <QVBoxLayout>
-#include <algorithm>
 
+#include "adapters/qt/scroll_text.h"
 #include "render/render.h"
 
 namespace qrn::qt {
@@ -70,20 +70,6 @@ QLabel* signLabel(const Sign& sign, int type, QWidget* parent) {
   return label;
 }
 
-QLabel* textLabel(const QString& text, int type, int width, QWidget* parent) {
-  auto* label = new QLabel(text, parent);
-  label->setTextFormat(Qt::PlainText);
-  label->setStyleSheet(QString("font-size: %1px;").arg(type));
-  label->ensurePolished();
-  label->setWordWrap(true);
-  const QRect needed =
-      label->fontMetrics().boundingRect(QRect(0, 0, width, 1 << 20), Qt::TextWordWrap | Qt::AlignLeft, text);
-  label->setMinimumSize(std::max(16 * type, needed.width() + 4),
-                        std::max(type * 12 / 5, needed.height() + 4));
-  label->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-  return label;
-}
-
 QString withPlainLineEnds(QString text) {
   return text.replace("\r\n", "\n").replace('\r', '\n');
 }
@@ -112,7 +98,7 @@ QuestionBox::QuestionBox(const QString& text, host::Buttons buttons, host::Icon 
   upper->setSpacing(type() * 6 / 5);
   if (icon != host::Icon::none)
     upper->addWidget(signLabel(signOf(icon, theme()), type(), card()), 0, Qt::AlignTop);
-  upper->addWidget(textLabel(text_, type(), textWidth(), card()), 1);
+  upper->addWidget(new ScrollText(text_, type(), textWidth(), textHeight(), card()), 1);
   QHBoxLayout* lower = buttonRow(type());
   for (const Choice& choice : choicesOf(buttons))
     lower->addWidget(answerButton(choice.caption, choice.answer, choice.answer == enter));
@@ -149,7 +135,7 @@ InputCard::InputCard(const QString& prompt, const QString& preset, QWidget* pare
   edit_->selectAll();
   edit_->setFocus();
   QVBoxLayout* layout = layOut(card(), type());
-  layout->addWidget(textLabel(withPlainLineEnds(prompt), type(), textWidth(), card()));
+  layout->addWidget(new ScrollText(withPlainLineEnds(prompt), type(), textWidth(), textHeight(), card()));
   layout->addWidget(edit_);
   layout->addLayout(lower);
   standInTheMiddle();

@@ -13,8 +13,8 @@ namespace qrn::qt {
 
 namespace {
 
-constexpr double kDim = 0.72;       // how much of what is behind the ground takes away
-constexpr double kTextShare = 0.5;  // of the screen's width
+constexpr double kDim = 0.72;                            // how much of what is behind the ground takes away
+constexpr double kTextShare = 0.5, kTextTallest = 0.64;  // of the screen's width and height
 constexpr int kText = 20, kTextWidth = 640, kButton = 16, kButtonWidth = 104;  // pixels, over a window
 
 constexpr const char* kSheet = R"(
@@ -28,12 +28,15 @@ constexpr const char* kSheet = R"(
   QPushButton:focus, QPushButton#primary:focus, QLineEdit:focus, QComboBox:focus, QTreeView:focus { border: 3px solid @highlight; }
   QPushButton:disabled, QCheckBox:disabled, QRadioButton:disabled, QLabel:disabled { color: @quiet; }
   QLineEdit, QComboBox { background: @field; border: 2px solid @line; border-radius: 8px; padding: @gappx @halfpx; }
-  QCheckBox, QRadioButton { spacing: @halfpx; }
-  QCheckBox:focus, QRadioButton:focus { color: @highlight; }
+  QCheckBox, QRadioButton { spacing: @halfpx; border: 3px solid transparent; border-radius: 8px; padding: 2px @gappx; }
+  QCheckBox:focus, QRadioButton:focus { border-color: @highlight; }
   QCheckBox::indicator, QRadioButton::indicator { width: @labelpx; height: @labelpx; background: @field; border: 2px solid @line; }
   QCheckBox::indicator { border-radius: 6px; }
   QRadioButton::indicator { border-radius: @halfpx; }
-  QCheckBox::indicator:checked, QRadioButton::indicator:checked { background: @data; border: 4px solid @onData; }
+  QCheckBox::indicator:checked { background: @data; border-color: @data; }
+  QRadioButton::indicator:checked { background: @data; border: 4px solid @onData; }
+  QComboBox::drop-down { border: none; width: @wordpx; }
+  QComboBox::down-arrow { image: none; }
   QComboBox QAbstractItemView { background: @card; selection-background-color: @data; selection-color: @onData; }
   QTreeView { background: @field; border: 2px solid @line; border-radius: 8px; outline: none; padding: 4px; }
   QTreeView::item { padding: 6px 8px; border-radius: 6px; }
@@ -50,16 +53,10 @@ QString cardSheet(const look::Theme& theme, int height) {
   return themed(kSheet, theme, height);
 }
 
-void Scrim::take(QWidget* behind) {
-  behind_ = behind ? behind->grab() : QPixmap();
-}
-
 void Scrim::paint(QWidget& on) const {
   QPainter painter(&on);
   QColor veil = render::toColour(theme_.ground);
   painter.fillRect(on.rect(), veil);
-  if (behind_.isNull())
-    return;
   painter.drawPixmap(on.rect(), behind_);
   veil.setAlphaF(static_cast<float>(kDim));
   painter.fillRect(on.rect(), veil);
@@ -76,7 +73,7 @@ StagedDialog::StagedDialog(QWidget* over)
   setWindowFlag(Qt::FramelessWindowHint);
   card_->setObjectName("card");
   setStyleSheet(cardSheet(theme_, over->height()));
-  scrim_.take(over);
+  scrim_.take(over->grab());
   setGeometry(QRect(over->mapToGlobal(QPoint(0, 0)), over->size()));
 }
 
@@ -86,6 +83,10 @@ int StagedDialog::type() const {
 
 int StagedDialog::textWidth() const {
   return static_cast<int>(staged_ ? width() * kTextShare : kTextWidth * typeScale(parentWidget()));
+}
+
+int StagedDialog::textHeight() const {
+  return static_cast<int>((staged_ ? height() : screenHeight(parentWidget())) * kTextTallest);
 }
 
 QPushButton* StagedDialog::makeButton(const QString& caption, bool primary) {

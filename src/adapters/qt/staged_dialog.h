@@ -4,6 +4,7 @@
 
 #include <QDialog>
 #include <QPixmap>
+#include <utility>
 
 #include "look/theme.h"
 
@@ -18,7 +19,7 @@ QString cardSheet(const look::Theme& theme, int height);
 class Scrim {
  public:
   explicit Scrim(const look::Theme& theme) : theme_(theme) {}
-  void take(QWidget* behind);  // null: the plain ground
+  void take(QPixmap behind) { behind_ = std::move(behind); }  // as large as what it is painted on
   void paint(QWidget& on) const;
 
  private:
@@ -34,8 +35,9 @@ class StagedDialog : public QDialog {
   QWidget* card() const { return card_; }
   bool staged() const { return staged_; }
   const look::Theme& theme() const { return theme_; }
-  int type() const;       // pixels of the text
-  int textWidth() const;  // pixels at which its lines break
+  int type() const;        // pixels of the text
+  int textWidth() const;   // pixels at which its lines break
+  int textHeight() const;  // pixels that it may take, so that its buttons have room beneath
   QPushButton* makeButton(const QString& caption, bool primary);
   void standInTheMiddle();  // once everything is in the card
 

@@ -137,6 +137,13 @@ constexpr State kStates[]{
            "All data collected prior to this has been saved.",
            host::Buttons::ok, host::Icon::information);
      }},
+    {kMatrix, "long-message", overTheForm,
+     [] {
+       std::string lines;
+       for (int i = 1; i <= 60; ++i)
+         lines += "\r\nBenches along the quay " + std::to_string(i) + ", Likelihood";
+       ask(("Data not found for these items: " + lines).c_str(), host::Buttons::ok, host::Icon::information);
+     }},
     {kMatrix, "warning", overTheForm,
      [] { ask("Must have at least 2 options", host::Buttons::okCancel, host::Icon::exclamation); }},
     {kMatrix, "input", overTheForm, input},
@@ -149,6 +156,12 @@ constexpr State kStates[]{
     {kMatrix, "menu", overTheForm,
      [] { host::host().dialogs->Menu(matrix().actions().menu("popupMenuCategory"), false); }},
     {kMatrix, "help", overTheForm, [] { host::showHelp(matrix()); }},
+    {kAverage, "help", overTheForm, [] { host::showHelp(average()); }},
+    {kAverage, "exit", overTheForm,
+     [] {
+       forms().load(formName::quitOptions);
+       host::askWith(formName::quitOptions);
+     }},
     {kAverage, "multiplots", overTheForm, [] { average().actions().perform("xyVoteGraphPopupMultiPlot"); }},
     {kAverage, "weightings", overTheForm, [] { average().actions().perform("weightingSelector"); }},
 };
@@ -216,8 +229,7 @@ bool wanted(const State& state, const Crowd& crowd, bool dark, QSize size) {
   if (size == kSizes[2])
     return typical && dark && state.taken == forEveryCrowd;
   if (state.taken >= overTheForm)
-    return typical && (dark || state.taken == overTheForm) &&
-           (size == kSizes[1] || state.name == std::string("question"));
+    return typical && (dark || state.taken == overTheForm) && (size == kSizes[1] || true);
   return state.taken == forEveryCrowd || crowd.items == 20;
 }
 
