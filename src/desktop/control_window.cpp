@@ -286,10 +286,12 @@ void ControlWindow::fitList(const host::Control& control, PanelView& view) {
   view.setWish({width, rows * row + 2 * kFrame});
   if (!grid)
     return;
-  placeCard();
-  view.setWish({width, view.heightOf(rows, most().height())});
-  placeCard();
-  view.setWish({width, view.heightOf(rows, view.height())});
+  // How wide it stands says where its rows wrap and how high they are, and that whether a scroll bar takes of
+  // the width.
+  for (const bool free : {true, true, false}) {
+    placeCard();
+    view.setWish({width, view.heightOf(rows, free ? most().height() : view.height())});
+  }
 }
 
 QWidget* ControlWindow::pushButton(host::Control& control) {
@@ -354,6 +356,10 @@ void ControlWindow::placeCard() {
   const QSize size = layout.sizeHint().expandedTo(QSize(most().width() / 2, 0)).boundedTo(most());
   card_->setGeometry(QRect(QPoint((width() - size.width()) / 2, (height() - size.height()) / 2), size));
   layout.activate();
+}
+
+void ControlWindow::showEvent(QShowEvent*) {
+  fitCard();  // what is hidden does not know yet how wide it is
 }
 
 void ControlWindow::paintEvent(QPaintEvent*) {

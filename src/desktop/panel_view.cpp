@@ -204,7 +204,8 @@ int PanelView::textWidth() const {
   return static_cast<int>(width);
 }
 
-int PanelView::heightOf(int rows, int room) const {
+int PanelView::heightOf(int rows, int room) {
+  doItemsLayout();
   int height = this->height() - viewport()->height();
   const int count = std::min(rows, static_cast<int>(panel_.rows().size()));
   for (int row = 0; row < count; ++row) {

@@ -41,7 +41,7 @@ class PanelView : public QTreeView {
   int rowHeight() const { return sizeHintForRow(0); }
   int textWidth() const;  // pixels in which no row is cut
   // The height of the first rows as they are wrapped now, of as many as there is room for.
-  int heightOf(int rows, int room) const;
+  int heightOf(int rows, int room);
   void setWish(QSize wish);  // the room that it asks its layout for
   QSize sizeHint() const override { return wish_.isValid() ? wish_ : QTreeView::sizeHint(); }
 

@@ -2,7 +2,6 @@
 
 #include <QCheckBox>
 #include <QLineEdit>
-#include <QStyleOptionButton>
 #include <QTreeView>
 
 #include "desktop/window_world.h"
@@ -122,47 +121,39 @@ TEST_F(ControlWindowTest, NothingIsCutAtTheSmallestScreen) {
   EXPECT_EQ(test::cutParts(*window), "");
   world.forms.define(host::kHelpForm, [] { return std::make_unique<host::formHelp>(); });
   world.forms.attach(host::kHelpForm, desktop::controlView(stack));
-  world.forms.as<host::formHelp>(host::kHelpForm)
-      .tell(
-          std::vector<host::KeyHelp>(40, {"Space, Enter, Right, Down, PageDown, N",
-                                          "What next? Go to another item, go back, quit this vote or all"}));
+  const host::KeyHelp row{"Space, Enter, Right, Down, PageDown, N",
+                          "Go to another item, go back, quit this vote"};
+  world.forms.as<host::formHelp>(host::kHelpForm).tell(std::vector<host::KeyHelp>(40, row));
   world.forms.show(host::kHelpForm);
   QWidget& help = *stack.front();
   auto& list = *help.findChild<QTreeView*>("List1");
   EXPECT_EQ(test::cutParts(help), "");
   EXPECT_TRUE(help.findChild<QWidget*>("card")->rect().contains(list.parentWidget()->geometry()));
-  const QRect row = list.visualRect(list.model()->index(0, 1));
-  EXPECT_GE(row.height(), 2 * list.fontMetrics().height()) << "long rows are wrapped";
-  EXPECT_LT(list.viewport()->height() % row.height(), row.height() / 2) << "and whole";
+  const int high = list.visualRect(list.model()->index(0, 1)).height();
+  EXPECT_GE(high, 2 * list.fontMetrics().height()) << "long rows are wrapped";
+  EXPECT_LT(list.viewport()->height() % high, high / 2) << "and whole";
 }
 
 TEST_F(ControlWindowTest, ATickIsNotToldByColourAlone) {
   auto* box = window->findChild<QCheckBox*>();
   for (const bool ticked : {false, true}) {
     box->setChecked(ticked);
-    QStyleOptionButton option;
-    option.initFrom(box);
-    const QRect mark = box->style()->subElementRect(QStyle::SE_CheckBoxIndicator, &option, box);
-    const QImage middle = box->grab(mark.marginsRemoved(QMargins() + mark.width() / 4)).toImage();
+    const QImage line =
+        box->grab(QRect(box->height() / 4, box->height() / 2, box->height() / 2, 1)).toImage();
     QSet<QRgb> colours;
-    for (int i = 0; i < middle.width() * middle.height(); ++i)
-      colours.insert(middle.pixel(i % middle.width(), i / middle.width()));
-    EXPECT_EQ(colours.size() > 1, ticked);
+    for (int x = 0; x < line.width(); ++x) colours.insert(line.pixel(x, 0));
+    EXPECT_EQ(colours.size() > 2, ticked);
   }
 }
 
 TEST_F(ControlWindowTest, TheRestStandsWhereItStoodAndLettersReachEverythingOnce) {
-  QWidget large, small;
-  large.setGeometry(0, 0, 300, 300);
-  small.setGeometry(0, 50, 300, 200);
-  for (const auto& [which, colour] : {std::pair{&large, "red"}, {&small, "lime"}}) {
-    which->setStyleSheet(QString("background: %1;").arg(colour));
-    which->show();
-    stack.raise(which);
-  }
+  QWidget front;
+  front.setGeometry(0, 50, 300, 200);
+  front.show();
+  stack.raise(&front);
   const QImage seen = stack.picture(QRect(0, 0, 300, 300), window).toImage();
-  for (const auto& [y, colour] : {std::pair{10, Qt::red}, {60, Qt::green}, {240, Qt::green}, {260, Qt::red}})
-    EXPECT_EQ(seen.pixelColor(150, y), QColor(colour)) << y;
+  for (const int y : {40, 60, 240, 260})
+    EXPECT_EQ(seen.pixelColor(150, y).alpha() > 0, y > 50 && y < 250) << y;
   QStringList texts;
   for (const auto* button : window->findChildren<QAbstractButton*>()) texts << button->text();
   for (const auto* label : window->findChildren<QLabel*>()) texts << label->text();

@@ -78,6 +78,8 @@ TEST_F(Dialogs, TextIsShownAsItStands) {
   QString shown;
   whenAsked([&](QWidget& focus) {
     shown = dynamic_cast<qt::QuestionBox&>(*focus.window()).text();
+    const auto& text = *focus.window()->findChild<QScrollArea*>();
+    EXPECT_GE(text.viewport()->height(), text.widget()->heightForWidth(text.viewport()->width()));
     QTest::keyClick(&focus, Qt::Key_Escape);
   });
   dialogs.MsgBox("<b>Item & \"A\"</b>", "", Buttons::ok, host::Icon::none);
@@ -86,16 +88,14 @@ TEST_F(Dialogs, TextIsShownAsItStands) {
 
 TEST_F(Dialogs, ALongTextScrollsAndLeavesTheButtonsTheirRoom) {
   whenAsked([](QWidget& focus) {
-    QWidget& box = *focus.window();
-    const auto& text = *box.findChild<QScrollArea*>();
-    EXPECT_TRUE(box.screen()->geometry().contains(box.frameGeometry()));
+    const auto& text = *focus.window()->findChild<QScrollArea*>();
+    EXPECT_TRUE(focus.screen()->geometry().contains(focus.window()->frameGeometry()));
     EXPECT_LE(text.geometry().bottom(), focus.geometry().top());
     EXPECT_GE(focus.height(), focus.sizeHint().height());
-    for (const auto& [which, line] : {std::pair{Qt::Key_Down, 1}, {Qt::Key_Up, 0}, {Qt::Key_End, 999}}) {
-      QTest::keyClick(&focus, which);
-      const QScrollBar& bar = *text.verticalScrollBar();
-      EXPECT_EQ(bar.value(), std::min(bar.maximum(), line * bar.singleStep())) << line;
-    }
+    QTest::keyClick(&focus, Qt::Key_Down);
+    EXPECT_GT(text.verticalScrollBar()->value(), 0);
+    QTest::keyClick(&focus, Qt::Key_End);
+    EXPECT_EQ(text.verticalScrollBar()->value(), text.verticalScrollBar()->maximum());
     QTest::keyClick(&focus, Qt::Key_Return);
   });
   dialogs.MsgBox(QString("Item\n").repeated(120).toStdString(), "", Buttons::ok, host::Icon::information);

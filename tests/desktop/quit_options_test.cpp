@@ -59,27 +59,24 @@ TEST_F(QuitOptions, TabReachesTheTargetsOfGoTo) {
 }
 
 TEST_F(QuitOptions, ShowsWhatItWillDoAndAsksForATargetOfItsOwn) {
-  struct Case {
-    std::vector<Qt::Key> keys;
-    int row;
-    const char *primary, *focus;
-  };
-  for (const Case& c : {Case{{}, xyVoteQuitOptions::continueVoting, "Continue voting", "options"},
-                        {{Qt::Key_1}, xyVoteQuitOptions::goTo, "Go to", "List1"},
-                        {{Qt::Key_Home, Qt::Key_Return}, xyVoteQuitOptions::goTo, "Go to", "List1"},
-                        {{Qt::Key_Tab, Qt::Key_End}, xyVoteQuitOptions::goTo, "Go to", "List1"},
-                        {{Qt::Key_Down}, xyVoteQuitOptions::goToGraph, "Go to graph", "options"}}) {
-    std::string seen;
-    world.at(0.06, [&] {
+  const char* target = "1 Go to...; Go to; List1";  // the row, the first button, where the keyboard is
+  const std::pair<std::vector<Qt::Key>, const char*> cases[] = {
+      {{}, "4 Continue voting; Continue voting; options"},
+      {{Qt::Key_1}, target},
+      {{Qt::Key_Home, Qt::Key_Return}, target},
+      {{Qt::Key_Tab, Qt::Key_End}, target},
+      {{Qt::Key_Down}, "5 Go to graph; Go to graph; options"}};
+  for (const auto& [keys, wanted] : cases) {
+    world.at(0.06, [&, wanted = wanted] {
       QWidget& window = *stack.front();
-      const auto* options = window.findChild<QTreeView*>("options");
-      seen = std::to_string(options->selectionModel()->selectedRows()[0].row()) + " " +
-             window.findChild<QPushButton*>("primary")->text().remove('&').toStdString() + " " +
-             window.focusWidget()->objectName().toStdString();
+      const auto rows = window.findChild<QTreeView*>("options")->selectionModel()->selectedRows();
+      const QStringList seen{rows[0].data().toString(),
+                             window.findChild<QPushButton*>("primary")->text().remove('&'),
+                             window.focusWidget()->objectName()};
+      EXPECT_EQ(seen.join("; "), wanted);
       QTest::keyClick(&window, Qt::Key_Escape);
     });
-    answer(c.keys);
-    EXPECT_EQ(seen, std::to_string(c.row) + " " + c.primary + " " + c.focus);
+    answer(keys);
   }
 }
 

@@ -26,18 +26,18 @@ ScrollText::ScrollText(const QString& text, int type, int width, int most, QWidg
   setFocusPolicy(Qt::NoFocus);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   label->ensurePolished();
-  const auto room = [&](const QString& part) {
-    return label->fontMetrics()
-        .boundingRect(QRect(0, 0, width, 1 << 20), Qt::TextWordWrap | Qt::AlignLeft, part)
-        .size();
+  const auto room = [metrics = label->fontMetrics(), width](const QString& part) {
+    return metrics.boundingRect(QRect(0, 0, width, 1 << 20), Qt::TextWordWrap | Qt::AlignLeft, part).size();
   };
-  const QSize needed = room(text) + QSize(4, 4);
-  const int line = room("x\nx").height() - room("x").height(), whole = most / line * line;
-  const bool scrolls = needed.height() > whole;
-  label->setMinimumHeight(needed.height());
+  const int wide = room(text).width() + 4, high = label->heightForWidth(wide) + 4;
+  const int line = room("x\nx").height() - room("x").height();
+  const int whole = most / line * line;
+  const bool scrolls = high > whole;
+  label->setMinimumHeight(high);
   label->setAlignment(Qt::AlignLeft | (scrolls ? Qt::AlignTop : Qt::AlignVCenter));
-  size_ = {std::max(kFewestLetters * type, needed.width() + (scrolls ? type : 0)),
-           scrolls ? whole : std::max(static_cast<int>(kLeastHeight * type), needed.height())};
+  size_ = {std::max(kFewestLetters * type, wide + (scrolls ? type : 0)),
+           scrolls ? whole : std::max(static_cast<int>(kLeastHeight * type), high)};
+  setVerticalScrollBarPolicy(scrolls ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
   verticalScrollBar()->setSingleStep(line);
   if (!scrolls)
     return;
@@ -45,8 +45,8 @@ ScrollText::ScrollText(const QString& text, int type, int width, int most, QWidg
   scrollBy(Qt::Key_Down, line);
   scrollBy(Qt::Key_PageUp, line - whole);
   scrollBy(Qt::Key_PageDown, whole - line);
-  scrollBy(Qt::Key_Home, -needed.height());
-  scrollBy(Qt::Key_End, needed.height());
+  scrollBy(Qt::Key_Home, -high);
+  scrollBy(Qt::Key_End, high);
 }
 
 void ScrollText::scrollBy(Qt::Key key, int pixels) {

@@ -139,10 +139,8 @@ constexpr State kStates[]{
      }},
     {kMatrix, "long-message", overTheForm,
      [] {
-       std::string lines;
-       for (int i = 1; i <= 60; ++i)
-         lines += "\r\nBenches along the quay " + std::to_string(i) + ", Likelihood";
-       ask(("Data not found for these items: " + lines).c_str(), host::Buttons::ok, host::Icon::information);
+       ask(qPrintable(QString("Benches along the quay, Likelihood\r\n").repeated(60)), host::Buttons::ok,
+           host::Icon::information);
      }},
     {kMatrix, "warning", overTheForm,
      [] { ask("Must have at least 2 options", host::Buttons::okCancel, host::Icon::exclamation); }},
@@ -157,11 +155,6 @@ constexpr State kStates[]{
      [] { host::host().dialogs->Menu(matrix().actions().menu("popupMenuCategory"), false); }},
     {kMatrix, "help", overTheForm, [] { host::showHelp(matrix()); }},
     {kAverage, "help", overTheForm, [] { host::showHelp(average()); }},
-    {kAverage, "exit", overTheForm,
-     [] {
-       forms().load(formName::quitOptions);
-       host::askWith(formName::quitOptions);
-     }},
     {kAverage, "multiplots", overTheForm, [] { average().actions().perform("xyVoteGraphPopupMultiPlot"); }},
     {kAverage, "weightings", overTheForm, [] { average().actions().perform("weightingSelector"); }},
 };
@@ -229,7 +222,8 @@ bool wanted(const State& state, const Crowd& crowd, bool dark, QSize size) {
   if (size == kSizes[2])
     return typical && dark && state.taken == forEveryCrowd;
   if (state.taken >= overTheForm)
-    return typical && (dark || state.taken == overTheForm) && (size == kSizes[1] || true);
+    return typical && (dark || state.taken == overTheForm) &&
+           (size == kSizes[1] || state.name == std::string("question"));
   return state.taken == forEveryCrowd || crowd.items == 20;
 }
 
