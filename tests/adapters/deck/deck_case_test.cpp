@@ -221,14 +221,18 @@ class DeckCase : public CaseTest {
           name = word;
       options.tell = [this](const std::string& text) { tell("told: " + escaped(text)); };
       const std::string file = folder.file(name.empty() ? "talk.pptx" : name);
-      decks_.push_back(dialogs_.answer.empty() ? Deck::open(file, options) : deck::openAsking(file, options));
+      decks_.push_back(dialogs_.expected.empty() ? Deck::open(file, options)
+                                                 : deck::openAsking(file, options));
       if (const auto warning = deck().foreignSaveWarning())
         tell("warning: " + escaped(*warning));
     });
-    // answer WORD: the next "open" asks; "enter" stands for the answer that Enter takes
+    // answer WORD: what the next "open" is told when it asks about the journal
     on("answer", [this](const Words& words) {
       host::host().dialogs = &dialogs_;
-      dialogs_.answer = words[0];
+      std::optional<host::Answer> answer;  // none: Enter
+      if (words[0] != "enter")
+        answer = words[0] == "yes" ? host::Answer::yes : host::Answer::no;
+      dialogs_.expected.push_back({"msg", "store what fits", answer, {}});
     });
     on("close", [this](const Words&) { decks_.pop_back(); });
     // peek [FILE]: all tags of it, the deck's and then slide after slide
@@ -391,22 +395,7 @@ class DeckCase : public CaseTest {
     });
   }
 
-  struct Dialogs : ScriptedDialogs {
-    explicit Dialogs(DeckCase& test) : test_(test) {}
-    host::Answer MsgBox(const std::string& text, const std::string&, host::Buttons buttons, host::Icon,
-                        std::optional<host::Answer> enter) override {
-      test_.tell("asked: " + escaped(text));
-      EXPECT_FALSE(answer.empty()) << text;
-      const std::string given = std::exchange(answer, "");
-      return given == "yes"  ? host::Answer::yes
-             : given == "no" ? host::Answer::no
-                             : enter.value_or(host::safeAnswer(buttons));
-    }
-    std::string answer;
-    DeckCase& test_;
-  };
-
-  Dialogs dialogs_{*this};
+  ScriptedDialogs dialogs_;
   TempFolder folder;
   const pid_t process_ = ::getpid();
   std::vector<std::unique_ptr<Deck>> decks_;
