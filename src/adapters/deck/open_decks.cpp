@@ -109,7 +109,8 @@ std::string stateJournalFolder() {
 
 std::string temporaryJournalFolder() {
   std::error_code error;
-  std::string folder = std::filesystem::temp_directory_path(error).string() + "/quorin-journal-XXXXXX";
+  const std::filesystem::path all = std::filesystem::temp_directory_path(error);
+  std::string folder = (error ? "/tmp" : all.string()) + "/quorin-journal-XXXXXX";
   if (::mkdtemp(folder.data()) == nullptr)
     throwDisk("Cannot make", folder);
   return folder;
