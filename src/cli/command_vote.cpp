@@ -116,12 +116,14 @@ void joinController() {
     throw HostError(Fault::world, 0, "The controller does not answer");
 }
 
-void checkOutcome(const std::string& deck, int saved) {
+// `gone`: why nothing can be stored in the deck any more, "" when it can.
+void checkOutcome(const std::string& deck, const std::string& gone, int saved) {
   const int left = leftoverVotes();
   if (left > 0)
     throw HostError(Fault::world, 61,
                     std::to_string(left) + (left == 1 ? " vote" : " votes") + " could not be stored in " +
-                        deck + "; " + std::to_string(saved) + " of this run are saved there");
+                        deck + "; " +
+                        (gone.empty() ? std::to_string(saved) + " of this run are saved there" : gone));
   if (glo.quitRequested || glo.voteAbandoned != 0)
     throw HostError(Fault::world, 0,
                     "The vote stopped before its end: votes or the controller stayed away. " +
@@ -160,7 +162,7 @@ void runVote(const VoteArguments& arguments, const CliHooks& hooks) {
   const RehearsalFacilitator facilitator;
   host::host().forms->as<xyVoteRuntime>(formName::runtime).startProcess();
   theComms().EndVote();
-  checkOutcome(arguments.deck, wiring.saved());
+  checkOutcome(arguments.deck, workshop.presentation().WhyNoVotes(), wiring.saved());
   saveXY();
   saveDeck(workshop.presentation(), arguments.deck, wiring.saved());
   if (!wiring.toldAll() && !hooks.nobodyReadsOutput())
