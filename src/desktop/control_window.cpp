@@ -83,10 +83,11 @@ void ControlWindow::build() {
     }
     if (control.place != Place::under || cell == nullptr) {
       cell = new QVBoxLayout;
-      row->addLayout(cell, control.place != Place::beside || control.kind == host::Control::Kind::list ||
-                                   control.kind == host::Control::Kind::text
-                               ? 1
-                               : 0);
+      // Lists share a row by what they hold.
+      const bool list = control.kind == host::Control::Kind::list;
+      row->addLayout(
+          cell,
+          !list && (control.place != Place::beside || control.kind == host::Control::Kind::text) ? 1 : 0);
     }
     cell->addWidget(widgetFor(control));
   }
