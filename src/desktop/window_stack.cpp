@@ -52,7 +52,9 @@ QPixmap WindowStack::picture(const QRect& place, const QWidget* without) const {
       seen.clear();
     seen.push_back(window);
   }
-  QPixmap picture(place.size());
+  const double scale = seen.empty() ? 1 : seen.back()->devicePixelRatioF();
+  QPixmap picture(place.size() * scale);
+  picture.setDevicePixelRatio(scale);
   picture.fill(Qt::transparent);
   QPainter painter(&picture);
   for (QWidget* window : seen)
