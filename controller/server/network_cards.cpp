@@ -4,17 +4,15 @@
 #include <ifaddrs.h>
 #include <linux/netlink.h>
 #include <linux/rtnetlink.h>
-#include <net/if.h>
-#include <net/if_arp.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <filesystem>
 #include <fstream>
 #include <map>
-#include <sstream>
+#include <string>
+
+#include "controller/room/system_cards.h"
 
 namespace qrn::controller {
 
@@ -26,51 +24,6 @@ std::string dotted(const sockaddr& address) {
   return buffer;
 }
 
-NetworkCard::Kind kindOf(const std::string& folder) {
-  const auto has = [&](const char* name) { return std::filesystem::exists(folder + name); };
-  int type = ARPHRD_ETHER;
-  std::ifstream(folder + "type") >> type;
-  if (has("bridge"))
-    return NetworkCard::Kind::bridge;
-  if (has("wireless") || has("phy80211"))
-    return NetworkCard::Kind::wifi;
-  if (has("tun_flags") || type != ARPHRD_ETHER)
-    return NetworkCard::Kind::tunnel;
-  return NetworkCard::Kind::ethernet;
-}
-
-NetworkCard cardOf(const ifaddrs& told) {
-  const std::string folder = std::string("/sys/class/net/") + told.ifa_name + "/";
-  NetworkCard card;
-  card.name = told.ifa_name;
-  card.kind = kindOf(folder);
-  card.up = (told.ifa_flags & IFF_UP) != 0U;
-  card.running = (told.ifa_flags & IFF_RUNNING) != 0U;
-  card.loopback = (told.ifa_flags & IFF_LOOPBACK) != 0U;
-  card.pointToPoint = (told.ifa_flags & IFF_POINTOPOINT) != 0U;
-  card.hardware = std::filesystem::exists(folder + "device");
-  return card;
-}
-
-// Metrics of the default routes, by card; the smallest of each.
-std::map<std::string, long> defaultRoutes() {
-  std::map<std::string, long> routes;
-  std::ifstream table("/proc/net/route");
-  std::string line;
-  std::getline(table, line);  // the heads of the columns
-  while (std::getline(table, line)) {
-    std::istringstream words(line);
-    std::string card, target, gateway, flags, references, uses, mask;
-    long metric = 0;
-    if (words >> card >> target >> gateway >> flags >> references >> uses >> metric >> mask &&
-        target == "00000000" && mask == "00000000") {
-      const auto [at, first] = routes.emplace(card, metric);
-      at->second = std::min(at->second, metric);
-    }
-  }
-  return routes;
-}
-
 }  // namespace
 
 std::vector<NetworkCard> networkCards() {
@@ -78,11 +31,13 @@ std::vector<NetworkCard> networkCards() {
   ifaddrs* all = nullptr;
   if (getifaddrs(&all) != 0)
     return cards;
-  const std::map<std::string, long> routes = defaultRoutes();
+  std::ifstream table("/proc/net/route");
+  const std::map<std::string, long> routes = defaultRoutes(table);
   for (const ifaddrs* each = all; each != nullptr; each = each->ifa_next) {
     if (each->ifa_addr == nullptr || each->ifa_addr->sa_family != AF_INET)
       continue;
-    NetworkCard card = cardOf(*each);
+    NetworkCard card =
+        cardOf(each->ifa_name, each->ifa_flags, std::string("/sys/class/net/") + each->ifa_name + "/");
     card.addresses = {dotted(*each->ifa_addr)};
     if (const auto route = routes.find(card.name); route != routes.end())
       card.routeMetric = route->second;

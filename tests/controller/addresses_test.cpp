@@ -1,6 +1,12 @@
 #include "controller/room/addresses.h"
 
+#include <net/if.h>
+
+#include <sstream>
+
+#include "controller/room/system_cards.h"
 #include "support/cases.h"
+#include "support/disk.h"
 
 namespace qrn::controller {
 namespace {
@@ -12,6 +18,30 @@ class AddressTest : public test::CaseTest {
   AddressTest() {
     // card NAME KIND ADDRESS [metric=N] [loopback] [point-to-point] [down] [no-carrier]
     on("card", [this](const Words& words) { cards.push_back(cardOf(words)); });
+    // system FLAG ... / FILE ...: what the system tells of a card with these flags and files ("type=N" its
+    // type)
+    on("system", [this](const Words& words) {
+      static const std::map<std::string, unsigned> known{
+          {"up", IFF_UP}, {"running", IFF_RUNNING}, {"loopback", IFF_LOOPBACK}, {"point", IFF_POINTOPOINT}};
+      const test::Folder folder;
+      unsigned flags = 0;
+      for (const std::string& word : words)
+        if (const auto flag = known.find(word); flag != known.end())
+          flags |= flag->second;
+        else if (word.starts_with("type="))
+          test::writeFile(folder.file("type"), word.substr(5));
+        else if (word != "/")
+          test::writeFile(folder.file(word), "");
+      static const char* const kinds[] = {"ethernet", "wifi", "bridge", "tunnel"};
+      const NetworkCard card = controller::cardOf("card", flags, folder.path() + "/");
+      tell(std::string(kinds[static_cast<int>(card.kind)]) + (card.up ? " up" : "") +
+           (card.running ? " running" : "") + (card.loopback ? " loopback" : "") +
+           (card.pointToPoint ? " point" : "") + (card.hardware ? " hardware" : ""));
+    });
+    on("routes", [this](const Words& words) {
+      std::istringstream table(words.rest(0));
+      for (const auto& [card, metric] : defaultRoutes(table)) tell(card + " " + std::to_string(metric));
+    });
     on("no-cards", [this](const Words&) { cards.clear(); });
     on("candidates", [this](const Words&) {
       for (const host::JoinAddress& one : joinCandidates(cards)) tell(told(one));

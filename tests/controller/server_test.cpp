@@ -121,6 +121,27 @@ TEST_F(ServerTest, PagesCarryNothingForeign) {
   EXPECT_EQ(get("/../etc/passwd").result_int(), 404U);
 }
 
+TEST_F(ServerTest, AConnectionServesAsManyPagesAsItsBrowserAsksFor) {
+  boost::asio::io_context io;
+  tcp::socket socket(io);
+  socket.connect({boost::asio::ip::address_v4::loopback(), static_cast<std::uint16_t>(announced.port)});
+  beast::flat_buffer buffer;
+  for (const char* wish : {"keep-alive", "keep-alive", "close"}) {
+    http::request<http::empty_body> request(http::verb::get, "/icon.svg", 11);
+    request.set(http::field::host, "127.0.0.1");
+    request.set(http::field::connection, wish);
+    http::write(socket, request);
+    http::response<http::string_body> response;
+    http::read(socket, buffer, response);
+    EXPECT_EQ(response.result_int(), 200U);
+    EXPECT_EQ(response.keep_alive(), std::string(wish) == "keep-alive");
+  }
+  beast::error_code error;
+  char more = 0;
+  socket.read_some(boost::asio::buffer(&more, 1), error);
+  EXPECT_EQ(error, boost::asio::error::eof);
+}
+
 TEST_F(ServerTest, APhoneVotesChangesItsMindAndComesBackAfterTheControllerWasReplaced) {
   std::string token;
   {
