@@ -32,7 +32,7 @@ class AverageDrawings : public RunCase {
     on("diversity", [this](const Words&) { form().drawGraphDiversity(); });
     on("select", [this](const Words& words) { form().selectItem(words.number(0)); });
     on("perform", [this](const Words& words) { form().actions().perform(words[0]); });
-    on("drawing", [this](const Words&) { tell(drawingOf(form().surface())); });
+    on("drawing", [this](const Words& words) { tell(drawingOf(form().surface(), words)); });
   }
   xyVoteAverageGraph& form() { return world.forms.as<xyVoteAverageGraph>("xyVoteAverageGraph"); }
 };
