@@ -177,10 +177,10 @@ void Walk::at(Glo& r) {
       keypadsNotVotedHowManyToShow, keypadsNotVotedLo, keypadsNotVotedHi, keypadsNotVotedClose,
       keypadsNotVotedClosePercent, numKeypads, useOffsets, baseOffsets, keypadPortInfo, activeKeypads,
       roomRehearsed, activeKeypadList, scanMarked, demographicFilterOn, demographicFilterText,
-      runByGraphGridColour, graphPercentOrNumber, backgroundStart, backgroundEnd, itemPlotFont,
-      CheckShowListItemIdentifier, listOrderCode, dataMessage, returnToEditor, closing, cmdFile, cmdMode,
-      cmdSlide, cmdField4, cmdField5, currentSlide, currentSlideID, appTitle, tempPath, matrixPath, appPath,
-      exerciseLoaded, sifterLines, hasSifterData));
+      runByGraphGridColour, checkDrawLineColor, graphPercentOrNumber, backgroundStart, backgroundEnd,
+      itemPlotFont, CheckShowListItemIdentifier, listOrderCode, dataMessage, returnToEditor, closing, cmdFile,
+      cmdMode, cmdSlide, cmdField4, cmdField5, currentSlide, currentSlideID, appTitle, tempPath, matrixPath,
+      appPath, exerciseLoaded, sifterLines, hasSifterData));
 }
 
 #undef MEMBERS

@@ -177,8 +177,9 @@ void VoteCase::formCommands() {
     tell(std::string(form.state == VoteState::open       ? "open"
                      : form.state == VoteState::resultUp ? "result"
                                                          : "other") +
-         (form.cursorShown ? ", cursor" : "") + (form.lbl_averageScore.Visible ? ", average" : "") + ": " +
-         form.uctl_votesCast.label.Caption + (missing == nullptr ? "" : "; " + missing->caption) +
+         (form.cursorShown ? ", cursor" : "") + (form.bars.Visible ? ", bars" : "") +
+         (form.lbl_averageScore.Visible ? ", average" : "") + ": " + form.uctl_votesCast.label.Caption +
+         (missing == nullptr ? "" : "; " + missing->caption) +
          (form.lbl_status.Caption.empty() ? "" : "; " + form.lbl_status.Caption));
   });
   on("graph", [this](const Words& words) { defineGraph(words[0]); });
