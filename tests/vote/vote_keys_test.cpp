@@ -28,6 +28,8 @@ class VoteKeys : public test::ActionCases {
       });
     on("base", [](const Words& words) { glo.baseType = words.word(0); });
     on("abstains", [](const Words&) { glo.abstainEnabled = true; });
+    on("statistics",
+       [](const Words& words) { glo.CheckAverageScoreIndicator = words.word(0) == "on" ? 1 : 0; });
     on("between", [this](const Words&) {
       state_ = VoteState::done;
       renew();
