@@ -93,7 +93,7 @@ bool isRight(const SixteenTotals& block) {
 SixteenTotals addRest(const char* text, std::size_t size) {
   std::array<char, 2 * kTogether> padded;
   for (std::size_t k = 0; k < kTogether; ++k) padded[2 * k] = '-', padded[2 * k + 1] = ';';
-  std::memcpy(padded.data(), text, 2 * size);
+  std::copy_n(text, 2 * size, padded.data());  // text may be null where nothing is left
   SixteenTotals rest;
   addSixteen(padded.data(), rest);
   return rest;
