@@ -32,7 +32,7 @@ class Filler {
   }
   template <class Member>
   void put(mtx::I<Member> value) {
-    value.v = static_cast<Member>(++last_);
+    value.v = static_cast<Member>(++last_ % 0x8000);  // as large as such a number may be
   }
   template <class Member>
   void put(mtx::L<Member> value) {
