@@ -16,9 +16,18 @@ std::int32_t packed(int red, int green, int blue) {
   return red | (green << 8) | (blue << 16);
 }
 
+std::array<double, 256> linearTable() {
+  std::array<double, 256> table{};
+  for (std::size_t value = 0; value < table.size(); ++value) {
+    const double c = static_cast<double>(value) / 255.0;
+    table[value] = c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
+  }
+  return table;
+}
+
 double linear(int value) {
-  const double c = value / 255.0;
-  return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
+  static const std::array<double, 256> table = linearTable();
+  return table[static_cast<std::size_t>(value)];
 }
 
 int encoded(double light) {
@@ -35,13 +44,31 @@ constexpr std::array<Matrix, 3> kSeen{{
     {{{1.255528, -0.076749, -0.178779}, {-0.078411, 0.930809, 0.147602}, {0.004733, 0.691367, 0.303900}}},
 }};
 
+using Light = std::array<double, 3>;  // linear, red first
+
+Light lightOf(std::int32_t colour) {
+  return {linear(channel(colour, 0)), linear(channel(colour, 8)), linear(channel(colour, 16))};
+}
+
+Light seenLight(Deficiency deficiency, const Light& light) {
+  Light seen{};
+  const Matrix& matrix = kSeen.at(static_cast<std::size_t>(deficiency));
+  for (std::size_t row = 0; row < 3; ++row)
+    seen[row] = std::clamp(matrix[row][0] * light[0] + matrix[row][1] * light[1] + matrix[row][2] * light[2],
+                           0.0, 1.0);
+  return seen;
+}
+
+double luminanceOf(const Light& light) {
+  return 0.2126 * light[0] + 0.7152 * light[1] + 0.0722 * light[2];
+}
+
 }  // namespace
 
 double luminance(std::int32_t colour) {
   if (colour < 0)
     return 1;
-  return 0.2126 * linear(channel(colour, 0)) + 0.7152 * linear(channel(colour, 8)) +
-         0.0722 * linear(channel(colour, 16));
+  return luminanceOf(lightOf(colour));
 }
 
 double luminanceRatio(double a, double b) {
@@ -71,20 +98,16 @@ std::int32_t tintUntil(std::int32_t colour, std::int32_t goal, std::int32_t grou
 }
 
 std::int32_t seenWith(Deficiency deficiency, std::int32_t colour) {
-  const std::array<double, 3> light{linear(channel(colour, 0)), linear(channel(colour, 8)),
-                                    linear(channel(colour, 16))};
-  std::array<int, 3> seen{};
-  for (std::size_t row = 0; row < 3; ++row) {
-    const auto& m = kSeen.at(static_cast<std::size_t>(deficiency)).at(row);
-    seen.at(row) = encoded(m[0] * light[0] + m[1] * light[1] + m[2] * light[2]);
-  }
-  return packed(seen[0], seen[1], seen[2]);
+  const Light seen = seenLight(deficiency, lightOf(colour));
+  return packed(encoded(seen[0]), encoded(seen[1]), encoded(seen[2]));
 }
 
 double contrastForAll(std::int32_t a, std::int32_t b) {
-  double least = contrastRatio(a, b);
+  const Light one = lightOf(a), other = lightOf(b);
+  double least = luminanceRatio(luminanceOf(one), luminanceOf(other));
   for (const Deficiency kind : {Deficiency::protanopia, Deficiency::deuteranopia, Deficiency::tritanopia})
-    least = std::min(least, contrastRatio(seenWith(kind, a), seenWith(kind, b)));
+    least = std::min(least,
+                     luminanceRatio(luminanceOf(seenLight(kind, one)), luminanceOf(seenLight(kind, other))));
   return least;
 }
 
