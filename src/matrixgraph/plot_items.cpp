@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "analysis/multiplot.h"
 #include "base/text.h"
@@ -86,7 +87,10 @@ std::string keyOfCaption(const std::string& caption) {
 
 void dressKey(host::Element& key, std::int32_t disc) {
   key.backColour = disc;
-  key.colour = look::inkOn(disc);
+  static std::pair<std::int32_t, std::int32_t> last{-1, 0};  // most keys are alike
+  if (last.first != disc)
+    last = {disc, look::inkOn(disc)};
+  key.colour = last.second;
 }
 
 void placeShadow(host::Element& shadow, const host::Element& label) {

@@ -166,7 +166,9 @@ void SurfaceCanvas::traceArray(const host::ElementArray& array, std::vector<Trac
       continue;
     if (last.look != 0)
       changed.push_back(last.bounds);
-    last = element.visible ? traceOf(element, look) : Trace{};
+    if (look != 0 && look != last.made)
+      last = traceOf(element, look);
+    last.look = look;
     if (look != 0)
       changed.push_back(last.bounds);
   }
@@ -175,7 +177,7 @@ void SurfaceCanvas::traceArray(const host::ElementArray& array, std::vector<Trac
 SurfaceCanvas::Trace SurfaceCanvas::traceOf(const host::Element& element, std::uint64_t look) const {
   PictureStore::Picture picture = pictureStore().pictureOf(element, mapping_.scale);
   const QRect bounds = boundsOf(element, mapping_, picture.get());
-  return {look, bounds, std::move(picture)};
+  return {look, look, bounds, std::move(picture)};
 }
 
 std::uint64_t SurfaceCanvas::lookOf(bool ground) const {

@@ -24,9 +24,10 @@ class SurfaceCanvas {
   const QImage& image() const { return image_; }
 
  private:
-  // What was painted of an element: the digest of its look and its pixels; 0 and none while it is hidden.
+  // What was painted of an element: the digest of its look, 0 while it is hidden, and its pixels, which are
+  // kept for when it comes back as it was `made`.
   struct Trace {
-    std::uint64_t look = 0;
+    std::uint64_t look = 0, made = 0;
     QRect bounds;
     PictureStore::Picture picture;
   };
