@@ -99,10 +99,10 @@ function(quorin_write_house_plan)
   file(WRITE ${CMAKE_BINARY_DIR}/house-plan.txt "${plan}")
 endfunction()
 
-# quorin_test(NAME SOURCES ... [ROOMS ...] [LIBS ...] [TIMEOUT s] [CASES folder]) : a gtest program, each case known to
-# ctest. CASES is a folder of case files; the program knows it as QUORIN_CASES.
+# quorin_test(NAME SOURCES ... [ROOMS ...] [LIBS ...] [TIMEOUT s] [CASES files]) : a gtest program, each case known to
+# ctest. CASES are case files of one folder, which the program knows as QUORIN_CASES.
 function(quorin_test name)
-  cmake_parse_arguments(Q "" "TIMEOUT;CASES" "SOURCES;ROOMS;LIBS;ENVIRONMENT" ${ARGN})
+  cmake_parse_arguments(Q "" "TIMEOUT" "SOURCES;ROOMS;LIBS;CASES;ENVIRONMENT" ${ARGN})
   if(NOT Q_TIMEOUT)
     set(Q_TIMEOUT 60)
   endif()
@@ -111,9 +111,11 @@ function(quorin_test name)
   target_link_libraries(${name} PRIVATE ${Q_ROOMS} ${Q_LIBS} GTest::gtest_main GTest::gmock quorin_flags)
   quorin_read_once(${name} test)
   if(Q_CASES)
-    file(GLOB cases CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${Q_CASES}/*)
-    set_target_properties(${name} PROPERTIES LINK_DEPENDS "${cases}")  # its list of tests is made when it is linked
-    target_compile_definitions(${name} PRIVATE QUORIN_CASES="${CMAKE_CURRENT_SOURCE_DIR}/${Q_CASES}")
+    list(TRANSFORM Q_CASES PREPEND ${CMAKE_CURRENT_SOURCE_DIR}/)
+    set_target_properties(${name} PROPERTIES LINK_DEPENDS "${Q_CASES}")  # its list of tests is made when it is linked
+    list(GET Q_CASES 0 first)
+    get_filename_component(folder ${first} DIRECTORY)
+    target_compile_definitions(${name} PRIVATE QUORIN_CASES="${folder}")
   endif()
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT ${Q_TIMEOUT} ENVIRONMENT "${Q_ENVIRONMENT}")
 endfunction()
