@@ -3,6 +3,7 @@
 #include <QPainter>
 #include <algorithm>
 #include <cstring>
+#include <future>
 #include <utility>
 
 #include "render/digest.h"
@@ -17,6 +18,7 @@ namespace {
 constexpr host::Layer kFirstOfData = host::Layer::circles;
 constexpr std::size_t kMostRects = 200;  // beyond that the picture is painted whole
 constexpr int kLargestShare = 3;         // a third of the picture, likewise
+constexpr int kBands = 2;                // that a crowd is painted in
 constexpr std::size_t kMuch = 500;       // elements of a picture that is worth keeping aside
 
 bool isGround(host::Layer layer) {
@@ -227,9 +229,23 @@ void SurfaceCanvas::paintGround(const host::Surface& surface, const QRect& clip)
   paintLayers(surface, ground_, clip, true);
 }
 
+// A crowd is painted in bands side by side, each by a painter of its own over the same pixels: what takes
+// time there are pictures that are kept and lines, and those touch nothing that is shared.
 void SurfaceCanvas::paintData(const host::Surface& surface, const QRect& clip) {
-  copyPixels(image_, ground_, clip);
-  paintLayers(surface, image_, clip, false);
+  const int bands = shown_ > kMuch && clip == image_.rect() ? kBands : 1;
+  uchar* const bits = image_.bits();
+  const auto paint = [&](int band) {
+    QImage view(bits, image_.width(), image_.height(), image_.bytesPerLine(), image_.format());
+    QRect part = clip;
+    part.setTop(clip.top() + clip.height() * band / bands);
+    part.setBottom(clip.top() + clip.height() * (band + 1) / bands - 1);
+    copyPixels(view, ground_, part);
+    paintLayers(surface, view, part, false);
+  };
+  std::vector<std::future<void>> others;
+  for (int band = 1; band < bands; ++band) others.push_back(std::async(std::launch::async, paint, band));
+  paint(0);
+  for (std::future<void>& other : others) other.get();
 }
 
 void SurfaceCanvas::paintLayers(const host::Surface& surface, QImage& image, const QRect& clip, bool ground) {
