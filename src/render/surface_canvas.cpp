@@ -229,10 +229,21 @@ void SurfaceCanvas::paintGround(const host::Surface& surface, const QRect& clip)
   paintLayers(surface, ground_, clip, true);
 }
 
-// A crowd is painted in bands side by side, each by a painter of its own over the same pixels: what takes
-// time there are pictures that are kept and lines, and those touch nothing that is shared.
+// Setting text asks what is shared; pictures that are kept, lines and shapes touch nothing that is.
+bool SurfaceCanvas::setsText(const host::Surface& surface) const {
+  auto trace = traces_.begin();
+  for (const host::ElementArray& array : surface.arrays()) {
+    const std::vector<Trace>& traces = (trace++)->elements;
+    for (std::size_t i = 0; i < traces.size(); ++i)
+      if (traces[i].look != 0 && traces[i].picture == nullptr && !array[i].caption.empty())
+        return true;
+  }
+  return false;
+}
+
+// A crowd is painted in bands side by side, each by a painter of its own over the same pixels.
 void SurfaceCanvas::paintData(const host::Surface& surface, const QRect& clip) {
-  const int bands = shown_ > kMuch && clip == image_.rect() ? kBands : 1;
+  const int bands = shown_ > kMuch && clip == image_.rect() && !setsText(surface) ? kBands : 1;
   uchar* const bits = image_.bits();
   const auto paint = [&](int band) {
     QImage view(bits, image_.width(), image_.height(), image_.bytesPerLine(), image_.format());

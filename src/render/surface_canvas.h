@@ -53,6 +53,7 @@ class SurfaceCanvas {
   Trace traceOf(const host::Element& element, std::uint64_t look) const;
   std::uint64_t lookOf(bool ground) const;
   std::size_t shownElements() const;
+  bool setsText(const host::Surface& surface) const;  // some element is not kept as a picture
   void paintAll(const host::Surface& surface);
   void paintGround(const host::Surface& surface, const QRect& clip);
   void paintData(const host::Surface& surface, const QRect& clip);
