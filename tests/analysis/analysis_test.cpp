@@ -1,37 +1,15 @@
 // Filters, orders of the list and multi-plots, told as conversations.
+#include "adapters/system/xml_query.h"
 #include "analysis/filter/categories_membership.h"
 #include "analysis/filter/filters.h"
 #include "analysis/multiplot.h"
 #include "analysis/orders.h"
 #include "base/text.h"
-#include "host/xml_query.h"
 #include "store/scores/all_scores.h"
 #include "support/run_case.h"
 
 namespace qrn::test {
 namespace {
-
-// "//Name" finds the text between <Name> and </Name>; a text without "<" is not well-formed.
-class FlatXml : public host::XmlQuery {
- public:
-  class Document : public host::XmlDocument {
-   public:
-    explicit Document(std::string_view xml) : text_(xml) {}
-    std::optional<std::string> selectSingleNode(std::string_view query) const override {
-      const std::string name(query.substr(2)), open = "<" + name + ">";
-      const std::size_t start = text_.find(open), end = text_.find("</" + name + ">");
-      if (start == std::string::npos || end == std::string::npos)
-        return std::nullopt;
-      return text_.substr(start + open.size(), end - start - open.size());
-    }
-
-   private:
-    std::string text_;
-  };
-  std::unique_ptr<host::XmlDocument> loadXML(std::string_view text) override {
-    return text.find('<') == std::string_view::npos ? nullptr : std::make_unique<Document>(text);
-  }
-};
 
 class AnalysisCase : public RunCase {
  protected:
@@ -224,7 +202,7 @@ class AnalysisCase : public RunCase {
     });
   }
 
-  FlatXml xml;
+  system::XmlQueries xml;
 };
 
 const bool kRegistered = registerCases<AnalysisCase>("AnalysisCase", QUORIN_CASES);

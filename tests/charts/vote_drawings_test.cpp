@@ -1,8 +1,10 @@
 // The vote screen as it is drawn, told in case files: where everything stands, in which type and colour.
 #include "base/errors.h"
 #include "charts/vote_screen/vote_screen.h"
+#include "charts/vote_screen/vote_words.h"
 #include "core/model.h"
 #include "support/drawing.h"
+#include "support/members.h"
 #include "support/run_case.h"
 
 namespace qrn::test {
@@ -39,7 +41,54 @@ class VoteDrawings : public RunCase {
       form_.average = std::stod(words[0]);
       form_.ShowAverageScore(words.rest(1), true);
     });
-    on("drawing", [this](const Words&) { tell(drawingOf(form_.surface())); });
+    on("drawing", [this](const Words& words) { tell(drawingOf(form_.surface(), words)); });
+    // member PATH ...: as "show" has it elsewhere
+    on("member", [this](const Words& words) {
+      for (const std::string& path : words) tell(path, " = ", memberText(path));
+    });
+    on("numbers", [this](const Words&) { tell(form_.txt_AssNum, "/", form_.txt_RiskNum); });
+    on("bars", [this](const Words& words) { form_.ShowBars(words[0] == "on"); });
+    on("counts", [this](const Words&) {
+      for (const int count : CountVotes(1, 2)) tell(count);
+    });
+    wordCommands();
+    // room PHONES REHEARSED [taken]: what the link knows, and the code to join that is shown
+    on("room", [this](const Words& words) {
+      link_.state.phones = words.number(0);
+      link_.state.rehearse = words.number(1);
+      link_.state.takesPhones = words.has("taken");
+      host::host().controller = &link_;
+      tell(drawingOf(form_.surface(), {"joinCode"}));
+    });
+  }
+  void wordCommands() {
+    // words COUNT VOTED ROOM [closed COUNT ...]
+    on("words", [this](const Words& words) {
+      VoteNow now;
+      now.count = words[0];
+      now.voted = words.number(1);
+      now.room = words.number(2);
+      now.closed = words.has("closed");
+      for (std::size_t i = 4; i < words.size(); ++i) now.counts.push_back(words.number(i));
+      now.abstains = 3;
+      if (now.room > 0)
+        now.waiting = WaitingFor{"Waiting for...", {"3", "4"}, now.room - now.voted};
+      tell(countWords(now).strong, " | ", countWords(now).quiet, " | ",
+           toldWords(now, [](const std::string&) { return true; }), " | ", noticeWords(now));
+    });
+    // narrow CHARACTERS MISSING KEYPAD ...
+    on("narrow", [this](const Words& words) {
+      VoteNow now;
+      now.room = words.number(1);
+      now.waiting = WaitingFor{"Waiting for...", {words.begin() + 2, words.end()}, now.room};
+      tell(toldWords(now, [most = static_cast<std::size_t>(words.number(0))](const std::string& text) {
+        return text.size() <= most;
+      }));
+    });
+    on("mark", [this](const Words& words) {
+      const BarMark mark = barMark(words.number(0), words.number(1), words.number(2));
+      tell("'", mark.strong, "' '", mark.quiet, "'");
+    });
   }
   void screen(int width, int height) {
     form_.ScaleWidth = width * 15.0;
@@ -53,10 +102,16 @@ class VoteDrawings : public RunCase {
     form_.state = VoteState::resultUp;
   }
 
+  struct Link : ScriptedLink {
+    Link() { linkUp = true, state.address = "192.168.1.20:7878"; }
+    host::RoomState room() const override { return state; }
+    host::RoomState state;
+  } link_;
   PlainVoteForm form_;
 };
 
-const bool kRegistered = registerCases<VoteDrawings>("VoteDrawings", QUORIN_CASES "/vote_drawings.case");
+const bool kRegistered = registerCases<VoteDrawings>("VoteDrawings", QUORIN_CASES "/vote_drawings.case") &&
+                         registerCases<VoteDrawings>("VoteScreenCase", QUORIN_CASES "/vote_screen.case");
 
 }  // namespace
 }  // namespace qrn::test

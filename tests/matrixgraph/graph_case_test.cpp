@@ -6,18 +6,14 @@
 #include "matrixgraph/axis_plan.h"
 #include "matrixgraph/plot_area.h"
 #include "matrixgraph/xy_vote_graph.h"
-#include "support/drawing.h"
-#include "support/run_case.h"
 
 namespace qrn::test {
 namespace {
 
-class MatrixGraphCase : public RunCase {
+class MatrixGraphCase : public GraphCase {
  protected:
   MatrixGraphCase() {
     registerGraphForms();
-    glo.voteRecords.assign("");
-    glo.postalRecords.assign("");
     for (std::size_t a = 0; a < 9; ++a) glo.assessmentInfo[a].active = false;
     addItems(3);
     for (int a = 1; a <= 4; ++a) addScale(a, "Name" + std::to_string(a), 5, 1);
@@ -43,12 +39,9 @@ class MatrixGraphCase : public RunCase {
         all += " -";
     return all.substr(0, all.find_last_not_of(" -") + 1);
   }
+  const host::Surface& surface() override { return form().surface(); }
   xyVoteGraph& form() { return world.forms.as<xyVoteGraph>("xyVoteGraph"); }
   void exerciseCommands() {
-    on("plots", [](const Words& words) { addItems(words.number(0)); });
-    on("scale", [](const Words& words) {
-      addScale(words.number(0), words[1], words.number(2), words.size() > 3 ? words.number(3) : 1);
-    });
     // voted ITEM ASSESSMENT VOTES; "all" stands for every item and the four assessments
     on("voted", [](const Words& words) {
       if (words[0] == "none")
@@ -79,9 +72,7 @@ class MatrixGraphCase : public RunCase {
     on("window", [this](const Words&) { form().view.covering = true, form().tmr_load_Timer(); });
     on("select", [this](const Words& words) { form().List1_Click(words.number(0)); });
     on("press", [this](const Words& words) { form().Form_KeyPress(words[0][0]); });
-    on("rows", [this](const Words&) {
-      for (const host::PanelRow& row : form().List1.rows()) tell(row.cells[0]);
-    });
+    on("rows", [this](const Words&) { tellRows(form().List1); });
     on("load", [this](const Words&) {
       world.forms.load("xyVoteGraph");
       host::waitUntil([this] { return !form().List1.rows().empty(); });
@@ -98,18 +89,6 @@ class MatrixGraphCase : public RunCase {
     });
   }
   void surfaceCommands() {
-    // captions ARRAY ...: of its visible elements, and how many are hidden
-    on("captions", [this](const Words& words) {
-      for (const std::string& array : words) {
-        std::string all;
-        int hidden = 0;
-        if (const host::ElementArray* elements = form().surface().find(array))
-          for (const host::Element& element : *elements)
-            element.visible ? all += " " + (element.caption.empty() ? "." : element.caption)
-                            : all += (++hidden, "");
-        tell(array, ":", all, (hidden > 0 ? " and " + std::to_string(hidden) + " hidden" : ""));
-      }
-    });
     // at ARRAY INDEX ...: the middle of an element, in twips; off the form, hidden, as it is
     on("place", [this](const Words& words) {
       for (std::size_t i = 0; i + 1 < words.size(); i += 2) {
@@ -128,7 +107,6 @@ class MatrixGraphCase : public RunCase {
         tell(text.str());
       }
     });
-    on("drawing", [this](const Words& words) { tell(drawingOf(form().surface(), words)); });
     on("outstanding", [this](const Words&) {
       std::string all = "stand out:";
       for (const PlottedItem& item : form().model().plotted)
@@ -139,10 +117,6 @@ class MatrixGraphCase : public RunCase {
       form().ScaleWidth = words.number(0);
       form().ScaleHeight = words.number(1);
       form().Form_Resize();
-    });
-    on("tip", [this](const Words& words) {
-      const host::Element* e = form().surface().find(words[0], 0);
-      tell(e == nullptr ? "not there" : e->toolTip);
     });
     // wider ARRAY INDEX OTHER: by how much it is wider than the other of its array
     on("wider", [this](const Words& words) {
