@@ -2,6 +2,7 @@
 #include "base/utf8.h"
 #include "core/common.h"
 #include "core/diagnostics.h"
+#include "core/edit.h"
 #include "core/item_label.h"
 #include "core/model.h"
 #include "core/options.h"
@@ -18,6 +19,7 @@ class CoreCase : public RunCase {
     numberCommands();
     modelCommands();
     logCommands();
+    editCommands();
   }
   ~CoreCase() override {
     setDecimalSeparator('\0');
@@ -117,6 +119,34 @@ class CoreCase : public RunCase {
       tell(one == two ? "the same item" : "another item");  // scores are not the exercise
     });
   }
+  void editCommands() {
+    on("begin", [](const Words&) { exerciseHistory().begin(); });
+    on("edit", [this](const Words& words) {
+      Edit edit(words[0]);
+      runBlock();
+      edit.commit();
+    });
+    on("giveup", [this](const Words& words) {
+      const Edit edit(words[0]);
+      runBlock();
+    });
+    on("stored", [](const Words&) { exerciseHistory().stored(); });
+    on("undo", [this](const Words&) { tell(exerciseHistory().undo() ? "" : "not undone"); });
+    on("history", [this](const Words&) {
+      const ExerciseHistory& history = exerciseHistory();
+      tell("undo '", history.undoName(), "', redo '", history.redoName(), "'",
+           history.modified() ? ", modified" : "");
+    });
+    on("view", [this](const Words&) {
+      view_.emplace([this](const ExerciseChange& change) {
+        changes_ += std::string("changed:") + (change.items ? " items" : "") +
+                    (change.categories ? " categories" : "") + (change.assessments ? " assessments" : "") +
+                    (change.settings ? " settings" : "") + "\n";
+      });
+    });
+    on("changes", [this](const Words&) { tell(std::exchange(changes_, "")); });
+    on("noview", [this](const Words&) { view_.reset(); });
+  }
   void logCommands() {
     on("report", [](const Words& words) {
       clsError& reporter = errorReporter();
@@ -163,6 +193,9 @@ class CoreCase : public RunCase {
            o.chartExportFormat);
     });
   }
+
+  std::optional<ExerciseView> view_;
+  std::string changes_;
 };
 
 const bool kRegistered = registerCases<CoreCase>("CoreCase", QUORIN_CASES);

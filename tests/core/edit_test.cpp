@@ -1,8 +1,6 @@
 // The door for edits: what is undone and done again, what it leaves alone, and who is told.
 #include "core/edit.h"
 
-#include <gmock/gmock.h>
-
 #include <map>
 #include <random>
 
@@ -30,12 +28,6 @@ class EditTest : public ::testing::Test {
     risk.voting = true;
     glo.risks.emplace_back();
   }
-  static void rename(const std::string& text) {
-    Edit edit("Rename");
-    glo.risks[0].text = text;
-    edit.commit();
-  }
-
   test::TestHost world;
   int lastKey = 0;
 };
@@ -103,85 +95,6 @@ TEST_F(EditTest, undoAndRedoGiveTheExerciseBackAndLeaveVotesAlone) {
   }
   EXPECT_EQ(writeExercise(glo), texts.back());
   EXPECT_GT(texts.size(), 5U);
-}
-
-TEST_F(EditTest, itemsOfOneKeyKeepTheirOwnScores) {
-  glo.risks[1].sortKey = glo.risks[0].sortKey;
-  glo.risks[0].average[1] = 3;
-  glo.risks[1].average[1] = 4;
-  rename("Smoke");
-  exerciseHistory().undo();
-  EXPECT_EQ(glo.risks[0].average[1], 3);
-  EXPECT_EQ(glo.risks[1].average[1], 4);
-}
-
-TEST_F(EditTest, identifiersFollowTheIdentity) {
-  Edit edit("Number");
-  glo.risks[0].ID = 27;
-  glo.risks[0].identifier = "B2";
-  edit.commit();
-  exerciseHistory().undo();
-  EXPECT_EQ(glo.risks[0].identifier, "A");
-}
-
-TEST_F(EditTest, modifiedIsWhatStandsBetweenHereAndTheLastSave) {
-  ExerciseHistory& history = exerciseHistory();
-  Edit vote("Vote");
-  glo.risks[0].average[0] = 3;
-  EXPECT_FALSE(vote.commit()) << "a vote is no edit";
-  EXPECT_FALSE(history.modified());
-  rename("Smoke");
-  EXPECT_TRUE(history.modified());
-  EXPECT_EQ(history.undoName(), "Rename");
-  EXPECT_EQ(history.redoName(), "");
-  history.stored();
-  EXPECT_FALSE(history.modified());
-  history.undo();
-  EXPECT_TRUE(history.modified());
-  EXPECT_EQ(history.undoName(), "");
-  EXPECT_EQ(history.redoName(), "Rename");
-  rename("Ash");  // no way leads back to what was stored
-  EXPECT_TRUE(history.modified());
-  history.undo();
-  EXPECT_TRUE(history.modified());
-}
-
-TEST_F(EditTest, anEditInsideAnotherIsPartOfItsStep) {
-  {
-    Edit outer("Outer");
-    rename("Smoke");
-    EXPECT_FALSE(exerciseHistory().undo()) << "an edit is open";
-    {
-      Edit givenUp("Inner");
-      glo.listTitle = "gone";
-    }
-    EXPECT_EQ(glo.listTitle, "List Title");
-    outer.commit();
-  }
-  EXPECT_EQ(exerciseHistory().undoName(), "Outer");
-  EXPECT_TRUE(exerciseHistory().undo());
-  EXPECT_EQ(glo.risks[0].text, "Fire");
-  EXPECT_FALSE(exerciseHistory().undo());
-}
-
-TEST_F(EditTest, viewsAreToldWhatHasChanged) {
-  std::vector<ExerciseChange> told;
-  const ExerciseView view([&](const ExerciseChange& change) { told.push_back(change); });
-  rename("Fire");  // as it was
-  rename("Smoke");
-  exerciseHistory().undo();
-  {
-    const ExerciseView gone([](const ExerciseChange&) { FAIL(); });
-  }
-  Edit edit("Several");
-  glo.scaleLabels[0] = {""};
-  glo.categories.emplace_back();
-  glo.onFinish = 0;
-  edit.commit();
-  using Change = ExerciseChange;
-  EXPECT_THAT(told,
-              ::testing::ElementsAre(Change{true, false, false, false}, Change{true, false, false, false},
-                                     Change{false, true, true, true}));
 }
 
 }  // namespace

@@ -1,15 +1,14 @@
 // The subcommands of the built program, told as conversations: words in, exit code and texts out.
 #include "adapters/deck/journal.h"
-#include "base/text.h"
 #include "e2e/program.h"
-#include "support/cases.h"
+#include "support/disk_case.h"
 
 namespace qrn::test {
 namespace {
 
-class RoadCase : public CaseTest {
+class RoadCase : public DiskCase {
  protected:
-  RoadCase() {
+  RoadCase() : DiskCase(folder, "deck.pptx") {
     folder.sampleDeck();
     // matrix WORD ...: what it prints, and the code when it is not 0; files stand in the folder of the deck
     on("matrix", [this](const Words& words) { run(words, true); });
@@ -17,7 +16,6 @@ class RoadCase : public CaseTest {
     on("exactly", [this](const Words& words) {
       tell("'" + escaped(matrix({words[0], folder.file(words[1]), "--get", words.rest(2)}).out) + "'");
     });
-    on("write", [this](const Words& words) { writeFile(folder.file(words[0]), words.rest(1)); });
     on("journal", [this](const Words&) { writeFile(folder.file("deck.pptx.journal"), foreignJournal()); });
     on("is", [this](const Words& words) {
       const std::string file = folder.file(words[0]);
@@ -25,10 +23,6 @@ class RoadCase : public CaseTest {
            : readFile(file) == foreignJournal() ? "the journal"
                                                 : std::to_string(readFile(file).size()) + " bytes");
     });
-    on("same", [this](const Words& words) {
-      tell(readFile(folder.file(words[0])) == readFile(folder.file(words[1])) ? "" : "differ");
-    });
-    on("keep", [this](const Words&) { writeFile(folder.file("kept"), readFile(folder.file("deck.pptx"))); });
     on("spoil", [this](const Words& words) {
       std::string bytes = readFile(folder.file("deck.pptx"));
       bytes.replace(bytes.find(words[0]) + 60, 40, 40, '?');

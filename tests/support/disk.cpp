@@ -26,8 +26,12 @@ Folder::~Folder() {
 }
 
 std::vector<std::string> Folder::names() const {
+  return namesIn(path_);
+}
+
+std::vector<std::string> namesIn(const std::string& folder) {
   std::vector<std::string> all;
-  for (const auto& entry : std::filesystem::directory_iterator(path_))
+  for (const auto& entry : std::filesystem::directory_iterator(folder))
     all.push_back(entry.path().filename().string());
   std::sort(all.begin(), all.end());
   return all;

@@ -18,12 +18,13 @@ class Folder {
   Folder& operator=(const Folder&) = delete;
   std::string file(const std::string& name) const { return path_ + "/" + name; }
   const std::string& path() const { return path_; }
-  std::vector<std::string> names() const;  // of what is in it, sorted
+  std::vector<std::string> names() const;
 
  private:
   std::string path_;
 };
 
+std::vector<std::string> namesIn(const std::string& folder);  // sorted
 std::string readFile(const std::string& path);
 void writeFile(const std::string& path, std::string_view text);
 

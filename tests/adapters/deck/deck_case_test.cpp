@@ -1,15 +1,7 @@
 // Decks told as conversations: what is stored in them, what other programs do to them and what stands beside
 // them.
-#include <fcntl.h>
-#include <sys/file.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
-#include <sys/xattr.h>
-#include <unistd.h>
 
-#include <csignal>
-#include <map>
-#include <set>
 #include <sstream>
 #include <thread>
 
@@ -18,8 +10,7 @@
 #include "adapters/deck/open_asking.h"
 #include "adapters/deck/overwrite.h"
 #include "base/errors.h"
-#include "base/text.h"
-#include "support/cases.h"
+#include "support/disk_case.h"
 #include "support/test_host.h"
 
 namespace qrn::test {
@@ -29,12 +20,11 @@ using deck::Deck;
 using deck::OpenOptions;
 namespace fs = std::filesystem;
 
-class DeckCase : public CaseTest {
+class DeckCase : public DiskCase {
  protected:
-  DeckCase() {
+  DeckCase() : DiskCase(folder, "talk.pptx") {
     folder.deck();
     fileCommands();
-    standingCommands();
     partCommands();
     openCommands();
     tagCommands();
@@ -45,10 +35,6 @@ class DeckCase : public CaseTest {
     told = replaceAll(replaceAll(told, folder.path() + "/", ""), folder.path(), "FOLDER");
     return replaceAll(told, "process " + std::to_string(process_), "process US");
   }
-  std::string path(const Words& words, std::size_t n) const {
-    return words.word(n) == "." ? folder.path()
-                                : folder.file(words.word(n).empty() ? "talk.pptx" : words.word(n));
-  }
   Deck& deck() { return *decks_.back(); }
   host::Tags& tagsOf(const std::string& slide) {
     return slide == "deck" ? deck().tags() : deck().Slides(std::stoi(slide)).tags();
@@ -56,7 +42,6 @@ class DeckCase : public CaseTest {
   static OpenOptions reading() { return {true, nullptr, "", {}, {}}; }
 
  private:
-  // All files stand in one folder; without a name it is talk.pptx.
   void fileCommands() {
     // deck [clean] [FILE] [slides=N] [strict] [bom] [absolute] [tagged]
     on("deck", [this](const Words& words) {
@@ -76,37 +61,6 @@ class DeckCase : public CaseTest {
                                 : options.tagged) = true;
       writeZip(folder.file(name), deckParts(options));
     });
-    on("folder", [this](const Words& words) {
-      std::string names;
-      for (const auto& entry : fs::directory_iterator(words.empty() ? folder.path() : folder.file(words[0])))
-        sorted_.insert(entry.path().filename().string());
-      for (const std::string& name : std::exchange(sorted_, {})) names += (names.empty() ? "" : " ") + name;
-      tell(names.empty() ? "empty" : names);
-    });
-    on("rename", [this](const Words& words) { fs::rename(path(words, 0), path(words, 1)); });
-    on("copy", [this](const Words& words) { fs::copy(path(words, 0), path(words, 1)); });
-    on("remove", [this](const Words& words) { fs::remove_all(path(words, 0)); });
-    on("mkdir", [this](const Words& words) { fs::create_directory(path(words, 0)); });
-    on("write", [this](const Words& words) { writeFile(path(words, 0), words.rest(1)); });
-    on("hardlink", [this](const Words& words) { fs::create_hard_link(path(words, 0), path(words, 1)); });
-    on("symlink", [this](const Words& words) { fs::create_symlink(path(words, 0), path(words, 1)); });
-    on("content", [this](const Words& words) { tell(escaped(readFile(path(words, 0)))); });
-    on("holds", [this](const Words& words) {
-      tell(readFile(path(words, 0)).find(words.rest(1)) == std::string::npos ? "no" : "yes");
-    });
-    on("keep", [this](const Words& words) { kept_[words.word(0)] = readFile(path(words, 0)); });
-    on("same", [this](const Words& words) {
-      tell(readFile(path(words, 0)) == kept_[words.word(words.size() > 1 ? 1 : 0)] ? "" : "changed");
-    });
-    on("putback", [this](const Words& words) {
-      writeFile(path(words, 0), kept_[words.word(words.size() > 1 ? 1 : 0)]);
-    });
-    on("flip", [this](const Words& words) {
-      std::string bytes = readFile(path(words, 0));
-      char& byte = bytes.at(bytes.find(words[1]));
-      byte = static_cast<char>(byte ^ 1);
-      writeFile(path(words, 0), bytes);
-    });
     on("soon", [this](const Words& words) {
       soon_ = std::jthread([file = path(words, 0), text = words.rest(1)] {
         ::usleep(10000);
@@ -114,46 +68,6 @@ class DeckCase : public CaseTest {
       });
     });
     on("joined", [this](const Words&) { soon_.join(); });
-  }
-  void standingCommands() {
-    on("root", [](const Words&) {
-      if (::geteuid() != 0)
-        GTEST_SKIP() << "only root can play another user";
-    });
-    on("mode", [this](const Words& words) {
-      EXPECT_EQ(::chmod(path(words, 0).c_str(), static_cast<mode_t>(std::stoi(words[1], nullptr, 8))), 0);
-    });
-    on("owner", [this](const Words& words) {
-      EXPECT_EQ(::chown(path(words, 0).c_str(), static_cast<uid_t>(words.number(1)),
-                        static_cast<gid_t>(words.number(2))),
-                0);
-    });
-    on("standing", [this](const Words& words) {
-      for (std::size_t i = 0; i < words.size(); ++i) {
-        struct stat info {};
-        if (::stat(path(words, i).c_str(), &info) != 0) {
-          tell(words[i] + " is not there");
-          continue;
-        }
-        tell(words[i], " ", std::oct, (info.st_mode & 07777U), std::dec, " ", info.st_uid, ":", info.st_gid);
-      }
-    });
-    on("attribute", [this](const Words& words) {
-      const std::string file = path(words, 0), name = words[1];
-      if (words.size() > 2 &&
-          ::setxattr(file.c_str(), name.c_str(), words[2].data(), words[2].size(), 0) != 0)
-        GTEST_SKIP() << "no extended attributes on this file system";
-      std::string got(100, '\0');
-      const ssize_t size = ::getxattr(file.c_str(), name.c_str(), got.data(), got.size());
-      tell(words.size() > 2 ? ""
-           : size < 0       ? "none"
-                            : "'" + escaped(got.substr(0, static_cast<std::size_t>(size))) + "'");
-    });
-    on("lock", [this](const Words& words) {
-      lock_ = ::open(path(words, 0).c_str(), O_RDWR | O_CREAT, 0600);
-      EXPECT_EQ(::flock(lock_, LOCK_EX), 0);
-    });
-    on("unlock", [this](const Words&) { ::close(lock_); });
     on("notes", [this](const Words&) {
       tell(fs::is_empty(folder.path() + "-state/quorin-matrix/open") ? "none" : "noted");
     });
@@ -172,6 +86,9 @@ class DeckCase : public CaseTest {
     });
     on("newpart", [change](const Words& words) {
       change([&](PartList& parts) { part(parts, words[0]) = words.rest(1); });
+    });
+    on("longpart", [change](const Words& words) {
+      change([&](PartList& parts) { part(parts, words[0]).assign(std::stoul(words[1]), ' '); });
     });
     on("nopart", [change](const Words& words) {
       change([&](PartList& parts) {
@@ -294,10 +211,10 @@ class DeckCase : public CaseTest {
     on("delete", [this](const Words& words) { tagsOf(words[0]).Delete(words[1]); });
     on("tag", [this](const Words& words) { tell("'" + escaped(tagsOf(words[0]).Item(words[1])) + "'"); });
     on("tags", [this](const Words& words) {
-      std::string names;
-      for (const std::string& name : tagsOf(words[0]).Names()) names += name + " ";
+      const std::string names = joined(tagsOf(words[0]).Names(), " ");
       tell(names.empty() ? "none" : names);
     });
+    on("runtags", [this](const Words& words) { deck().SetRunTags(words); });
     on("state", [this](const Words&) { tell(escaped(stateOf(deck()))); });
   }
   void slideCommands() {
@@ -353,28 +270,7 @@ class DeckCase : public CaseTest {
     host::Slide& slide = deck().Slides(words.number(0));
     return words.word(1) == "notes" ? slide.NotesPageShapes() : slide.Shapes();
   }
-  // What happens in a process of its own tells its lines on its own.
   void processCommands() {
-    on("killed", [this](const Words&) {
-      EXPECT_EQ(inChild([this] {
-                  runBlock();
-                  if (HasFailure())
-                    return 1;
-                  ::raise(SIGKILL);
-                  return 0;
-                }),
-                99);
-    });
-    on("nobody", [this](const Words& words) {
-      EXPECT_EQ(inChild([this, &words] {
-                  const auto group = static_cast<gid_t>(words.number(0));
-                  becomeNobody(words.empty() ? nullptr : &group);
-                  runBlock();
-                  decks_.clear();
-                  return HasFailure() ? 1 : 0;
-                }),
-                0);
-    });
     on("holder", [this](const Words&) {
       EXPECT_EQ(::pipe(ends_), 0);
       holder_ = ::fork();
@@ -395,15 +291,15 @@ class DeckCase : public CaseTest {
     });
   }
 
+  void leave() override { decks_.clear(); }
+
   ScriptedDialogs dialogs_;
   TempFolder folder;
   const pid_t process_ = ::getpid();
   std::vector<std::unique_ptr<Deck>> decks_;
-  std::map<std::string, std::string> kept_;
-  std::set<std::string> sorted_;
   PartList parts_;
   std::jthread soon_;
-  int lock_ = -1, ends_[2] = {};
+  int ends_[2] = {};
   pid_t holder_ = 0;
 };
 

@@ -215,53 +215,5 @@ TEST(DeckJournal, EveryRecordToldSurvivesAKill) {
   EXPECT_GT(told, 25);
 }
 
-TEST(DeckJournal, AFullDiskIsToldAndKeepsTheOldDeckAndTheJournal) {
-  const TempFolder folder;
-  const std::string file = folder.deck();
-  {
-    const auto deck = Deck::open(file);
-    for (int i = 0; i < 20; ++i) deck->Slides(1).tags().Append("QRNVOTES", "0123456789");
-  }
-  const std::string before = readFile(file), state = openedState(file);
-  for (unsigned long room = 1500; room < before.size(); room += 300) {
-    EXPECT_EQ(inChild([&] {
-                const auto deck = Deck::open(file);
-                limitFiles(room);
-                try {
-                  deck->Save();
-                } catch (const HostError& error) {
-                  return error.fault() == Fault::world && error.number() == 61 ? 0 : 1;
-                }
-                return 2;
-              }),
-              0)
-        << "room for " << room;
-    ASSERT_EQ(readFile(file), before);
-    ASSERT_EQ(openedState(file), state);
-    EXPECT_THAT(folder.names(), ::testing::ElementsAre("talk.pptx", "talk.pptx.journal"));
-  }
-}
-
-TEST(DeckJournal, ARecordThatFindsNoRoomIsNotStoredAtAll) {
-  const TempFolder folder;
-  const std::string file = folder.deck();
-  { Deck::open(file)->Slides(1).tags().Add("QRNVOTES", "one"); }
-  const auto size = readFile(file + ".journal").size();
-  for (unsigned long room : {size, size + 3, size + 30})
-    EXPECT_EQ(inChild([&] {
-                const auto deck = Deck::open(file);
-                limitFiles(room);
-                try {
-                  deck->Slides(1).tags().Append("QRNVOTES", std::string(50, 'x'));
-                } catch (const HostError& error) {
-                  return error.number() == 61 && deck->Slides(1).tags().Item("QRNVOTES") == "one" ? 0 : 1;
-                }
-                return 2;
-              }),
-              0);
-  EXPECT_EQ(readFile(file + ".journal").size(), size);
-  EXPECT_EQ(Deck::open(file)->Slides(1).tags().Item("QRNVOTES"), "one");
-}
-
 }  // namespace
 }  // namespace qrn::test

@@ -94,29 +94,6 @@ std::string wide(std::string_view text, bool bigFirst) {
   return units;
 }
 
-TEST(DeckTags, TheStateOfARunMakesNoSaveAndGoesAlongWithOne) {
-  const TempFolder folder;
-  const std::string file = folder.deck();
-  {
-    const auto deck = Deck::open(file);
-    deck->tags().Add("QRNOUTCOME", "of an earlier run");
-    deck->Save();
-  }
-  const std::string bytes = readFile(file);
-  const auto deck = Deck::open(file);
-  deck->SetRunTags({"qrnOutcome", "qrnActivity"});
-  deck->tags().Delete("qrnOutcome");
-  deck->tags().Add("qrnActivity", "active");
-  EXPECT_TRUE(deck->Saved() && !std::filesystem::exists(file + ".journal"));
-  deck->Save();
-  EXPECT_EQ(readFile(file), bytes);
-  deck->Slides(1).tags().Append("QRNVOTES", "1");
-  deck->Save();
-  deck::OpenOptions reading;
-  reading.readOnly = true;
-  EXPECT_EQ(stateOf(*Deck::open(file, reading)), "QRNACTIVITY=active;|QRNVOTES=1;|||");
-}
-
 TEST(DeckTags, AListInAnotherEncodingStaysInIt) {
   const auto latin = [](const std::string& text) { return text; };
   const auto little = [](const std::string& text) { return wide(text, false); };

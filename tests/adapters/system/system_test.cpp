@@ -23,9 +23,7 @@
 #include "adapters/system/files.h"
 #include "adapters/system/machine.h"
 #include "adapters/system/standard_streams.h"
-#include "base/text.h"
-#include "support/cases.h"
-#include "support/disk.h"
+#include "support/disk_case.h"
 
 namespace qrn::system {
 namespace {
@@ -33,9 +31,9 @@ namespace {
 using test::Words;
 
 // Files on the disk, told as conversations. All names stand in one folder; DIR in a value is that folder.
-class SystemTest : public test::CaseTest {
+class SystemTest : public test::DiskCase {
  protected:
-  SystemTest() {
+  SystemTest() : DiskCase(home, "") {
     for (const char* variable : {"temp", "TEMP", "TMPDIR", "ALLUSERSPROFILE", "APPDATA", "XDG_CONFIG_HOME",
                                  "XDG_CONFIG_DIRS", "HOME"})
       if (const char* value = std::getenv(variable))
@@ -51,9 +49,6 @@ class SystemTest : public test::CaseTest {
   std::string at(const std::string& name) const { return folder + "/" + name; }
 
   std::string shown(std::string told) const override { return replaceAll(told, folder, "DIR"); }
-  std::string path(const Words& words, std::size_t n) const {
-    return words[n][0] == '/' ? words[n] : at(words[n]);
-  }
   // "x*9" is nine x, so that texts may be long
   static std::string long_(const std::string& text) {
     const std::size_t times = text.find('*');
@@ -91,9 +86,6 @@ class SystemTest : public test::CaseTest {
     });
   }
   void processCommands() {
-    // In a process of its own: where files may grow to 4096 bytes, or as a user without rights.
-    on("small", [this](const Words&) { inChild([] { test::limitFiles(4096); }); });
-    on("nobody", [this](const Words&) { inChild([] { test::becomeNobody(); }); });
     on("runs",
        [this](const Words& words) { tell(MachineEnvironment().processRuns(words[0]) ? "yes" : "no"); });
     // variable NAME [VALUE]: set, or gone
@@ -132,10 +124,6 @@ class SystemTest : public test::CaseTest {
     });
   }
   std::string userFolder() const { return folder + "/quorin-" + std::to_string(::getuid()) + "/"; }
-  void inChild(const std::function<void()>& prepare) {
-    EXPECT_EQ(test::inChild([&] { return prepare(), runBlock(), HasFailure() ? 1 : 0; }), 0);
-  }
-
   DiskFiles files;
   const test::Folder home;
   const std::string folder = home.path();
