@@ -14,9 +14,9 @@ namespace qrn::deck {
 
 class MasterLook {
  public:
+  MasterLook() = default;  // no look at all
   // Of the first slide master of the presentation part. A deck without master or theme has no look: fonts are
   // absent, colours -1.
-  MasterLook() = default;
   MasterLook(const Parts& parts, const std::string& presentation);
   std::optional<host::MasterFont> titleFont() const { return font("title", "titleStyle"); }
   std::optional<host::MasterFont> bodyFont() const { return font("body", "bodyStyle"); }
