@@ -42,8 +42,7 @@ FittedCaptions fitCaptions(const std::vector<std::string>& captions, const host:
   double widest = 0;
   for (const std::string& caption : captions) widest = std::max(widest, textWidth(caption, font));
   const double least = std::min(widest, 5 * textWidth("n", font));
-  if (slot - gap < least && slot > 0)
-    fitted.every = static_cast<int>(std::ceil((least + gap) / slot));
+  fitted.every = std::max(1, static_cast<int>(std::ceil((least + gap) / std::max(slot, 1.0))));
   fitted.width = fitted.every * slot - gap;
   for (const std::string& caption : captions)
     fitted.texts.push_back(fitText(caption, font, fitted.width, height, font.size));
@@ -96,8 +95,6 @@ void addGridLines(GraphCanvas& canvas, const AxisPlan& plan, bool upright) {
 // A title ready to be broken into lines: a first word that no line holds gets a break.
 std::string withSplitWord(const std::string& title) {
   const std::string first = title.substr(0, title.find(' '));
-  if (characterCount(first) <= static_cast<std::size_t>(kLongestWord))
-    return title;
   std::string head;
   int count = 0;
   for (const std::uint32_t code : characters(first)) {

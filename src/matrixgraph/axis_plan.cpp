@@ -40,9 +40,8 @@ std::int32_t skewSize(int assessment) {
 }
 
 ScaleSizes sizesBy(const PlotRequest& request, std::int32_t (*sizeOf)(int)) {
-  for (int pair = 0; pair < kPairs; ++pair)
-    if (pairUsed(request, pair))
-      return {sizeOf(verticalOf(request, pair)), sizeOf(horizontalOf(request, pair))};
+  for (const int pair : usedPairs(request))
+    return {sizeOf(verticalOf(request, pair)), sizeOf(horizontalOf(request, pair))};
   return {};
 }
 
@@ -55,7 +54,7 @@ std::string pointCaption(int assessment, int i) {
   if (glo.OptionScatterScale == kNumbers)
     return std::to_string(glo.assessment(assessment).startFrom + i);
   const auto& criteria = criteriaOf(assessment);
-  const std::string text = i < upperBound(criteria) ? criteria[static_cast<std::size_t>(i)] : "";
+  const std::string& text = criteria[static_cast<std::size_t>(i)];  // behind the last stands ""
   const bool cut = glo.OptionScatterScale == kAbbreviated && glo.TextScatterScaleAbbreviate > 0;
   return cut ? abbreviated(text) : text;  // cut to nothing, captions would tell nothing
 }

@@ -12,9 +12,8 @@ std::string axisTitle(int assessment) {
 
 std::string joinedTitles(const PlotRequest& request, bool vertical) {
   std::string titles;
-  for (int pair = 0; pair < kPairs; ++pair)
-    if (pairUsed(request, pair))
-      titles += "/" + axisTitle(vertical ? verticalOf(request, pair) : horizontalOf(request, pair));
+  for (const int pair : usedPairs(request))
+    titles += "/" + axisTitle(vertical ? verticalOf(request, pair) : horizontalOf(request, pair));
   return titles.empty() ? titles : titles.substr(1);
 }
 

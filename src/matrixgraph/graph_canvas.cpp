@@ -16,7 +16,6 @@ constexpr double kUntouchedSize = 12, kUntouchedTitle = 18;
 }  // namespace
 
 void GraphCanvas::begin(double formWidth, double formHeight, int keys) {
-  surface = {};
   surface.width = formWidth;
   surface.height = formHeight;
   setGraphBackground(surface, glo.matrixBackgroundFlag ? glo.matrixBackgroundFile : "");

@@ -119,14 +119,14 @@ const PlottedItem* xyVoteGraph::plottedItem(int risk) const {
 void xyVoteGraph::zoomTo(int risk, const std::string& itemKey) {
   const PlottedItem* item = plottedItem(risk);
   bool hidden = item != nullptr;
-  for (std::size_t pair = 0; hidden && pair < kPairs; ++pair)
-    hidden = item->n[pair] == 0 || !view.roundVisible[pair];
+  for (const int pair : kAllPairs)
+    hidden = hidden && (item->n[static_cast<std::size_t>(pair)] == 0 ||
+                        !view.roundVisible[static_cast<std::size_t>(pair)]);
   if (hidden) {
     zoomedItemKey.clear();
     say("Item " + itemKey + "\r\n is not currently displayed");
     return;
   }
-  selectedRiskIndex = risk;
   setTitle(zoomTitle(risk));
   if (item == nullptr || item->n[0] == 0)
     say("Item " + itemKey + "\r\n does not have enough data to graph");
@@ -156,10 +156,8 @@ void xyVoteGraph::ShowSingleItem(int risk) {
 void xyVoteGraph::tmr_grow_Timer() {
   const double part = static_cast<double>(host::host().clock->microseconds() - growsSince_) / 1000 / kGrowMs;
   view.growth = 1 + (kGrown - 1) * look::eased(part);
-  if (part >= 1 || view.zoomedItem == host::kNoItem) {
-    view.growth = kGrown;
+  if (part >= 1 || view.zoomedItem == host::kNoItem)
     tmr_grow.setEnabled(false);
-  }
   model_.grow(view);
   host::host().forms->refresh(name);
 }
@@ -178,8 +176,7 @@ void xyVoteGraph::showView() {
 void xyVoteGraph::menuHideShowAllPlots() {
   setTitle(glo.listTitle);
   view.zoomedItem = host::kNoItem;
-  for (int pair = 1; pair <= kPairs; ++pair)
-    view.roundVisible[static_cast<std::size_t>(pair - 1)] = onGraph(pair);
+  for (const int pair : kAllPairs) view.roundVisible[static_cast<std::size_t>(pair)] = onGraph(pair + 1);
   showView();
 }
 
@@ -208,35 +205,26 @@ void xyVoteGraph::menuDiversity() {
 
 // To the distribution graph
 void xyVoteGraph::PlotItemDistribution(const std::string& keyOrIndex) {
-  std::string itemKey = keyOrIndex;
-  if (isNumeric(keyOrIndex)) {
-    const auto risk = static_cast<int>(valueParse(keyOrIndex));
-    if (risk >= 0 && risk < glo.itemCount())
-      itemKey = glo.item(risk).identifier;
-  }
-  const int risk = selectListRow(itemKey);
-  const PlottedItem* item = plottedItem(risk);
+  const double risk = isNumeric(keyOrIndex) ? valueParse(keyOrIndex) : -1;
+  const bool isIndex = risk >= 0 && risk < glo.itemCount();
+  const PlottedItem* item =
+      plottedItem(selectListRow(isIndex ? glo.item(static_cast<int>(risk)).identifier : keyOrIndex));
   if (item == nullptr) {
     say("Nothing defined for this item");
     return;
   }
   PlotRequest pairs = glo.lastDrawnPairings;
-  for (std::size_t pair = 0; pair < kPairs; ++pair)
-    if (item->n[pair] == 0)
-      pairs[2 * pair] = pairs[2 * pair + 1] = -1;
+  for (std::size_t value = 0; value < pairs.size(); ++value)
+    if (item->n[value / 2] == 0)
+      pairs[value] = -1;
   if (pairUsed(pairs, 0))
     gotoDistributionGraph(pairs);
 }
 
 void xyVoteGraph::gotoDistributionGraph(const PlotRequest& pairs) {
-  std::string itemKey = List1.current() >= 0 ? keyOfRow(textOfRow(List1.current())) : "";
-  if (!itemKey.empty() && itemKey.back() == '*')
-    itemKey.pop_back();
-  distributionRisk = itemKey.empty() ? -1 : riskOfKey(itemKey);
+  distributionRisk = riskOfRow(List1.current());
   distributionPairs = pairs;
-  if (distributionRisk < 0)
-    say("Nothing defined for this item");
-  else if (host::host().forms->isDefined(kDistributionForm))
+  if (host::host().forms->isDefined(kDistributionForm))
     host::host().forms->show(kDistributionForm);
 }
 

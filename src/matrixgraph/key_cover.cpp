@@ -53,8 +53,8 @@ class Places {
   };
   Met meeting(const Element& key) const {
     Met met;
-    for (int dx = -1; dx <= 1; ++dx)
-      for (int dy = -1; dy <= 1; ++dy) {
+    for (const int dx : {-1, 0, 1})
+      for (const int dy : {-1, 0, 1}) {
         const auto cell = cells_.find(cellOf(middleX(key) + dx * width_, middleY(key) + dy * height_));
         if (cell == cells_.end())
           continue;

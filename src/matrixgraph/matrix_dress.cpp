@@ -67,7 +67,7 @@ void MatrixModel::tellBehind(const std::vector<KeyInFront>& fronts) {
     return;
   std::vector<const Element*> taken;
   for (const Part part : {Part::key, Part::dot})
-    for (int pair = 0; pair < kPairs; ++pair)
+    for (const int pair : kAllPairs)
       if (const host::ElementArray* elements = canvas.surface.find(graphArray(part, pair).name))
         for (const Element& one : *elements)
           if (one.visible)

@@ -40,11 +40,7 @@ std::string categoryLine() {
 
 // Keys that the pairs put on the plot if every item has votes.
 int expectedKeys(const PlotRequest& request) {
-  int pairs = 0, items = 0;
-  for (int pair = 0; pair < kPairs; ++pair) pairs += pairUsed(request, pair) ? 1 : 0;
-  for (int item = 0; item < glo.itemCount(); ++item)
-    items += glo.item(item).voting && inCategoriesShown(item) ? 1 : 0;
-  return pairs * items;
+  return static_cast<int>(usedPairs(request).size() * itemsShown().size());
 }
 
 ScaleSizes sizesOf(const MatrixRequest& request) {
@@ -69,9 +65,7 @@ void planAxes(MatrixModel& model, const MatrixRequest& request) {
 
 void plotPairs(MatrixModel& model, const MatrixRequest& request) {
   ItemPlotter plotter(model.canvas, request.pairs, request.diversity, model.dataMessage);
-  for (int pair = 0; pair < kPairs; ++pair)
-    if (pairUsed(request.pairs, pair))
-      plotter.plotPair(pair);
+  for (const int pair : usedPairs(request.pairs)) plotter.plotPair(pair);
   model.plotted = plotter.takePlotted();
   model.discs = plotter.discs();
   model.spans = plotter.spans();

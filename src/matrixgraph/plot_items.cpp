@@ -29,6 +29,11 @@ std::size_t slotOf(int assessment) {
   return static_cast<std::size_t>(assessment - 1);
 }
 
+// Of a multi-plot, from 0; 0 for all others.
+std::size_t plotOf(int assessment) {
+  return static_cast<std::size_t>(std::max(0, assessment - kMultiPlotSlot));
+}
+
 host::Element& place(host::Element& label, PlotPoint centre, double width, double height) {
   label.width = width;
   label.height = height;
@@ -79,12 +84,6 @@ double itemFraction(int risk, int assessment, bool diversity, int multiPlotTop) 
   return scoreFraction(value - static_cast<float>(span.low), static_cast<float>(span.range));
 }
 
-std::string keyOfCaption(const std::string& caption) {
-  std::string key = caption;
-  for (int pair = 1; pair < kPairs; ++pair) key = replaceAll(std::move(key), kPairMarks[pair], "");
-  return key;
-}
-
 void dressKey(host::Element& key, std::int32_t disc) {
   key.backColour = disc;
   static std::pair<std::int32_t, std::int32_t> last{-1, 0};  // most keys are alike
@@ -105,21 +104,19 @@ ItemPlotter::ItemPlotter(GraphCanvas& canvas, const PlotRequest& request, bool d
       diversity_(diversity),
       dataMessage_(dataMessage),
       items_(static_cast<std::size_t>(std::max(0, glo.itemCount()))) {
-  for (std::size_t i = 0; i < items_.size(); ++i) {
-    items_[i].risk = static_cast<int>(i);
-    items_[i].id = glo.risks[i].ID;
+  int risk = 0;
+  for (PlottedItem& item : items_) {
+    item.id = riskAt(risk).ID;
+    item.risk = risk++;
   }
-  for (int pair = 0; pair < kPairs; ++pair)
-    if (pairUsed(request, pair))
-      lastPair_ = pair;
-  for (int plot = 0; plot < 2; ++plot)
-    if (std::count(request.begin(), request.end(), kMultiPlotSlot + plot) > 0)
-      multiPlotTop_[static_cast<std::size_t>(plot)] = GetMultiPlotMaxScale(plot, true, true);
+  for (const int pair : usedPairs(request)) lastPair_ = pair;
+  for (const int assessment : request)
+    if (assessment >= kMultiPlotSlot)
+      multiPlotTop_.at(plotOf(assessment)) = GetMultiPlotMaxScale(assessment - kMultiPlotSlot, true, true);
 }
 
 double ItemPlotter::fraction(int risk, int assessment) const {
-  const std::size_t plot = assessment == kMultiPlotSlot + 1 ? 1 : 0;
-  return itemFraction(risk, assessment, diversity_, multiPlotTop_[plot]);
+  return itemFraction(risk, assessment, diversity_, multiPlotTop_.at(plotOf(assessment)));
 }
 
 ItemPlotter::PairLook ItemPlotter::lookOf(int pair) const {
@@ -151,7 +148,7 @@ void ItemPlotter::plotPair(int pair) {
   const PairLook look = lookOf(pair);
   discs_[static_cast<std::size_t>(pair)] = look.disc;
   const auto span = [&](int assessment) {
-    return scaleSpan(assessment, diversity_, multiPlotTop_[assessment == kMultiPlotSlot + 1 ? 1 : 0]);
+    return scaleSpan(assessment, diversity_, multiPlotTop_.at(plotOf(assessment)));
   };
   spans_[static_cast<std::size_t>(pair)] = {span(verticalOf(request_, pair)),
                                             span(horizontalOf(request_, pair))};

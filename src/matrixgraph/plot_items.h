@@ -19,9 +19,6 @@ ScaleSpan scaleSpan(int assessment, bool diversity, int multiPlotTop);
 // the scale where the value is a MultiPlot.
 double itemFraction(int risk, int assessment, bool diversity, int multiPlotTop);
 
-// Superscripts taken off, so that a caption can be compared with an identifier.
-std::string keyOfCaption(const std::string& caption);
-
 // A key on a disc of that colour.
 void dressKey(host::Element& key, std::int32_t disc);
 

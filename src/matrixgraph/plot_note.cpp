@@ -17,14 +17,6 @@ int scored(const std::vector<int>& items, int assessment) {
   }));
 }
 
-std::vector<int> itemsShown() {
-  std::vector<int> items;
-  for (int item = 0; item < glo.itemCount(); ++item)
-    if (glo.item(item).voting && inCategoriesShown(item))
-      items.push_back(item);
-  return items;
-}
-
 std::string counted(int some, std::size_t all) {
   return std::to_string(some) + " of " + std::to_string(all);
 }
@@ -44,6 +36,14 @@ std::string votesByScale(const PlotRequest& request, const std::vector<int>& ite
 }
 
 }  // namespace
+
+std::vector<int> itemsShown() {
+  std::vector<int> items;
+  for (int item = 0; item < glo.itemCount(); ++item)
+    if (glo.item(item).voting && inCategoriesShown(item))
+      items.push_back(item);
+  return items;
+}
 
 PlotNote plotNote(const PlotRequest& request, const std::vector<PlottedItem>& plotted) {
   if (glo.itemCount() == 0)

@@ -13,6 +13,7 @@ struct PlotNote {
   std::string text;    // "" when every item stands on the plot
   bool empty = false;  // nothing stands there
 };
+std::vector<int> itemsShown();  // that vote, of the categories shown
 PlotNote plotNote(const PlotRequest& request, const std::vector<PlottedItem>& plotted);
 
 }  // namespace qrn

@@ -1,7 +1,6 @@
 #include "matrixgraph/plot_request.h"
 
 #include <algorithm>
-#include <vector>
 
 #include "core/glo.h"
 
@@ -23,13 +22,21 @@ std::vector<int> activeAssessments() {
 
 }  // namespace
 
+std::vector<int> usedPairs(const PlotRequest& request) {
+  std::vector<int> used;
+  for (const int pair : kAllPairs)
+    if (pairUsed(request, pair))
+      used.push_back(pair);
+  return used;
+}
+
 int positiveValues(const PlotRequest& request) {
   return static_cast<int>(std::count_if(request.begin(), request.end(), [](int value) { return value > 0; }));
 }
 
 bool hasBothAxes(const PlotRequest& request) {
   bool vertical = false, horizontal = false;
-  for (int pair = 0; pair < kPairs; ++pair) {
+  for (const int pair : kAllPairs) {
     vertical = vertical || verticalOf(request, pair) > 0;
     horizontal = horizontal || horizontalOf(request, pair) > 0;
   }
@@ -66,10 +73,9 @@ PlotRequest pairsOfExercise() {
 PlotRequest choosePairs() {
   PlotRequest chosen = kNoPairs;
   if (glo.useUserPairings) {
-    for (std::size_t pair = 0; pair < kPairs; ++pair)
-      if (glo.userPairActive[pair] == 1)
-        std::copy_n(glo.userSelectedPlotPairings.begin() + static_cast<std::ptrdiff_t>(2 * pair), 2,
-                    chosen.begin() + static_cast<std::ptrdiff_t>(2 * pair));
+    for (const int pair : kAllPairs)
+      if (glo.userPairActive[static_cast<std::size_t>(pair)] == 1)
+        std::copy_n(glo.userSelectedPlotPairings.begin() + 2 * pair, 2, chosen.begin() + 2 * pair);
   } else {
     chosen = glo.currentPlotPairings;
   }

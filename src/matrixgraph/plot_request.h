@@ -4,10 +4,12 @@
 #pragma once
 
 #include <array>
+#include <vector>
 
 namespace qrn {
 
 inline constexpr int kPairs = 4;
+inline constexpr std::array<int, kPairs> kAllPairs{0, 1, 2, 3};
 inline constexpr int kMultiPlotSlot = 10;  // the first value that is a MultiPlot
 
 using PlotRequest = std::array<int, 8>;
@@ -22,6 +24,7 @@ constexpr int horizontalOf(const PlotRequest& request, int pair) {
 constexpr bool pairUsed(const PlotRequest& request, int pair) {
   return verticalOf(request, pair) > 0 && horizontalOf(request, pair) > 0;
 }
+std::vector<int> usedPairs(const PlotRequest& request);
 int positiveValues(const PlotRequest& request);
 bool hasBothAxes(const PlotRequest& request);
 

@@ -37,7 +37,7 @@ void fillPairs() {
 // True when the request holds a multi-plot; its values are computed.
 bool computeMultiPlots(const PlotRequest& request) {
   bool any = false;
-  for (int plot = 0; plot < 2; ++plot) {
+  for (const int plot : {0, 1}) {
     if (std::count(request.begin(), request.end(), kMultiPlotSlot + plot) == 0)
       continue;
     any = true;
@@ -146,7 +146,7 @@ void xyVoteGraph::plot(const PlotRequest& request) {
   model_ = plotMatrix(requestFor(request));
   glo.dataMessage = model_.dataMessage;
   cmd_info = glo.dataMessage != kDataMessage;
-  for (int pair = 0; pair < kPairs; ++pair) {
+  for (const int pair : kAllPairs) {
     const bool used = pairUsed(request, pair) && model_.withoutPoints == 0;
     view.roundVisible[static_cast<std::size_t>(pair)] = used;
   }

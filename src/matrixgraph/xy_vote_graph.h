@@ -38,7 +38,7 @@ struct xyVoteGraph : host::Form {
   void menuPairLines();
   void menuDiversity();
   void ShowSingleItem(int risk);
-  void PlotItemDistribution(const std::string& key);
+  void PlotItemDistribution(const std::string& keyOrIndex);
   void gotoDistributionGraph(const PlotRequest& pairs);
   // A label on the graph: its item and its list row are selected. A double click opens the item's form, where
   // there is one, and builds the list anew.

@@ -65,7 +65,8 @@ class MatrixGraphCase : public GraphCase {
   void drawCommands() {
     on("draw", [this](const Words& words) { drawMatrixGraph(request(words, 0), 1024, 768); });
     on("again", [this](const Words&) { form().tmr_load_Timer(); });
-    on("lines", [this](const Words&) { form().menuPairLines(); });
+    on("perform", [this](const Words& words) { form().actions().perform(words[0]); });
+    on("shadows", [this](const Words&) { form().view.shadows = true; });
     on("diversity", [this](const Words&) { form().menuDiversity(), form().tmr_load_Timer(); });
     on("info",
        [this](const Words&) { tell(form().cmd_info ? "offered" : "no info"), form().cmd_info_Click(); });

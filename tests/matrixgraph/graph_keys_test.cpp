@@ -3,6 +3,8 @@
 #include "host/wait.h"
 #include "matrixgraph/xy_vote_graph.h"
 #include "support/action_cases.h"
+#include "support/drawing.h"
+#include "support/members.h"
 
 namespace qrn {
 namespace {
@@ -29,10 +31,8 @@ class GraphKeys : public test::ActionCases, protected test::GraphExercise {
       renew();
     });
     on("shown", [this](const Words&) { tell(state()["shown"]); });
-    on("mode", [](const Words& words) { glo.cmdMode = words.word(0); });
-    on("navigation", [](const Words& words) { glo.OptionMatrixItemNavigation = words.number(0); });
+    on("set", [](const Words& words) { test::setMember(words[0], words.rest(1)); });
     on("filtered", [this](const Words&) { graph().graphFilterActive = true; });
-    on("multiplot", [](const Words&) { glo.multiPlot[0].Enabled = glo.multiPlot[0].Assessments[0] = true; });
     on("groups", [](const Words& words) {
       DemographicInfo question;
       question.isDefault = true;
@@ -43,10 +43,13 @@ class GraphKeys : public test::ActionCases, protected test::GraphExercise {
       for (std::size_t i = static_cast<std::size_t>(words.number(0)); i < 28; ++i)
         glo.risks[i].voting = false;
     });
-    on("distribution", [this](const Words&) {
-      world.forms.define("xyVoteDistributionGraph",
-                         [] { return std::make_unique<host::Form>("xyVoteDistributionGraph"); });
+    on("form", [this](const Words& words) {  // a plain one of that name
+      world.forms.define(words[0], [name = words[0]] { return std::make_unique<host::Form>(name); });
     });
+    on("load", [this](const Words& words) { world.forms.show(words[0]); });
+    on("distribution",
+       [this](const Words& words) { tellChange([&] { graph().PlotItemDistribution(words[0]); }); });
+    world.forms.attach("xyVoteGraph", watching());
     // right KEY: a right click on the label with that key; without one: beside the labels
     on("right", [this](const Words& words) { tellChange([&] { rightClick(words.word(0)); }); });
   }
@@ -82,9 +85,11 @@ class GraphKeys : public test::ActionCases, protected test::GraphExercise {
             {"filter", glo.demographicFilterOn ? glo.demographicFilterText : ""},
             {"distribution",
              now.distributionRisk < 0 ? "" : std::to_string(now.distributionRisk) + " of " + pairs},
+            {"forms", std::to_string(world.forms.loadedNames().size())},
             {"key", now.keyHandled ? "handled" : ""},
             {"built", now.surface().elementCount() == built_ ? "" : "anew"}};
   }
+  std::string picture() override { return test::drawingOf(graph().surface()); }
   void rightClick(const std::string& key) {
     double x = 10, y = 10;
     for (const host::Element* label : all(graph().surface(), "labelRisk"))

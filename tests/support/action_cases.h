@@ -46,6 +46,17 @@ class ActionCases : public CaseTest {
   virtual void renew() = 0;        // the form as it comes up
   virtual State state() = 0;       // what keys can change, as words; asked while the form stands
   virtual TestHost& testHost() = 0;
+  virtual std::string picture() { return ""; }  // of a form that is `watching`, whose changes are painted
+
+  host::FormRegistry::ViewMaker watching() {
+    struct Watch : host::FormView {
+      explicit Watch(bool& painted) : painted_(painted) {}
+      void refresh() override { painted_ = true; }
+      bool& painted_;
+    };
+    painted_ = false;
+    return [this](host::Form&) { return std::make_unique<Watch>(painted_); };
+  }
 
   static std::string rowOf(const host::Panel& list) {  // the one at hand
     return list.current() < 0 ? "" : list.rows()[static_cast<std::size_t>(list.current())].cells[0];
@@ -62,6 +73,9 @@ class ActionCases : public CaseTest {
     std::vector<std::string> lines;
     testHost().at(kReading, [&] { answerDialog(lines); });
     const State before = state();
+    const std::string was = picture();
+    if (!was.empty())
+      painted_ = false;
     act();
     host::waitUntil([] { return false; }, 2 * kReading);
     for (const std::string& question : dialogs.asked) lines.push_back("asked " + cut(escaped(question)));
@@ -69,9 +83,12 @@ class ActionCases : public CaseTest {
       lines.emplace_back("gone");
       return lines;
     }
+    bool changed = picture() != was;
     for (const auto& [what, now] : state())
       if (before.at(what) != now)
-        lines.push_back(what + ": " + now);
+        lines.push_back(what + ": " + now), changed = true;
+    if (changed && !painted_)
+      lines.emplace_back("not painted");
     return lines;
   }
 
@@ -147,6 +164,7 @@ class ActionCases : public CaseTest {
   }
 
   std::vector<std::string> plan_{"Esc"};
+  bool painted_ = true;
 
   static constexpr double kReading = 0.002;  // seconds until a dialog that came up is answered
   static constexpr std::size_t kLongest = 100;
