@@ -32,6 +32,7 @@ constexpr int kFailuresBorne = 5;
 
 VoteForm* running = nullptr;
 
+// One pass of a vote.
 class RunningVote {
  public:
   explicit RunningVote(VoteForm& form) : before_(std::exchange(running, &form)) {}
@@ -69,13 +70,6 @@ bool keyboardVotes() {
   return glo.baseType.empty() || upperCase(glo.baseType) == kKeyboardBase;
 }
 
-// Decodes what has arrived and waits in the queue of the link.
-void drainPresses() {
-  comms& link = theComms();
-  link.tmr_decodeDataFromController.setEnabled(false);
-  link.DecodeDataFromController(std::exchange(link.txt_dataFromController, {}));
-}
-
 // Waits for the end of the vote. A form that is closed meanwhile abandons it.
 void waitForClose(VoteForm& form) {
   const host::FormRegistry& forms = *host::host().forms;
@@ -84,8 +78,7 @@ void waitForClose(VoteForm& form) {
   const auto closed = [&] {
     if (glo.closing || (registered && !forms.isLoaded(form.name)))
       glo.voteAbandoned = 1;
-    if (glo.voteComplete == 0 && glo.voteAbandoned == 0)
-      watch.check();
+    watch.check();
     return glo.voteComplete != 0 || glo.voteAbandoned != 0;
   };
   // A failure in something that happens meanwhile must not cost the votes taken so far.
@@ -96,28 +89,25 @@ void waitForClose(VoteForm& form) {
 }
 
 void votePass(VoteForm& form) {
+  const RunningVote mark(form);
   comms& link = theComms();
   glo.voteComplete = glo.voteAbandoned = 0;
   ResizeVoteArrays();  // records read meanwhile have made them as wide as themselves
   ResetVotes();
-  glo.votesCast = 0;
   ShowVotesCast(glo.options);
   form.ResetForNewVote();
   glo.restartVote = false;
   if (keyboardVotes())
     form.SetVotesCastCount("K'Board");
   form.ShowVotesCastControl(true);
-  if (link.StartVote(true, true)) {
-    glo.voteOpen = true;
-    form.state = VoteState::open;
-    host::host().forms->refresh(form.name);
-    waitForClose(form);
-    drainPresses();
-  }
+  link.StartVote(true, true);
+  glo.voteOpen = true;
+  form.state = VoteState::open;
+  host::host().forms->refresh(form.name);
+  waitForClose(form);
   link.EndVote();
   host::waitUntil([] { return false; }, kSettleSeconds);
-  drainPresses();
-  glo.voteOpen = false;
+  link.takeWaiting();
   form.ShowVotesCastControl(false);
 }
 
@@ -168,7 +158,6 @@ bool showResult(VoteForm& form) {
 }
 
 bool runVote(VoteForm& form) {
-  const RunningVote mark(form);
   comms& link = theComms();
   link.VoteRx = oComms_VoteRx;
   link.SendCommandToController(glo.abstainEnabled ? "Abstain=True" : "Abstain=False", true, true);
@@ -179,8 +168,6 @@ bool runVote(VoteForm& form) {
   if (glo.closing && glo.votesCast > 0 && !glo.displayOnly)
     keepCutOffVote(form);
   if (glo.voteAbandoned == 1) {
-    form.ShowAverageScore("", false);
-    form.state = VoteState::done;
     freeCursor();
     if (host::host().windows)
       host::host().windows->showCursor(false);

@@ -17,7 +17,7 @@ namespace qrn {
 namespace {
 
 int randomBelow(int limit) {
-  return limit < 1 ? 0 : static_cast<int>(std::floor(host::host().random->Rnd() * limit));
+  return static_cast<int>(std::floor(host::host().random->Rnd() * std::max(0, limit)));
 }
 
 std::vector<int> shuffled(int count) {
@@ -64,9 +64,7 @@ void randomScaleVotes() {
   const int count = glo.options - glo.startFrom + 1;
   for (int i = 0; i < keypads;) {
     const int run = static_cast<int>(std::nearbyint(randomBelow(keypads) / 2.0));
-    int vote = randomBelow(count + glo.startFrom - 1) + 1;
-    if (vote < 1 && glo.startFrom == 1)
-      vote = glo.options;
+    const int vote = randomBelow(count + glo.startFrom - 1) + 1;
     for (const int end = std::min(keypads, i + run + 1); i < end; ++i)
       glo.liveVotes[static_cast<std::size_t>(i)] = std::to_string(vote);
   }
@@ -84,21 +82,23 @@ int captionCount() {
 
 // Number of the keypad that the next simulated press stands for, 0 for none.
 int nextSimulatedKeypad() {
-  std::vector<int> active;
-  for (const std::string& keypad : glo.activeKeypads)
-    if (!keypad.empty())
-      active.push_back(static_cast<int>(qrnVal(keypad)));
-  if (active.empty())
-    return glo.votesCast + 1;
-  const std::size_t next = static_cast<std::size_t>(glo.votesCast);
-  return next < active.size() ? active[next] : 0;
+  int left = glo.votesCast;
+  bool listed = false;
+  for (const std::string& keypad : glo.activeKeypads) {
+    if (keypad.empty())
+      continue;
+    listed = true;
+    if (left-- == 0)
+      return static_cast<int>(qrnVal(keypad));
+  }
+  return listed ? 0 : glo.votesCast + 1;
 }
 
 }  // namespace
 
 bool SimulatePress(int value) {
   const int keypad = nextSimulatedKeypad();
-  if (keypad < 1 || keypad > glo.keypadsNotVotedHi || keypad >= static_cast<int>(glo.liveVotes.size()))
+  if (keypad < 1 || keypad > std::min(glo.keypadsNotVotedHi, upperBound(glo.liveVotes)))
     return false;
   const bool onScale = value >= glo.startFrom && value <= glo.options;
   if (!onScale && !(value == -2 && glo.abstainEnabled))
@@ -125,8 +125,7 @@ void GenerateRandomVotes(std::int32_t kind) {
 
 void WriteKBOARDFile() {
   trapErrors("count_up_vote", "WriteKBOARDFile", [] {
-    if (!folderExists(glo.appPath))
-      host::host().files->makeFolder(glo.appPath);
+    host::host().files->makeFolder(glo.appPath);
     host::host().files->write(glo.appPath + markerFile::keyboard, "");
   });
 }

@@ -14,7 +14,6 @@ namespace qrn {
 namespace {
 
 constexpr int kCheckInterval = 500;  // milliseconds
-constexpr double kPadding = 90;      // twips
 constexpr const char* kFont = "Arial";
 constexpr double kFontSize = 14;
 
@@ -64,7 +63,6 @@ void uctlKpadsNotVoted::forceRefresh() {
 }
 
 void uctlKpadsNotVoted::ShowKeypadsNotVoted() {
-  tmr_checkKeypadsNotVotedPopUp.setInterval(kCheckInterval);
   if (glo.voteComplete == 1 || !glo.voteOpen)
     return;
   glo.keypadsNotVotedLo = std::max(1, glo.keypadsNotVotedLo);
@@ -98,8 +96,6 @@ void uctlKpadsNotVoted::ShowKeypadsNotVoted() {
   const host::TextMeasure& measure = *host::host().textMeasure;
   LabelWidth = std::max(measure.TextWidth(Caption, kFont, kFontSize, false, false),
                         measure.TextWidth(title, kFont, kFontSize, true, false));
-  Width = LabelWidth + 2 * kPadding;
-  Height = 2 * measure.LineHeight(kFont, kFontSize) + 3 * kPadding;
   if (changed)
     changed();
 }

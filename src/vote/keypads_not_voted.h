@@ -17,7 +17,6 @@ struct uctlKpadsNotVoted {
   void forceRefresh();
 
   double LabelWidth = 0;  // twips, of the caption as measured
-  double Width = 0, Height = 0;
   std::string title = "Waiting for...";
   std::string Caption;
   bool Visible = false;

@@ -135,7 +135,7 @@ bool xyVoteRuntime::takeStep(const VoteStep& step) {
   const int item = itemOfKey(step.sortKey);
   if (!step.taken || item < 0 || !isAsked(item, step.assessment))
     return false;
-  glo.currentItem = glo.currentRisk = item;
+  glo.currentItem = item;
   glo.currentAssessment = step.assessment;
   glo.voteStep = step.step;
   voteHeld_ = false;
@@ -169,7 +169,7 @@ void xyVoteRuntime::afterStep(const std::vector<VoteStep>& steps, std::size_t at
       host::host().dialogs->MsgBox(info.endMessage, host::kTitle);
   });
   restoreListOrder(listOrder_);
-  glo.currentItem = glo.currentRisk = std::max(0, itemOfKey(now.sortKey));
+  glo.currentItem = std::max(0, itemOfKey(now.sortKey));
 }
 
 std::size_t xyVoteRuntime::jumpTarget(const std::vector<VoteStep>& steps, std::size_t at) const {
@@ -205,7 +205,6 @@ void xyVoteRuntime::doVote(int step) {
     return;
   }
   glo.voteStep = step;
-  glo.currentRisk = glo.currentItem;
   deleteOutcome();
   glo.defaultVoteType = glo.MainVoteSettings.voteMode == voteKind::singleItemSelect
                             ? voteKind::singleItemSelect

@@ -21,6 +21,52 @@ namespace {
 
 constexpr std::size_t kMany = 80;
 
+// Tells what the mouse is let to do.
+class TellingWindows : public host::Windows {
+ public:
+  explicit TellingWindows(std::function<void(const char*)> tell) : tell_(std::move(tell)) {}
+  std::int64_t editWindow() const override { return 0; }
+  std::int64_t showWindow() const override { return 0; }
+  host::WindowRect rectangle(std::int64_t) const override { return {}; }
+  host::WindowRect desktop() const override { return {}; }
+  std::vector<std::int64_t> topWindows() const override { return {}; }
+  void setTopmost(std::int64_t, bool) override {}
+  void enableWindow(std::int64_t, bool) override {}
+  void bringToFront(std::int64_t) override {}
+  void placeForm(const std::string&, const host::WindowRect&) override {}
+  void freeCursor() override { tell_("mouse free"); }
+  void trapCursor(const host::WindowRect&) override {}
+  void showCursor(bool visible) override { tell_(visible ? "mouse shown" : "mouse hidden"); }
+
+ private:
+  std::function<void(const char*)> tell_;
+};
+
+std::string screenText(const xyVoteRuntime& form) {
+  const host::Element* missing = form.surface().find("uctl_kpadsNotVoted", 0);
+  const VoteLabel &count = form.uctl_votesCast.label, &words = form.lbl_averageScore;
+  return std::string(form.state == VoteState::open       ? "open"
+                     : form.state == VoteState::resultUp ? "result"
+                                                         : "other") +
+         (form.cursorShown ? ", cursor" : "") + (form.bars.Visible ? ", bars" : "") +
+         (form.average ? ", mark" : "") +
+         (!words.Visible                  ? ""
+          : form.state == VoteState::open ? ", " + words.Caption
+                                          : ", average") +
+         (count.Visible ? ": " : ": no ") + count.Caption +
+         (missing == nullptr ? "" : "; " + missing->caption) +
+         (form.lbl_status.Caption.empty() ? "" : "; " + form.lbl_status.Caption);
+}
+
+// Keeps what a window would show: what stood on the form when it was painted last.
+struct Painted : host::FormView {
+  Painted(xyVoteRuntime& form, std::string& kept) : form_(form), kept_(kept) {}
+  void show(bool) override { refresh(); }
+  void refresh() override { kept_ = screenText(form_); }
+  xyVoteRuntime& form_;
+  std::string& kept_;
+};
+
 }  // namespace
 
 RoomLink::RoomLink(controller::RoomOptions options)
@@ -50,7 +96,12 @@ VoteCase::VoteCase() {
   glo.activeKeypads = {"1", "2", "3"};
   registerComms();
   registerVoteForms();
+  world.forms.attach("xyVoteRuntime", [this](host::Form& form) {
+    return std::make_unique<Painted>(dynamic_cast<xyVoteRuntime&>(form), painted_);
+  });
   world.link.onSend = [this](const std::string& command) {
+    if (command == cut_)
+      world.link.linkUp = false;
     if (command == "StartVote")
       opened();
   };
@@ -171,17 +222,12 @@ void VoteCase::formCommands() {
   });
   on("hide", [this](const Words& words) { world.forms.hide(words[0]); });
   on("forms", [this](const Words&) { tell(joined(world.forms.loadedNames(), " ")); });
-  on("screen", [this](const Words&) {
-    const xyVoteRuntime& form = runtime();
-    const host::Element* missing = form.surface().find("uctl_kpadsNotVoted", 0);
-    tell(std::string(form.state == VoteState::open       ? "open"
-                     : form.state == VoteState::resultUp ? "result"
-                                                         : "other") +
-         (form.cursorShown ? ", cursor" : "") + (form.bars.Visible ? ", bars" : "") +
-         (form.lbl_averageScore.Visible ? ", average" : "") + ": " + form.uctl_votesCast.label.Caption +
-         (missing == nullptr ? "" : "; " + missing->caption) +
-         (form.lbl_status.Caption.empty() ? "" : "; " + form.lbl_status.Caption));
+  on("screen", [this](const Words&) { tell(painted_); });
+  on("windows", [this](const Words&) {
+    windows_ = std::make_unique<TellingWindows>([this](const char* text) { tell(text); });
+    host::host().windows = windows_.get();
   });
+  on("fail", [](const Words&) { throw HostError(Fault::program, 5, "something fails"); });
   on("graph", [this](const Words& words) { defineGraph(words[0]); });
   on("outcome", [this](const Words& words) {
     if (!words.empty()) {
@@ -239,9 +285,11 @@ void VoteCase::defineGraph(const std::string& does) {
 }
 
 void VoteCase::linkCommands() {
-  // link up|lost|shared|new|ready|unready: whether there is one, and what could be had
+  // link up|lost|shared|new|ready|unready: whether there is one, and what could be had; cut COMMAND: lost
+  // behind it
   on("link", [this](const Words& words) {
     ScriptedLink& link = world.link;
+    cut_ = words.word(0) == "cut" ? words.word(1) : "";
     for (const std::string& word : words) {
       link.linkUp = word == "up" || (word != "lost" && link.linkUp);
       link.canShare = word == "shared" || (word != "lost" && link.canShare);

@@ -4,6 +4,7 @@
 #include <deque>
 
 #include "controller/room/room.h"
+#include "host/windows.h"
 #include "support/run_case.h"
 #include "vote/xy_vote_runtime.h"
 
@@ -56,6 +57,9 @@ class VoteCase : public RunCase {
   std::map<std::size_t, std::function<void()>> scripts_;  // by the number of the vote
   std::size_t opens_ = 0;
   std::string before_;  // the slide's tags
+  std::string painted_, cut_;
+  std::unique_ptr<host::Windows> windows_;
+  uctlKpadsNotVoted missing_;
   std::unique_ptr<RoomLink> room_;
   std::unique_ptr<host::Timer> closer_;
 };

@@ -113,6 +113,7 @@ void VoteCase::roomCommands() {
       theComms().WriteActiveKeypads(words.word(0) == "scan");
     tellSent();
   });
+  on("folder", [this](const Words& words) { tell(world.files.folders.count(words[0]) ? "is there" : ""); });
   on("file", [this](const Words& words) { world.files.files[words[0]] = ""; });
   on("nofile",
      [this](const Words& words) { tell(world.files.files.erase(words[0]) != 0 ? "was there" : ""); });
@@ -133,18 +134,18 @@ void VoteCase::keypadCommands() {
     });
     world.forms.as<Sifter>("sifterVoteForm");
   });
-  on("missing", [this](const Words&) {
-    uctlKpadsNotVoted control;
-    control.showRequested = [this] { tell("is shown"); };
-    control.ShowKeypadsNotVoted();
-    tell(control.Caption, " (", control.waitedFor, ")");
+  missing_.showRequested = [this] { tell("is shown"); };
+  missing_.changed = [this] { tell("is drawn"); };
+  on("missing", [this](const Words& words) {
+    words.word(0) == "forced" ? missing_.forceRefresh() : missing_.ShowKeypadsNotVoted();
+    tell(missing_.Caption, " (", missing_.waitedFor, "), ", missing_.labels.size(), " named");
   });
-  // list TYPE CAPTIONS: random answers to a list of four captions, of keypads 1 to 3
+  // list TYPE CAPTIONS [LIMITS]: random answers to a list of four captions, of keypads 1 to 3
   on("list", [this](const Words& words) {
     glo.voteType = words.number(0);
     glo.voteText = words[1];
     glo.voteTextOptionCount = 4;
-    glo.limits = 2;
+    glo.limits = words.size() > 2 ? words.number(2) : 2;
     glo.allocation = 12;
     ResetVotes();
     glo.votesCast = glo.voteComplete = 0;

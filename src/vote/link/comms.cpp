@@ -31,8 +31,7 @@ bool within(std::int64_t since, double seconds) {
 }  // namespace
 
 comms::comms()
-    : host::Form(formName::comms),
-      tmr_decodeDataFromController(kDecodeInterval, [this] { tmr_decodeDataFromController_Timer(); }) {}
+    : host::Form(formName::comms), tmr_decodeDataFromController(kDecodeInterval, [this] { takeWaiting(); }) {}
 
 void comms::Form_Load() {
   makeLink();
@@ -66,7 +65,7 @@ void comms::makeLink() {
   }
   // What waited in the queue has been acknowledged to the keypads: it is taken, not dropped with the old
   // link.
-  tmr_decodeDataFromController_Timer();
+  takeWaiting();
 }
 
 bool comms::StartVote(bool reconnect, bool silent) {
@@ -152,7 +151,7 @@ void comms::oQrn_FromQrnCtrl(const std::string& data) {
   tmr_decodeDataFromController.setEnabled(true);
 }
 
-void comms::tmr_decodeDataFromController_Timer() {
+void comms::takeWaiting() {
   tmr_decodeDataFromController.setEnabled(false);
   const std::string data = std::exchange(txt_dataFromController, {});
   DecodeDataFromController(data);

@@ -40,6 +40,7 @@ struct comms : host::Form {
   // They stand in the presentation tag "ActiveKeypads", in a rehearsal in `glo` alone.
   void WriteActiveKeypads(bool fromScan);
 
+  void takeWaiting();  // decodes what waits in the queue
   bool linked() const;
   void makeLink();
 
@@ -54,7 +55,6 @@ struct comms : host::Form {
 
  private:
   void oQrn_FromQrnCtrl(const std::string& data);
-  void tmr_decodeDataFromController_Timer();
   void decodeKeyLine(std::string_view line);
   void decodeOffset(std::string_view value);
   void takePresent(std::string_view value);
