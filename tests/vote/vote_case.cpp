@@ -227,7 +227,10 @@ void VoteCase::formCommands() {
     windows_ = std::make_unique<TellingWindows>([this](const char* text) { tell(text); });
     host::host().windows = windows_.get();
   });
-  on("fail", [](const Words&) { throw HostError(Fault::program, 5, "something fails"); });
+  on("fail", [this](const Words& words) {  // so many seconds from now each
+    for (const std::string& word : words)
+      world.at(std::stod(word), [] { throw HostError(Fault::program, 5, "something fails"); });
+  });
   on("graph", [this](const Words& words) { defineGraph(words[0]); });
   on("outcome", [this](const Words& words) {
     if (!words.empty()) {
