@@ -1,4 +1,7 @@
 // The subcommands of the built program, told as conversations: words in, exit code and texts out.
+#include <array>
+#include <thread>
+
 #include "adapters/deck/journal.h"
 #include "e2e/program.h"
 #include "support/disk_case.h"
@@ -13,6 +16,32 @@ class RoadCase : public DiskCase {
     // matrix WORD ...: what it prints, and the code when it is not 0; files stand in the folder of the deck
     on("matrix", [this](const Words& words) { run(words, true); });
     on("told", [this](const Words& words) { run(words, false); });  // without its output
+    // with WORLD WORD ...: the same, where the output is full, closed or read by nobody, there is no display,
+    // or files may grow to small=BYTES
+    on("with",
+       [this](const Words& words) { run(Words(words.as(1)), true, [how = words[0]] { spoilWorld(how); }); });
+    // into FILE WORD ...: what is printed
+    on("into", [this](const Words& words) {
+      writeFile(folder.file(words[0]), matrix(inFolder(Words(words.as(1)))).out);
+    });
+    // once FILE BYTES COMMAND: in the midst of what follows, when the file has grown so far; joined
+    on("once", [this](const Words& words) {
+      once_ = std::jthread([file = path(words, 0), bytes = words.number(1), act = later(words, 2)] {
+        for (int i = 0; i < 10000 && readFile(file).size() < static_cast<std::size_t>(bytes); ++i)
+          std::this_thread::sleep_for(std::chrono::milliseconds(2));
+        act();
+      });
+    });
+    on("joined", [this](const Words&) { once_.join(); });
+    // only FILE TEXT INSTEAD BEHIND: instead of each text behind that place; upto FILE TEXT: its first
+    on("only", [this](const Words& words) {
+      std::string text = readFile(path(words, 0));
+      const std::size_t behind = text.find(words[3]);
+      writeFile(path(words, 0), text.substr(0, behind) + replaceAll(text.substr(behind), words[1], words[2]));
+    });
+    on("upto", [this](const Words& words) {
+      std::filesystem::resize_file(path(words, 0), readFile(path(words, 0)).find(words[1]));
+    });
     on("exactly", [this](const Words& words) {
       tell("'" + escaped(matrix({words[0], folder.file(words[1]), "--get", words.rest(2)}).out) + "'");
     });
@@ -37,12 +66,35 @@ class RoadCase : public DiskCase {
     return head +
            deck::journalRecord(head.size(), deck::journalPayload({deck::Change::Kind::add, 0, "A", "a", 0}));
   }
-  void run(const std::vector<std::string>& words, bool output) {
-    std::vector<std::string> full = words;
-    for (std::string& word : full)
+  static void spoilWorld(const std::string& how) {
+    std::array<int, 2> ends{};
+    if (how == "full")
+      ::dup2(::open("/dev/full", O_WRONLY), STDOUT_FILENO);
+    else if (how == "closed")
+      ::close(STDOUT_FILENO);
+    else if (how == "nobody" && ::pipe2(ends.data(), O_CLOEXEC) == 0)
+      ::dup2(ends[1], STDOUT_FILENO), ::close(ends[0]);
+    else if (how == "nodisplay")
+      for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) ::unsetenv(name);
+    else if (how.starts_with("small="))
+      limitFiles(std::stoul(how.substr(6))), std::signal(SIGXFSZ, SIG_DFL);
+    else
+      ::_exit(126);
+  }
+  std::vector<std::string> inFolder(std::vector<std::string> words) const {
+    for (std::string& word : words)
       if (word.find('.') != std::string::npos && word[0] != '.' && word[0] != '/')
         word = folder.file(word);
-    const Outcome outcome = matrix(full);
+    return words;
+  }
+  void run(const std::vector<std::string>& words, bool output, const std::function<void()>& spoil = {}) {
+    const Outcome outcome = matrix(inFolder(words), [&] {
+      ::setenv("XDG_CONFIG_HOME", folder.path().c_str(), 1);
+      if (spoil)
+        spoil();
+    });
+    if (outcome.code == 127)
+      GTEST_SKIP() << "another user may not run the program here";
     if (output)
       for (const std::string& line : lines(outcome.out)) tell(escaped(line));
     for (const std::string& line : lines(outcome.err)) tell("! " + escaped(line));
@@ -51,6 +103,7 @@ class RoadCase : public DiskCase {
   }
 
   TempFolder folder;
+  std::jthread once_;
 };
 
 const bool kRegistered = registerCases<RoadCase>("RoadCase", QUORIN_CASES);
