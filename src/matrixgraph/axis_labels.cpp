@@ -203,7 +203,7 @@ void layVerticalAxis(GraphCanvas& canvas, const AxisPlan& plan, bool skew, doubl
     const bool meets = i == 0 && right > cornerLeft - canvas.px(4);  // the captions of the corner would meet
     // one that gives way has less room below the next
     const FittedText text =
-        meets && fitted.texts[at].height > line && every * stepHeight < 2 * fitted.texts[at].height
+        meets && every * stepHeight < 2 * fitted.texts[at].height
             ? fitText(plan.captions[at], fitted.texts[at].font, room, line, fitted.texts[at].font.size)
             : fitted.texts[at];
     host::Element label = captionElement(canvas, text, plan.captions[at]);

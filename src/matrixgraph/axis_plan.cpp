@@ -80,8 +80,6 @@ int axisAssessment(const PlotRequest& request, bool vertical) {
 AxisPlan planAxis(int assessment, bool skew, bool percent) {
   AxisPlan plan;
   plan.assessment = assessment;
-  if (assessment < 1 || assessment > kSlots)
-    return plan;
   percent =
       percent || (!isMultiPlot(assessment) && glo.assessment(assessment).voteType == scaleKind::balance);
   int step = 1;

@@ -120,7 +120,7 @@ std::vector<host::Action> xyVoteGraph::pairActions() {
 
 // What is there for one item stands in its menu while the list has a row of it.
 std::vector<host::Action> xyVoteGraph::itemActions() {
-  const bool listed = selectedRiskIndex >= 0 && List1.rowOfId(selectedRiskIndex) >= 0;
+  const bool listed = List1.rowOfId(selectedRiskIndex) >= 0;
   const std::string one = listed ? glo.item(selectedRiskIndex).identifier : std::string();
   const auto menuIf = [&](bool there) {
     return listed && there ? std::vector<std::string>{kItemMenu} : std::vector<std::string>{};
@@ -205,8 +205,8 @@ void xyVoteGraph::Form_KeyDown(int keyCode, int shift) {
 }
 
 void xyVoteGraph::Form_KeyPress(int keyAscii) {
-  if (List1.rows().size() >= 2 && actions().performTyped(keyAscii))
-    host::host().forms->refresh(name);
+  if (List1.rows().size() >= 2)
+    actions().performTyped(keyAscii);
 }
 
 }  // namespace qrn

@@ -32,11 +32,9 @@ std::string keyOfRow(const std::string& row) {
   return row.substr(0, row.find(':'));
 }
 
-int riskOfKey(const std::string& itemKey) {
-  for (int risk = 0; risk < glo.itemCount(); ++risk)
-    if (glo.item(risk).identifier == itemKey)
-      return risk;
-  return -1;
+bool isInTable(const std::string& itemKey) {
+  return std::any_of(glo.risks.begin(), glo.risks.end(),
+                     [&](const RiskRecord& risk) { return risk.identifier == itemKey; });
 }
 
 // Identifier, ": " and text, with no line ends at its end.
@@ -139,7 +137,7 @@ void xyVoteGraph::reportUnlisted(const std::string& itemKey) {
     say("Item " + itemKey + "\r\n is not in the active filter");
   else if (showingMultiPlot)
     say("Cannot zoom in whilst showing MultiPlot");
-  else if (riskOfKey(itemKey) >= 0)
+  else if (isInTable(itemKey))
     say("Item " + itemKey + "\r\n is not currently displayed");
   else
     say("Item " + itemKey + "\r\n does not exist in the list");
@@ -181,8 +179,7 @@ void xyVoteGraph::menuHideShowAllPlots() {
 }
 
 bool xyVoteGraph::onGraph(int pair) const {
-  return pair >= 1 && pair <= kPairs && model_.withoutPoints == 0 &&
-         pairUsed(glo.lastDrawnPairings, pair - 1);
+  return model_.withoutPoints == 0 && pairUsed(glo.lastDrawnPairings, pair - 1);
 }
 
 void xyVoteGraph::menuHideShowRound(int pair) {
@@ -214,9 +211,9 @@ void xyVoteGraph::PlotItemDistribution(const std::string& keyOrIndex) {
     return;
   }
   PlotRequest pairs = glo.lastDrawnPairings;
-  for (std::size_t value = 0; value < pairs.size(); ++value)
-    if (item->n[value / 2] == 0)
-      pairs[value] = -1;
+  for (const int pair : kAllPairs)
+    if (item->n[static_cast<std::size_t>(pair)] == 0)
+      std::fill_n(pairs.begin() + 2 * pair, 2, -1);
   if (pairUsed(pairs, 0))
     gotoDistributionGraph(pairs);
 }

@@ -57,13 +57,10 @@ void xyVoteGraph::Form_MouseUp(double x, double y) {
 // The shadow goes with its label; line, blob and centre stay where the score is.
 void xyVoteGraph::moveLabel(double left, double top) {
   const GraphArray* row = graphArray(drag_.array);
-  host::Element* label = model_.canvas.surface.find(drag_.array, drag_.index);
-  host::Element* shadow = arrayOf(model_.canvas.surface, Part::shadow, row->pair).find(drag_.index);
-  if (label == nullptr || shadow == nullptr)
-    return;
-  label->left = left;
-  label->top = top;
-  placeShadow(*shadow, *label);
+  host::Element& label = *model_.canvas.surface.find(drag_.array, drag_.index);
+  label.left = left;
+  label.top = top;
+  placeShadow(*arrayOf(model_.canvas.surface, Part::shadow, row->pair).find(drag_.index), label);
   host::host().forms->refresh(name);
 }
 
@@ -74,9 +71,7 @@ void xyVoteGraph::Form_DblClick(double x, double y) {
 }
 
 void xyVoteGraph::DblClickItem(const host::Element& label) {
-  const int risk = riskOf(label);
-  selectItem(risk);
-  openItem(risk);
+  openItem(riskOf(label));
 }
 
 void xyVoteGraph::RightClickItem(const host::Element& label) {
@@ -94,9 +89,7 @@ void xyVoteGraph::List1_RightClick(int row) {
 }
 
 int xyVoteGraph::riskOfRow(int row) const {
-  return row >= 0 && row < static_cast<int>(List1.rows().size())
-             ? List1.rows()[static_cast<std::size_t>(row)].id
-             : -1;
+  return row < 0 ? -1 : List1.rows()[static_cast<std::size_t>(row)].id;
 }
 
 // An item that has no row leaves the list as it is.

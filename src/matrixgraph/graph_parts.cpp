@@ -8,7 +8,7 @@ namespace {
 
 bool standsInPair(const PlottedItem& item, int pair, const GraphView& view) {
   const auto p = static_cast<std::size_t>(pair);
-  return item.n[p] != 0 && view.roundVisible[p] && !item.filtered[p];
+  return item.n[p] != 0 && view.roundVisible[p];
 }
 
 bool isGhost(const PlottedItem& item, const GraphView& view) {
@@ -33,7 +33,7 @@ host::ElementArray& arrayOf(host::Surface& surface, Part part, int pair) {
   return surface.array(array.name, array.layer);
 }
 
-// A zoomed item shows its own label, whatever marker stands for it otherwise.
+// A zoomed item shows its own label, even where another key covers it.
 bool isShown(const GraphArray& array, const PlottedItem& item, const GraphView& view) {
   if (!standsInPair(item, array.pair, view))
     return false;
@@ -41,11 +41,11 @@ bool isShown(const GraphArray& array, const PlottedItem& item, const GraphView& 
   const bool ghost = isGhost(item, view);
   switch (array.part) {
     case Part::key:
-      return !ghost && ((item.group[p] == 0 && !item.covered[p]) || view.zoomedItem == item.id);
+      return !ghost && (!item.covered[p] || view.zoomedItem == item.id);
     case Part::ghost:
-      return ghost && item.group[p] == 0 && !item.covered[p];
+      return ghost && !item.covered[p];
     case Part::dot:
-      return item.group[p] == 0 && item.covered[p] && view.zoomedItem != item.id;
+      return item.covered[p] && view.zoomedItem != item.id;
     case Part::shadow:
       return view.shadows && isShown(graphArray(Part::key, array.pair), item, view);
     case Part::line:

@@ -63,10 +63,8 @@ struct PlottedItem {
   std::array<int, kPairs> n{};  // index in the arrays of the pair; 0: not plotted there
   std::array<PlotPoint, kPairs> centre{};
   std::array<bool, kPairs> onScale{};
-  std::array<bool, kPairs> joined{};    // a line runs here from the pair before
-  std::array<bool, kPairs> filtered{};  // taken out by the graph's own filter
-  std::array<bool, kPairs> covered{};   // another key stands where its own would
-  std::array<int, kPairs> group{};      // number of the marker that stands for it; 0: it stands for itself
+  std::array<bool, kPairs> joined{};   // a line runs here from the pair before
+  std::array<bool, kPairs> covered{};  // another key stands where its own would
 };
 
 inline constexpr double kGrown = 1.4;  // the key of an item shown alone, against the others

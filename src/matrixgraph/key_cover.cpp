@@ -88,7 +88,7 @@ std::vector<Standing> standingKeys(const host::Surface& surface, std::vector<Plo
       continue;
     for (PlottedItem& item : plotted) {
       item.covered[p] = false;
-      if (item.onScale[p] && isShown(keys, item, view))
+      if (isShown(keys, item, view))
         ranks[item.id == view.selectedItem ? 0
               : item.top                   ? 1
                                            : 2]

@@ -114,7 +114,7 @@ void MatrixModel::dress(const GraphView& view) {
   const int picked = view.zoomedItem != host::kNoItem ? view.zoomedItem : view.selectedItem;
   const auto item =
       std::find_if(plotted.begin(), plotted.end(), [&](const PlottedItem& one) { return one.id == picked; });
-  if (picked == host::kNoItem || item == plotted.end())
+  if (item == plotted.end())
     return;
   const look::Theme& theme = canvas.theme();
   const bool zoomed = picked == view.zoomedItem;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <utility>
 
 #include "analysis/multiplot.h"
@@ -124,13 +125,8 @@ ItemPlotter::PairLook ItemPlotter::lookOf(int pair) const {
   host::Surface& surface = canvas_.surface;
   const look::Theme& theme = canvas_.theme();
   const Exercise untouched;
-  PairLook look{pair,
-                arrayOf(surface, Part::key, pair),
-                arrayOf(surface, Part::shadow, pair),
-                arrayOf(surface, Part::dot, pair),
-                arrayOf(surface, Part::ghost, pair),
-                pair > 0 ? &arrayOf(surface, Part::line, pair) : nullptr,
-                pair > 0 ? &arrayOf(surface, Part::blob, pair) : nullptr};
+  PairLook look{pair, arrayOf(surface, Part::key, pair), arrayOf(surface, Part::shadow, pair),
+                arrayOf(surface, Part::dot, pair), arrayOf(surface, Part::ghost, pair)};
   look.disc = glo.blobColours[p] == untouched.blobColours[p]
                   ? (pair == lastPair_ ? theme.data : theme.dataRest)
                   : readableColour(glo.blobColours[p], canvas_.look, kShapeContrast);
@@ -181,7 +177,7 @@ void ItemPlotter::markTop() {
   std::vector<std::pair<double, PlottedItem*>> high;
   std::size_t standing = 0;
   for (PlottedItem& item : items_) {
-    if (item.n[p] == 0 || !item.onScale[p])
+    if (!item.onScale[p])
       continue;
     ++standing;
     const double across = (item.centre[p].x - area.X1) / (area.X2 - area.X1),
@@ -191,7 +187,7 @@ void ItemPlotter::markTop() {
   }
   if (standing < kLeast)
     return;
-  std::stable_sort(high.begin(), high.end(), [](const auto& a, const auto& b) { return a.first > b.first; });
+  std::ranges::stable_sort(high, std::greater(), [](const auto& one) { return one.first; });
   std::size_t count = std::min(kTop, high.size());
   constexpr double kSame = 1e-3;
   while (count > 0 && count < high.size() && high[count - 1].first - high[count].first < kSame) --count;
@@ -223,8 +219,7 @@ void ItemPlotter::addItem(PlottedItem& item, const PairLook& look, int n) {
   item.onScale[p] = across != kOffScale && up != kOffScale;
 
   addKey(item, look, tipOf(item.risk, vertical, horizontal));
-  if (look.pair > 0)
-    joinToPairBefore(item, look);
+  joinToPairBefore(item, look);
 }
 
 // The key on its disc, and all that may stand in its place.
@@ -272,7 +267,7 @@ void ItemPlotter::addKey(const PlottedItem& item, const PairLook& look, const st
 // A line shows only between two places that are both on the plot.
 void ItemPlotter::joinToPairBefore(PlottedItem& item, const PairLook& look) {
   const auto p = static_cast<std::size_t>(look.pair);
-  if (item.n[p - 1] == 0)
+  if (p == 0 || item.n[p - 1] == 0)
     return;
   item.joined[p] = item.onScale[p - 1] && item.onScale[p];
   const PlotPoint from = item.centre[p - 1], to = item.centre[p];
@@ -288,8 +283,8 @@ void ItemPlotter::joinToPairBefore(PlottedItem& item, const PairLook& look) {
         size);
   blob.backColour = look.line;
   blob.bordered = false;
-  look.lines->add(item.n[p], std::move(line));
-  look.blobs->add(item.n[p], std::move(blob));
+  arrayOf(canvas_.surface, Part::line, look.pair).add(item.n[p], std::move(line));
+  arrayOf(canvas_.surface, Part::blob, look.pair).add(item.n[p], std::move(blob));
 }
 
 }  // namespace qrn

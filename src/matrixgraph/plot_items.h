@@ -41,7 +41,6 @@ class ItemPlotter {
   struct PairLook {
     int pair;
     host::ElementArray &keys, &shadows, &dots, &ghosts;
-    host::ElementArray *lines, *blobs;  // null for pair 0
     std::int32_t disc = 0, line = 0;
   };
   PairLook lookOf(int pair) const;

@@ -59,8 +59,7 @@ PlotRequest pairsOfExercise() {
   }
   std::size_t slot = 2;
   const int further = std::clamp(glo.optionAveragePairing, 0, kPairs - 1);
-  for (std::size_t i = 0;
-       i + 1 < glo.remainingAssessments.size() && i < static_cast<std::size_t>(2 * further); i += 2) {
+  for (std::size_t i = 0; i < static_cast<std::size_t>(2 * further); i += 2) {
     const int vertical = glo.remainingAssessments[i], horizontal = glo.remainingAssessments[i + 1];
     if (!usable(vertical) || !usable(horizontal))
       continue;

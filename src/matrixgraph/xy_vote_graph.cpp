@@ -177,8 +177,7 @@ void xyVoteGraph::showRiskList() {
     rows.push_back({.cells = {std::move(text)}, .id = item.risk, .marked = item.top});
   }
   const auto sortKey = [](const host::PanelRow& row) { return glo.item(row.id).sortKey; };
-  std::stable_sort(rows.begin(), rows.end(),
-                   [&](const host::PanelRow& a, const host::PanelRow& b) { return sortKey(a) < sortKey(b); });
+  std::ranges::stable_sort(rows, {}, sortKey);
   List1.setRows({});
   List1.setRows(std::move(rows));
 }

@@ -81,6 +81,7 @@ class GraphCase : public RunCase {
     tell(array, ":", all, (hidden > 0 ? " and " + std::to_string(hidden) + " hidden" : ""));
   }
   void tellRows(const host::Panel& list) {
+    tell(list.columns.at(0).title, ":");
     for (const host::PanelRow& row : list.rows()) tell(row.cells[0]);
   }
 };

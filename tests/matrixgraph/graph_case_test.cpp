@@ -65,6 +65,7 @@ class MatrixGraphCase : public GraphCase {
   void drawCommands() {
     on("draw", [this](const Words& words) { drawMatrixGraph(request(words, 0), 1024, 768); });
     on("again", [this](const Words&) { form().tmr_load_Timer(); });
+    on("file", [this](const Words& words) { world.files.files[words[0]] = "x"; });
     on("perform", [this](const Words& words) { form().actions().perform(words[0]); });
     on("shadows", [this](const Words&) { form().view.shadows = true; });
     on("diversity", [this](const Words&) { form().menuDiversity(), form().tmr_load_Timer(); });
@@ -79,6 +80,7 @@ class MatrixGraphCase : public GraphCase {
       host::waitUntil([this] { return !form().List1.rows().empty(); });
       tell(told(glo.lastDrawnPairings) + (form().tmr_load.enabled() ? ", timer runs" : ""));
     });
+    on("unload", [this](const Words&) { world.forms.unload("xyVoteGraph"); });
     on("loaded", [this](const Words&) { tell(world.forms.isLoaded("xyVoteGraph") ? "yes" : "no"); });
     // size WIDTH HEIGHT ITEMS OWN: the type of the keys, as a part of the height in pixels
     on("size", [this](const Words& words) {
@@ -86,7 +88,8 @@ class MatrixGraphCase : public GraphCase {
       runLine("voted all");
       glo.itemPlotFont.size = words.number(3);
       drawMatrixGraph({1, 2, -1, -1, -1, -1, -1, -1}, words.number(0), words.number(1));
-      tell(form().surface().find("labelRisk", 1)->font.size / 0.75 / words.number(1));
+      tell(form().surface().find("labelRisk", 1)->font.size / 0.75 / words.number(1), ", to ",
+           form().model().canvas.area.X2);
     });
   }
   void surfaceCommands() {
@@ -108,6 +111,11 @@ class MatrixGraphCase : public GraphCase {
         tell(text.str());
       }
     });
+    on("standing", [this](const Words& words) {
+      for (int a : {1, 2}) addVote(words.number(0), a, words[static_cast<std::size_t>(a)]);
+      runLine("draw 1 2");
+      runLine("outstanding");
+    });
     on("outstanding", [this](const Words&) {
       std::string all = "stand out:";
       for (const PlottedItem& item : form().model().plotted)
@@ -118,6 +126,7 @@ class MatrixGraphCase : public GraphCase {
       form().ScaleWidth = words.number(0);
       form().ScaleHeight = words.number(1);
       form().Form_Resize();
+      tell(form().tmr_load.enabled() ? "draws soon" : "");
     });
     // wider ARRAY INDEX OTHER: by how much it is wider than the other of its array
     on("wider", [this](const Words& words) {
@@ -162,6 +171,9 @@ class MatrixGraphCase : public GraphCase {
     });
     on("axes", [this](const Words& words) {
       tell(axisAssessment(request(words, 0), true), " ", axisAssessment(request(words, 0), false));
+    });
+    on("sizes", [this](const Words&) {
+      tell(form().model().scaleSizes.first, "x", form().model().scaleSizes.second);
     });
     // axis ASSESSMENT [skew] [percent]
     on("axis", [this](const Words& words) {

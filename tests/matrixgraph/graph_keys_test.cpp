@@ -24,6 +24,7 @@ class GraphKeys : public test::ActionCases, protected test::GraphExercise {
     vote(3, 3, "2;");  // D stands in pair 2 only
     vote(3, 4, "4;");
     for (std::size_t item = 4; item < 27; ++item) glo.risks[item].voting = false;
+    for (std::size_t item = 0; item < 28; ++item) glo.risks[item].ID = 140 - static_cast<int>(item);
     // draw [VERTICAL HORIZONTAL ...]
     on("draw", [this](const Words& words) {
       pairs_ = kNoPairs;
@@ -50,8 +51,42 @@ class GraphKeys : public test::ActionCases, protected test::GraphExercise {
     on("distribution",
        [this](const Words& words) { tellChange([&] { graph().PlotItemDistribution(words[0]); }); });
     world.forms.attach("xyVoteGraph", watching());
-    // right KEY: a right click on the label with that key; without one: beside the labels
-    on("right", [this](const Words& words) { tellChange([&] { rightClick(words.word(0)); }); });
+    on("unload", [this](const Words& words) { world.forms.unload(words[0]); });
+    on("at", [this](const Words& words) { world.at(std::stod(words[0]), later(words, 1)); });
+    on("wait", [this](const Words& words) {
+      tellChange([&] { host::waitUntil([] { return false; }, std::stod(words[0])); });
+    });
+    on("resize", [this](const Words& words) {
+      graph().ScaleWidth = words.number(0);
+      graph().ScaleHeight = words.number(1);
+      tellChange([this] { graph().Form_Resize(); });
+    });
+    on("drawing", [this](const Words& words) { tell(test::drawingOf(graph().surface(), words)); });
+    // view [covering] [shadows]
+    on("view", [this](const Words& words) {
+      graph().view.covering = words.has("covering");
+      graph().view.shadows = words.has("shadows");
+      graph().tmr_load_Timer();
+    });
+    // mouse left|right|move|up|double CAPTION [DX DY]: on what bears it, or so far from its middle
+    on("mouse", [this](const Words& words) { tellChange([&] { mouse(words); }); });
+    // rows select|open|menu N: of the list; -1 beside them
+    on("list", [this](const Words& words) {
+      host::Panel& list = graph().List1;
+      const int row = words.number(1);
+      tellChange([&] {
+        words[0] == "select" ? list.select(row)
+        : words[0] == "open" ? list.activated(row)
+                             : list.menuWanted(row);
+      });
+    });
+    // unlist KEY: its row goes
+    on("unlist", [this](const Words& words) {
+      std::vector<host::PanelRow> rows = graph().List1.rows();
+      std::erase_if(rows,
+                    [&](const host::PanelRow& row) { return row.cells[0].starts_with(words[0] + ":"); });
+      graph().List1.setRows(std::move(rows));
+    });
   }
 
   xyVoteGraph& graph() { return world.forms.as<xyVoteGraph>("xyVoteGraph"); }
@@ -77,6 +112,8 @@ class GraphKeys : public test::ActionCases, protected test::GraphExercise {
     return {{"shown", shown + (lines == 0 ? "" : "joined ") + (blobs == lines ? "" : "BLOBS")},
             {"title", now.graphTitle},
             {"row", rowOf(now.List1)},
+            {"rows", std::to_string(now.List1.rows().size())},
+            {"chosen", now.selectedRiskIndex < 0 ? "" : glo.item(now.selectedRiskIndex).identifier},
             {"suffix", now.itemKeySuffix},
             {"list", now.listVisible ? "beside it" : "away"},
             {"buttons", now.buttonsVisible ? "shown" : "hidden"},
@@ -90,12 +127,20 @@ class GraphKeys : public test::ActionCases, protected test::GraphExercise {
             {"built", now.surface().elementCount() == built_ ? "" : "anew"}};
   }
   std::string picture() override { return test::drawingOf(graph().surface()); }
-  void rightClick(const std::string& key) {
-    double x = 10, y = 10;
-    for (const host::Element* label : all(graph().surface(), "labelRisk"))
-      if (label->caption == key)
-        x = label->left + label->width / 2, y = label->top + label->height / 2;
-    graph().Form_MouseDown(host::mouse::right, x, y);
+  void mouse(const Words& words) {
+    double x = 10 + words.number(2), y = 10 + words.number(3);
+    for (const host::ElementArray& array : graph().surface().arrays())
+      for (const host::Element& one : array)
+        if (one.visible && one.caption == words.word(1))
+          x = one.left + one.width / 2 + words.number(2), y = one.top + one.height / 2 + words.number(3);
+    if (words[0] == "move")
+      graph().Form_MouseMove(x, y);
+    else if (words[0] == "up")
+      graph().Form_MouseUp(x, y);
+    else if (words[0] == "double")
+      graph().Form_DblClick(x, y);
+    else
+      graph().Form_MouseDown(words[0] == "right" ? host::mouse::right : host::mouse::left, x, y);
   }
 
   PlotRequest pairs_ = kNoPairs;

@@ -50,12 +50,13 @@ class ActionCases : public CaseTest {
 
   host::FormRegistry::ViewMaker watching() {
     struct Watch : host::FormView {
-      explicit Watch(bool& painted) : painted_(painted) {}
-      void refresh() override { painted_ = true; }
-      bool& painted_;
+      explicit Watch(ActionCases& told) : told_(told) {}
+      void refresh() override { told_.painted_ = true; }
+      void bringToFront() override { told_.tell("in front"); }
+      ActionCases& told_;
     };
     painted_ = false;
-    return [this](host::Form&) { return std::make_unique<Watch>(painted_); };
+    return [this](host::Form&) { return std::make_unique<Watch>(*this); };
   }
 
   static std::string rowOf(const host::Panel& list) {  // the one at hand
@@ -86,7 +87,7 @@ class ActionCases : public CaseTest {
     bool changed = picture() != was;
     for (const auto& [what, now] : state())
       if (before.at(what) != now)
-        lines.push_back(what + ": " + now), changed = true;
+        lines.push_back(what + ": " + now), changed = changed || what != "draws";
     if (changed && !painted_)
       lines.emplace_back("not painted");
     return lines;
