@@ -89,7 +89,8 @@ class RoadCase : public DiskCase {
   }
   void run(const std::vector<std::string>& words, bool output, const std::function<void()>& spoil = {}) {
     const Outcome outcome = matrix(inFolder(words), [&] {
-      ::setenv("XDG_CONFIG_HOME", folder.path().c_str(), 1);
+      for (const char* home : {"XDG_CONFIG_HOME", "XDG_STATE_HOME"})
+        ::setenv(home, folder.path().c_str(), 1);
       if (spoil)
         spoil();
     });
