@@ -1,11 +1,10 @@
 #include "desktop/slide_pictures.h"
 
 #include "base/errors.h"
-#include "desktop/window_world.h"
+#include "desktop/window_case.h"
 
+namespace qrn::test {
 namespace {
-
-using namespace qrn;
 
 const QColor kGreen(0, 120, 0), kBlue(0, 0, 120);
 
@@ -15,7 +14,7 @@ void paint(const std::string& file, const QColor& colour, int width, int height)
   image.save(QString::fromStdString(file), "PNG");
 }
 
-class PaintedSlide : public test::MemorySlide {
+class PaintedSlide : public MemorySlide {
  public:
   using MemorySlide::MemorySlide;
   void Export(const std::string& file, std::string_view, int width, int height) override {
@@ -60,7 +59,7 @@ class ScriptedRun : public host::PictureRun {
   std::string folder_;
 };
 
-class PaintedDeck : public test::MemoryPresentation {
+class PaintedDeck : public MemoryPresentation {
  public:
   explicit PaintedDeck(int count) : MemoryPresentation(count) {
     for (auto& one : slides) one = std::make_unique<PaintedSlide>(one->slideID(), one->slideIndex());
@@ -73,110 +72,61 @@ class PaintedDeck : public test::MemoryPresentation {
   QTemporaryDir folder;
 };
 
-class SlidePictures : public ::testing::Test {
+class PicturesCase : public WindowCase {
  protected:
-  SlidePictures() {
+  PicturesCase() {
     pictures.setDeck(&deck);
-    pictures.arrived = [this](int slide) { arrived.push_back(slide); };
-    pictures.said = [this](const std::string& line) { said.push_back(line); };
+    pictures.arrived = [this](int slide) { tell("arrived ", slide); };
+    pictures.said = [this](const std::string&) { tell("said"); };
+    on("thumbnail", [this](const Words& words) { tellImage(pictures.thumbnail(words.number(0))); });
+    on("picture", [this](const Words& words) { tellImage(pictures.picture(words.number(0))); });
+    on("all", [this](const Words&) { pictures.wantAll(); });
+    on("want", [this](const Words& words) { pictures.want(words.number(0)); });
+    on("wanted", [this](const Words&) {
+      tell(pictures.wanted(), ", thumbnails ", pictures.thumbnailsWanted(),
+           pictures.waits() ? ", waits" : "");
+    });
+    on("step", [this](const Words&) { tell(pictures.step() ? "" : "nothing to do"); });
+    on("steps", [this](const Words&) {
+      while (pictures.step()) continue;
+    });
+    on("sizes", [this](const Words& words) {
+      for (const int width : deck.painted(words.number(0)).sizes) tell(nameOf(width));
+    });
+    on("broken", [this](const Words& words) { deck.painted(words.number(0)).broken = true; });
+    // run [fails] [early] [ended] [SLIDE ...]: the one that brings thumbnails: early, nothing can be exported
+    // yet
+    on("run", [this](const Words& words) {
+      RunScript& run = deck.script ? *deck.script : deck.script.emplace();
+      run.fails = words.has("fails");
+      run.canExport = !words.has("early");
+      run.ended = words.has("ended");
+      for (const std::string& word : words)
+        if (std::isdigit(word[0]))
+          run.ready.push_back(std::stoi(word));
+    });
+    on("runs", [this](const Words&) { tell(deck.script->alive); });
+    on("another", [this](const Words&) { pictures.setDeck(&other); });
   }
-  static QColor middle(const QImage& image) {
-    return image.pixelColor(image.width() / 2, image.height() / 2);
+  std::string nameOf(int width) const {
+    return width == desktop::SlidePictures::kThumbnailWidth ? "small"
+           : width == pictures.pictureSize().width()        ? "large"
+                                                            : std::to_string(width);
   }
-  void stepToEnd() {
-    while (pictures.step()) {
-    }
+  // By its middle: pictures are green, thumbnails on their way blue.
+  void tellImage(const QImage& image) {
+    const QColor middle = image.pixelColor(image.width() / 2, image.height() / 2);
+    tell(nameOf(image.width()), middle == kGreen      ? " picture"
+                                : middle == kBlue     ? " picture that came"
+                                : middle == Qt::white ? " drawing"
+                                                      : " of another colour");
   }
 
-  test::WindowWorld world;
-  PaintedDeck deck{4};
+  PaintedDeck deck{4}, other{2};
   desktop::SlidePictures pictures;
-  std::vector<int> arrived;
-  std::vector<std::string> said;
 };
 
-TEST_F(SlidePictures, AnswerAtOnceWithADrawingAndLaterWithThePicture) {
-  const QImage drawing = pictures.thumbnail(2);
-  EXPECT_EQ(drawing.width(), desktop::SlidePictures::kThumbnailWidth);
-  EXPECT_EQ(middle(drawing), QColor(Qt::white));
-  EXPECT_EQ(deck.painted(2).sizes.size(), 0U) << "asking makes nothing";
-  ASSERT_TRUE(pictures.step());
-  EXPECT_EQ(arrived, std::vector<int>{2});
-  EXPECT_EQ(middle(pictures.thumbnail(2)), kGreen);
-  EXPECT_FALSE(pictures.step()) << "nothing more was asked for";
-  EXPECT_EQ(middle(pictures.picture(2)), kGreen) << "the thumbnail made large";
-  EXPECT_EQ(pictures.picture(2).size(), pictures.pictureSize());
-  ASSERT_TRUE(pictures.step());
-  const int large = pictures.pictureSize().width();
-  EXPECT_EQ(deck.painted(2).sizes, (std::vector<int>{desktop::SlidePictures::kThumbnailWidth, large}));
-  EXPECT_EQ(pictures.picture(2).width(), large);
-  EXPECT_FALSE(pictures.step());
-}
-
-TEST_F(SlidePictures, WhatIsLookedAtComesFirstAndEachIsMadeOnce) {
-  pictures.wantAll();
-  pictures.thumbnail(3);
-  pictures.picture(2);
-  pictures.want(4);
-  stepToEnd();
-  EXPECT_EQ(arrived, (std::vector<int>{4, 2, 3, 4, 1, 2}));
-  pictures.wantAll();
-  pictures.picture(2);
-  EXPECT_EQ(pictures.wanted(), 0);
-}
-
-TEST_F(SlidePictures, ThumbnailsOnTheirWayComeWhilePicturesAreMade) {
-  deck.script.emplace();
-  deck.script->canExport = false;
-  pictures.wantAll();
-  pictures.picture(4);
-  ASSERT_TRUE(pictures.step());
-  EXPECT_TRUE(pictures.waits());
-  deck.script->ready = {1, 2};
-  ASSERT_TRUE(pictures.step());
-  EXPECT_FALSE(pictures.waits());
-  EXPECT_EQ(arrived, (std::vector<int>{1, 2})) << "nothing can be exported yet";
-  EXPECT_EQ(middle(pictures.picture(2)), kBlue) << "the thumbnail made large";
-  EXPECT_EQ(pictures.thumbnailsWanted(), 2);
-  deck.script->canExport = true;
-  ASSERT_TRUE(pictures.step());
-  EXPECT_EQ(middle(pictures.picture(2)), kGreen) << "the last one asked for";
-  deck.script->ready = {4};
-  deck.script->ended = true;
-  stepToEnd();
-  EXPECT_EQ(arrived, (std::vector<int>{1, 2, 2, 4, 4, 3})) << "a slide that was left out is exported";
-  EXPECT_EQ(deck.script->alive, 0);
-}
-
-TEST_F(SlidePictures, ThumbnailsThatCannotBeHadTogetherAreExportedOneByOne) {
-  deck.script.emplace();
-  deck.script->fails = true;
-  pictures.wantAll();
-  stepToEnd();
-  EXPECT_EQ(arrived, (std::vector<int>{1, 2, 3, 4}));
-}
-
-TEST_F(SlidePictures, AnotherDeckBringsItsOwnAndEndsWhatIsOnItsWay) {
-  deck.script.emplace();
-  pictures.wantAll();
-  pictures.picture(1);
-  pictures.step();
-  EXPECT_EQ(deck.script->alive, 1);
-  PaintedDeck other(2);
-  pictures.setDeck(&other);
-  EXPECT_EQ(deck.script->alive, 0);
-  EXPECT_EQ(middle(pictures.picture(1)), QColor(Qt::white));
-}
-
-TEST_F(SlidePictures, AFailureIsSaidOnceAndKeepsTheDrawing) {
-  for (const int index : {1, 2}) deck.painted(index).broken = true;
-  pictures.wantAll();
-  stepToEnd();
-  EXPECT_EQ(arrived, (std::vector<int>{3, 4}));
-  EXPECT_EQ(said.size(), 1U);
-  EXPECT_EQ(middle(pictures.picture(1)), QColor(Qt::white));
-  EXPECT_EQ(middle(pictures.thumbnail(1)), QColor(Qt::white));
-  EXPECT_EQ(pictures.wanted(), 0) << "it is not tried for ever";
-}
+const bool kRegistered = registerCases<PicturesCase>("PicturesCase", QUORIN_CASES "/slide_pictures.case");
 
 }  // namespace
+}  // namespace qrn::test

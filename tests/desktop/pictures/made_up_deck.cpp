@@ -1,36 +1,19 @@
 #include "desktop/pictures/made_up_deck.h"
 
-#include <array>
 #include <utility>
 
 #include "adapters/qt/slide_painter.h"
 #include "host/names.h"
+#include "support/cases.h"
 
 namespace qrn::pictures {
 
 namespace {
 
-struct SlideText {
-  const char *title, *text;
-};
-
-constexpr std::array<SlideText, 8> kTexts{
-    {{"Renewing the harbour front", "A day of choices\rTown hall, upper room"},
-     {"What we do today", "Look at twelve proposals\rVote on value and effort\rSee where we agree"},
-     {"Which proposals are worth their price?", ""},
-     {"A deliberately long title that tells everything there is to be told about the second group of "
-      "proposals, "
-      "and then some more",
-      "It has to be cut somewhere"},
-     {"Costs so far", "Dredging 1.2 million\rQuay walls 3.4 million\rLights and benches 0.3 million"},
-     {"", "A slide without a title"},
-     {"Which risks do we take with us?", ""},
-     {"Thank you", "Results will be sent round"}}};
-
 struct MadeUpSlide : test::MemorySlide {
-  MadeUpSlide(int place, const SlideText& told) : MemorySlide(255 + place, place) {
-    title = told.title;
-    shapes = {test::MemoryShape("Text", told.text)};
+  MadeUpSlide(int place, const test::Words& told) : MemorySlide(255 + place, place) {
+    title = told[0];
+    shapes = {test::MemoryShape("Text", told[1])};
     shapes[0].placeholder = host::PlaceholderType::body;
     hidden = place % 8 == 5;
     if (place % 8 == 3 || place % 8 == 7)
@@ -53,13 +36,23 @@ struct MadeUpSlide : test::MemorySlide {
 
 }  // namespace
 
+std::vector<std::string> madeUp(const std::string& name) {
+  std::vector<std::string> lines;
+  for (const test::CaseText& part : test::readCases(QUORIN_MADE_UP))
+    for (const test::CaseStep& line : part.steps)
+      if (part.name == name)
+        lines.push_back(line.text);
+  return lines;
+}
+
 MadeUpDeck::MadeUpDeck(int count, const Scheme& colours, bool readOnly)
     : MemoryPresentation(0), readOnly_(readOnly) {
   folder = "/workshops/harbour";
   scheme = {{1, colours.ground}, {2, colours.text}};
-  for (int i = 1; i <= count; ++i)
+  const std::vector<std::string> texts = madeUp("slides");
+  for (int i = 0; i < count; ++i)
     slides.push_back(
-        std::make_unique<MadeUpSlide>(i, kTexts[static_cast<std::size_t>(i - 1) % kTexts.size()]));
+        std::make_unique<MadeUpSlide>(i + 1, test::Words(texts[static_cast<std::size_t>(i) % texts.size()])));
 }
 
 }  // namespace qrn::pictures

@@ -11,6 +11,9 @@ struct Scheme {
 };
 inline constexpr Scheme kDarkScheme{0x5a2d12, 0xffffff}, kLightScheme{0xfafcfb, 0x2e2014};
 
+// The lines of made_up.case under that name.
+std::vector<std::string> madeUp(const std::string& name);
+
 class MadeUpDeck : public test::MemoryPresentation {
  public:
   explicit MadeUpDeck(int count, const Scheme& colours = kDarkScheme, bool readOnly = false);

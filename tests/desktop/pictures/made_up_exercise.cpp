@@ -1,6 +1,5 @@
 #include "desktop/pictures/made_up_exercise.h"
 
-#include <array>
 #include <cstdint>
 #include <sstream>
 #include <string>
@@ -13,37 +12,8 @@ namespace qrn::pictures {
 
 namespace {
 
-constexpr std::array<const char*, 26> kItems{"Benches along the quay",
-                                             "A ferry to the north bank every quarter of an hour",
-                                             "Night lights on the cranes",
-                                             "Dredge the inner basin to six metres",
-                                             "A market hall in the old warehouse",
-                                             "Cycle path over the lock gates",
-                                             "Moorings for visiting yachts",
-                                             "Plant the embankment with trees that stand salt water and wind",
-                                             "Move the bus terminal to the pier",
-                                             "Public bath in the dry dock",
-                                             "Workshops to let to boat builders",
-                                             "Close the front to cars on Sundays",
-                                             "A lift to the upper town",
-                                             "Warm rooms for winter swimmers",
-                                             "Sort the waste of the fish market on the spot",
-                                             "A stage that floats",
-                                             "Repair the old slipway",
-                                             "Charging points for boats and cars",
-                                             "Open the lighthouse to visitors",
-                                             "More police at night",
-                                             "A school of sailing for everyone",
-                                             "Toilets that stay open",
-                                             "Raise the quay by half a metre before the next high water",
-                                             "A tram from the station",
-                                             "Let artists paint the silos",
-                                             "Water taxis between the basins"};
-constexpr std::array<const char*, 4> kTitles{"Value to the town", "Effort", "Urgency",
-                                             "Support in the council"};
-constexpr std::array<const char*, 10> kScale{"None at all", "Very low",      "Low",  "Rather low",
-                                             "Middling",    "Rather high",   "High", "Very high",
-                                             "Extreme",     "Beyond compare"};
+const std::vector<std::string> kItems = madeUp("items"), kTitles = madeUp("assessments"),
+                               kScale = madeUp("scale");
 
 // The same numbers in every run.
 class Dice {
@@ -130,20 +100,9 @@ void fillExercise(MadeUpDeck& deck, int items, int points, int keypads) {
 }
 
 void translateExercise() {
-  constexpr std::array<const char*, 12> kTexts{"沿码头设置长椅，供行人休息",
-                                               "我们应该先清理内港，还是先修建防波堤？请每一位参加者投票。",
-                                               "岸壁に沿ってベンチを置き、夜はクレーンを照らす",
-                                               "부두를 따라 벤치를 놓고 나무를 심는다",
-                                               "วางม้านั่งตามแนวท่าเรือและปลูกต้นไม้ที่ทนน้ำเค็มและลมแรง",
-                                               "घाट के किनारे बेंच और नमक सहने वाले पेड़",
-                                               "مقاعد على طول رصيف الميناء",
-                                               "ספסלים לאורך הרציף",
-                                               "A ferry ⛴️ every quarter of an hour 👍🏽",
-                                               "Σκάλες και καθίσματα στην προκυμαία",
-                                               "Скамейки вдоль набережной",
-                                               "Ghế dài dọc bến cảng"};
+  const std::vector<std::string> texts = madeUp("items in many scripts");
   for (int i = 0; i < glo.itemCount(); ++i)
-    glo.item(i).text = kTexts[static_cast<std::size_t>(i) % kTexts.size()];
+    glo.item(i).text = texts[static_cast<std::size_t>(i) % texts.size()];
   glo.assessmentTitles[0] = "对城镇的价值 คุณค่า मूल्य";
   glo.assessmentTitles[1] = "الجهد מאמץ";
   glo.scaleLabels[0] = {"很低", "ต่ำ", "मध्यम", "مرتفع", "גבוה מאוד", ""};

@@ -71,22 +71,19 @@ int takeAll(const QString& folder, const QString& name) {
   qt::QtTextMeasure measure;
   system::DiskFiles files;
   system::MachineEnvironment environment;
-  test::ScriptedDialogs dialogs;
-  dialogs.answersAll = true;
-  host::FormRegistry forms;
+  test::TestHost world;
+  world.dialogs.answersAll = true;
   host::Host& neighbours = host::host();
   neighbours.clock = &clock;
   neighbours.loop = &loop;
   neighbours.textMeasure = &measure;
-  neighbours.dialogs = &dialogs;
-  neighbours.forms = &forms;
   neighbours.files = &files;
   neighbours.environment = &environment;
   Album album(folder);
   for (const Set& set : kSets)
     if (name.isEmpty() || name == set.name)
       set.take(album);
-  for (const std::string& question : dialogs.asked) std::cerr << "a form said: " << question << "\n";
+  for (const std::string& question : world.dialogs.asked) std::cerr << "a form said: " << question << "\n";
   return album.count();
 }
 
