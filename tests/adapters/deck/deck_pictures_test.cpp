@@ -1,6 +1,4 @@
 // Pictures of slides, by LibreOffice when it is installed and by the fallback painter when not.
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <signal.h>
 #include <unistd.h>
 
@@ -11,179 +9,140 @@
 #include "adapters/deck/deck_fixture.h"
 #include "adapters/deck/pictures.h"
 #include "adapters/deck/process.h"
+#include "base/text.h"
 #include "host/host.h"
 #include "host/system.h"
 #include "host/wait.h"
+#include "support/disk_case.h"
 
 namespace qrn::test {
 namespace {
 
 using deck::Deck;
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
 
+// Tells what it is to paint.
 class Painter : public deck::SlidePainter {
  public:
   void paint(const deck::SlideDrawing& drawing, const std::string& file, std::string_view format, int width,
              int height) override {
-    painted.push_back(drawing);
+    told(drawing);
     writeFile(file, std::string(format) + std::to_string(width) + "x" + std::to_string(height));
   }
-  std::vector<deck::SlideDrawing> painted;
+  std::function<void(const deck::SlideDrawing&)> told;
 };
 
-// A PATH without programs for the lifetime.
-class NoPrograms {
- public:
-  NoPrograms() : before_(std::getenv("PATH")) { ::setenv("PATH", "/nowhere", 1); }
-  ~NoPrograms() { ::setenv("PATH", before_.c_str(), 1); }
+// talk.pptx, with the programs of `stubs` in place of LibreOffice, or without any.
+class PicturesCase : public DiskCase {
+ protected:
+  PicturesCase() : DiskCase(folder, "talk.pptx"), path_(std::getenv("PATH")) {
+    folder.deck();
+    ::setenv("PATH", "/nowhere", 1);
+    painter.told = [this](const deck::SlideDrawing& drawing) {
+      tell("painted '", drawing.title, "': ", joined(drawing.lines, ", "), std::hex, "; ", drawing.background,
+           " ", drawing.textColour);
+    };
+    on("stubs", [this](const Words&) {
+      std::filesystem::copy(QUORIN_STUBS, folder.file("bin"));
+      ::setenv("PATH", (folder.file("bin:") + path_).c_str(), 1);
+    });
+    on("slides", [this](const Words& words) { folder.deck({words.number(0), false, false, false, false}); });
+    // open [nopainter]
+    on("open", [this](const Words& words) {
+      deck::OpenOptions options;
+      options.fallbackPainter = words.has("nopainter") ? nullptr : &painter;
+      options.cacheFolder = folder.file("cache");
+      deck = Deck::open(folder.file("talk.pptx"), options);
+    });
+    on("title", [this](const Words& words) {
+      for (std::size_t i = 0; i + 1 < words.size(); ++i)
+        deck->Slides(words.number(i)).Shapes()[0]->SetText(words.back());
+    });
+    on("notitle",
+       [this](const Words& words) { deck->Slides(words.number(0)).Shapes()[0]->SetVisible(false); });
+    on("vote", [this](const Words&) {
+      deck->Slides(1).tags().Add("QRNVOTES", "1");
+      deck->tags().Add("A", "1");
+    });
+    on("new", [this](const Words& words) { deck->AddTitleOnlySlide(words.number(0)); });
+    on("save", [this](const Words&) { deck->Save(); });
+    pictureCommands();
+    runCommands();
+  }
+  ~PicturesCase() override {
+    run.reset();
+    ::setenv("PATH", path_.c_str(), 1);
+  }
+  std::string shown(std::string told) const override { return replaceAll(told, folder.file(""), ""); }
+  void pictureCommands() {
+    on("export", [this](const Words& words) {
+      const std::string file = folder.file("out");
+      deck->Slides(words.number(0)).Export(file, words[1], words.number(2), words.number(3));
+      tell(readFile(file));
+    });
+    on("office", [this](const Words&) { tell(deck->picturesByLibreOffice() ? "yes" : "no"); });
+    // versions: which of them have changed since the last time
+    on("versions", [this](const Words&) {
+      const std::vector<std::string> before = std::exchange(versions_, versions());
+      for (std::size_t i = 0; i < before.size(); ++i)
+        if (before[i] != versions_[i])
+          tell(i + 1, " looks otherwise");
+    });
+    on("cached", [this](const Words& words) {
+      std::filesystem::create_directories(folder.file("cache/pictures"));
+      writeFile(folder.file("cache/pictures/") + versions()[0] + words[0], words.rest(1));
+    });
+  }
+  std::vector<std::string> versions() const {
+    const deck::Parts parts(std::make_shared<deck::Package>(folder.file("talk.pptx")));
+    const deck::PictureSource source(parts, "ppt/presentation.xml",
+                                     deck::slidesOf(parts, "ppt/presentation.xml"));
+    std::vector<std::string> all;
+    for (std::size_t i = 0; i < source.slides().size(); ++i) all.push_back(source.slideVersion(i));
+    return all;
+  }
+  void runCommands() {
+    on("run", [this](const Words&) {
+      run.reset();
+      run = deck->ExportAll(320, 180);
+    });
+    on("norun", [this](const Words&) { run.reset(); });
+    // come COUNT [texts]: the slides whose pictures come, until there are so many or no more
+    on("come", [this](const Words& words) {
+      std::string slides;
+      for (int i = 0, count = 0; i < 10000 && count < words.number(0) && !run->hasEnded(); ++i)
+        if (const auto picture = run->next()) {
+          ++count;
+          slides += words.has("texts") ? readFile(picture->file) : std::to_string(picture->slide) + " ";
+        } else {
+          ::usleep(1000);
+        }
+      tell(slides, run->hasEnded() ? "end" : "");
+    });
+    on("quiet", [this](const Words&) {
+      for (int i = 0; i < 50; ++i)
+        if (run->next())
+          tell("a picture came");
+    });
+    on("canexport", [this](const Words&) { tell(run->canExport() ? "yes" : "no"); });
+    on("waitfor", [this](const Words& words) {
+      for (int i = 0; i < 10000 && !std::filesystem::exists(path(words, 0)); ++i) ::usleep(1000);
+    });
+    on("painter", [this](const Words&) {
+      tell(::kill(std::stoi(readFile(folder.file("painter"))), 0) == 0 ? "paints" : "gone");
+    });
+  }
+
+  TempFolder folder;
+  Painter painter;
+  std::unique_ptr<Deck> deck;
+  std::unique_ptr<host::PictureRun> run;
 
  private:
-  std::string before_;
+  const std::string path_;
+  std::vector<std::string> versions_;
 };
 
-deck::OpenOptions optionsWith(Painter* painter, const TempFolder& folder) {
-  deck::OpenOptions options;
-  options.fallbackPainter = painter;
-  options.cacheFolder = folder.file("cache");
-  return options;
-}
-
-TEST(DeckPictures, WithoutOfficeProgramThePainterGetsTitleAndVisibleTexts) {
-  const NoPrograms none;
-  const TempFolder folder;
-  Painter painter;
-  const auto deck = Deck::open(folder.deck(), optionsWith(&painter, folder));
-  EXPECT_FALSE(deck->picturesByLibreOffice());
-  deck->Slides(2).Export(folder.file("out.jpg"), "JPG", 320, 180);
-  deck->Slides(2).Shapes()[0]->SetVisible(false);
-  deck->Slides(2).Export(folder.file("out.png"), "png", 320, 180);
-  EXPECT_EQ(readFile(folder.file("out.jpg")), "JPG320x180");
-  EXPECT_EQ(readFile(folder.file("out.png")), "PNG320x180");
-  ASSERT_EQ(painter.painted.size(), 2U);
-  EXPECT_EQ(painter.painted[0].title, "Question 2");
-  EXPECT_EQ(painter.painted[1].title, "");
-  EXPECT_THAT(painter.painted[0].lines, ElementsAre(" one & two", "three", "four"));
-  EXPECT_EQ(painter.painted[0].background, 0xFFFFFF);
-  EXPECT_EQ(painter.painted[0].textColour, 0x030201);
-  EXPECT_THROW(deck->Slides(2).Export(folder.file("out.gif"), "GIF", 320, 180), HostError);
-}
-
-TEST(DeckPictures, WithoutAnyPainterTheErrorSaysWhatIsMissing) {
-  const NoPrograms none;
-  const TempFolder folder;
-  const auto deck = Deck::open(folder.deck(), optionsWith(nullptr, folder));
-  try {
-    deck->Slides(1).Export(folder.file("out.png"), "PNG", 320, 180);
-    ADD_FAILURE() << "exported";
-  } catch (const HostError& error) {
-    EXPECT_THAT(error.what(), HasSubstr("LibreOffice is not there"));
-  }
-}
-
-TEST(DeckPictures, AProgramThatDoesNotEndIsEnded) {
-  const auto start = std::chrono::steady_clock::now();
-  EXPECT_FALSE(deck::runProgram({"/bin/sh", "-c", "sleep 30"}, 0.2));
-  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
-  EXPECT_EQ(deck::runProgram({"/bin/sh", "-c", "exit 3"}, 10), 3);
-  EXPECT_FALSE(deck::runProgram({"/nowhere/program"}, 10));
-}
-
-// Stand-ins for the programs: `soffice` and `pdftoppm` are scripts that keep a log. LibreOffice waits for
-// the file `convert`; a painter of several pages waits for `draw` when it has begun the second.
-class StubPrograms {
- public:
-  explicit StubPrograms(const TempFolder& folder) : folder_(folder), before_(std::getenv("PATH")) {
-    const std::string wait = "() { while [ ! -e " + folder.path() + "/$1 ]; do sleep 0.01; done; }\n";
-    script("soffice", "wait_for" + wait +
-                          "echo convert >> log; wait_for convert\n"
-                          "while [ $1 != --outdir ]; do shift; done; echo pdf > $2/deck.pdf\n");
-    script("pdftoppm", "wait_for" + wait +
-                           "for stem; do :; done; echo $$ > painter; echo $2-$4 >> log\n"
-                           "if [ $2 = $4 ]; then echo single $2 > $stem.jpg; exit; fi\n"
-                           "for page in $(seq $2 $4); do echo page $page > $stem-$(printf %02d $page).jpg\n"
-                           "if [ $page = 2 ]; then echo > second; wait_for draw; fi; if [ $page = 11 ]; then "
-                           "sleep 0.1; fi; done\n");
-    ::setenv("PATH", (folder.file("bin:") + before_).c_str(), 1);
-  }
-  ~StubPrograms() { ::setenv("PATH", before_.c_str(), 1); }
-  void allow(const std::string& what) const { writeFile(folder_.file(what), ""); }
-  void waitFor(const std::string& what) const {
-    for (int i = 0; i < 10000 && !std::filesystem::exists(folder_.file(what)); ++i) ::usleep(1000);
-  }
-  std::string log() const { return readFile(folder_.file("log")); }
-
- private:
-  void script(const std::string& name, const std::string& text) const {
-    std::filesystem::create_directories(folder_.file("bin"));
-    writeFile(folder_.file("bin/" + name), "#!/bin/sh\ncd " + folder_.path() + "\n" + text);
-    std::filesystem::permissions(folder_.file("bin/" + name), std::filesystem::perms::owner_all);
-  }
-  const TempFolder& folder_;
-  std::string before_;
-};
-
-// Slides in the order of their pictures, until there are `count` or, in ten seconds, no more come.
-std::vector<int> numbersOf(host::PictureRun& run, std::size_t count, std::string* texts = nullptr) {
-  std::vector<int> all;
-  for (int i = 0; i < 10000 && all.size() < count && !run.hasEnded(); ++i)
-    if (const auto picture = run.next()) {
-      all.push_back(picture->slide);
-      if (texts != nullptr)
-        *texts += readFile(picture->file);
-    } else {
-      ::usleep(1000);
-    }
-  return all;
-}
-
-TEST(DeckPictures, OfAllSlidesComeAsTheyAreDrawnAndAreKept) {
-  const TempFolder folder;
-  const StubPrograms programs(folder);
-  Painter painter;
-  const auto deck = Deck::open(folder.deck({12, false, false, false, false}), optionsWith(&painter, folder));
-  auto run = deck->ExportAll(320, 180);
-  ASSERT_TRUE(run);
-  for (int i = 0; i < 50; ++i) EXPECT_FALSE(run->next());
-  EXPECT_FALSE(run->canExport());
-  deck->Slides(1).Export(folder.file("out.jpg"), "JPG", 640, 360);
-  EXPECT_EQ(painter.painted.size(), 1U) << "nobody waits for LibreOffice";
-  programs.allow("convert");
-  std::string texts;
-  EXPECT_EQ(numbersOf(*run, 1, &texts), std::vector<int>{1});
-  EXPECT_TRUE(run->canExport());
-  programs.waitFor("second");
-  for (int i = 0; i < 50; ++i) EXPECT_FALSE(run->next()) << "the second page is not yet whole";
-  deck->Slides(3).Export(folder.file("out.jpg"), "JPG", 640, 360);
-  EXPECT_EQ(readFile(folder.file("out.jpg")), "single 3\n");
-  deck->Slides(11).Shapes()[0]->SetText("Another title");
-  deck->Slides(11).Export(folder.file("out.jpg"), "JPG", 640, 360);
-  programs.allow("draw");
-  EXPECT_EQ(numbersOf(*run, 99, &texts), (std::vector<int>{2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}));
-  EXPECT_THAT(texts, HasSubstr("page 1\npage 2\npage 3\n"));
-  EXPECT_TRUE(run->hasEnded());
-
-  for (const int slide : {5, 9, 10}) deck->Slides(slide).Shapes()[0]->SetText("Another title");
-  EXPECT_EQ(numbersOf(*deck->ExportAll(320, 180), 99),
-            (std::vector<int>{1, 2, 3, 4, 6, 7, 8, 12, 5, 9, 10, 11}))
-      << "the old look of slide 11 is not taken for the new one";
-  EXPECT_EQ(programs.log(), "convert\n1-12\n3-3\nconvert\n1-1\nconvert\n5-5\n9-11\n");
-  deck->AddTitleOnlySlide(12);
-  EXPECT_EQ(numbersOf(*deck->ExportAll(320, 180), 99).size(), 13U);
-}
-
-TEST(DeckPictures, OnTheirWayEndWithTheRun) {
-  const TempFolder folder;
-  const StubPrograms programs(folder);
-  programs.allow("convert");
-  const auto deck = Deck::open(folder.deck(), optionsWith(nullptr, folder));
-  auto run = deck->ExportAll(320, 180);
-  ASSERT_EQ(numbersOf(*run, 1).size(), 1U);
-  const pid_t painter = std::stoi(readFile(folder.file("painter")));
-  EXPECT_EQ(::kill(painter, 0), 0);
-  run.reset();
-  EXPECT_NE(::kill(painter, 0), 0);
-}
+const bool kRegistered = registerCases<PicturesCase>("DeckPicturesCase", QUORIN_CASES "/../picture_cases");
 
 class RealTime : public host::Loop, public host::Clock {
  public:
@@ -204,49 +163,17 @@ class RealTime : public host::Loop, public host::Clock {
   host::Host before_;
 };
 
-TEST(DeckPictures, TheMessageLoopGoesOnWhileAProgramRuns) {
+// Without a loop, and with one that goes on meanwhile.
+TEST(DeckPictures, AProgramThatDoesNotEndIsEnded) {
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_FALSE(deck::runProgram({"/bin/sh", "-c", "sleep 30"}, 0.2));
+  EXPECT_EQ(deck::runProgram({"/bin/sh", "-c", "exit 3"}, 10), 3);
+  EXPECT_FALSE(deck::runProgram({"/nowhere/program"}, 10));
   RealTime world;
   EXPECT_EQ(deck::runProgram({"/bin/sh", "-c", "sleep 0.1; exit 4"}, 10), 4);
   EXPECT_GT(world.yields, 10);
   EXPECT_FALSE(deck::runProgram({"/bin/sh", "-c", "sleep 30"}, 0.1));
-}
-
-TEST(DeckPictures, ACacheThatCannotBeWrittenLeavesItToThePainter) {
-  const TempFolder folder;
-  Painter painter;
-  deck::OpenOptions options = optionsWith(&painter, folder);
-  writeFile(folder.file("cache"), "a file, no folder");
-  const auto deck = Deck::open(folder.deck(), options);
-  deck->Slides(1).Export(folder.file("out.png"), "PNG", 320, 180);
-  EXPECT_EQ(painter.painted.size(), 1U);
-  EXPECT_FALSE(deck->picturesByLibreOffice());
-}
-
-deck::PictureSource sourceOf(const std::string& file) {
-  const deck::Parts parts(std::make_shared<deck::Package>(file));
-  return {parts, "ppt/presentation.xml", deck::slidesOf(parts, "ppt/presentation.xml")};
-}
-
-// What a slide looks like has a name; only what is drawn changes it.
-TEST(DeckPictures, VotesDoNotChangeTheVersion) {
-  const TempFolder folder;
-  const std::string file = folder.deck();
-  const auto versions = [&] {
-    const deck::PictureSource source = sourceOf(file);
-    std::vector<std::string> all;
-    for (std::size_t i = 0; i < source.slides().size(); ++i) all.push_back(source.slideVersion(i));
-    return all;
-  };
-  const std::vector<std::string> before = versions();
-  const auto deck = Deck::open(file);
-  deck->Slides(1).tags().Add("QRNVOTES", "1");
-  deck->tags().Add("A", "1");
-  deck->Save();
-  EXPECT_EQ(versions(), before);
-  deck->Slides(2).Shapes()[0]->SetText("Other");
-  deck->Save();
-  EXPECT_EQ(versions()[0], before[0]);
-  EXPECT_NE(versions()[1], before[1]);
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
 }
 
 // The size of a picture file tells an empty slide from one with text.
@@ -258,12 +185,20 @@ TEST(DeckPictures, LibreOfficeDrawsTheWrittenDeck) {
   part(parts, "ppt/slides/slide2.xml") =
       replaced(part(parts, "ppt/slides/slide2.xml"), "<p:sld ", "<p:sld show=\"0\" ");
   writeZip(folder.file("talk.pptx"), parts);
-  const auto deck = Deck::open(folder.file("talk.pptx"), optionsWith(nullptr, folder));
+  deck::OpenOptions options;
+  options.cacheFolder = folder.file("cache");
+  const auto deck = Deck::open(folder.file("talk.pptx"), options);
   for (int i = 1; i <= 3; ++i) deck->Slides(i).tags().Add("QRNVOTES", "1;2;\r\n");
   deck->Save();
   const auto run = deck->ExportAll(320, 180);
   ASSERT_TRUE(run);
-  EXPECT_EQ(numbersOf(*run, 3), (std::vector<int>{1, 2, 3}));
+  std::vector<int> came;
+  for (int i = 0; i < 10000 && came.size() < 3 && !run->hasEnded(); ++i)
+    if (const auto picture = run->next())
+      came.push_back(picture->slide);
+    else
+      ::usleep(1000);
+  EXPECT_EQ(came, (std::vector<int>{1, 2, 3}));
   for (int i = 1; i <= 3; ++i)
     deck->Slides(i).Export(folder.file("s" + std::to_string(i) + ".png"), "PNG", 640, 360);
   deck->Slides(2).Export(folder.file("s2.jpg"), "JPG", 640, 360);
@@ -283,18 +218,6 @@ TEST(DeckPictures, LibreOfficeDrawsTheWrittenDeck) {
   deck->Slides(2).Export(folder.file("again.png"), "PNG", 640, 360);
   EXPECT_EQ(readFile(folder.file("again.png")), full)
       << "votes and a hidden shape shown again change nothing";
-}
-
-TEST(DeckPictures, ThatWereMadeOnceAreTakenFromTheCache) {
-  const NoPrograms none;
-  const TempFolder folder;
-  const std::string file = folder.deck();
-  std::filesystem::create_directories(folder.file("cache/pictures"));
-  writeFile(folder.file("cache/pictures/") + sourceOf(file).slideVersion(0) + "-640x360.png", "a picture");
-  const auto deck = Deck::open(file, optionsWith(nullptr, folder));
-  deck->Slides(1).Export(folder.file("out.png"), "PNG", 640, 360);
-  EXPECT_EQ(readFile(folder.file("out.png")), "a picture");
-  EXPECT_THROW(deck->Slides(1).Export(folder.file("out.png"), "PNG", 641, 360), HostError);
 }
 
 }  // namespace
