@@ -1,5 +1,6 @@
 // The subcommands of the built program, told as conversations: words in, exit code and texts out.
 #include <array>
+#include <nlohmann/json.hpp>
 #include <thread>
 
 #include "adapters/deck/journal.h"
@@ -23,6 +24,12 @@ class RoadCase : public DiskCase {
     // into FILE WORD ...: what is printed
     on("into", [this](const Words& words) {
       writeFile(folder.file(words[0]), matrix(inFolder(Words(words.as(1)))).out);
+    });
+    // json FILE PLACE ...: what stands there, such as /items/0/average/0
+    on("json", [this](const Words& words) {
+      const auto json = nlohmann::json::parse(readFile(path(words, 0)));
+      for (std::size_t i = 1; i < words.size(); ++i)
+        tell(words[i], " ", json.at(nlohmann::json::json_pointer(words[i])).dump());
     });
     // once FILE BYTES COMMAND: in the midst of what follows, when the file has grown so far; joined
     on("once", [this](const Words& words) {
@@ -89,8 +96,7 @@ class RoadCase : public DiskCase {
   }
   void run(const std::vector<std::string>& words, bool output, const std::function<void()>& spoil = {}) {
     const Outcome outcome = matrix(inFolder(words), [&] {
-      for (const char* home : {"XDG_CONFIG_HOME", "XDG_STATE_HOME"})
-        ::setenv(home, folder.path().c_str(), 1);
+      for (const char* home : {"XDG_CONFIG_HOME", "XDG_STATE_HOME"}) ::setenv(home, folder.path().c_str(), 1);
       if (spoil)
         spoil();
     });

@@ -144,54 +144,6 @@ TEST_F(Road, VotesEveryItemAndResultsAndGraphsFollowFromTheRecords) {
   }
 }
 
-TEST_F(Road, AScoreThatNobodyGaveIsNone) {
-  const std::string deck = folder.sampleDeck();
-  const auto resultsNow = [&] {
-    return Json::parse(matrix({"results", deck, "--slide", kSlide, "--json"}).out);
-  };
-  const auto keyOf = [](const Json& item) {
-    return "," + std::to_string(item["sortKey"].get<int>()) + "C1\r\n";
-  };
-  // Multi-plot 1 is made of the assessment; multi-plot 2 as well, but it is not enabled.
-  const std::string exercise = folder.file("exercise.mtx");
-  ASSERT_EQ(matrix({"mtx", "export", deck, "--slide", kSlide, "--out", exercise}).code, 0);
-  std::string text = readFile(exercise);
-  for (const char* setting : {"0,\"Enabled\",", "0,\"Assessments\",", "1,\"Assessments\","})
-    text.replace(text.find("#FALSE#", text.find(setting)), 7, "#TRUE#");
-  writeFile(exercise, text);
-  ASSERT_EQ(matrix({"mtx", "import", deck, "--slide", kSlide, "--from", exercise}).code, 0);
-  Json items = resultsNow()["items"];
-  writeFile(folder.file("votes"), "d,t,X;-;" + keyOf(items[0]) + "d,t,4;X;" + keyOf(items[1]));
-  ASSERT_EQ(
-      matrix({"tags", deck, "--slide", kSlide, "--set", "QRNVOTES", "--from", folder.file("votes")}).code, 0);
-  const Json json = resultsNow();
-  items = json["items"];
-  for (const char* figure : {"average", "standardDeviation", "diversity"}) {
-    ASSERT_EQ(items[0][figure].size(), 11U);
-    EXPECT_TRUE(items[0][figure][0].is_null()) << figure;
-    EXPECT_TRUE(items[1][figure][0].is_number()) << figure;
-  }
-  EXPECT_EQ(items[1]["average"][0], 4);
-  EXPECT_EQ(items[1]["average"][9], 4);
-  EXPECT_TRUE(items[0]["average"][9].is_null());
-  EXPECT_TRUE(items[1]["average"][10].is_null());
-  const std::string missing = json["dataMessage"];
-  EXPECT_NE(missing.find(items[0]["text"].get<std::string>() + ", assessment 1"), std::string::npos);
-  EXPECT_EQ(missing.find(items[1]["text"].get<std::string>() + ", assessment 1"), std::string::npos);
-  const std::vector<std::string> table = lines(matrix({"results", deck, "--slide", kSlide}).out);
-  EXPECT_EQ(table[4].substr(0, 30), "       -          -          -");
-  EXPECT_EQ(table[5].substr(0, 30), "    4.00       0.00      0.00%");
-  EXPECT_EQ(table[table.size() - 3].substr(0, 10), "       -  ");
-  EXPECT_EQ(table.back(), "MultiPlot 2 is not set up");
-  // Nor is a score none because the scale does not reach it.
-  const std::string key = std::to_string(items[0]["sortKey"].get<int>());
-  writeFile(folder.file("votes"), "d,t,9;," + key + "C1\r\nd,t,9;," + key + "C2\r\n");
-  matrix({"tags", deck, "--slide", kSlide, "--set", "QRNVOTES", "--from", folder.file("votes")});
-  const Outcome graph = matrix({"graph", deck, "--slide", kSlide, "--kind", "matrix", "--pairs", "2,1",
-                                "--out", folder.file("off.png")});
-  EXPECT_NE(graph.err.find("1 item is off the scale"), std::string::npos) << graph.err;
-}
-
 TEST_F(Road, EveryVoteThatWasToldAsSavedSurvivesAKill) {
   const std::string deck = folder.sampleDeck();
   std::set<std::string> told;
