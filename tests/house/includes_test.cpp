@@ -13,6 +13,9 @@
 #include <string>
 #include <vector>
 
+#include "support/cases.h"
+#include "support/disk.h"
+
 namespace qrn::test {
 namespace {
 
@@ -173,13 +176,6 @@ std::vector<std::string> checkIncludes(const std::vector<PlanLine>& plan,
   return complaints;
 }
 
-std::string readWhole(const std::filesystem::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  std::ostringstream text;
-  text << file.rdbuf();
-  return text.str();
-}
-
 TEST(House, EveryIncludeIsOneItsTargetNamed) {
   const std::filesystem::path root = QUORIN_ROOT;
   std::vector<std::string> files;
@@ -188,48 +184,36 @@ TEST(House, EveryIncludeIsOneItsTargetNamed) {
       if (entry.path().extension() == ".cpp" || entry.path().extension() == ".h")
         files.push_back(std::filesystem::relative(entry.path(), root).generic_string());
   ASSERT_GT(files.size(), 30U);
-  const auto plan = readPlan(readWhole(std::filesystem::path(QUORIN_BUILD) / "house-plan.txt"));
+  const auto plan = readPlan(readFile(QUORIN_BUILD "/house-plan.txt"));
   ASSERT_FALSE(plan.empty());
   for (const std::string& complaint :
-       checkIncludes(plan, files, [&](const std::string& path) { return readWhole(root / path); }))
+       checkIncludes(plan, files, [&](const std::string& path) { return readFile(root / path); }))
     ADD_FAILURE() << complaint;
 }
 
-TEST(House, AWrongIncludeIsNamed) {
-  const auto plan = readPlan(
-      "quorin_base|src/base||disk.cpp,|plain\n"
-      "quorin_core|src/core||glo.cpp,|plain\n"
-      "quorin_store|src/store|quorin_core,|vote_store.cpp,|plain\n"
-      "quorin_qt|src/adapters/qt|quorin_core,|dialogs.cpp,|foreign\n");
-  struct Case {
-    const char *file, *text;
-    std::string complaint;  // "" when all is well
-  };
-  for (const Case& c :
-       {Case{"src/store/vote_store.cpp", "#include \"core/glo.h\"\n#include <string>\n", ""},
-        Case{"src/store/vote_store.cpp", "#include \"core/records.h\"\n", ""},
-        Case{"src/core/glo.cpp", "#include \"store/vote_store.h\"\n", "does not name"},
-        Case{"src/adapters/qt/dialogs.cpp", "#include \"store/vote_store.h\"\n", "does not name"},
-        Case{"src/store/vote_store.cpp", "#include <QString>\n", "the logic includes"},
-        Case{"src/store/vote_store.cpp", "#include <zip.h>\n", "the logic includes"},
-        Case{"src/adapters/qt/dialogs.cpp", "#include <QString>\n", ""},
-        Case{"src/base/disk.cpp", "#include <unistd.h>\n", ""},
-        Case{"src/base/disk.cpp", "#include <QString>\n", "the logic includes"},
-        Case{"src/base/disk.cpp", "#include \"core/glo.h\"\n", "does not name"},
-        Case{"src/store/lost.cpp", "", "no target lists"}}) {
-    const auto complaints =
-        checkIncludes(plan, {c.file}, [&](const std::string&) { return std::string(c.text); });
-    ASSERT_EQ(complaints.size(), c.complaint.empty() ? 0U : 1U) << c.file << " " << c.text;
-    EXPECT_TRUE(complaints.empty() || complaints[0].find(c.complaint) != std::string::npos) << complaints[0];
+// What is found in plans and files that are told.
+class HouseCase : public CaseTest {
+ protected:
+  HouseCase() {
+    // target NAME FOLDER ROOMS SOURCES: ROOMS and SOURCES with a comma behind each
+    on("target", [this](const Words& words) {
+      plan_ += words[0] + "|" + words[1] + "|" + words[2] + "|" + words[3] + "|plain\n";
+    });
+    // file PATH TEXT; plan: of the targets alone
+    on("file", [this](const Words& words) { complain({words[0]}, words.rest(1)); });
+    on("plan", [this](const Words&) { complain({}, ""); });
   }
-}
+  void complain(const std::vector<std::string>& files, const std::string& text) {
+    const std::vector<PlanLine> plan = readPlan(plan_);
+    for (const std::string& line : checkIncludes(plan, files, [&](const std::string&) { return text; }))
+      tell(line);
+  }
 
-TEST(House, CirclesAndSharedFoldersAreNamed) {
-  for (const char* plan : {"a|src/core|b,|x.cpp,|plain\nb|src/store|a,|y.cpp,|plain\n",
-                           "a|src/core||x.cpp,|plain\nb|src/core||y.cpp,|plain\n"})
-    EXPECT_EQ(checkIncludes(readPlan(plan), {}, [](const std::string&) { return std::string(); }).size(), 1U)
-        << plan;
-}
+ private:
+  std::string plan_;
+};
+
+const bool kRegistered = registerCases<HouseCase>("HouseCase", QUORIN_CASES);
 
 }  // namespace
 }  // namespace qrn::test
