@@ -101,7 +101,7 @@ std::vector<host::Action> xyVoteAverageGraph::kindActions() {
   };
   addSwitch("menuDisplayShowCumulative", "Cumulative averages", kCumulative);
   addSwitch("menuDisplayShowWeightedCumulative", "Weighted cumulative averages", kWeightedCumulative);
-  for (int plot = 0; plot < 2; ++plot)
+  for (const int plot : {0, 1})
     if (multiPlotSetUp(plot))
       rows.push_back({.name = "multiPlot" + std::to_string(plot + 1),
                       .caption = multiPlotName(plot),

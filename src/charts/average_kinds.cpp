@@ -13,12 +13,8 @@ namespace qrn {
 
 namespace {
 
-bool isVoted(int assessment) {
-  return assessment >= 1 && assessment <= kAssessments;
-}
-
 std::size_t slotOf(const ChartRequest& request) {
-  return static_cast<std::size_t>(std::clamp(request.assessment, 1, kAssessments) - 1);
+  return static_cast<std::size_t>(request.assessment - 1);
 }
 
 bool hasCumulative(const RiskRecord& risk) {
@@ -93,13 +89,8 @@ constexpr AverageKind multiPlotKind(int kind) {
 
 constexpr std::array<AverageKind, 6> kKinds{{
     {kPlainAverage, "0.00", true, true, computeOne,
-     [](const ChartRequest& request) {
-       return "Average: " + (isVoted(request.assessment) ? glo.assessmentTitles[slotOf(request)] : "");
-     },
-     plainValue,
-     [](const ChartRequest& request) {
-       return isVoted(request.assessment) ? boundsOf(request.assessment) : ChartBounds{};
-     }},
+     [](const ChartRequest& request) { return "Average: " + glo.assessmentTitles[slotOf(request)]; },
+     plainValue, [](const ChartRequest& request) { return boundsOf(request.assessment); }},
     {kCumulative, "0.00", false, false,
      [](const ChartRequest&) {
        GetAllScores();

@@ -42,10 +42,9 @@ std::string withoutLineFeeds(std::string text) {
 }
 
 std::string criterionText(int assessment, int option) {
-  if (assessment < 1 || assessment > kAssessments)
-    return "";
-  const auto& labels = glo.scaleLabels[static_cast<std::size_t>(assessment - 1)];
-  return option >= 0 && option < upperBound(labels) ? labels[static_cast<std::size_t>(option)] : "";
+  const auto& labels = glo.scaleLabels.at(static_cast<std::size_t>(assessment - 1));
+  const auto at = static_cast<std::size_t>(option);
+  return at < labels.size() ? labels[at] : "";
 }
 
 // The words of a scale where each of its points has one.
@@ -60,7 +59,7 @@ std::vector<std::string> scaleWords(int assessment) {
 
 std::string optionLabel(const ChartRequest& request, const ChartScale& scale, int i) {
   if (request.form == formName::balance)
-    return i < static_cast<int>(kBalanceBins.size()) ? kBalanceBins[static_cast<std::size_t>(i)] : "";
+    return kBalanceBins.at(static_cast<std::size_t>(i));
   const bool distribution = request.form == formName::distributionGraph;
   if (scale.options == kWideScale)
     return std::to_string(i == 0 ? scale.startFrom : i);
@@ -91,9 +90,7 @@ std::string orderOf(const std::vector<ChartPoint>& points) {
 std::string scaleName(const ChartRequest& request) {
   const AverageKind& kind = averageKind(glo.averageDisplayKind);
   const bool one = kind.kind == kPlainAverage || kind.kind == kDiversity;
-  return one && request.assessment >= 1 && request.assessment <= kAssessments
-             ? glo.assessmentTitles[static_cast<std::size_t>(request.assessment - 1)]
-             : "";
+  return one ? glo.assessmentTitles.at(static_cast<std::size_t>(request.assessment - 1)) : "";
 }
 
 void tellFacts(TChart& chart, const ChartSeries& series, const AverageFacts& facts,
@@ -153,8 +150,7 @@ std::vector<int> countVotes(int options) {
 void addDistribution(const ChartRequest& request, ChartSeries& series) {
   const ChartScale scale = scaleOf(request);
   const std::vector<int> counts = countVotes(scale.options);
-  const bool stored = request.assessment >= 1 && request.assessment <= kAssessments;
-  const auto& colours = stored ? glo.assessment(request.assessment).pointColours : glo.barColours1;
+  const auto& colours = glo.assessment(request.assessment).pointColours;
   for (int value = 0; value <= scale.options; ++value) {
     const int option = value - scale.startFrom;
     series.Add(counts[static_cast<std::size_t>(value)],
@@ -196,8 +192,6 @@ host::SurfaceFont labelFont(const ChartRequest& request, const TChart& chart) {
 
 // Ten to twelve, so many that the pages are few; ten where texts need two lines.
 int lyingOnPage(int bars, int most) {
-  if (bars <= most)
-    return bars;
   const int pages = (bars + most - 1) / most;
   int page = kLeastOnPage;
   while ((bars + page - 1) / page > pages) ++page;
@@ -260,8 +254,6 @@ bool inCategoriesShown(int item) {
 ChartScale scaleOf(const ChartRequest& request) {
   if (request.form == formName::sifterVote || request.form == "Criteria_Master")
     return {request.options, request.startFrom};
-  if (request.assessment < 1 || request.assessment > kAssessments)
-    return {};
   const AssessmentRecord& record = glo.assessment(request.assessment);
   return {record.scalePointCount > 0 ? record.scalePointCount : glo.labelCount(request.assessment - 1),
           record.startFrom};
@@ -345,12 +337,11 @@ ChartModel DisplayAverageChart(const ChartRequest& request) {
     AddData(request, model, kAverageChart, bars);
     AddAxisLabels(request, chart, bars, true, "");
     ResizeChartTitle(request, chart, kind.title(request));
-    if (kind.points && chart.Axis.Left.Increment == 1)
+    if (chart.Axis.Left.Increment == 1)
       chart.Axis.Left.Labels.Item = scaleWords(request.assessment);
     chart.Page.MaxPointsPerPage = barsOnPage(request, chart);
     if (!barsStand(request, chart, chart.Page.MaxPointsPerPage))
       chart.SERIES(bars).kind = SeriesKind::asHorizBar;
-    chart.Page.ScaleLastPage = false;
   });
   return model;
 }

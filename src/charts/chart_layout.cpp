@@ -49,7 +49,7 @@ void scaleLabel(ChartSheet& s, int i, double at) {
   else
     place(caption, s.left, at - fitted.height / 2, width, fitted.height);
   caption.align = s.geometry.lying ? Align::centre : Align::right;
-  const int upright = slot > 0 ? static_cast<int>(std::ceil(line / slot)) : 1;
+  const int upright = static_cast<int>(std::ceil(line / slot));
   caption.visible = s.chart.Axis.Left.Labels.Visible && i % (s.geometry.lying ? s.captionStep : upright) == 0;
 }
 
@@ -162,9 +162,7 @@ ChartGeometry layoutChart(const TChart& chart, const ChartArea& area, const Grap
 }
 
 SurfaceFont headerFont(const TChart& chart, double surfaceHeight) {
-  SurfaceFont font = themedFont(chart.Header.Font, 0, look::Size::item, surfaceHeight, true);
-  font.size = chart.Header.Font.size * surfaceHeight / kHeightOfSizes;
-  return font;
+  return themedFont(chart.Header.Font, 0, look::Size::item, surfaceHeight, true);
 }
 
 }  // namespace qrn

@@ -24,7 +24,7 @@ const host::Surface& ChartSurface::lower(const TChart& chart, double width, doub
   frame.width = width;
   frame.height = height;
   setGraphBackground(frame, "");
-  if (builds_ > 0 && sameFrame(frame, surface_) && footer_ == footer && filter_ == filter && chart_ == chart)
+  if (sameFrame(frame, surface_) && footer_ == footer && filter_ == filter && chart_ == chart)
     return surface_;
   ++builds_;
   chart_ = chart;

@@ -12,8 +12,6 @@ namespace {
 constexpr double kMostSteps = 50;
 
 double roundStep(double range) {
-  if (range <= 0)
-    return 1;
   const double power = std::pow(10.0, std::floor(std::log10(range / 4)));
   for (const double factor : {1.0, 2.0, 2.5, 5.0})
     if (range / (factor * power) <= 5.0 + 1e-9)

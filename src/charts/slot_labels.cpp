@@ -18,7 +18,6 @@ constexpr double kLargestKey = 1.4;   // of the font: identifiers that stand alo
 constexpr double kKeyGap = 0.12;      // of a slot, between two of them
 constexpr double kColumnGap = 24;     // pixels at 1024x768
 constexpr int kMostColumns = 6;
-constexpr std::size_t kFewestForLegend = 2;
 
 double widestOf(const std::vector<std::string>& texts, const SurfaceFont& font) {
   double widest = 0;
@@ -49,7 +48,6 @@ bool setWhole(SlotLabels& set, const std::vector<std::string>& texts, SurfaceFon
       return false;
     font.size = fitted.font.size;  // the next is no larger
   }
-  set.captions.clear();
   for (const std::string& text : texts)
     set.captions.push_back(joined(host::wrapBalanced(text, font, set.width), "\n"));
   set.font = font;
@@ -84,15 +82,14 @@ SlotLabels::Legend legendIn(const std::vector<std::string>& texts, const Surface
   SlotLabels::Legend legend;
   const double gap = kColumnGap * room.pixel, widest = widestOf(texts, font);
   const auto fitting = static_cast<int>((room.legendWidth + gap) / (widest + gap));
-  const int columns = std::clamp(fitting, 2, kMostColumns), count = static_cast<int>(texts.size());
+  const int columns = std::clamp(fitting, 1, kMostColumns), count = static_cast<int>(texts.size());
   legend.font = font;
   legend.perColumn = (count + columns - 1) / columns;
   legend.columnWidth = (room.legendWidth + gap) / columns;
   legend.height = legend.perColumn * lineHeight(font);
   if (legend.height > room.legendHeight)
     return {};
-  for (const std::string& text : texts)
-    legend.rows.push_back(cutToWidth(text, font, legend.columnWidth - gap));
+  legend.rows = texts;  // fewer columns than fit would be too high
   return legend;
 }
 
@@ -117,11 +114,10 @@ SlotLabels setSlotLabels(const std::vector<std::string>& texts, const ChartLabel
       setKeys(set, texts, font, labels.Keyed, room);
   }
   set.height = heightOf(set.captions, set.font);
-  if (!labels.Keyed || set.every > 1 || texts.size() < kFewestForLegend || set.captions == texts ||
+  if (!labels.Keyed || set.every > 1 || texts.empty() ||
       isWhole({set.captions.front(), {}, 0, 0}, texts.front()))
     return set;
   SurfaceFont small = font;
-  small.bold = false;
   const double least = std::min(font.size, room.smallest);
   for (; small.size >= least && set.legend.rows.empty(); small.size *= kLeastWhole)
     set.legend = legendIn(texts, small, room);

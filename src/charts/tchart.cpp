@@ -8,8 +8,7 @@
 namespace qrn {
 
 void ChartSeries::Delete(int index) {
-  if (index >= 0 && index < static_cast<int>(points.size()))
-    points.erase(points.begin() + index);
+  points.erase(points.begin() + index);
 }
 
 int TChart::AddSeries(SeriesKind kind) {

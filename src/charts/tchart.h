@@ -44,7 +44,7 @@ struct ChartSeries {
   void Add(double value, std::string label, std::int32_t colour, int item = host::kNoItem) {
     points.push_back({value, std::move(label), colour, item});
   }
-  void Delete(int index);  // outside the series: nothing happens
+  void Delete(int index);
   bool operator==(const ChartSeries&) const = default;
 };
 

@@ -14,6 +14,38 @@ class AverageDrawings : public GraphCase {
       for (std::size_t item = 1; item < words.size(); ++item)
         addVote(static_cast<int>(item) - 1, words.number(0), words[item]);
     });
+    on("everyone", [](const Words& words) {
+      for (int item = 0; item < glo.itemCount(); ++item) addVote(item, words.number(0), words[1]);
+    });
+    on("file", [this](const Words& words) { world.files.files[words[0]] = "x"; });
+    on("toned", [this](const Words& words) {
+      world.presentation.scheme[1] = words.number(0);
+      runLine("draw 1");
+      runLine("drawing graphPanel axisLine bars subtitle");
+    });
+    on("corner", [this](const Words& words) {
+      world.forms.unload("xyVoteAverageGraph");
+      glo.opt_StatsBoxPosition = words[0];
+      runLine("draw 1");
+      runLine("drawing lbl_filter LabelCategory header");
+    });
+    on("round", [this](const Words& words) {
+      form().drawGraph(1, words.number(0));
+      tellCaptions("barValue");
+    });
+    on("ordered", [this](const Words& words) {
+      runLine("voted 1 " + words.rest(0));
+      runLine("draw 1");
+      tellCaptions("subtitle");
+    });
+    on("onpages", [this](const Words& words) {
+      addItems(words.number(0));
+      runLine("everyone 1 3;");
+      runLine("draw 1");
+      form().request.onOnePage = false;
+      form().redraw();
+      tell(form().chart.pageCount(), " of ", form().chart.pointsOnPage());
+    });
     // stored ITEM ROUND ASSESSMENT AVERAGE COUNTED LABEL
     on("stored", [](const Words& words) {
       glo.item(words.number(0))

@@ -15,7 +15,7 @@ class AverageKeys : public test::ActionCases, protected test::GraphExercise {
   AverageKeys() {
     registerChartForms();
     addItems(10);
-    for (int a : {1, 3, 8}) addScale(a, "Name" + std::to_string(a), 5);
+    for (int a : {1, 3, 9}) addScale(a, "Name" + std::to_string(a), 5);
     for (int item = 0; item < 10; ++item) vote(item, 1, "3;4;");
     for (int item = 0; item < 9; ++item) vote(item, 3, "5;");
     glo.barCountAuto = false;
@@ -62,8 +62,10 @@ class AverageKeys : public test::ActionCases, protected test::GraphExercise {
     for (const std::string& text : captions(now.surface(), "LabelCategory")) foot += text;
     for (const std::string& text : captions(now.surface(), "subtitle"))
       page += text.substr(text.rfind("\u00b7 ") == std::string::npos ? 0 : text.rfind("\u00b7 ") + 3);
+    const std::vector<std::string> bars = captions(now.surface(), "barValue");
     return {{"row", rowOf(now.List1)},
             {"page", page},
+            {"bar", bars.empty() ? "" : bars[0]},
             {"foot", foot},
             {"header", captions(now.surface(), "header").front()},
             {"list", now.listVisible ? "beside it" : "away"},

@@ -1,156 +1,154 @@
+// Charts by themselves, told in case files: what fills them, how they lie, where their parts stand.
 #include "charts/chart_display.h"
 
+#include <map>
+#include <optional>
+#include <variant>
+
+#include "base/errors.h"
 #include "charts/chart_layout.h"
 #include "charts/graph_fixture.h"
+#include "core/common.h"
 
-namespace qrn {
+namespace qrn::test {
 namespace {
 
-using test::GraphWorld;
-using Texts = std::vector<std::string>;
-
-class ChartDisplay : public GraphWorld {
+class ChartCase : public GraphCase {
  protected:
-  static ChartRequest ask(const std::string& form, int assessment = 1) {
-    ChartRequest request;
-    request.form = form;
-    request.width = 15360;
-    request.height = 11520;
-    request.assessment = assessment;
-    return request;
+  ChartCase() {
+    glo.risks.assign(1, {});
+    on("look", [this](const Words& words) { setLook(words[0], words.rest(1)); });
+    // series bar|lying|line
+    on("series", [this](const Words& words) {
+      chart().AddSeries(words[0] == "bar"     ? SeriesKind::asBar
+                        : words[0] == "lying" ? SeriesKind::asHorizBar
+                                              : SeriesKind::asLine);
+    });
+    // points VALUE ...: of the last series
+    on("points", [this](const Words& words) {
+      const int last = chart().seriesCount() - 1;
+      for (const std::string& word : words) chart().SERIES(last).Add(std::stod(word), "", 0xffffff, 7);
+    });
+    on("texts", [this](const Words& words) { chart().Axis.Bottom.Labels.Item = words; });
+    on("text", [this](const Words& words) { tell('"' + GetItemText(words.number(0)) + '"'); });
+    // ask FORM [ASSESSMENT [MODE LETTERS]]
+    on("ask", [this](const Words& words) {
+      request_.form = words[0];
+      request_.assessment = words.size() > 1 ? words.number(1) : 1;
+      request_.distributionAxisLabels = words.number(2);
+      request_.distributionAxisLabelLength = words.number(3);
+    });
+    on("labelled", [this](const Words& words) {
+      for (const char* line : {"ask ", "labels "}) runLine(line + words[0]);
+    });
+    on("data", [this](const Words& words) { data(words.number(0)); });
+    // labels [data] [TITLE]
+    on("labels", [this](const Words& words) {
+      AddAxisLabels(request_, chart(), 0, words.word(0) == "data", words.word(1));
+      std::string all;
+      for (const std::string& text : chart().Axis.Bottom.Labels.Item)
+        all += (all.empty() ? "" : " | ") + text;
+      tell(all);
+    });
+    on("title", [this](const Words& words) {
+      ResizeChartTitle(request_, chart(), words.rest(0));
+      tell(chart().Header.Font.size);
+    });
+    on("pages", [this](const Words&) {
+      tell(chart().pageCount(), ", from ", chart().firstPoint(), ", ", chart().pointsOnPage());
+    });
+    on("size", [this](const Words& words) {
+      request_.width = words.number(0) * kTwipsPerPixel;
+      request_.height = words.number(1) * kTwipsPerPixel;
+    });
+    on("back", [this](const Words&) { thereAndBack(); });
+    on("nowhere", [this](const Words&) {
+      for (const int n : {-1, chart().seriesCount()}) EXPECT_THROW(chart().SERIES(n), HostError);
+    });
   }
+  TChart& chart() { return model_.chart; }
+  const host::Surface& surface() override {
+    return lowered_.lower(chart(), request_.width, request_.height, "");
+  }
+  void setLook(const std::string& name, const std::string& text) {
+    using Member = std::variant<bool*, int*, double*, std::string*, std::vector<std::string>*>;
+    ChartAxis &left = chart().Axis.Left, &bottom = chart().Axis.Bottom;
+    ChartSeries none, &series = chart().seriesCount() > 0 ? chart().SERIES(0) : none;
+    const std::map<std::string, Member> members{
+        {"Sub", &chart().Header.Sub},
+        {"Header", &chart().Header.Visible},
+        {"Text", &chart().Header.Text},
+        {"Message", &chart().Message},
+        {"page", &chart().Page.MaxPointsPerPage},
+        {"current", &chart().Page.Current},
+        {"scaleLast", &chart().Page.ScaleLastPage},
+        {"selected", &chart().selectedPoint},
+        {"highlight", &chart().highlightColour},
+        {"left.title", &left.title},
+        {"left.low", &left.Minimum},
+        {"left.high", &left.Maximum},
+        {"left.step", &left.Increment},
+        {"left.auto", &left.Automatic},
+        {"left.autoLow", &left.AutomaticMinimum},
+        {"left.autoHigh", &left.AutomaticMaximum},
+        {"left.inverted", &left.Inverted},
+        {"left.grid", &left.GridPen.Visible},
+        {"left.texts", &left.Labels.Item},
+        {"bottom.title", &bottom.title},
+        {"bottom.axis", &bottom.AxisPen.Visible},
+        {"bottom.keyed", &bottom.Labels.Keyed},
+        {"bottom.lines", &bottom.Labels.MultiLine},
+        {"series.active", &series.Active},
+        {"series.clear", &series.Transparent},
+        {"series.gradient", &series.Gradient},
+        {"series.start", &series.StartColor},
+        {"series.pen", &series.BarPen.Width},
+        {"series.ink", &series.BarPen.Color},
+        {"series.percent", &series.inPercent},
+        {"series.format", &series.ValueFormat},
+    };
+    std::visit([&](auto* member) { give(*member, text); }, members.at(name));
+  }
+  static void give(bool& member, const std::string& text) { member = text == "yes"; }
+  static void give(std::string& member, const std::string& text) { member = text; }
+  static void give(std::vector<std::string>& member, const std::string& text) { member = Words(text); }
+  template <class Number>
+  static void give(Number& member, const std::string& text) {
+    member = static_cast<Number>(std::stod(text));
+  }
+  // The points of AddData and what the value axis makes of them.
+  void data(int kind) {
+    if (chart().seriesCount() == 0)
+      chart().AddSeries(SeriesKind::asBar);
+    AddData(request_, model_, kind, 0);
+    const ChartAxis& axis = chart().Axis.Left;
+    std::string all;
+    for (const ChartPoint& point : chart().SERIES(0).points) all += formatPlaces(point.value, 0) + " ";
+    tell(all, "and ", glo.abstainCount, ", axis ", axis.Automatic ? "by itself" : "", axis.Minimum, " to ",
+         axis.Maximum, " by ", axis.Increment, ", rows ", model_.rows.size());
+  }
+  // Values and points lead to places and back.
+  void thereAndBack() {
+    surface();
+    const ChartGeometry& geometry = lowered_.geometry();
+    for (const double value : {chart().Axis.Left.Minimum, 2.5, chart().Axis.Left.Maximum})
+      EXPECT_NEAR(geometry.valueAt(geometry.placeOf(value)), value, 1e-9);
+    std::string all;
+    for (int point = chart().firstPoint(); point <= chart().firstPoint() + chart().pointsOnPage(); ++point) {
+      const ChartArea slot = geometry.slotOf(point);
+      const std::optional<int> at = geometry.pointAt(slot.left + slot.width / 2, slot.top + slot.height / 2);
+      all += at ? std::to_string(*at) + " " : "- ";
+    }
+    tell(all, geometry.pointAt(geometry.plot.left - 1, geometry.plot.top + 1) ? "beside" : "not beside");
+  }
+
+ private:
+  ChartModel model_;
+  ChartRequest request_{.form = "xyVoteRuntime", .width = 15360, .height = 11520};
+  ChartSurface lowered_;
 };
 
-TEST_F(ChartDisplay, AnItemWithoutTextShowsThreeBlanks) {
-  addItems(1);
-  EXPECT_EQ(GetItemText(0), "item 0");
-  glo.risks[0].text.clear();
-  EXPECT_EQ(GetItemText(0), "   ");
-  EXPECT_EQ(GetItemText(9), "   ");
-}
-
-TEST_F(ChartDisplay, AxisLabelsByFormAndScale) {
-  addScale(1, "Impact", 3);
-  glo.scaleLabels[0] = {"very\r\nlow", "", "high", ""};
-  addScale(2, "Share", 100, 0);
-  addScale(3, "Rank", 100, 1);
-  struct Case {
-    const char* form;
-    int assessment, mode, letters;
-    Texts labels;
-  };
-  const Case cases[] = {
-      {"xyVoteRuntime", 1, 0, 0, {"very low", ".", "high"}},
-      {"xyVoteDistributionGraph", 1, 2, 0, {"1", "2", "3"}},
-      {"xyVoteDistributionGraph", 1, 1, 4, {"very", ".", "high"}},
-      {"xyVoteRuntime", 1, 2, 0, {"very low", ".", "high"}},
-      {"xyVoteRuntime", 2, 0, 0, {"0", "25", "50", "75", "100"}},
-      {"xyVoteRuntime", 3, 0, 0, {"1", "25", "50", "75", "100"}},
-      {"xyVoteBalance",
-       1,
-       0,
-       0,
-       {"<10", "10s", "20s", "30s", "40s", "50s", "60s", "70s", "80s", "90s", "100", "0"}},
-  };
-  for (const Case& c : cases) {
-    ChartRequest request = ask(c.form, c.assessment);
-    request.distributionAxisLabels = c.mode;
-    request.distributionAxisLabelLength = c.letters;
-    TChart chart;
-    AddAxisLabels(request, chart, 0, false, "");
-    EXPECT_EQ(chart.Axis.Bottom.Labels.Item, c.labels) << c.form << " " << c.assessment << " " << c.mode;
-    EXPECT_TRUE(chart.Axis.Bottom.Labels.MultiLine);
-  }
-}
-
-TEST_F(ChartDisplay, CountsTheVotesOfOneItemByOption) {
-  addScale(1, "Impact", 3);
-  addScale(2, "Chance", 3, 0);
-  glo.opt_abstain = true;
-  glo.liveVotes = {"1", "3", "3", "-2", "-100", "9", "0", "spare"};
-  glo.postalVotes = {2, -2, 9, 0, 1};
-  struct Case {
-    int assessment, mode;
-    std::vector<double> counts;
-    int abstains;
-  };
-  for (const Case& c : {Case{1, 0, {1, 0, 2}, 1}, Case{2, 0, {1, 1, 0}, 1}, Case{1, 1, {0, 1, 0}, 0},
-                        Case{1, 2, {1, 1, 2}, 1}}) {
-    glo.CheckUseLivePostal = c.mode;
-    ChartModel model;
-    model.chart.AddSeries(SeriesKind::asBar);
-    AddData(ask("xyVoteRuntime", c.assessment), model, 0, 0);
-    std::vector<double> counts;
-    for (const ChartPoint& point : model.chart.SERIES(0).points) counts.push_back(point.value);
-    EXPECT_EQ(counts, c.counts) << c.assessment << " " << c.mode;
-    EXPECT_EQ(glo.abstainCount, c.abstains);
-  }
-}
-
-TEST_F(ChartDisplay, TheTitleShrinksUntilItFits) {
-  TChart chart;
-  ResizeChartTitle(ask("xyVoteAverageGraph"), chart, "short");
-  EXPECT_EQ(chart.Header.Font.size, 37);  // 6.5 % of the height
-  glo.matrixTitleFont.size = 30;
-  ResizeChartTitle(ask("xyVoteAverageGraph"), chart, "short");
-  EXPECT_EQ(chart.Header.Font.size, 30);
-  // 0.9 of 15360 twips hold 45 characters of 0.6 x 20 x 25 points, not of 26.
-  ResizeChartTitle(ask("xyVoteAverageGraph"), chart, std::string(45, 'x'));
-  EXPECT_EQ(chart.Header.Font.size, 25);
-}
-
-TEST(ChartPages, HoldWhatThePageAllows) {
-  struct Case {
-    int points, most, current, pages, first, shown;
-  };
-  for (const Case& c : {Case{10, 0, 1, 1, 0, 10}, Case{10, 10, 1, 1, 0, 10}, Case{10, 4, 3, 3, 8, 2},
-                        Case{10, 4, 9, 3, 8, 2}, Case{0, 4, 1, 1, 0, 0}}) {
-    TChart chart;
-    chart.AddSeries(SeriesKind::asBar);
-    for (int i = 0; i < c.points; ++i) chart.SERIES(0).Add(i, "", 0);
-    chart.Page.MaxPointsPerPage = c.most;
-    chart.Page.Current = c.current;
-    EXPECT_EQ(chart.pageCount(), c.pages);
-    EXPECT_EQ(chart.firstPoint(), c.first);
-    EXPECT_EQ(chart.pointsOnPage(), c.shown);
-  }
-}
-
-// Values and points lead to places and back, whichever way the chart lies.
-TEST_F(ChartDisplay, GeometryLeadsThereAndBack) {
-  for (const bool lying : {false, true})
-    for (const bool inverted : {false, true}) {
-      TChart chart;
-      ChartSeries& series = chart.SERIES(chart.AddSeries(lying ? SeriesKind::asHorizBar : SeriesKind::asBar));
-      for (int i = 0; i < 7; ++i) series.Add(i, "", 0xffffff, 10 + i);
-      chart.Axis.Left.Automatic = chart.Axis.Left.AutomaticMinimum = chart.Axis.Left.AutomaticMaximum = false;
-      chart.Axis.Left.Minimum = -1;
-      chart.Axis.Left.Maximum = 9;
-      chart.Axis.Left.Inverted = inverted;
-      chart.Page.MaxPointsPerPage = 4;
-      chart.Page.Current = 2;
-      ChartSurface lowered;
-      const host::Surface& surface = lowered.lower(chart, 15360, 11520, "");
-      const ChartGeometry& geometry = lowered.geometry();
-      for (const double value : {-1.0, 2.5, 9.0})
-        EXPECT_NEAR(geometry.valueAt(geometry.placeOf(value)), value, 1e-9) << lying << inverted;
-      for (int point = 4; point < 7; ++point) {
-        const host::Element& bar = *surface.find("bars", point);
-        EXPECT_EQ(bar.item, 10 + point);
-        EXPECT_NEAR(lying ? bar.top + bar.height / 2 : bar.left + bar.width / 2, geometry.middleOf(point),
-                    1e-6);
-        const ChartArea slot = geometry.slotOf(point);
-        EXPECT_EQ(geometry.pointAt(slot.left + slot.width / 2, slot.top + slot.height / 2), point);
-      }
-      const ChartArea spare = geometry.slotOf(7);  // the page holds four, and three are left
-      EXPECT_FALSE(geometry.pointAt(spare.left + 1, spare.top + 1)) << lying;
-      EXPECT_FALSE(geometry.pointAt(geometry.plot.left - 1, geometry.plot.top + 1)) << lying;
-      if (!inverted) {
-        const host::Element& bar = *surface.find("bars", 5);
-        EXPECT_NEAR(lying ? bar.right() : bar.top, geometry.placeOf(5), 1e-6);
-      }
-    }
-}
+const bool kRegistered = registerCases<ChartCase>("ChartCase", QUORIN_CASES "/charts.case");
 
 }  // namespace
-}  // namespace qrn
+}  // namespace qrn::test
