@@ -85,6 +85,11 @@ class CaseTest : public ::testing::Test {
   virtual std::string shown(std::string told) const { return told; }  // as case files hold it
   void runLine(const std::string& line);
   void runBlock() { run(*block_); }  // of the command at hand
+  std::vector<std::string> blockLines() const {
+    std::vector<std::string> lines;
+    for (const CaseStep& step : *block_) lines.push_back(step.text);
+    return lines;
+  }
   // The block of the command at hand for another time, or the command that its words end with.
   std::function<void()> later(const Words& words, std::size_t from) {
     const std::string line = words.as(from);

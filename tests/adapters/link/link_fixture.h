@@ -13,11 +13,12 @@
 #include <vector>
 
 #include "adapters/link/link.h"
+#include "support/cases.h"
 #include "support/disk.h"
 
 namespace qrn::test {
 
-class LinkTest : public ::testing::Test {
+class LinkTest : public CaseTest {
  protected:
   LinkTest() {
     options.announceFolder = folder;
