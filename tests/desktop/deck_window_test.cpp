@@ -2,7 +2,6 @@
 
 #include <QMenuBar>
 
-#include "desktop/style.h"
 #include "desktop/window_case.h"
 
 namespace qrn::test {
@@ -22,8 +21,8 @@ class DeckWindowCase : public WindowCase {
     exercise.title = "Which proposals?";
     exercise.tagStore.Add("qrnMatrix", "exercise");
     exercise.tagStore.Add("QRNVOTES", "1,1;2;,1C1\r\n1,1;1;,2C1\r\n");
-    window.show();
-    window.activateWindow();
+    shown_.show();
+    shown_.activateWindow();
     open(&world.presentation);
     keyCommands();
     textCommands();
@@ -31,32 +30,26 @@ class DeckWindowCase : public WindowCase {
   }
   void open(host::Presentation* deck) {
     pictures.setDeck(deck);
-    window.setDeck(deck);
+    shown_.setDeck(deck);
     QCoreApplication::processEvents();
   }
   void keyCommands() {
-    on("keys", [this](const Words& words) {
-      for (const std::string& key : words) press(window.focusWidget() ? *window.focusWidget() : window, key);
-    });
-    on("goto", [this](const Words& words) { window.GotoSlide(words.number(0)); });
-    on("at", [this](const Words&) { tell(std::to_string(window.SlideIndex())); });
-    on("busy", [this](const Words& words) { window.setBusy(words[0] == "yes"); });
-    on("close", [this](const Words&) { tell(window.close() && !window.isVisible() ? "closed" : ""); });
-    on("focus", [this](const Words&) {
-      tell(window.focusWidget() ? window.focusWidget()->objectName().toStdString() : "nothing");
-    });
+    on("goto", [this](const Words& words) { shown_.GotoSlide(words.number(0)); });
+    on("at", [this](const Words&) { tell(std::to_string(shown_.SlideIndex())); });
+    on("busy", [this](const Words& words) { shown_.setBusy(words[0] == "yes"); });
+    on("close", [this](const Words&) { tell(shown_.close() && !shown_.isVisible() ? "closed" : ""); });
   }
   // What labels say that hold these words, and what is offered.
   void textCommands() {
     on("text", [this](const Words& words) {
-      for (const QLabel* label : window.findChildren<QLabel*>())
+      for (const QLabel* label : shown_.findChildren<QLabel*>())
         if (label->isVisible() && label->text().toStdString().find(words.rest(0)) != std::string::npos)
           return tell(label->text().toStdString());
       tell("nothing");
     });
-    on("says", [this](const Words& words) { window.say(QString::fromStdString(words.rest(0))); });
-    on("progress", [this](const Words& words) { window.sayProgress(QString::fromStdString(words.rest(0))); });
-    on("notice", [this](const Words&) { tell(window.notice().text().toStdString()); });
+    on("says", [this](const Words& words) { shown_.say(QString::fromStdString(words.rest(0))); });
+    on("progress", [this](const Words& words) { shown_.sayProgress(QString::fromStdString(words.rest(0))); });
+    on("notice", [this](const Words&) { tell(shown_.notice().text().toStdString()); });
     on("primary", [this](const Words&) {
       for (const QPushButton* button : buttons())
         if (button->isDefault())
@@ -66,7 +59,7 @@ class DeckWindowCase : public WindowCase {
     on("offered", [this](const Words& words) {
       int found = 0;
       const QString part = QString::fromStdString(words.rest(0));
-      for (const QAction* action : window.findChildren<QAction*>())
+      for (const QAction* action : shown_.findChildren<QAction*>())
         found += action->text().contains(part) && action->isEnabled() ? 1 : 0;
       for (const QPushButton* button : buttons())
         found += button->text().contains(part) && button->isEnabled() ? 1 : 0;
@@ -74,7 +67,7 @@ class DeckWindowCase : public WindowCase {
     });
     on("mnemonics", [this](const Words&) {
       std::map<QString, std::string> taken;
-      for (const QAction* menu : window.menuBar()->actions())
+      for (const QAction* menu : shown_.menuBar()->actions())
         taken[QKeySequence::mnemonic(menu->text()).toString()] += menu->text().toStdString() + " ";
       for (const QPushButton* button : buttons())
         taken[QKeySequence::mnemonic(button->text()).toString()] += button->text().toStdString() + ", ";
@@ -82,35 +75,28 @@ class DeckWindowCase : public WindowCase {
         if (!key.isEmpty())
           tell(key.toStdString() + ": " + captions);
     });
-    // cut WIDTH HEIGHT: what has no room in a window of that size
-    on("cut", [this](const Words& words) {
-      desktop::applyStyle(*qApp);
-      const QSize size(words.number(0), words.number(1));
-      window.resize(size);
-      QCoreApplication::processEvents();
-      tell((window.size() == size ? "" : "does not shrink so far; ") + cutParts(window));
-    });
   }
   void deckCommands() {
     on("votes", [this](const Words& words) {
       world.presentation.slide(2).tagStore.Append("QRNVOTES", words.rest(0));
-      window.slidesChanged();
+      shown_.slidesChanged();
     });
     on("facts", [this](const Words&) {
       facts = desktop::ExerciseFacts{"Risks", 20, 4, 6, 6, 80};
-      window.slidesChanged();
+      shown_.slidesChanged();
     });
     on("nodeck", [this](const Words&) { open(nullptr); });
     on("readonly", [this](const Words&) { open(&readOnly); });
     on("large", [this](const Words&) {
       open(&large);
-      window.grab();
+      shown_.grab();
       tell(pictures.wanted() < 40 ? "a few pictures are wanted" : "all pictures are wanted");
     });
   }
+  QWidget& window() override { return shown_; }
   std::vector<QPushButton*> buttons() {
     std::vector<QPushButton*> found;
-    for (QPushButton* button : window.findChildren<QPushButton*>())
+    for (QPushButton* button : shown_.findChildren<QPushButton*>())
       if (button->isVisible())
         found.push_back(button);
     return found;
@@ -120,7 +106,7 @@ class DeckWindowCase : public WindowCase {
   MemoryPresentation large{400};
   desktop::SlidePictures pictures;
   std::optional<desktop::ExerciseFacts> facts;
-  desktop::DeckWindow window{
+  desktop::DeckWindow shown_{
       pictures,
       [this](host::Slide& slide) { return facts ? facts : desktop::factsFromTags(slide); },
       {[this] { tell("open"); }, [this] { tell("save"); }, [this] { tell("keypads"); },

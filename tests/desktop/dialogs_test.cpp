@@ -54,11 +54,12 @@ class DialogsCase : public WindowCase {
       world.at(0.05, later(words, 0));
       tell(shownAnswer(dialogs_.FileDialog({false, "/", "", "Presentations (*.pptx)|*.pptx", "Open"})));
     });
-    // The first file is refused, and told.
+    // The first file is refused.
     on("savefile", [this](const Words& words) {
       bool refused = false;
       dialogs_.setWhyNotOverwritten([&](const std::string& file) {
-        return std::exchange(refused, true) ? "" : (tell("refused " + file), "It is a deck.");
+        tell(refused ? "takes " : "refuses ", file);
+        return std::exchange(refused, true) ? "" : "It is a deck.";
       });
       world.at(0.05, later(words, 0));
       tell(shownAnswer(dialogs_.FileDialog({true, "/nowhere", "deck.pptx", "All (*)|*", "Save"})));
