@@ -37,13 +37,9 @@ bool isInTable(const std::string& itemKey) {
                      [&](const RiskRecord& risk) { return risk.identifier == itemKey; });
 }
 
-// Identifier, ": " and text, with no line ends at its end.
+// With no line ends at its end.
 std::string zoomTitle(int risk) {
-  const RiskRecord& record = glo.item(risk);
-  std::string title = record.identifier + ": " + record.text;
-  while (!title.empty() && (title.back() == '\r' || title.back() == '\n' || title.back() == ' '))
-    title.pop_back();
-  return std::string(trimBlanks(title));
+  return std::string(trimBlanks(itemLabel(risk)));
 }
 
 }  // namespace

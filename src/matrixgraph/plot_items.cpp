@@ -257,7 +257,6 @@ void ItemPlotter::addKey(const PlottedItem& item, const PairLook& look, const st
   dot.toolTip = tip;
   dot.colour = theme.ground;
   dot.borderWidth = canvas_.px(1);
-  dot.backColour = look.disc;
   place(dot, item.centre[p], kDotSize * type, kDotSize * type);
   look.dots.add(n, std::move(dot));
   label.toolTip = tip;

@@ -51,6 +51,19 @@ class VoteDrawings : public RunCase {
     on("counts", [this](const Words&) {
       for (const int count : CountVotes(1, 2)) tell(count);
     });
+    // beside LEFT TOP WIDTH: the options stand there, one below the other
+    on("beside", [this](const Words& words) {
+      for (int i = 0; i < 3; ++i)
+        setMember("assessments.0.lbl_Criteria." + std::to_string(i),
+                  words[0] + " " + std::to_string(words.number(1) + 800 * i) + " " + words[2] + " 700");
+      for (const char* line : {"show", "result", "drawing barTrack barKey optionKey"}) runLine(line);
+    });
+    on("cornered", [this](const Words& words) {
+      glo.opt_StatsBoxPosition = words[0];
+      for (const char* line :
+           {"show", "result", "statistics 2 Average: 2", "drawing lbl_averageScore lbl_Risk"})
+        runLine(line);
+    });
     wordCommands();
     // room PHONES REHEARSED [taken]: what the link knows, and the code to join that is shown
     on("room", [this](const Words& words) {

@@ -52,6 +52,9 @@ class GraphKeys : public test::ActionCases, protected test::GraphExercise {
        [this](const Words& words) { tellChange([&] { graph().PlotItemDistribution(words[0]); }); });
     world.forms.attach("xyVoteGraph", watching());
     on("unload", [this](const Words& words) { world.forms.unload(words[0]); });
+    on("forms", [this](const Words&) {
+      for (const std::string& name : world.forms.loadedNames()) tell(name);
+    });
     on("at", [this](const Words& words) { world.at(std::stod(words[0]), later(words, 1)); });
     on("wait", [this](const Words& words) {
       tellChange([&] { host::waitUntil([] { return false; }, std::stod(words[0])); });
