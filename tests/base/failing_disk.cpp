@@ -8,11 +8,12 @@
 #include <cerrno>
 #include <cstdio>
 #include <fstream>
-#include <iterator>
 #include <map>
 #include <optional>
 #include <set>
 #include <utility>
+
+#include "support/disk.h"
 
 namespace {
 
@@ -40,13 +41,8 @@ ino_t inodeOf(int fd) {
   return ::fstat(fd, &info) == 0 && S_ISREG(info.st_mode) ? info.st_ino : 0;
 }
 
-std::string readFile(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
 std::string contentOf(int fd) {
-  return readFile("/proc/self/fd/" + std::to_string(fd));
+  return qrn::test::readFile("/proc/self/fd/" + std::to_string(fd));
 }
 
 // The number of a file that is gone may come back with a new one.

@@ -18,12 +18,7 @@ class WindowCase : public CaseTest {
  protected:
   explicit WindowCase(int slides = 3) : world(slides) {
     // asks ANSWER TEXT: the next question
-    on("asks", [this](const Words& words) {
-      world.expectMsgBox(words.rest(1), words[0] == "yes"      ? host::Answer::yes
-                                        : words[0] == "no"     ? host::Answer::no
-                                        : words[0] == "cancel" ? host::Answer::cancel
-                                                               : host::Answer::ok);
-    });
+    on("asks", [this](const Words& words) { world.expectAnswer(words.rest(1), words[0]); });
     on("exercise", [this](const Words& words) {
       for (const std::string& slide : words)
         world.presentation.slide(std::stoi(slide)).tagStore.Add("qrnMatrix", "exercise");

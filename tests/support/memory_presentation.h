@@ -13,7 +13,17 @@
 
 namespace qrn::test {
 
-class MemoryTags : public host::Tags {
+struct FullDisk {
+  int failAtWrite = 0;  // the nth write from now reports a full disk; 0 never
+
+ protected:
+  void failWhenTold(const std::string& what = "") {
+    if (failAtWrite > 0 && --failAtWrite == 0)
+      throw HostError(Fault::world, 61, "The disk is full" + what);
+  }
+};
+
+class MemoryTags : public host::Tags, public FullDisk {
  public:
   std::string Item(std::string_view key) const override {
     const auto it = values.find(upperCase(key));
@@ -34,13 +44,6 @@ class MemoryTags : public host::Tags {
     return names;
   }
   std::map<std::string, std::string> values;
-  int failAtWrite = 0;  // the nth write from now reports a full disk; 0 never
-
- private:
-  void failWhenTold() {
-    if (failAtWrite > 0 && --failAtWrite == 0)
-      throw HostError(Fault::world, 61, "The disk is full");
-  }
 };
 
 class MemoryShape : public host::Shape {

@@ -106,17 +106,6 @@ void RunCase::store(const std::string& text) {
   glo.voteRecords.forget();
 }
 
-void RunCase::questions(const Words& words) {
-  static const std::map<std::string, host::Answer> answers{{"yes", host::Answer::yes},
-                                                           {"no", host::Answer::no},
-                                                           {"ok", host::Answer::ok},
-                                                           {"cancel", host::Answer::cancel}};
-  if (const auto answer = answers.find(words.word(0)); answer != answers.end())
-    world.expectMsgBox(words.rest(1), answer->second);
-  else
-    world.expectEnter(words.rest(1));
-}
-
 std::string RunCase::newErrors() {
   const std::string& log = world.files.files["/appdata/quorin/Err.log"];
   std::istringstream lines(log.substr(std::min(errorsTold_, log.size())));
@@ -155,7 +144,7 @@ void RunCase::worldCommands() {
   };
   on("tag", [this, tagCommand](const Words& words) { tagCommand(slideTags(), words); });
   on("decktag", [this, tagCommand](const Words& words) { tagCommand(world.presentation.tagStore, words); });
-  on("asks", [this](const Words& words) { questions(words); });
+  on("asks", [this](const Words& words) { world.expectAnswer(words.rest(1), words[0]); });
   on("at", [this](const Words& words) { world.at(std::stod(words.word(0)), later(words, 1)); });
   on("wait", [](const Words& words) { host::waitUntil([] { return false; }, std::stod(words.word(0))); });
   on("full", [this](const Words& words) {

@@ -34,7 +34,6 @@ class RunCase : public CaseTest {
   RunCase();
   ~RunCase() override { glo = Glo{}; }
   static void items(const std::vector<std::string>& sortKeys);
-  void questions(const Words& words);
   MemoryTags& slideTags() { return world.presentation.slide(1).tagStore; }
   // The records as the slide will show them at the next read.
   void store(const std::string& text);

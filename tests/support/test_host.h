@@ -48,7 +48,7 @@ class SeededRandom : public host::Random {
   std::uint64_t state_ = 1;
 };
 
-class MemoryFiles : public host::Files {
+class MemoryFiles : public host::Files, public FullDisk {
  public:
   bool fileExists(const std::string& path) const override { return files.count(path) != 0; }
   bool folderExists(const std::string& path) const override { return folders.count(path) != 0; }
@@ -60,11 +60,11 @@ class MemoryFiles : public host::Files {
     return it->second;
   }
   void write(const std::string& path, std::string_view text) override {
-    failWhenTold(path);
+    failWhenTold(": " + path);
     files[path] = std::string(text);
   }
   void append(const std::string& path, std::string_view text) override {
-    failWhenTold(path);
+    failWhenTold(": " + path);
     files[path] += std::string(text);
   }
   void Kill(const std::string& path) override { files.erase(path); }
@@ -72,13 +72,6 @@ class MemoryFiles : public host::Files {
 
   std::map<std::string, std::string> files;
   std::map<std::string, bool> folders;
-  int failAtWrite = 0;  // the nth write from now reports a full disk; 0 never
-
- private:
-  void failWhenTold(const std::string& path) {
-    if (failAtWrite > 0 && --failAtWrite == 0)
-      throw HostError(Fault::world, 61, "The disk is full: " + path);
-  }
 };
 
 class MapEnvironment : public host::Environment {
@@ -172,6 +165,15 @@ class TestHost : public host::Loop {
   void at(double secondsFromNow, std::function<void()> event);
   void expectMsgBox(const std::string& part, host::Answer answer = host::Answer::ok) {
     dialogs.expected.push_back({"msg", part, answer, {}});
+  }
+  // An answer by its name; Enter for any other.
+  void expectAnswer(const std::string& part, const std::string& answer) {
+    static const std::map<std::string, host::Answer> answers{{"yes", host::Answer::yes},
+                                                             {"no", host::Answer::no},
+                                                             {"ok", host::Answer::ok},
+                                                             {"cancel", host::Answer::cancel}};
+    const auto named = answers.find(answer);
+    named != answers.end() ? expectMsgBox(part, named->second) : expectEnter(part);
   }
   // The person strikes Enter, whatever that answers.
   void expectEnter(const std::string& part) { dialogs.expected.push_back({"msg", part, {}, {}}); }

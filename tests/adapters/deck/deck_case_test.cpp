@@ -206,6 +206,9 @@ class DeckCase : public DiskCase {
   // SLIDE is a number or "deck"
   void tagCommands() {
     on("add", [this](const Words& words) { tagsOf(words[0]).Add(words[1], words.rest(2)); });
+    on("addlong", [this](const Words& words) {
+      tagsOf(words[0]).Add(words[1], std::string(std::stoul(words[2]), 'x'));
+    });
     on("append", [this](const Words& words) { tagsOf(words[0]).Append(words[1], words.rest(2)); });
     on("vote", [this](const Words& words) { tagsOf("1").Append("QRNVOTES", words.rest(0)); });
     on("delete", [this](const Words& words) { tagsOf(words[0]).Delete(words[1]); });

@@ -165,17 +165,6 @@ TEST(DeckJournal, ARecordThatCannotBeIsLeftAndToldAndTheDeckOpensAgain) {
   }
 }
 
-TEST(DeckJournal, ADeckThatWouldNotReadBackIsNotSaved) {
-  const TempFolder folder;
-  const std::string file = folder.deck(), before = readFile(file);
-  const auto deck = Deck::open(file);
-  deck->tags().Add("A#2", "mine");  // what the second piece of a long value is called
-  deck->tags().Add("A", std::string(10000000, 'x'));
-  EXPECT_THROW(deck->Save(), HostError);
-  EXPECT_EQ(readFile(file), before);
-  EXPECT_EQ(Deck::open(file, {true, nullptr, "", {}})->tags().Item("A#2"), "mine");
-}
-
 // The child stores records and tells of each on the pipe, saving now and then, until it is killed.
 [[noreturn]] void storeUntilKilled(const std::string& file, int out, int first) {
   const auto deck = Deck::open(file);

@@ -5,8 +5,8 @@
 #include <string>
 
 #include "core/glo.h"
-#include "core/item_label.h"
 #include "core/model.h"
+#include "support/run_case.h"
 
 namespace qrn::pictures {
 
@@ -28,29 +28,17 @@ class Dice {
 };
 
 void addItems(int items) {
-  glo.risks.assign(static_cast<std::size_t>(items) + 1, RiskRecord{});
-  for (int i = 0; i < items; ++i) {
-    RiskRecord& risk = glo.item(i);
-    risk.ID = risk.sortKey = i;
-    risk.text = kItems[static_cast<std::size_t>(i) % kItems.size()];
-    risk.identifier = itemIdentifier(i);
-    risk.voting = true;
-    risk.active.fill(true);
-  }
+  test::addItems(items);
+  for (int i = 0; i < items; ++i) glo.item(i).text = kItems[static_cast<std::size_t>(i) % kItems.size()];
 }
 
 void addAssessments(int points) {
-  for (std::size_t a = 0; a < kAssessments; ++a) {
-    glo.assessmentInfo[a].active = a < kTitles.size();
-    if (a >= kTitles.size())
-      continue;
-    glo.assessmentTitles[a] = kTitles[a];
-    const std::size_t skip = kScale.size() > static_cast<std::size_t>(points) ? 1 : 0;
-    glo.scaleLabels[a].clear();
+  for (auto& info : glo.assessmentInfo) info.active = false;
+  const std::size_t skip = kScale.size() > static_cast<std::size_t>(points) ? 1 : 0;
+  for (std::size_t a = 0; a < kTitles.size(); ++a) {
+    test::addScale(static_cast<int>(a) + 1, kTitles[a], points);
     for (std::size_t i = 0; i < static_cast<std::size_t>(points); ++i)
-      glo.scaleLabels[a].emplace_back(kScale[(i + skip) % kScale.size()]);
-    glo.scaleLabels[a].emplace_back();
-    glo.assessments[a].scalePointCount = points;
+      glo.scaleLabels[a][i] = kScale[(i + skip) % kScale.size()];
   }
   glo.matrixAxes = {0, 1};
   glo.currentPlotPairings = {1, 2, -1, -1, -1, -1, -1, -1};
@@ -58,17 +46,16 @@ void addAssessments(int points) {
 
 void addVotes(int items, int points, int keypads) {
   Dice dice;
-  std::string records;
+  glo.voteRecords.assign("");
+  glo.postalRecords.assign("");
   for (int item = 0; item < items; ++item)
-    for (std::size_t a = 1; a <= kTitles.size(); ++a) {
+    for (int a = 1; a <= static_cast<int>(kTitles.size()); ++a) {
       const int middle = dice.upTo(points);
       std::string votes;
       for (int k = 0; k < keypads; ++k)
         votes += std::to_string(std::min(std::min(points, 9), std::max(1, middle + dice.upTo(3) - 2))) + ";";
-      records += "14/03/2026,09:30:00," + votes + "," + recordKey(item, static_cast<int>(a)) + "\r\n";
+      test::addVote(item, a, votes);
     }
-  glo.voteRecords.assign(records);
-  glo.postalRecords.assign("");
 }
 
 }  // namespace
