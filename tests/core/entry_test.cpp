@@ -24,15 +24,6 @@ struct SecondProgram : MemoryProgram {
   std::string closed;
 };
 
-struct FragileFiles : MemoryFiles {
-  void makeFolder(const std::string& path) override {
-    if (folderFault != 0 && path.starts_with("/tmp/"))
-      throw HostError(Fault::world, folderFault, path);
-    MemoryFiles::makeFolder(path);
-  }
-  int folderFault = 0;
-};
-
 struct FragilePresentation : MemoryPresentation {
   FragilePresentation() : MemoryPresentation(3) {}
   void Save() override { throw HostError(Fault::world, 61, "The disk is full"); }
@@ -57,7 +48,6 @@ class EntryCase : public RunCase {
   EntryCase() {
     glo = Glo{};
     host::host().presentationProgram = &program;
-    host::host().files = &files;
     program.presentation = &world.presentation;
     program.showRuns = true;
     program.show.index = program.window.index = 2;
@@ -279,7 +269,7 @@ class EntryCase : public RunCase {
     });
   }
 
-  FragileFiles files;
+  MemoryFiles& files = world.files;
   FragilePresentation full;
   SecondProgram program;
 };

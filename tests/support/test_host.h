@@ -52,7 +52,11 @@ class MemoryFiles : public host::Files, public FullDisk {
  public:
   bool fileExists(const std::string& path) const override { return files.count(path) != 0; }
   bool folderExists(const std::string& path) const override { return folders.count(path) != 0; }
-  void makeFolder(const std::string& path) override { folders[path] = true; }
+  void makeFolder(const std::string& path) override {
+    if (folderFault != 0 && path.starts_with("/tmp/"))
+      throw HostError(Fault::world, folderFault, path);
+    folders[path] = true;
+  }
   std::string read(const std::string& path) const override {
     const auto it = files.find(path);
     if (it == files.end())
@@ -72,6 +76,7 @@ class MemoryFiles : public host::Files, public FullDisk {
 
   std::map<std::string, std::string> files;
   std::map<std::string, bool> folders;
+  int folderFault = 0;  // of making temporary ones
 };
 
 class MapEnvironment : public host::Environment {

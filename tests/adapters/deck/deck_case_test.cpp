@@ -7,8 +7,11 @@
 
 #include "adapters/deck/deck.h"
 #include "adapters/deck/deck_fixture.h"
+#include "adapters/deck/journal.h"
 #include "adapters/deck/open_asking.h"
 #include "adapters/deck/overwrite.h"
+#include "adapters/deck/package.h"
+#include "adapters/deck/splice.h"
 #include "base/errors.h"
 #include "support/disk_case.h"
 #include "support/test_host.h"
@@ -61,6 +64,8 @@ class DeckCase : public DiskCase {
                                 : options.tagged) = true;
       writeZip(folder.file(name), deckParts(options));
     });
+    // unfit KIND SLIDE NAME VALUE NUMBER or unfit PAYLOAD: a journal of A=a, of that, and of c behind A
+    on("unfit", [this](const Words& words) { writeJournal(words); });
     on("soon", [this](const Words& words) {
       soon_ = std::jthread([file = path(words, 0), text = words.rest(1)] {
         ::usleep(10000);
@@ -71,6 +76,21 @@ class DeckCase : public DiskCase {
     on("notes", [this](const Words&) {
       tell(fs::is_empty(folder.path() + "-state/quorin-matrix/open") ? "none" : "noted");
     });
+  }
+  void writeJournal(const Words& words) {
+    using deck::Change;
+    const std::string splice = deck::spliceOf("a", "b", 100).value();
+    const auto change = [&] {
+      return deck::journalPayload({static_cast<Change::Kind>(words[0][0]),
+                                   static_cast<std::uint32_t>(std::stoul(words[1])), words[2],
+                                   words[3] == "SPLICE" ? splice : words[3], std::stoul(words[4])});
+    };
+    std::string bytes = deck::journalHead(deck::Package(folder.file("talk.pptx")).fingerprint());
+    for (const std::string& one : {deck::journalPayload({Change::Kind::add, 300, "A", "a", 0}),
+                                   words.size() == 1 ? words[0] : change(),
+                                   deck::journalPayload({Change::Kind::append, 300, "A", "c", 1})})
+      bytes += deck::journalRecord(bytes.size(), one);
+    writeFile(folder.file("talk.pptx.journal"), bytes);
   }
   // Parts are those of talk.pptx, changed as another program would.
   void partCommands() {

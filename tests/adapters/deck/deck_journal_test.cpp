@@ -10,22 +10,14 @@
 
 #include "adapters/deck/deck.h"
 #include "adapters/deck/deck_fixture.h"
-#include "adapters/deck/journal.h"
-#include "adapters/deck/package.h"
-#include "adapters/deck/splice.h"
 
 namespace qrn::test {
 namespace {
 
 using deck::Deck;
-using deck::OpenOptions;
-using deck::OtherJournal;
-using ::testing::HasSubstr;
 
-std::string openedState(const std::string& file, OtherJournal other = OtherJournal::refuse) {
-  OpenOptions options;
-  options.otherJournal = other;
-  return stateOf(*Deck::open(file, options));
+std::string openedState(const std::string& file) {
+  return stateOf(*Deck::open(file));
 }
 
 const std::string kLong(100, 'l');
@@ -109,59 +101,6 @@ TEST(DeckJournal, SavingCutOffAnywhereStoresNothingTwiceAndLosesNothing) {
     EXPECT_EQ(stateOf(*Deck::open(file, {true, nullptr, "", {}})), more) << one.cutOff;
     deck->Save();
     EXPECT_EQ(stateOf(*Deck::open(file, {true, nullptr, "", {}})), more) << one.cutOff;
-  }
-}
-
-// Right checksums, impossible contents: what can be stored is, the rest is told, and the journal is kept.
-TEST(DeckJournal, ARecordThatCannotBeIsLeftAndToldAndTheDeckOpensAgain) {
-  using deck::Change;
-  using Kind = deck::Change::Kind;
-  const std::string spliceOfA = deck::spliceOf("a", "b", 100).value();
-  const Change bad[] = {{Kind::newSlide, 300, "", "", 1},
-                        {Kind::newSlide, 0, "", "", 1},
-                        {Kind::newSlide, 0x80000000U, "", "", 1},
-                        {Kind::add, 999, "B", "b", 0},
-                        {Kind::add, 300, "B", std::string_view("b\0b", 3), 0},
-                        {Kind::add, 300, "B", "\xC3", 0},
-                        {Kind::append, 300, "A", "\x01", 1},
-                        {Kind::append, 300, "A", "b", 2},
-                        {Kind::append, 300, "A", "b", 0},
-                        {Kind::append, 300, "B", "b", 1},
-                        {Kind::splice, 300, "A", spliceOfA, 2},
-                        {Kind::splice, 300, "B", spliceOfA, 1},
-                        {Kind::splice, 300, "A", "none", 1},
-                        {Kind::add, 300, "b", "b", 0},
-                        {Kind::add, 300, "", "b", 0},
-                        {Kind::remove, 300, std::string_view("A\0", 2), "", 0},
-                        {static_cast<Kind>('Z'), 300, "A", "b", 0}};
-  std::vector<std::string> payloads = {std::string("A\0\0\0\0\0\0\0\0\0\0\0\0\xFF\xFF", 15) + "N"};
-  for (const Change& change : bad) payloads.push_back(deck::journalPayload(change));
-  const TempFolder folder;
-  for (const std::string& payload : payloads) {
-    const std::string file = folder.deck({1, false, false, false, false}), journal = file + ".journal";
-    const std::string before = readFile(file);
-    std::string bytes = deck::journalHead(deck::Package(file).fingerprint());
-    for (const std::string& one : {deck::journalPayload({Kind::add, 300, "A", "a", 0}), payload,
-                                   deck::journalPayload({Kind::append, 300, "A", "c", 1})})
-      bytes += deck::journalRecord(bytes.size(), one);
-    writeFile(journal, bytes);
-    const std::string told = "record " + ::testing::PrintToString(payload);
-    EXPECT_THROW(Deck::open(file), deck::JournalRefused) << told;
-    EXPECT_EQ(openedState(file, OtherJournal::setAside), "||") << told;
-    EXPECT_EQ(readFile(journal + ".1"), bytes) << told;
-    std::filesystem::rename(journal + ".1", journal);
-    {
-      OpenOptions options;
-      options.otherJournal = OtherJournal::apply;
-      const auto deck = Deck::open(file, options);
-      EXPECT_EQ(stateOf(*deck), "|A=ac;|") << told;
-      EXPECT_EQ(readFile(journal + ".1"), bytes) << told;
-      EXPECT_THAT(deck->foreignSaveWarning().value_or(""), HasSubstr("one of 3 stored changes")) << told;
-      deck->Save();
-    }
-    EXPECT_EQ(openedState(file), "|A=ac;|") << told;
-    for (const char* name : {"talk.pptx.journal.1", "talk.pptx.backup"})
-      std::filesystem::remove(folder.file(name));
   }
 }
 

@@ -186,16 +186,5 @@ TEST_F(SystemTest, TheLoopDrainsItsPumpsInOrder) {
   EXPECT_EQ(order, "ababc");
 }
 
-TEST_F(SystemTest, RandomnessCanBeRepeated) {
-  MachineRandom random;
-  random.Randomize(7);
-  const double first = random.Rnd(), second = random.Rnd();
-  EXPECT_NE(first, second);
-  EXPECT_GE(first, 0);
-  EXPECT_LT(first, 1);
-  random.Randomize(7);
-  EXPECT_EQ(random.Rnd(), first);
-}
-
 }  // namespace
 }  // namespace qrn::system
