@@ -26,7 +26,16 @@ struct MainVoteRecord {
   bool operator==(const MainVoteRecord&) const = default;
 };
 
+// Made, copied and compared in one place: a hundred units use it.
 struct Exercise {
+  Exercise();
+  Exercise(const Exercise&);
+  Exercise(Exercise&&) noexcept;
+  Exercise& operator=(const Exercise&);
+  Exercise& operator=(Exercise&&) noexcept;
+  ~Exercise();
+  bool operator==(const Exercise&) const;
+
   // The list
   std::vector<RiskRecord> risks = std::vector<RiskRecord>(1);
   std::string listTitle = "List Title", exerciseName;
@@ -150,8 +159,6 @@ struct Exercise {
   std::array<int, 2> lookUpEditorFlags{};
   std::string password = "quartz rain", passwordSubgroup = "QRZ";
 
-  bool operator==(const Exercise&) const = default;
-
   // The element itself, checked: item `i` of the list from 0 (the spare one at the top too), assessment `n`
   // from 1 and its place in the running order. Throw std::out_of_range.
   RiskRecord& item(int i) { return risks.at(static_cast<std::size_t>(i)); }
@@ -181,3 +188,10 @@ struct Exercise {
 inline constexpr std::array<float, kZoomSteps> kZoomFactors{1.0F, 1.25F, 1.5F, 1.75F, 2.0F, 2.25F, 2.5F};
 
 }  // namespace qrn
+
+extern template class std::vector<qrn::RiskRecord>;
+extern template class std::vector<qrn::CategoryRecord>;
+extern template class std::vector<qrn::LookUpList>;
+extern template class std::vector<qrn::LookUpCombo>;
+extern template class std::vector<qrn::DemographicQuestion>;
+extern template class std::vector<qrn::OverlayBoundary>;

@@ -39,7 +39,15 @@ struct DemographicInfo {
   std::vector<DemographicInfoGroup> groups;
 };
 
+// Made and copied in one place, too.
 struct Session {
+  Session();
+  Session(const Session&);
+  Session(Session&&) noexcept;
+  Session& operator=(const Session&);
+  Session& operator=(Session&&) noexcept;
+  ~Session();
+
   // Host objects and folders
   host::PresentationProgram* oPowerPoint = nullptr;
   host::Presentation* oPresentation = nullptr;

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <list>
 #include <sstream>
 
 #include "base/errors.h"
@@ -253,6 +254,18 @@ std::string CaseTest::withValues(std::string line) const {
     for (std::size_t at = 0; (at = line.find(name, at)) != std::string::npos; at += value.size())
       line.replace(at, name.size(), value);
   return line;
+}
+
+bool addCases(const char* suite, const std::string& path, CaseTest* (*make)()) {
+  static std::list<std::vector<CaseText>> every;
+  for (const CaseText& one : every.emplace_back(readCases(path)))
+    ::testing::RegisterTest(suite, testNameOf(one.name).c_str(), nullptr, nullptr, one.file.c_str(), one.line,
+                            [&one, make] {
+                              CaseTest* made = make();
+                              made->play(one);
+                              return made;
+                            });
+  return true;
 }
 
 }  // namespace qrn::test

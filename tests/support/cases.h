@@ -18,11 +18,11 @@
 
 #include <algorithm>
 #include <functional>
-#include <list>
 #include <map>
 #include <sstream>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -65,15 +65,29 @@ class Words : public std::vector<std::string> {
   std::vector<std::size_t> starts_;
 };
 
+// What a command does: a lambda that holds two pointers at most. std::function makes ten functions of each,
+// and there are hundreds.
+class Command {
+ public:
+  template <class Act>
+  Command(Act act) requires(sizeof(Act) <= 2 * sizeof(void*) && std::is_trivially_copyable_v<Act>)
+      : call_([](const void* held, const Words& words) { (*static_cast<const Act*>(held))(words); }) {
+    new (held_) Act(act);
+  }
+  void operator()(const Words& words) const { call_(held_, words); }
+
+ private:
+  alignas(void*) unsigned char held_[2 * sizeof(void*)];
+  void (*call_)(const void*, const Words&);
+};
+
 class CaseTest : public ::testing::Test {
  public:
   void play(const CaseText& text) { case_ = &text; }
   void TestBody() override { run(case_->steps); }
 
  protected:
-  void on(const std::string& command, std::function<void(const Words&)> act) {
-    acts_[command] = std::move(act);
-  }
+  void on(const char* command, Command act) { acts_.insert_or_assign(command, act); }
   template <class... Parts>
   void tell(const Parts&... parts) {  // a line of these, or lines
     std::ostringstream text;
@@ -104,26 +118,19 @@ class CaseTest : public ::testing::Test {
   std::string withValues(std::string line) const;
 
   const CaseText* case_ = nullptr;
-  std::map<std::string, std::function<void(const Words&)>> acts_;
+  std::map<std::string, Command> acts_;
   std::map<std::string, std::string> values_;
   const std::vector<CaseStep>* block_ = nullptr;
   std::string told_;
 };
 
+bool addCases(const char* suite, const std::string& path, CaseTest* (*make)());
+
 // Makes a test of every case. Fixture is a CaseTest.
 template <class Fixture>
 bool registerCases(const char* suite, const std::string& path) {
   struct Made : Fixture {};
-  static std::list<std::vector<CaseText>> every;
-  const std::vector<CaseText>& all = every.emplace_back(readCases(path));
-  for (const CaseText& one : all)
-    ::testing::RegisterTest(suite, testNameOf(one.name).c_str(), nullptr, nullptr, one.file.c_str(), one.line,
-                            [&one] {
-                              CaseTest* made = new Made;
-                              made->play(one);
-                              return made;
-                            });
-  return true;
+  return addCases(suite, path, []() -> CaseTest* { return new Made; });
 }
 
 }  // namespace qrn::test

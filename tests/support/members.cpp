@@ -1,11 +1,8 @@
 #include "support/members.h"
 
-#include <functional>
-#include <initializer_list>
 #include <sstream>
 #include <stdexcept>
 #include <type_traits>
-#include <utility>
 
 #include "core/glo.h"
 #include "support/cases.h"
@@ -22,21 +19,11 @@ class Walk {
   void at(Glo& g);
 
  private:
-  using Field = std::pair<const char*, std::function<void()>>;
-  using Fields = std::initializer_list<Field>;
-
   std::string next() {
     const std::size_t end = std::min(rest_.find('.'), rest_.size());
     std::string name(rest_.substr(0, end));
     rest_.remove_prefix(std::min(end + 1, rest_.size()));
     return name;
-  }
-  void pick(const Fields& fields) {
-    const std::string name = next();
-    for (const auto& [known, go] : fields)
-      if (name == known)
-        return go();
-    throw std::runtime_error("there is no member " + name);
   }
   void at(std::string& member) {
     if (value_ != nullptr)
@@ -112,7 +99,9 @@ class Walk {
   const std::string* value_;
 };
 
-#define MEMBER(name) Field(#name, [&] { at(r.name); }),
+#define MEMBER(name)   \
+  if (wanted == #name) \
+    return at(r.name);
 #define AGAIN() NEXT
 #define BRACKETS ()
 #define NEXT(name, ...) MEMBER(name) __VA_OPT__(AGAIN BRACKETS(__VA_ARGS__))
@@ -120,71 +109,74 @@ class Walk {
 #define THREE(...) TWO(TWO(TWO(TWO(__VA_ARGS__))))
 #define TWO(...) ONE(ONE(ONE(ONE(__VA_ARGS__))))
 #define ONE(...) __VA_ARGS__
-// The members of these names of `r`.
-#define MEMBERS(...) \
-  { FOUR(FOUR(NEXT(__VA_ARGS__))) }
+// Goes on with the member of `r` that comes next in the path, one of these names.
+#define PICK(...)                    \
+  const std::string wanted = next(); \
+  FOUR(FOUR(NEXT(__VA_ARGS__)))      \
+  throw std::runtime_error("there is no member " + wanted)
 
 void Walk::at(FontRecord& r) {
-  if (!rest_.empty())
-    return pick(MEMBERS(name, size, bold, italic, underline, colour));
+  if (!rest_.empty()) {
+    PICK(name, size, bold, italic, underline, colour);
+  }
   shown = r.name + " " + std::to_string(static_cast<int>(r.size)) + (r.bold ? " bold" : "");
 }
 void Walk::at(RiskRecord& r) {
-  pick(MEMBERS(text, ID, benchmark, active, sortKey, voting, notes, owners, rootCauses, text3, text5,
-               shortText, newItem, sifterScore, average, counted, standardDeviation, diversity, cumulative,
-               weightedCumulative, voted, plotText, postalData, identifier));
+  PICK(text, ID, benchmark, active, sortKey, voting, notes, owners, rootCauses, text3, text5, shortText,
+       newItem, sifterScore, average, counted, standardDeviation, diversity, cumulative, weightedCumulative,
+       voted, plotText, postalData, identifier);
 }
 void Walk::at(AssessmentRecord& r) {
-  pick(MEMBERS(voteType, titleFont, font2, font3, font4, titleAlign, itemAlign, scaleAlign, imageFile,
-               lbl_Risk, lbl_Assessment, lbl_Criteria, img_chart, Img_VC, pcaQuestion, sifterCutoff,
-               pointColours, showTitleText, showScaleText, scalePointCount, startFrom));
+  PICK(voteType, titleFont, font2, font3, font4, titleAlign, itemAlign, scaleAlign, imageFile, lbl_Risk,
+       lbl_Assessment, lbl_Criteria, img_chart, Img_VC, pcaQuestion, sifterCutoff, pointColours,
+       showTitleText, showScaleText, scalePointCount, startFrom);
 }
 void Walk::at(AssessmentInfoRecord& r) {
-  pick(MEMBERS(active, votingOrder, showEndMessage, weight, weightingOn, bands));
+  PICK(active, votingOrder, showEndMessage, weight, weightingOn, bands);
 }
 void Walk::at(BandRecord& r) {
-  pick(MEMBERS(colour, low, high, label));
+  PICK(colour, low, high, label);
 }
 void Walk::at(CategoryRecord& r) {
-  pick(MEMBERS(CategoryID, CategoryName, CategoryItems, Selected, Enabled, CategoryParent));
+  PICK(CategoryID, CategoryName, CategoryItems, Selected, Enabled, CategoryParent);
 }
 void Walk::at(MultiPlotRecord& r) {
-  pick(MEMBERS(Enabled, Assessments, PlotType, ReverseCalc));
+  PICK(Enabled, Assessments, PlotType, ReverseCalc);
 }
 void Walk::at(SifterSorterRecord& r) {
-  pick(MEMBERS(includeRatio, maxNumberOfItemsVotedOn, allocateMaxPointsPerItem, allocateMaxPointsTotal,
-               orderCreateListFromTopXItems, option1, pair1, pair2));
+  PICK(includeRatio, maxNumberOfItemsVotedOn, allocateMaxPointsPerItem, allocateMaxPointsTotal,
+       orderCreateListFromTopXItems, option1, pair1, pair2);
 }
 void Walk::at(Glo& r) {
-  pick(MEMBERS(
-      MatrixGraphPlotting, currentPlotPairings, GradientFillStartColour, chk_avgradient, pointHighlightColour,
-      graphLabelFont, averageDisplayKind, showCumulative, runningOrderAverageGraph, voteStep, matrixAxes,
-      risks, listTitle, exerciseName, listOrder, categories, CategoryMode, gridColWidths, scaleLabels,
-      assessmentTitles, assessments, assessmentInfo, defaultAlign, opt_abstain, multiPlot,
-      demographicLogicalOperator, runByOption, runByGraphLabelColour, runByShowBarGraph, runByShowAverages,
-      runByShowAveragesEnd, runByShowScatter, OptionListPopup, runByCat574e, runByCatPrefs, CheckAutoSave,
-      CheckUseLivePostal, ComboReOrder, OptionMatrixItemNavigation, endOfVoteSoundOn, endOfVoteSoundFile,
-      workshopNumber, runByAverageBarCount, barCountAuto, barColours1, barColours2, chartPointCount,
-      optionAveragePairing, pairAssessments, remainingAssessments, matrixTitleFont, OptionScatterScale,
-      TextScatterScaleAbbreviate, XYGridLinesAsQuarters, averageMatrixChoice, matrixGraphDisplay,
-      checkOverrideRagging, chk_OwnerEnabled, chk_SublistEnabled, ComboListPopup, CheckAverageScoreIndicator,
-      statsBoxX, statsBoxY, opt_StatsBoxPosition, matrixBackgroundFlag, matrixBackgroundFile, backgroundFile,
-      usePPTBackground, SifterSorterSettings, MainVoteSettings, lookUpEditorFlags, overlayBoundaries,
-      resumePending, runFinished, logCategory, logPairCount, logAssessments, currentRisk, currentItem,
-      currentAssessment, voteAssessmentNumber, singleVoteRun, jumpItem, jumpAssessment, quitRequested,
-      liveVotes, postalVotes, keypadIncluded, keypadCounted, abstainCount, voteType, limits, points,
-      allocation, preVoteText, voteText, voteTitle, options, startFrom, voteTextOptionCount, votesCast,
-      voteComplete, voteAbandoned, abstainEnabled, allowedVotes, voteOpen, baseType, keyboardFlag, maxKeypads,
-      keypadsNotVotedPopupOn, keypadsNotVotedHowManyToShow, keypadsNotVotedLo, keypadsNotVotedHi,
-      keypadsNotVotedClose, keypadsNotVotedClosePercent, numKeypads, useOffsets, baseOffsets, keypadPortInfo,
-      activeKeypads, roomRehearsed, activeKeypadList, scanMarked, demographicFilterOn, demographicFilterText,
-      runByGraphGridColour, checkDrawLineColor, graphPercentOrNumber, backgroundStart, backgroundEnd,
-      itemPlotFont, CheckShowListItemIdentifier, listOrderCode, dataMessage, returnToEditor, closing, cmdFile,
-      cmdMode, cmdSlide, cmdField4, cmdField5, currentSlide, currentSlideID, appTitle, tempPath, matrixPath,
-      appPath, exerciseLoaded, sifterLines, hasSifterData));
+  PICK(MatrixGraphPlotting, currentPlotPairings, GradientFillStartColour, chk_avgradient,
+       pointHighlightColour, graphLabelFont, averageDisplayKind, showCumulative, runningOrderAverageGraph,
+       voteStep, matrixAxes, risks, listTitle, exerciseName, listOrder, categories, CategoryMode,
+       gridColWidths, scaleLabels, assessmentTitles, assessments, assessmentInfo, defaultAlign, opt_abstain,
+       multiPlot, demographicLogicalOperator, runByOption, runByGraphLabelColour, runByShowBarGraph,
+       runByShowAverages, runByShowAveragesEnd, runByShowScatter, OptionListPopup, runByCat574e,
+       runByCatPrefs, CheckAutoSave, CheckUseLivePostal, ComboReOrder, OptionMatrixItemNavigation,
+       endOfVoteSoundOn, endOfVoteSoundFile, workshopNumber, runByAverageBarCount, barCountAuto, barColours1,
+       barColours2, chartPointCount, optionAveragePairing, pairAssessments, remainingAssessments,
+       matrixTitleFont, OptionScatterScale, TextScatterScaleAbbreviate, XYGridLinesAsQuarters,
+       averageMatrixChoice, matrixGraphDisplay, checkOverrideRagging, chk_OwnerEnabled, chk_SublistEnabled,
+       ComboListPopup, CheckAverageScoreIndicator, statsBoxX, statsBoxY, opt_StatsBoxPosition,
+       matrixBackgroundFlag, matrixBackgroundFile, backgroundFile, usePPTBackground, SifterSorterSettings,
+       MainVoteSettings, lookUpEditorFlags, overlayBoundaries, resumePending, runFinished, logCategory,
+       logPairCount, logAssessments, currentRisk, currentItem, currentAssessment, voteAssessmentNumber,
+       singleVoteRun, jumpItem, jumpAssessment, quitRequested, liveVotes, postalVotes, keypadIncluded,
+       keypadCounted, abstainCount, voteType, limits, points, allocation, preVoteText, voteText, voteTitle,
+       options, startFrom, voteTextOptionCount, votesCast, voteComplete, voteAbandoned, abstainEnabled,
+       allowedVotes, voteOpen, baseType, keyboardFlag, maxKeypads, keypadsNotVotedPopupOn,
+       keypadsNotVotedHowManyToShow, keypadsNotVotedLo, keypadsNotVotedHi, keypadsNotVotedClose,
+       keypadsNotVotedClosePercent, numKeypads, useOffsets, baseOffsets, keypadPortInfo, activeKeypads,
+       roomRehearsed, activeKeypadList, scanMarked, demographicFilterOn, demographicFilterText,
+       runByGraphGridColour, checkDrawLineColor, graphPercentOrNumber, backgroundStart, backgroundEnd,
+       itemPlotFont, CheckShowListItemIdentifier, listOrderCode, dataMessage, returnToEditor, closing,
+       cmdFile, cmdMode, cmdSlide, cmdField4, cmdField5, currentSlide, currentSlideID, appTitle, tempPath,
+       matrixPath, appPath, exerciseLoaded, sifterLines, hasSifterData);
 }
 
-#undef MEMBERS
+#undef PICK
 #undef MEMBER
 
 }  // namespace
