@@ -5,6 +5,7 @@
 #include <sstream>
 #include <thread>
 
+#include "adapters/deck/bytes.h"
 #include "adapters/deck/deck.h"
 #include "adapters/deck/deck_fixture.h"
 #include "adapters/deck/journal.h"
@@ -66,6 +67,18 @@ class DeckCase : public DiskCase {
     });
     // unfit KIND SLIDE NAME VALUE NUMBER or unfit PAYLOAD: a journal of A=a, of that, and of c behind A
     on("unfit", [this](const Words& words) { writeJournal(words); });
+    // spliced OFFSET GOES COMES TEXT ...: what these places make of three characters
+    on("spliced", [this](const Words& words) {
+      const std::string before = "a\xC3\xA4z";
+      std::string splice;
+      deck::put(splice, deck::checksum(before));
+      for (std::size_t i = 0; i < words.size(); ++i)
+        if (i % 4 < 3)
+          deck::put(splice, static_cast<std::uint32_t>(std::stoul(words[i])));
+        else
+          splice += words[i];
+      tell(deck::spliced(before, splice).value_or("refused"));
+    });
     on("soon", [this](const Words& words) {
       soon_ = std::jthread([file = path(words, 0), text = words.rest(1)] {
         ::usleep(10000);
