@@ -1,8 +1,9 @@
-// The link against controllers that misbehave.
+// The link against controllers that misbehave, and how it starts and shares true ones.
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/tcp.hpp>
 #include <boost/beast/core.hpp>
 #include <boost/beast/websocket.hpp>
+#include <csignal>
 #include <optional>
 
 #include "adapters/link/link_fixture.h"
@@ -103,6 +104,7 @@ class FakedCase : public LinkTest {
         ++losses, tell(link_->makeLink(false) ? "linked again" : "not linked again");
       };
     });
+    trueCommands();
     on("send", [this](const Words& words) { link_->sendToController(words.rest(0)); });
     on("vote", [this](const Words& words) { startVote(*link_, words.number(0)); });
     on("receives", [this](const Words& words) {
@@ -126,8 +128,33 @@ class FakedCase : public LinkTest {
         tell(all[i]);
     });
   }
+  void trueCommands() {
+    // true REHEARSE [PROGRAM]: what is started, and stays when its link goes
+    on("true", [this](const Words& words) {
+      options.controllerPath = words.size() > 1 ? folder + "/" + words[1] : QUORIN_CONTROLLER;
+      options.rehearse = words.number(0);
+      options.keepRunning = true;
+    });
+    on("argument", [this](const Words& words) {
+      options.controllerPath = QUORIN_CONTROLLER;
+      options.extraArguments = words;
+    });
+    on("start", [this](const Words&) {
+      link_.emplace(options);
+      tell(link_->makeLink(true) ? "" : link_->lastError());
+      started_ = link_->controllerProcess();
+    });
+    on("drop", [this](const Words&) { link_.reset(); });
+    on("second", [this](const Words&) {
+      link::WebSocketLink second(options);
+      tell(second.makeLink(false) ? "linked" : second.lastError());
+      tell(second.linked() && second.controllerProcess() != started_ ? "to another" : "");
+    });
+    on("kill", [this](const Words&) { ::kill(static_cast<pid_t>(started_), SIGTERM); });
+  }
 
  private:
+  long started_ = 0;
   std::vector<FakeController::Script> scripts_;
   std::optional<FakeController> controller_;
   std::optional<link::WebSocketLink> link_;  // goes first

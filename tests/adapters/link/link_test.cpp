@@ -82,47 +82,5 @@ TEST_F(RealController, AKilledControllerIsReportedOnceAndReplacedByOneOfTheSameS
   EXPECT_EQ(losses, 1);
 }
 
-TEST_F(RealController, ServesOneProgramAtATimeAndStaysForTheNext) {
-  options.keepRunning = true;
-  auto first = std::make_unique<link::WebSocketLink>(options);
-  ASSERT_TRUE(first->makeLink(true)) << first->lastError();
-  const long process = first->controllerProcess();
-  link::WebSocketLink second(options);
-  EXPECT_FALSE(second.makeLink(false));
-  EXPECT_EQ(second.lastError(), "The controller is linked to another program.");
-  first.reset();
-  EXPECT_TRUE(second.makeLink(false)) << second.lastError();
-  EXPECT_EQ(second.controllerProcess(), process);
-  kill(static_cast<pid_t>(process), SIGTERM);
-}
-
-TEST_F(RealController, PhonesAndRehearsalsDoNotShareAController) {
-  for (const auto& [running, wanted] : {std::pair{0, 20}, {20, 0}}) {
-    options.keepRunning = true;
-    options.rehearse = running;
-    auto first = std::make_unique<link::WebSocketLink>(options);
-    ASSERT_TRUE(first->makeLink(true)) << first->lastError();
-    const long process = first->controllerProcess();
-    first.reset();
-    options.rehearse = wanted;
-    link::WebSocketLink second(options);
-    EXPECT_FALSE(second.makeLink(false)) << running;
-    kill(static_cast<pid_t>(process), SIGTERM);
-  }
-}
-
-TEST_F(RealController, WhatCannotStartSaysWhy) {
-  options.controllerPath = folder + "/no-such-program";
-  link::WebSocketLink missing(options);
-  EXPECT_FALSE(missing.makeLink(true));
-  EXPECT_NE(missing.lastError().find("No such file"), std::string::npos) << missing.lastError();
-
-  options.controllerPath = QUORIN_CONTROLLER;
-  options.extraArguments = {"--keypads", "nonsense"};
-  link::WebSocketLink wrong(options);
-  EXPECT_FALSE(wrong.makeLink(true));
-  EXPECT_NE(wrong.lastError().find("ended at once"), std::string::npos) << wrong.lastError();
-}
-
 }  // namespace
 }  // namespace qrn::test
