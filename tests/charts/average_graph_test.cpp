@@ -36,6 +36,10 @@ TEST_F(AverageGraph, LowersAgainOnlyForOtherDataOrSize) {
   glo.backgroundStart = {0, 0, 0};
   lowered.lower(chart, 28800, 16200, "");
   EXPECT_EQ(lowered.builds(), 4);
+  glo.demographicFilterOn = true;
+  glo.demographicFilterText = "Sales";
+  for (int i = 0; i < 2; ++i) lowered.lower(chart, 28800, 16200, "");
+  EXPECT_EQ(lowered.builds(), 5);
 }
 
 // From four items to four hundred: bars stand while their whole texts do below them, else they lie, ten to

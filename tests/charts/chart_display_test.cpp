@@ -41,6 +41,7 @@ class ChartCase : public GraphCase {
     on("labelled", [this](const Words& words) {
       for (const char* line : {"ask ", "labels "}) runLine(line + words[0]);
     });
+    on("diversity", [this](const Words&) { request_.drawDiversity = true; });
     on("data", [this](const Words& words) { data(words.number(0)); });
     // labels [data] [TITLE]
     on("labels", [this](const Words& words) {
