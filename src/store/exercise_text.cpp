@@ -179,8 +179,7 @@ std::string throughFile(const std::string& text) {
   const std::string file = joinPath(folder, "qrn_matrix_temp_mtx.txt");
   std::string stored = text;
   trapErrors(kModule, "saveXY", [&] {
-    if (!folderExists(folder))
-      world.files->makeFolder(folder);
+    world.files->makeFolder(folder);
     writeTextFileContents(text, file);
     stored = readTextFile(file);
     world.files->Kill(file);

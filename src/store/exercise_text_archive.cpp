@@ -32,12 +32,13 @@ void makeOneLine(std::string& text) {
 
 // Where the quotes that open there end: at one with a comma or the end of the line behind it. npos without.
 std::size_t closingQuote(std::string_view line, std::size_t open) {
-  std::size_t close = open < line.size() && line[open] == '"' ? open : std::string_view::npos;
-  while (close != std::string_view::npos) {
+  constexpr std::size_t npos = std::string_view::npos;
+  std::size_t close = open != npos && line[open] == '"' ? open : npos;
+  while (close != npos) {
     close = line.find('"', close + 1);
-    const std::size_t next = close < line.size() ? line.find_first_not_of(" \t", close + 1) : close;
-    if (next == std::string_view::npos || line[next] == ',')
-      return close;
+    const std::size_t next = close == npos ? npos : line.find_first_not_of(" \t", close + 1);
+    if (next == npos || line[next] == ',')
+      break;
   }
   return close;
 }
@@ -138,17 +139,25 @@ void TextWriter::list(std::vector<std::string>& texts) {
 
 // Reader ------------------------------------------------------------------------------------------
 
+char TextReader::here() const {
+  return at_ < text_.size() ? text_[at_] : '\0';
+}
+
+std::size_t TextReader::nextOf(const char* ends) const {
+  return std::min(text_.find_first_of(ends, at_), text_.size());
+}
+
 void TextReader::skipToValue() {
-  while (at_ < text_.size() && (isBlank(text_[at_]) || (!afterComma_ && isLineEnd(text_[at_])))) ++at_;
+  while (isBlank(here()) || (!afterComma_ && isLineEnd(here()))) ++at_;
   if (at_ >= text_.size())
     throw InputPastEnd();
 }
 
 void TextReader::passLineEnd() {
-  if (at_ >= text_.size() || !isLineEnd(text_[at_]))
-    return;
-  const bool two = text_[at_] == '\r' && at_ + 1 < text_.size() && text_[at_ + 1] == '\n';
-  at_ += two ? 2 : 1;
+  if (here() == '\r')
+    ++at_;
+  if (here() == '\n')
+    ++at_;
 }
 
 // A text. On a line taken whole, where no quotes are left to hold them, the blanks around it belong to it.
@@ -158,15 +167,15 @@ std::string TextReader::textValue() {
   if (at_ >= text_.size() && !afterComma_)
     throw InputPastEnd();
   const std::size_t from = at_;
-  at_ = std::min(text_.find(',', from), text_.size());
+  at_ = nextOf(",");
   const std::string_view text = text_.substr(from, at_ - from);
   passSeparator();
   return std::string(text);
 }
 
 void TextReader::passSeparator() {
-  while (at_ < text_.size() && isBlank(text_[at_])) ++at_;
-  afterComma_ = at_ < text_.size() && text_[at_] == ',';
+  while (isBlank(here())) ++at_;
+  afterComma_ = here() == ',';
   if (afterComma_)
     ++at_;
   else
@@ -175,11 +184,10 @@ void TextReader::passSeparator() {
 
 // A quote inside a text has ended it early: what is left of it goes, up to the next value.
 void TextReader::passStrayText() {
-  while (at_ < text_.size() && isBlank(text_[at_])) ++at_;
-  if (at_ >= text_.size() || text_[at_] == ',' || isLineEnd(text_[at_]))
-    return;
-  ++damaged_;
-  while (at_ < text_.size() && text_[at_] != ',' && !isLineEnd(text_[at_])) ++at_;
+  while (isBlank(here())) ++at_;
+  const std::size_t end = nextOf(",\r\n");
+  damaged_ += end == at_ ? 0 : 1;
+  at_ = end;
 }
 
 void TextReader::passToFlags() {
@@ -234,7 +242,7 @@ TextReader::Token TextReader::token() {
     passStrayText();
   } else {
     const std::size_t from = at_;
-    while (at_ < text_.size() && text_[at_] != ',' && !isLineEnd(text_[at_])) ++at_;
+    at_ = nextOf(",\r\n");
     std::size_t to = at_;
     while (to > from && isBlank(text_[to - 1])) --to;
     result = {text_.substr(from, to - from), false};
@@ -248,7 +256,7 @@ std::optional<double> TextReader::number() {
 }
 
 std::optional<double> TextReader::numberIn(const Token& value) {
-  if (!value.text.empty() && value.text.front() == '#') {
+  if (value.text.starts_with('#')) {
     const std::string word = upperCase(value.text);
     if (word == "#TRUE#")
       return -1.0;
@@ -261,9 +269,7 @@ std::optional<double> TextReader::numberIn(const Token& value) {
 std::optional<std::int32_t> TextReader::wholeNumber(double low, double high) {
   const Token digits = token();
   std::int32_t plain = 0;  // by far the most values are plain digits
-  if (takesWhole(digits.text, plain) && plain >= low && plain <= high)
-    return plain;
-  const auto value = numberIn(digits);
+  const auto value = takesWhole(digits.text, plain) ? std::optional<double>(plain) : numberIn(digits);
   if (!value)
     return std::nullopt;
   const double rounded = std::nearbyint(*value);
@@ -279,10 +285,6 @@ void TextReader::take(InLine value) {
 
 void TextReader::take(B value) {
   const Token word = token();
-  if (word.text == "#TRUE#" || word.text == "#FALSE#") {
-    value.v = word.text == "#TRUE#";
-    return;
-  }
   const std::string upper = upperCase(word.text);
   if (upper == "TRUE" || upper == "#TRUE#")
     value.v = true;
@@ -332,14 +334,14 @@ std::optional<std::size_t> TextReader::count() {
     ++damaged_;
     return std::nullopt;
   }
-  return *told < 0 ? 0 : std::min(static_cast<std::size_t>(*told), remaining());
+  return std::min(static_cast<std::size_t>(std::max(*told, 0)), remaining());
 }
 
 std::string_view TextReader::wholeLine() {
   if (at_ >= text_.size())
     throw InputPastEnd();
   const std::size_t from = at_;
-  while (at_ < text_.size() && !isLineEnd(text_[at_])) ++at_;
+  at_ = nextOf("\r\n");
   const std::string_view whole = text_.substr(from, at_ - from);
   passLineEnd();
   afterComma_ = false;

@@ -277,6 +277,8 @@ class TextReader {
   void skipToValue();
   void passStrayText();
   void passSeparator();
+  char here() const;                           // NUL behind the end
+  std::size_t nextOf(const char* ends) const;  // of these characters, or the end
   void passLineEnd();
   std::optional<double> number();
   static std::optional<double> numberIn(const Token& value);

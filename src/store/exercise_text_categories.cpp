@@ -13,12 +13,11 @@ namespace {
 std::size_t readNameLine(TextReader& a, CategoryRecord& category) {
   std::string line(a.wholeLine());
   const std::size_t lastQuote = line.rfind('"');
-  if (lastQuote != std::string::npos && line.find(',') < lastQuote)
+  if (lastQuote != std::string::npos)
     line.erase(std::remove(line.begin(), line.begin() + static_cast<std::ptrdiff_t>(lastQuote), ','),
                line.begin() + static_cast<std::ptrdiff_t>(lastQuote));
   const auto fields = splitFields(line, ',');
   category.CategoryName = replaceAll(std::string(trimBlanks(fields[0])), "\"", "");
-  category.Selected = category.Enabled = true;
   if (fields.size() > 2) {
     TextReader flags(std::string_view(line).substr(fields[0].size() + 1));
     try {
@@ -49,10 +48,6 @@ std::size_t readCategoryLines(TextReader& a, Exercise& x) {
   a.take(I(count));
   if (count < 0)
     a.countDamage();
-  if (count <= 0) {
-    resetCategories(x);
-    return 0;
-  }
   std::size_t fields = 0;
   x.categories.assign(1, CategoryRecord{});
   for (int i = 0; i < count; ++i) {
@@ -91,23 +86,15 @@ void readCategories(ExerciseReader& a, Exercise& x) {
 void resetCategories(Exercise& x) {
   CategoryRecord unallocated;
   unallocated.CategoryName = "unallocated";
-  unallocated.CategoryItems.clear();
-  for (int i = 0; i < x.itemCount(); ++i)
-    unallocated.CategoryItems.push_back(x.risks[static_cast<std::size_t>(i)].ID);
-  unallocated.CategoryItems.push_back(-1);
   x.categories = {unallocated, CategoryRecord{}};
 }
 
 void repairCategories(Exercise& x) {
-  if (upperBound(x.categories) < 1) {
+  if (upperBound(x.categories) < 1)
     resetCategories(x);
-    return;
-  }
   std::unordered_set<int> allocated;
   for (int c = 0; c < upperBound(x.categories); ++c) {
     auto& entries = x.categories[static_cast<std::size_t>(c)].CategoryItems;
-    if (!entries.empty())
-      entries.pop_back();
     std::unordered_set<int> here;
     for (int& entry : entries)
       if (!here.insert(entry).second)

@@ -27,7 +27,6 @@ void readItems(ExerciseReader& a, Exercise& x) {
     RiskRecord& risk = x.risks[i];
     risk.text = std::move(text);
     risk.ID = risk.sortKey = static_cast<int>(i);
-    risk.active[9] = risk.active[10] = true;
     a.line(I(risk.ID), I(risk.sortKey), B(risk.voting));
     a.takeQuoted(T(risk.notes), [&](std::size_t open) { return notesEnds.of(i, open); });
     a.passToFlags();

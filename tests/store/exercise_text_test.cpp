@@ -162,7 +162,13 @@ class TextCase : public RunCase {
       edit.commit();
     });
     on("files", [this](const Words&) {
+      for (const auto& [name, there] : world.files.folders) tell(name);
       for (const auto& [name, content] : world.files.files) tell(name);
+    });
+    on("damaged", [this](const Words&) {
+      for (const auto& [tag, content] : slideTags().values)
+        if (tag.find("DAMAGED") != std::string::npos)
+          tell(tag, " ", content.size());
     });
     on("note", [this](const Words& words) {
       auto& notes = world.presentation.slide(1).notes;

@@ -58,6 +58,10 @@ class VoteCase : public RunCase {
   }
   void voteCommands() {
     on("save", [this](const Words&) { tell(SaveCVotes() ? "" : "not saved"); });
+    on("saved", [this](const Words& words) {
+      runLine("votes " + words.rest(0));
+      runLine("save");
+    });
     on("load", [this](const Words& words) { tellVotes(LoadVotes(words.word(0)), glo.liveVotes); });
     on("postal", [this](const Words& words) { tellVotes(LoadPostalVotes(words.word(0)), glo.postalVotes); });
     on("correct", [](const Words& words) { modifyVoteResult(words[0]); });
@@ -99,7 +103,8 @@ class VoteCase : public RunCase {
     // stats ITEM ASSESSMENT [FORM]
     on("stats", [this](const Words& words) {
       const StatsTarget target = SetStats(words.number(0), words.number(1), words.word(2));
-      if (target.risk >= 0 && target.risk < glo.itemCount())
+      if (target.risk >= 0 && target.risk < glo.itemCount() && target.assessment >= 0 &&
+          target.assessment < kSlots)
         tellScore(target.risk, static_cast<std::size_t>(target.assessment));
     });
     on("round", [this](const Words& words) {
