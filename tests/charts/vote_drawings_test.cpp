@@ -29,7 +29,27 @@ class VoteDrawings : public RunCase {
       glo.scaleLabels[0].assign(static_cast<std::size_t>(words.number(0)) + 1, "");
       glo.assessments[0].scalePointCount = words.number(0);
     });
-    on("show", [this](const Words&) { DisplayVote(0, 1, -1, form_); });
+    on("show", [this](const Words& words) {
+      form_.state = {};
+      DisplayVote(words.number(0), 1, -1, form_);
+    });
+    on("master", [this](const Words& words) {  // colours of the deck's own title and body type
+      world.presentation.titleFont.emplace().colour = words.number(0);
+      world.presentation.bodyFont.emplace().colour = words.number(1);
+    });
+    on("scored", [this](const Words& words) {
+      form_.average = std::stod(words[0]);
+      tell(drawingOf(form_.surface(), {"averageMark"}));
+    });
+    on("counted", [this](const Words& words) {
+      form_.SetVotesCastCount(words.word(0));
+      tell(drawingOf(form_.surface(), {"track", "uctl_kpadsNotVoted", "uctl_votesCast"}));
+    });
+    on("sound", [this](const Words& words) {
+      world.files.files["gong.wav"] = "x";
+      form_.uctl_votesCast.PlaySound(words.word(0));
+      tell(world.sound.played.size());
+    });
     on("count", [this](const Words& words) { form_.SetVotesCastCount(words.rest(0)); });
     on("status", [this](const Words& words) { form_.ShowStatus(words.rest(0)); });
     // waiting MISSING KEYPAD ...
@@ -46,7 +66,8 @@ class VoteDrawings : public RunCase {
     on("member", [this](const Words& words) {
       for (const std::string& path : words) tell(path, " = ", memberText(path));
     });
-    on("numbers", [this](const Words&) { tell(form_.txt_AssNum, "/", form_.txt_RiskNum); });
+    on("numbers",
+       [this](const Words&) { tell(form_.txt_AssNum, "/", form_.txt_RiskNum, "/", form_.displayedRound); });
     on("bars", [this](const Words& words) { form_.ShowBars(words[0] == "on"); });
     on("counts", [this](const Words&) {
       for (const int count : CountVotes(1, 2)) tell(count);

@@ -127,9 +127,9 @@ void Walk::at(RiskRecord& r) {
        voted, plotText, postalData, identifier);
 }
 void Walk::at(AssessmentRecord& r) {
-  PICK(voteType, titleFont, font2, font3, font4, titleAlign, itemAlign, scaleAlign, imageFile, lbl_Risk,
-       lbl_Assessment, lbl_Criteria, img_chart, Img_VC, pcaQuestion, sifterCutoff, pointColours,
-       showTitleText, showScaleText, scalePointCount, startFrom);
+  PICK(voteType, titleFont, font2, font3, font4, font4Flag, font4Colour, titleAlign, itemAlign, scaleAlign,
+       imageFile, lbl_Risk, lbl_Assessment, lbl_Criteria, img_chart, Img_VC, pcaQuestion, sifterCutoff,
+       pointColours, showTitleText, showScaleText, scalePointCount, startFrom);
 }
 void Walk::at(AssessmentInfoRecord& r) {
   PICK(active, votingOrder, showEndMessage, weight, weightingOn, bands);

@@ -66,7 +66,6 @@ VoteQuestion questionOf(const VoteForm& form) {
   setGraphBackground(behind, form.bgndImage);
   question.ground = behind;
   question.look = chooseLook(behind);
-  question.statsCorner.clear();
   if (form.displayedAssessment < 1)
     return question;
   const auto a = static_cast<std::size_t>(form.displayedAssessment - 1);
