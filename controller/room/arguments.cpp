@@ -44,7 +44,7 @@ std::map<long, std::string> readNames(std::string_view text) {
     if (!line.empty() && line.back() == '\r')
       line.remove_suffix(1);
     const auto keypad = keypadNumber(takeField(line, ','));
-    if (keypad && *keypad > 0 && !line.empty())
+    if (keypad && !line.empty())
       names[*keypad] = validUtf8(line);
   }
   return names;

@@ -1,7 +1,5 @@
 #include "controller/room/outbox.h"
 
-#include <algorithm>
-
 namespace qrn::controller {
 
 namespace {
@@ -14,11 +12,7 @@ void append(std::vector<Press>& to, const std::vector<Press>& more) {
 
 void Outbox::press(Press press) {
   for (Frame& frame : waiting_)
-    frame.presses.erase(std::remove_if(frame.presses.begin(), frame.presses.end(),
-                                       [&](const Press& old) { return old.keypad == press.keypad; }),
-                        frame.presses.end());
-  while (!waiting_.empty() && waiting_.back().text.empty() && waiting_.back().presses.empty())
-    waiting_.pop_back();
+    std::erase_if(frame.presses, [&](const Press& old) { return old.keypad == press.keypad; });
   const bool room = !waiting_.empty() && waiting_.back().text.empty() &&
                     waiting_.back().presses.size() < maxPressesPerFrame;
   if (!room)
@@ -31,8 +25,7 @@ std::optional<std::string> Outbox::next() {
     waiting_.pop_front();
   if (waiting_.empty() || underWay_.size() >= window)
     return std::nullopt;
-  underWay_.push_back(std::move(waiting_.front()));
-  waiting_.pop_front();
+  underWay_.splice(underWay_.end(), waiting_, waiting_.begin());
   const Frame& frame = underWay_.back();
   return frame.text.empty() ? pressText(vote_, frame.presses) : frame.text;
 }
@@ -57,15 +50,10 @@ void Outbox::relink() {
   for (Press& each : presses) press(std::move(each));
 }
 
-std::vector<Press> Outbox::setVote(long vote) {
-  std::vector<Press> dropped;
-  for (std::deque<Frame>* frames : {&underWay_, &waiting_})
-    for (Frame& frame : *frames) {
-      append(dropped, frame.presses);
-      frame.presses.clear();
-    }
+void Outbox::setVote(long vote) {
+  for (std::list<Frame>* frames : {&underWay_, &waiting_})
+    for (Frame& frame : *frames) frame.presses.clear();
   vote_ = vote;
-  return dropped;
 }
 
 }  // namespace qrn::controller

@@ -3,7 +3,7 @@
 #pragma once
 
 #include <cstdint>
-#include <deque>
+#include <list>
 #include <optional>
 #include <string>
 #include <vector>
@@ -26,8 +26,8 @@ class Outbox {
   std::vector<Press> acknowledge(std::uint64_t frames);
   // The link is gone: presses under way wait again, ahead of the others; replies are forgotten.
   void relink();
-  // A vote begins or ends: the presses that the program has not acknowledged are dropped and returned.
-  std::vector<Press> setVote(long vote);
+  // A vote begins or ends: the presses that the program has not acknowledged are dropped.
+  void setVote(long vote);
 
   static constexpr std::size_t maxPressesPerFrame = 200;
   static constexpr std::size_t window = 256;
@@ -38,8 +38,8 @@ class Outbox {
     std::vector<Press> presses;
   };
   long vote_ = 0;
-  std::deque<Frame> waiting_;
-  std::deque<Frame> underWay_;
+  std::list<Frame> waiting_;
+  std::list<Frame> underWay_;
   std::uint64_t acknowledged_ = 0;  // frames of this link that have left underWay_
 };
 

@@ -38,7 +38,6 @@ std::optional<PhoneFrame> readJoin(std::string_view rest) {
   const auto keypad = link::wholeNumber(rest);
   if ((token != "-" && !link::isToken(token)) || !keypad || *keypad > 65535)
     return std::nullopt;
-  frame.kind = PhoneFrame::Kind::join;
   frame.token = token == "-" ? "" : std::string(token);
   frame.keypad = static_cast<long>(*keypad);
   return frame;

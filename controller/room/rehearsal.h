@@ -23,8 +23,6 @@ class Rehearsal {
   std::optional<std::int64_t> nextDue() const;
   std::vector<Press> due(std::int64_t nowMs);  // in order of their time
 
-  long count() const { return count_; }
-
  private:
   struct Planned {
     double part = 0;  // of the time that the vote takes

@@ -48,7 +48,6 @@ std::string Room::programArrived(const std::string& instance) {
 
 void Room::programGone() {
   linked_ = false;
-  outbox_.relink();
 }
 
 void Room::fromProgram(std::string_view text) {

@@ -31,11 +31,9 @@ std::optional<Joined> Roster::join(const std::string& token, long wanted, Moment
 }
 
 void Roster::left(long keypad, Moment now) {
-  const auto it = entries_.find(keypad);
-  if (it == entries_.end() || it->second.connections < 1)
-    return;
-  --it->second.connections;
-  it->second.leftMs = now.ms;
+  Entry& entry = entries_.at(keypad);
+  --entry.connections;
+  entry.leftMs = now.ms;
 }
 
 void Roster::voted(long keypad) {

@@ -14,7 +14,7 @@ std::optional<std::vector<long>> numbersOf(std::string_view press) {
   std::vector<long> numbers;
   for (const std::string_view piece : splitFields(press, '|')) {
     const auto number = link::wholeNumber(piece);
-    if (!number || *number > 100000 || numbers.size() >= static_cast<std::size_t>(maxListItems))
+    if (!number || *number > 100000)
       return std::nullopt;
     numbers.push_back(static_cast<long>(*number));
   }
@@ -88,8 +88,6 @@ std::vector<std::string> captionsOf(const VoteSettings& settings) {
     pieces.erase(pieces.begin());
   if (pieces.back().empty())
     pieces.pop_back();
-  if (pieces.size() > static_cast<std::size_t>(maxListItems))
-    pieces.resize(static_cast<std::size_t>(maxListItems));
   return pieces;
 }
 

@@ -31,8 +31,7 @@ struct VoteSettings {
 };
 
 inline constexpr const char* abstainPress = "X";
-inline constexpr long maxButtons = 25;     // a longer scale is typed in
-inline constexpr long maxListItems = 400;  // captions beyond are not offered
+inline constexpr long maxButtons = 25;  // a longer scale is typed in
 
 VoteKind kindOf(const VoteSettings& settings);
 // Captions of the options, without the empty piece before a leading "|" and after a trailing one. A text

@@ -34,7 +34,7 @@ class AddressTest : public test::CaseTest {
           test::writeFile(folder.file(word), "");
       static const char* const kinds[] = {"ethernet", "wifi", "bridge", "tunnel"};
       const NetworkCard card = controller::cardOf("card", flags, folder.path() + "/");
-      tell(std::string(kinds[static_cast<int>(card.kind)]) + (card.up ? " up" : "") +
+      tell(card.name + " " + kinds[static_cast<int>(card.kind)] + (card.up ? " up" : "") +
            (card.running ? " running" : "") + (card.loopback ? " loopback" : "") +
            (card.pointToPoint ? " point" : "") + (card.hardware ? " hardware" : ""));
     });

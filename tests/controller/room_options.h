@@ -7,7 +7,7 @@
 
 namespace qrn::test {
 
-// [highest=N] [rehearse=N] [close=PERCENT] [base=...] [names=N,TEXT]
+// [lowest=N] [highest=N] [rehearse=N] [close=PERCENT] [base=...] [names=N,TEXT]
 inline controller::RoomOptions roomOptions(const Words& words, controller::RoomOptions options = {}) {
   for (const std::string& word : words) {
     const std::string name = word.substr(0, word.find('=')), value = word.substr(name.size() + 1);
@@ -18,7 +18,9 @@ inline controller::RoomOptions roomOptions(const Words& words, controller::RoomO
     else if (name == "close")
       options.closePercent = std::stoi(value);
     else
-      (name == "highest" ? options.highest : options.rehearse) = std::stol(value);
+      (name == "highest"  ? options.highest
+       : name == "lowest" ? options.lowest
+                          : options.rehearse) = std::stol(value);
   }
   return options;
 }

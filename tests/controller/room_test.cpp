@@ -29,6 +29,20 @@ class RoomTest : public test::CaseTest {
       tell("> " + room->programArrived(words.word(0)));
       fetch();
     });
+    // rehearse [SETTING ...]: what the rehearsal keypads do, in a vote of its own, and after how many
+    // milliseconds
+    on("rehearse", [this](const Words& words) {
+      if (!words.empty())
+        vote(words);
+      std::string all;
+      for (const std::int64_t start = now.ms; const auto due = room->nextDue();) {
+        now.ms = *due;
+        room->rehearse();
+        all += std::to_string(*due - start) + ": " + latest + " ";
+      }
+      take();
+      tell(all);
+    });
     on("gone", [this](const Words&) { room->programGone(); });
     on("say", [this](const Words& words) { room->fromProgram(words.rest(0)); });
     // vote SETTING ...: the settings, then what opens it; all that has come is acknowledged
@@ -40,6 +54,8 @@ class RoomTest : public test::CaseTest {
       const PhoneId phone = static_cast<PhoneId>(words.number(0));
       if (words.word(1) == "gone")
         room->phoneGone(phone);
+      else if (words.word(1) == "hurries")
+        room->phoneTooFast(phone);
       else if (!room->phoneText(phone, withTokens(words.rest(1))))
         tell("not ours");
     });
