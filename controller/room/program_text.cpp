@@ -14,7 +14,7 @@ namespace {
 // Name and value at the first "=", the name in lower case.
 std::optional<std::pair<std::string, std::string_view>> setting(std::string_view text) {
   const std::size_t equals = text.find('=');
-  if (equals == std::string_view::npos || equals > 32)
+  if (equals == std::string_view::npos)
     return std::nullopt;
   return std::make_pair(lowerCase(text.substr(0, equals)), text.substr(equals + 1));
 }

@@ -59,7 +59,6 @@ bool controllerChosen() {
     ResizeVoteArrays();
     return true;
   }
-  glo.voteAbandoned = 1;
   glo.quitRequested = true;
   writeOutcome(VoteOutcome::leaveAll);
   host::endRun();
@@ -182,7 +181,6 @@ bool runVote(VoteForm& form) {
   }
   const bool up = showResult(form);
   form.state = up ? VoteState::resultUp : VoteState::done;
-  host::host().forms->refresh(form.name);
   if (!up || !form.writesOutcome())
     writeOutcomeIfNone(VoteOutcome::held);
   return true;

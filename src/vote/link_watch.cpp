@@ -31,8 +31,7 @@ bool linkNeeded() {
 LinkWatch::LinkWatch(VoteForm& form) : form_(form) {}
 
 LinkWatch::~LinkWatch() {
-  if (lost_ || tellUntil_ > 0)
-    form_.ShowStatus("");
+  form_.ShowStatus("");
 }
 
 void LinkWatch::check() {

@@ -59,7 +59,7 @@ void showEndOfProcessGraphs() {
     for (int a = 1; a <= kAssessments; ++a)
       if (glo.isScored(a))
         showAverageGraph(a);
-  for (int plot = 0; plot < 2; ++plot)
+  for (const int plot : {0, 1})
     if (glo.runByShowAverages[9] != 0 && multiPlotSetUp(plot))
       showAverageGraph(10 + plot);
   if ((glo.runByShowAveragesEnd != 0 || glo.runningOrderAverageGraph[0] != 0) && glo.scoredCount() > 1)

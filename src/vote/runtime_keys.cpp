@@ -26,9 +26,7 @@ host::FormRegistry& forms() {
 }
 
 int digitOf(int keyCode) {
-  if (keyCode >= '0' && keyCode <= '9')
-    return keyCode - '0';
-  return keyCode >= key::numpad0 && keyCode <= key::numpad0 + 9 ? keyCode - key::numpad0 : -1;
+  return keyCode - (keyCode >= key::numpad0 ? key::numpad0 : '0');
 }
 
 bool keyboardVotes() {
@@ -53,14 +51,13 @@ void xyVoteRuntime::endResult(VoteOutcome how) {
 }
 
 bool xyVoteRuntime::takesKeys() const {
-  return state == VoteState::resultUp || (state == VoteState::open && glo.voteOpen);
+  return state == VoteState::resultUp || glo.voteOpen;
 }
 
 // A vote that has just been closed shows nobody missing.
 void xyVoteRuntime::afterKey() {
   if (glo.voteComplete != 1)
     return;
-  uctl_kpadsNotVoted.BeginChecking(false);
   showKeypadPanel(false);
   host::waitUntil([] { return false; }, kAfterClose);
 }
@@ -84,14 +81,11 @@ void xyVoteRuntime::playEndOfVoteSound() const {
 
 // Only keypads that have voted stay active.
 void xyVoteRuntime::keepVotingKeypads() {
-  if (glo.votesCast < 1)
-    return;
   theComms().WriteActiveKeypads(false);
   glo.voteComplete = 1;
 }
 
 void xyVoteRuntime::forgetActiveKeypads() {
-  glo.activeKeypads.clear();
   glo.activeKeypadList.clear();
   glo.scanMarked = true;
   theComms().WriteActiveKeypads(true);
@@ -120,7 +114,6 @@ bool xyVoteRuntime::keyboardTurnedOn() {
   if (answer != host::Answer::yes || !glo.voteOpen)
     return false;
   ResetVotes();
-  glo.votesCast = 0;
   glo.baseType = kKeyboardBase;
   glo.keyboardFlag = 1;
   glo.keyboardTurnedOn = true;
@@ -151,7 +144,6 @@ void xyVoteRuntime::askHowToLeave() {
   const char* dialog = formName::quitOptions;
   if (forms().isLoaded(dialog))
     return;
-  forms().load(dialog);
   forms().showModal(dialog);
   const auto* answer = dynamic_cast<xyVoteQuitOptions*>(forms().find(dialog));
   if (answer == nullptr || glo.closing)
@@ -179,8 +171,6 @@ void xyVoteRuntime::leave(VoteOutcome how) {
     glo.voteAbandoned = 1;
   glo.restartVote = how == VoteOutcome::again;
   if (how == VoteOutcome::leaveAll) {
-    if (open)
-      theComms().EndVote();
     saveXY();
     glo.returnToEditor = true;
     glo.quitRequested = true;

@@ -1,5 +1,5 @@
-// Presses and their count. The first count of a pass looks at every keypad; from then on a press changes the
-// count by what it changes, with the same result.
+// Presses and their count. The first count of a pass reads the vote of every keypad; from then on a press has
+// its own read alone, with the same result.
 #include <algorithm>
 #include <utility>
 #include <vector>
@@ -33,7 +33,6 @@ struct Rules {
 // The running tally beside glo.keypadCounted.
 struct Tally {
   Rules rules;
-  int firstValid = -1;  // index of the first keypad with a valid vote; numbers count from there on
   int count = 0;
 };
 Tally tally;
@@ -78,7 +77,6 @@ void recount() {
   const std::vector<int>& marks = glo.keypadCounted;
   const auto end = marks.end() - 1;  // the spare element
   const auto first = std::find(marks.begin(), end, static_cast<int>(valid));
-  tally.firstValid = first == end ? -1 : static_cast<int>(first - marks.begin());
   tally.count = static_cast<int>(std::count_if(first, end, [](int mark) { return mark != notCounted; }));
 }
 
@@ -95,14 +93,8 @@ void countAll(const Rules& rules) {
 void countOne(std::size_t keypad) {
   if (keypad + 1 >= glo.liveVotes.size())
     return;  // the spare element counts nowhere
-  const int before = glo.keypadCounted[keypad];
-  const int now = glo.keypadCounted[keypad] = markOf(glo.liveVotes[keypad], tally.rules);
-  const int place = static_cast<int>(keypad);
-  const bool newFirst = now == valid && (tally.firstValid < 0 || place < tally.firstValid);
-  if (newFirst || (place == tally.firstValid && now != valid))
-    recount();
-  else if (tally.firstValid >= 0 && place > tally.firstValid)
-    tally.count += (now != notCounted ? 1 : 0) - (before != notCounted ? 1 : 0);
+  glo.keypadCounted[keypad] = markOf(glo.liveVotes[keypad], tally.rules);
+  recount();
 }
 
 int activeKeypadCount() {

@@ -14,7 +14,6 @@
 #include "store/vote_store.h"
 #include "vote/count_up_vote.h"
 #include "vote/link/comms.h"
-#include "vote/link/keypad_arrays.h"
 #include "vote/link/vote_outcome.h"
 #include "vote/run_graphs.h"
 #include "vote/vote_plan.h"
@@ -41,12 +40,10 @@ xyVoteRuntime::xyVoteRuntime() : VoteForm(formName::runtime) {
 }
 
 void xyVoteRuntime::startProcess() {
-  glo.voteComplete = 0;
   glo.quitRequested = false;
   glo.runFinished = false;
   if (glo.CheckAutoSave != 0)
     saveXY();  // a failure has been told; the votes are kept by themselves
-  ResizeVoteArrays();
   hideButtons();
   trapErrors(kModule, "startProcess", [&] {
     if (const std::string why = glo.singleVoteRun ? "" : whyNothingToVote(); !why.empty()) {
@@ -57,7 +54,6 @@ void xyVoteRuntime::startProcess() {
     else
       byItem();
   });
-  state = VoteState::done;
   if (glo.closing)
     return;
   if (modeEndsProgram() && (glo.runFinished || glo.quitRequested)) {
@@ -169,7 +165,6 @@ void xyVoteRuntime::afterStep(const std::vector<VoteStep>& steps, std::size_t at
       host::host().dialogs->MsgBox(info.endMessage, host::kTitle);
   });
   restoreListOrder(listOrder_);
-  glo.currentItem = std::max(0, itemOfKey(now.sortKey));
 }
 
 std::size_t xyVoteRuntime::jumpTarget(const std::vector<VoteStep>& steps, std::size_t at) const {
@@ -187,7 +182,6 @@ std::size_t xyVoteRuntime::jumpTarget(const std::vector<VoteStep>& steps, std::s
 }
 
 void xyVoteRuntime::RunVote() {
-  glo.restartVote = false;
   glo.revotePass = glo.revotePending;
   glo.revotePending = false;
   forms().show(name);
@@ -236,12 +230,10 @@ bool xyVoteRuntime::tellFinished() {
 }
 
 void xyVoteRuntime::FinishOfVoteLoop() {
-  glo.currentItem = std::clamp(glo.currentItem, 0, std::max(0, glo.itemCount() - 1));
   const bool normal = !runEnds() && !glo.singleVoteRun;
   glo.runFinished = true;
   if (!normal)
     return;  // the record written after the last vote stands: the process can go on from there
-  hideButtons();
   const bool told = tellFinished();  // before the graphs: they may be left by the end of the program
   trapErrors(kModule, "FinishOfVoteLoop", [] { showEndOfProcessGraphs(); });
   restoreListOrder(listOrder_);

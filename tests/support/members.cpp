@@ -173,7 +173,8 @@ void Walk::at(Glo& r) {
        runByGraphGridColour, checkDrawLineColor, graphPercentOrNumber, backgroundStart, backgroundEnd,
        itemPlotFont, CheckShowListItemIdentifier, listOrderCode, dataMessage, returnToEditor, closing,
        cmdFile, cmdMode, cmdSlide, cmdField4, cmdField5, currentSlide, currentSlideID, appTitle, tempPath,
-       matrixPath, appPath, exerciseLoaded, sifterLines, hasSifterData);
+       matrixPath, appPath, exerciseLoaded, sifterLines, hasSifterData, revotePending, keyboardTurnedOn,
+       nextRounds, assessmentVotePlan, ShowResultsTable);
 }
 
 #undef PICK

@@ -217,6 +217,25 @@ void VoteCase::formCommands() {
     dialog.List1.select(words.number(1));
     dialog.choose(options.at(words[0]));
   });
+  // dialog [key KEYS | pick LIST ROW | open LIST ROW]: in what asks how to go on, and how it stands then
+  on("dialog", [this](const Words& words) {
+    auto& asks = dynamic_cast<xyVoteQuitOptions&>(*world.forms.find("xyVoteQuitOptions"));
+    host::Panel* const panels[] = {&asks.options, &asks.List1, &asks.List2};
+    if (words.word(0) == "key")
+      host::strikeKeys(asks, words.rest(1));
+    else if (words.size() > 2)
+      panels[words.number(1)]->select(words.number(2));
+    if (words.word(0) == "open")
+      panels[words.number(1)]->activated(words.number(2));
+    if (!world.forms.isVisible("xyVoteQuitOptions"))
+      return;
+    std::string text = asks.acceptCaption + " or " + asks.dismissCaption + ", at " + asks.focus;
+    for (const host::Panel* panel : panels)
+      for (std::size_t i = 0; i < panel->rows().size(); ++i)
+        text += (i == 0 ? "\n" : "; ") + panel->rows()[i].cells[0] +
+                (panel->isSelected(static_cast<int>(i)) ? "*" : "");
+    tell(text);
+  });
   on("unload", [this](const Words& words) {
     tell(world.forms.unload(words[0], words.word(1) == "user") ? "" : "stays");
   });
@@ -235,7 +254,8 @@ void VoteCase::formCommands() {
   on("outcome", [this](const Words& words) {
     if (!words.empty()) {
       deleteOutcome();
-      world.presentation.tags().Add("qrnVoteTerminated", words.rest(0));
+      if (words[0] != "gone")
+        world.presentation.tags().Add("qrnVoteTerminated", words.rest(0));
     }
     tell(static_cast<int>(outcome()), " ", world.presentation.tags().Item("qrnVoteTerminated"));
   });

@@ -38,7 +38,6 @@ void comms::Form_Load() {
 }
 
 void comms::Form_Unload() {
-  tmr_decodeDataFromController.setEnabled(false);
   if (host::host().controller)
     host::host().controller->FromQrnCtrl = nullptr;
 }

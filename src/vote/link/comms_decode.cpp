@@ -58,7 +58,7 @@ std::string votedKeypads() {
   std::vector<std::string> voted;
   for (const std::string& keypad : glo.activeKeypads) {
     const std::int32_t number = toLong(keypad);
-    if (number < 1 || static_cast<std::size_t>(number) > glo.liveVotes.size())
+    if (number < 1 || number > upperBound(glo.liveVotes))
       continue;
     if (qrnVal(glo.liveVotes[static_cast<std::size_t>(number - 1)]) > -1)
       voted.push_back(keypad);
