@@ -90,7 +90,8 @@ void barColours(Archive& a, Exercise& x) {
     for (const std::string_view entry : splitFields(text, ';')) {
       const std::size_t colon = entry.find(':');
       const double assessment = valueParse(entry.substr(0, colon));
-      if (colon == std::string_view::npos || !(assessment >= 0 && assessment < kSlots))
+      if (colon == std::string_view::npos || !isNumeric(entry.substr(0, colon)) ||
+          !(assessment >= 0 && assessment < kSlots))
         continue;
       auto& colours = x.assessments[static_cast<std::size_t>(assessment)].pointColours;
       eachNumber(entry.substr(colon + 1), [&](std::size_t i, std::int32_t value) {
