@@ -19,7 +19,7 @@ namespace {
 constexpr std::int32_t kComplement = 0xffffff;
 constexpr double kRing = 0.07, kDotSize = 0.42, kKeySides = 0.62;  // of the type's size
 constexpr std::size_t kCrowd = 60;
-constexpr double kCrowdLines = 0.45;
+constexpr double kCrowdLines = 0.2;
 constexpr double kGhostDisc = 0.26, kGhostText = 0.5;  // of the way from the ground
 
 const RiskRecord& riskAt(int risk) {

@@ -36,6 +36,7 @@ class VoteScreen : public ::testing::Test {
     glo.liveVotes = {"1", "2", "2", "-100"};
     glo.opt_StatsBoxPosition = "TR";
   }
+  ~VoteScreen() override { glo.oPresentation = nullptr; }
   void options(std::vector<std::string> labels) {
     labels.emplace_back();
     glo.scaleLabels[0] = std::move(labels);

@@ -69,6 +69,7 @@ class GraphsPainted : public test::GraphWorld {
     registerGraphForms();
     glo.oPresentation = &presentation_;
   }
+  ~GraphsPainted() override { glo.oPresentation = nullptr; }
   void fill(int items) {
     addItems(items);
     for (int a = 1; a <= 4; ++a) addScale(a, "Name" + std::to_string(a), 5);
