@@ -19,6 +19,8 @@ namespace beast = boost::beast;
 namespace http = boost::beast::http;
 namespace websocket = boost::beast::websocket;
 using tcp = boost::asio::ip::tcp;
+// What a page must not take for its own.
+const std::string kAddress = "<vote&\"'>.local";
 using Headers = std::vector<std::pair<std::string, std::string>>;
 
 class Phone {
@@ -51,7 +53,7 @@ class ServerTest : public LinkTest {
  protected:
   void SetUp() override {
     options.controllerPath = QUORIN_CONTROLLER;
-    options.address = "vote.local";
+    options.address = kAddress;
     options.extraArguments.insert(options.extraArguments.end(), {"--keypads", "1-1000"});
     program = std::make_unique<Linked>(*this, true);
     ASSERT_TRUE(program->linked());
@@ -115,10 +117,37 @@ TEST_F(ServerTest, PagesCarryNothingForeign) {
     EXPECT_GT(response.body().size(), 100U) << path;
     EXPECT_EQ(response.body().find("https://"), std::string::npos) << path;
     EXPECT_EQ(response["Content-Security-Policy"].substr(0, 18), "default-src 'none'") << path;
+    const std::string type(response["Content-Type"]), name = path;
+    EXPECT_NE(type.find(name.ends_with("js")    ? "javascript"
+                        : name.ends_with("css") ? "css"
+                        : name.ends_with("svg") ? "svg"
+                                                : "html"),
+              type.npos);
+    for (const char* said :
+         {"Cache-Control: no-cache", "X-Content-Type-Options: nosniff", "Referrer-Policy: no-referrer"})
+      EXPECT_EQ(response[std::string(said).substr(0, std::string(said).find(':'))],
+                std::string(said).substr(std::string(said).find(' ') + 1));
   }
+  EXPECT_NE(get("/join").body().find("address=&lt;vote&amp;&quot;&#39;&gt;.local:"), std::string::npos);
   EXPECT_NE(get("/join").body().find("127.0.0.1:" + std::to_string(announced.port)), std::string::npos);
   EXPECT_EQ(get("/join").body().find('%'), std::string::npos) << "a mark was left in the page";
   EXPECT_EQ(get("/../etc/passwd").result_int(), 404U);
+}
+
+// A dark frame of seven modules stands in three corners of the code, a white one inside it, and all around
+// nothing.
+TEST_F(ServerTest, TheCodeIsWholeAndHasRoomAroundIt) {
+  const std::string svg = get("/join.svg").body();
+  const int size = std::stoi(svg.substr(svg.find("viewBox=\"0 0 ") + 13));
+  const auto dark = [&](int x, int y) {
+    return svg.find("M" + std::to_string(x) + " " + std::to_string(y) + "h1v1h-1z") != std::string::npos;
+  };
+  for (int i = 0; i < 7; ++i)
+    for (const int at : {4, size - 11})
+      EXPECT_TRUE(dark(at + i, 4) && dark(4, at + i) && dark(4 + i, at + 6)) << at + i;
+  for (int i = 0; i < size; ++i)
+    EXPECT_FALSE(dark(3, i) || dark(size - 4, i) || dark(i, 3) || dark(i, size - 4)) << i;
+  EXPECT_FALSE(dark(5, 5) || dark(9, 5) || dark(size - 6, 5));
 }
 
 TEST_F(ServerTest, AConnectionServesAsManyPagesAsItsBrowserAsksFor) {
@@ -180,7 +209,7 @@ TEST_F(ServerTest, TheProgramHearsHowManyPhonesAreInAndSaysWhereTheyJoin) {
   };
   const std::string port = ":" + std::to_string(announced.port);
   ASSERT_TRUE(hear([](const host::RoomState& room) { return !room.page.empty(); })) << "told at once";
-  EXPECT_EQ(program->room().address, "vote.local" + port);
+  EXPECT_EQ(program->room().address, kAddress + port);
   EXPECT_EQ(program->room().page, "http://127.0.0.1" + port + "/join");
   {
     Phone phone(announced.port);
