@@ -131,7 +131,7 @@ void xyVoteAverageGraph::hideList() {
 }
 
 void xyVoteAverageGraph::selectItem(int row) {
-  if (row < 0 || row > lastRow())
+  if (row < 0)
     return;
   if (row != List1.current())
     return List1.select(row);  // and here again

@@ -23,6 +23,11 @@ class AverageDrawings : public GraphCase {
       runLine("draw 1");
       runLine("drawing graphPanel axisLine bars subtitle");
     });
+    on("ground", [this](const Words& words) {
+      world.presentation.scheme[1] = words.number(0);
+      runLine("draw 1");
+      runLine("drawing");
+    });
     on("corner", [this](const Words& words) {
       world.forms.unload("xyVoteAverageGraph");
       glo.opt_StatsBoxPosition = words[0];

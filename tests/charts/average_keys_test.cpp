@@ -41,6 +41,12 @@ class AverageKeys : public test::ActionCases, protected test::GraphExercise {
       const host::Element& bar = *graph().surface().find("bars", words.number(0));
       tellChange([&] { graph().Form_MouseDown(host::mouse::right, bar.left + 10, bar.bottom() - 10); });
     });
+    world.forms.attach("xyVoteAverageGraph", watching());
+    on("listmenu", [this](const Words&) { tellChange([this] { graph().List1.menuWanted(0); }); });
+    on("resize", [this](const Words& words) {
+      graph().ScaleWidth = words.number(0);
+      tellChange([this] { graph().Form_Resize(); });
+    });
     on("undo", [this](const Words&) { tellChange([] { exerciseHistory().undo(); }); });
   }
 
@@ -53,6 +59,7 @@ class AverageKeys : public test::ActionCases, protected test::GraphExercise {
     graph();
     world.forms.show("xyVoteAverageGraph");
   }
+  std::string picture() override { return test::drawingOf(graph().surface()); }
   State state() override {
     xyVoteAverageGraph& now = graph();
     std::string weights, foot, page;
@@ -65,6 +72,8 @@ class AverageKeys : public test::ActionCases, protected test::GraphExercise {
     const std::vector<std::string> bars = captions(now.surface(), "barValue");
     return {{"row", rowOf(now.List1)},
             {"page", page},
+            {"scroll", now.cmd_scrollVisible ? "shown" : ""},
+            {"chosen", std::to_string(now.chart.selectedPoint)},
             {"bar", bars.empty() ? "" : bars[0]},
             {"foot", foot},
             {"header", captions(now.surface(), "header").front()},

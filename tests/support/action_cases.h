@@ -84,11 +84,10 @@ class ActionCases : public CaseTest {
       lines.emplace_back("gone");
       return lines;
     }
-    bool changed = picture() != was;
     for (const auto& [what, now] : state())
       if (before.at(what) != now)
-        lines.push_back(what + ": " + now), changed = changed || what != "draws";
-    if (changed && !painted_)
+        lines.push_back(what + ": " + now);
+    if (picture() != was && !painted_)
       lines.emplace_back("not painted");
     return lines;
   }

@@ -157,8 +157,6 @@ void setGraphBackground(host::Surface& surface, const std::string& file) {
   const host::Files& files = *host::host().files;
   const std::string slide = glo.usePPTBackground ? glo.matrixPath + "matrix_background.jpg" : "";
   const std::int32_t tone = glo.usePPTBackground ? slideColour(kBackgroundEntry) : -1;
-  surface.backgroundFile.clear();
-  surface.pictureTone = -1;
   for (const std::string& candidate : {file, slide, glo.backgroundFile}) {
     if (candidate.empty() || !files.fileExists(candidate))
       continue;
