@@ -33,7 +33,6 @@ int firstShown() {
 }  // namespace
 
 xyVoteAverageGraph::xyVoteAverageGraph() : Form(formName::averageGraph) {
-  request.form = formName::averageGraph;
   List1.columns = {{.title = "List items plotted"}};
   List1.selectionChanged = [this](int row) { selectItem(row); };
   List1.menuWanted = [this](int) { openMenu(); };

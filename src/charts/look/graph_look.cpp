@@ -104,8 +104,6 @@ look::Theme themeOf(const GraphLook& look, const host::Surface& background) {
     *text = readableColour(*text, look);
   for (std::int32_t* shape : {&theme.data, &theme.dataRest})
     *shape = readableColour(*shape, look, kShapeContrast);
-  theme.onData = look::inkOn(theme.data);
-  theme.onHighlight = look::inkOn(theme.highlight);
   return theme;
 }
 
