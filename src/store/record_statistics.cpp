@@ -151,7 +151,6 @@ void scoreValues(Lane& lane) {
   lane.score.average = sum / static_cast<float>(lane.values.size());
   for (const float value : lane.values)
     lane.score.squares += (value - lane.score.average) * (value - lane.score.average);
-  lane.size = 0;
 }
 
 void loadLane(Lane& lane, std::string_view line, const std::vector<int>& postalLine,

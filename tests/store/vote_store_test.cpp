@@ -1,6 +1,7 @@
 // Votes on their slide, what they come to, and where a process stood: told as conversations.
 #include "store/vote_store.h"
 
+#include "core/edit.h"
 #include "core/options.h"
 #include "core/vote_record_text.h"
 #include "store/progress_log.h"
@@ -154,6 +155,12 @@ class VoteCase : public RunCase {
   }
   void logCommands() {
     on("writelog", [](const Words& words) { writeLog(words.word(0) == "finished"); });
+    on("modified", [this](const Words&) { tell(exerciseHistory().modified() ? "yes" : "no"); });
+    on("due", [this](const Words&) { tell(votesDue() ? "due" : "none due"); });
+    on("dueOf", [this](const Words& words) {
+      runLine("set " + words.as(0));
+      runLine("due");
+    });
     on("resetlog", [](const Words&) { resetLogState(); });
     on("readlog", [this](const Words&) {
       std::string marks = readlog() ? "read:" : "nothing:";
