@@ -131,14 +131,16 @@ class VoteCase : public RunCase {
     on("results", [this](const Words& words) {
       for (const ItemResult& item : results()) tellResult(item, words);
     });
-    on("groups", [this](const Words&) {
-      for (const GroupScore& group : demographicGroupScores(0, 1))
+    on("groups", [this](const Words& words) {  // [ITEM ASSESSMENT]
+      for (const GroupScore& group :
+           demographicGroupScores(words.number(0), words.empty() ? 1 : words.number(1)))
         tell(group.groupName, " ", group.average, " of ", group.participants);
     });
   }
   void tellResult(const ItemResult& item, const Words& assessments) {
     std::ostringstream text;
-    text << item.identifier << " " << item.text << " " << item.sortKey << ":";
+    text << item.identifier << " " << item.id << (item.voting ? " " : " not voting ") << item.text << " "
+         << item.sortKey << ":";
     const auto value = [&](const char* name, const std::optional<float>& number) {
       text << name;
       number ? text << *number : text << "-";
