@@ -285,9 +285,7 @@ void xyVoteRuntime::cmd_cancel_Click() {
     saveXY();
   }
   writeOutcome(VoteOutcome::held);
-  glo.restartVote = false;
   glo.quitRequested = true;
-  glo.voteAbandoned = 1;
   if (!modeEndsProgram())
     host::endRun();
 }
