@@ -21,12 +21,7 @@ class AverageDrawings : public GraphCase {
     on("toned", [this](const Words& words) {
       world.presentation.scheme[1] = words.number(0);
       runLine("draw 1");
-      runLine("drawing graphPanel axisLine bars subtitle");
-    });
-    on("ground", [this](const Words& words) {
-      world.presentation.scheme[1] = words.number(0);
-      runLine("draw 1");
-      runLine("drawing");
+      runLine("drawing " + words.rest(1));
     });
     on("corner", [this](const Words& words) {
       world.forms.unload("xyVoteAverageGraph");
