@@ -8,6 +8,7 @@
 #include <boost/beast/http.hpp>
 #include <boost/beast/websocket.hpp>
 #include <deque>
+#include <filesystem>
 
 #include "adapters/link/controller_process.h"
 #include "adapters/link/link_fixture.h"
@@ -230,6 +231,12 @@ TEST_F(ServerTest, TheProgramHearsHowManyPhonesAreInAndSaysWhereTheyJoin) {
   ASSERT_TRUE(program->makeLink(true)) << program->lastError();
   EXPECT_TRUE(hear([&](const host::RoomState& room) { return room.address.find(other.host) == 0; }))
       << "the choice holds for the next controller too";
+}
+
+TEST_F(ServerTest, AControllerThatIsToldToEndTakesItsAnnouncementBack) {
+  kill(static_cast<pid_t>(program->controllerProcess()), SIGTERM);
+  ASSERT_TRUE(pump(*program, [&] { return losses == 1; }));
+  EXPECT_FALSE(std::filesystem::exists(folder + "/controller.announce"));
 }
 
 TEST_F(ServerTest, HostileFramesCostTheirSenderTheSocketAndNobodyElse) {
