@@ -292,8 +292,8 @@ void Drawing::joinCode() {
 }
 
 void Drawing::foot() {
-  const bool everyone = now_.room > 0 && now_.voted >= now_.room;
   if (now_.room > 0) {
+    const bool everyone = now_.voted >= now_.room;
     const double radius = l_.track.Height / 2;
     out_.add(Layer::panel, "track", 0, box(l_.track, theme_.track, radius));
     Place filled = l_.track;
