@@ -57,7 +57,7 @@ class AnalysisCase : public RunCase {
       if (slide.shapes.empty())
         slide.shapes.emplace_back("qrn_question", "Your department?");
     });
-    on("kept", [](const Words&) { glo.demographics = {{257, {{1, false, ""}, {3, true, ""}}, true}}; });
+    on("kept", [](const Words&) { glo.demographics = {{257, {{1, false, ""}, {3, true, ""}}, true}, {999, {{4, true, ""}}, false}}; });
     on("read", [this](const Words&) {
       GetDemographicVoteInfo();
       for (const DemographicInfo& info : glo.demographicQuestions)
@@ -69,7 +69,6 @@ class AnalysisCase : public RunCase {
       glo.demographicQuestions.at(0).groups.at(static_cast<std::size_t>(words.number(0))).selected = true;
     });
     on("keep", [this](const Words&) {
-      glo.demographics.clear();
       keepDemographicChoices();
       for (const DemographicQuestion& kept : glo.demographics)
         for (const DemographicGroup& group : kept.groups)

@@ -212,13 +212,14 @@ class EntryCase : public RunCase {
     });
   }
   void programCommands() {
-    // program [stopped] [noshow] [nodeck] [fulldisk] [second] [others] [readonly]
+    // program [stopped] [noshow] [nodeck] [fulldisk] [second] [others] [readonly] [fulltags]
     on("program", [this](const Words& words) {
       program.running = !words.has("stopped");
       program.showRuns = !words.has("noshow");
       program.presentation = words.has("nodeck")     ? nullptr
                              : words.has("fulldisk") ? &full
                                                      : &world.presentation;
+      slide().tagStore.failAtWrite = words.has("fulltags") ? 1 : 0;
       program.previous = words.has("second");
       program.others = words.has("others");
       world.presentation.whyNoVotes = words.has("readonly") ? "The folder is read-only." : "";

@@ -37,7 +37,10 @@ class MemoryTags : public host::Tags, public FullDisk {
     failWhenTold();
     values[upperCase(key)] += storable(tail);
   }
-  void Delete(std::string_view key) override { values.erase(upperCase(key)); }
+  void Delete(std::string_view key) override {
+    failWhenTold();
+    values.erase(upperCase(key));
+  }
   std::vector<std::string> Names() const override {
     std::vector<std::string> names;
     for (const auto& [name, value] : values) names.push_back(name);

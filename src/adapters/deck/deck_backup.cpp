@@ -34,9 +34,12 @@ void DeckFile::keepOfDamaged(std::vector<BackupSlide>& tags) {
   for (const auto& slide : slides_)
     if (!slide->tagStore().damage().empty())
       damaged.insert(slide->entry().id);
-  if (damaged.empty() || tagsDropped() || !exists(backupPath()))
+  if (damaged.empty() || tagsDropped())
     return;
-  for (BackupSlide& old : parseBackup(readWhole(backupPath()), backupPath()))
+  std::optional<std::vector<BackupSlide>> backup = wholeBackup();
+  if (!backup)
+    return;
+  for (BackupSlide& old : *backup)
     if (damaged.count(old.mark.id) != 0)
       tags.push_back(std::move(old));
 }
@@ -46,24 +49,32 @@ void DeckFile::saveBackup() {
   if (tags.empty() && !exists(backupPath()))
     return;
   keepOfDamaged(tags);
-  writeBackup(file_, backupText(tags), tagsDropped());
-  tagsDropped_ = putBack_ = false;
+  writeBackup(file_, backupText(tags), tagsDropped() || backupDamaged_);
+  tagsDropped_ = backupDamaged_ = putBack_ = false;
 }
 
-// Whether the deck, as it was opened, has no tag of ours although its backup has some.
-bool DeckFile::tagsDropped() {
-  if (tagsDropped_)
-    return *tagsDropped_;
-  tagsDropped_ = false;
+// Empty without one; nothing when there is one and it is damaged.
+std::optional<std::vector<BackupSlide>> DeckFile::wholeBackup() const {
   if (!exists(backupPath()))
-    return false;
+    return std::vector<BackupSlide>();
   try {
-    if (parseBackup(readWhole(backupPath()), backupPath()).empty())
-      return false;
+    return parseBackup(readWhole(backupPath()), backupPath());
   } catch (const HostError&) {
-    tagsDropped_ = true;  // nothing can be told of it: keep it
-    return true;
+    return std::nullopt;
   }
+}
+
+bool DeckFile::tagsDropped() {
+  if (!tagsDropped_) {
+    const auto backup = wholeBackup();
+    backupDamaged_ = !backup;
+    tagsDropped_ = backup && !backup->empty() && !taggedOnDisk();
+  }
+  return *tagsDropped_;
+}
+
+// Whether the deck, as it was opened, has a tag of ours.
+bool DeckFile::taggedOnDisk() const {
   const Parts onDisk(package_);
   const auto tagged = [&](const std::string& part) {
     try {
@@ -72,10 +83,8 @@ bool DeckFile::tagsDropped() {
       return true;  // they may be there: the part is damaged or missing, not another program's
     }
   };
-  tagsDropped_ =
-      !tagged(presentation_) && std::none_of(slides_.begin(), slides_.end(),
-                                             [&](const auto& slide) { return tagged(slide->entry().part); });
-  return *tagsDropped_;
+  return tagged(presentation_) || std::any_of(slides_.begin(), slides_.end(),
+                                              [&](const auto& slide) { return tagged(slide->entry().part); });
 }
 
 std::optional<std::string> DeckFile::foreignSaveWarning() {
@@ -92,6 +101,8 @@ std::optional<std::string> DeckFile::foreignSaveWarning() {
     say("The exercises and votes are gone from " + fullName_ +
         ". Another program has saved it without them (LibreOffice does so). They can be put back from " +
         backupPath() + ".");
+  else if (backupDamaged_ && !taggedOnDisk())
+    say(backupPath() + " is damaged. What it holds of " + fullName_ + " cannot be put back.");
   const std::string folder = folderOf(file_) + "/", name = nameOf(file_);
   if (exists(folder + ".~lock." + name + "#"))
     say(fullName_ + " is open in LibreOffice. Saving it there drops the exercises and votes from it.");

@@ -150,7 +150,9 @@ class DeckFile final : public Deck {
   std::vector<BackupSlide> tagsForBackup();
   void keepOfDamaged(std::vector<BackupSlide>& tags);
   void saveBackup();
+  std::optional<std::vector<BackupSlide>> wholeBackup() const;
   bool tagsDropped() override;
+  bool taggedOnDisk() const;
 
   std::string fullName_;  // as the user named it
   std::string file_;      // the file itself, links followed
@@ -171,6 +173,7 @@ class DeckFile final : public Deck {
   std::set<DeckSlide*> restyled_;
   std::optional<bool> tagsDropped_;  // from the deck on the disk, by another program
   bool putBack_ = false;             // since then, from the backup
+  bool backupDamaged_ = false;       // its backup cannot be read
   std::string warning_;              // what opening or a failing disk has to tell
   bool toldOfFailure_ = false, toldAway_ = false, toldOfLook_ = false;
   std::string away_;  // why the deck is not to be had any more, behind its name

@@ -132,7 +132,12 @@ int DeckFile::pendingOf(const std::string& journal) const {
 }
 
 void DeckFile::tellOfLikeJournal(const OpenDeck& old) {
-  if (const int changes = pendingOf(old.journal); changes != 0)
+  int changes = 0;
+  try {
+    changes = pendingOf(old.journal);
+  } catch (const HostError&) {  // another user's, or damaged: no concern of this deck
+  }
+  if (changes != 0)
     warning_ = old.deck + " is gone, and " + old.journal + " holds " + countOf(changes) +
                " of it, which may be wanted in " + fullName_ +
                ". If this is that deck, move the journal to " + journal_.path() + " and open the deck again.";

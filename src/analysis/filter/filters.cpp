@@ -127,6 +127,11 @@ void keepDemographicChoices() {
       kept.groups.push_back({group.optionNumber, group.selected, group.groupName});
     choices.push_back(std::move(kept));
   }
+  // Those of a question that is not in the presentation now, or cannot be read, stay.
+  for (const DemographicQuestion& held : glo.demographics)
+    if (std::ranges::find(glo.demographicQuestions, held.ID, &DemographicInfo::slideID) ==
+        glo.demographicQuestions.end())
+      choices.push_back(held);
   if (choices == glo.demographics)
     return;
   glo.demographics = std::move(choices);

@@ -29,10 +29,24 @@ bool asked(const std::string& question) {
                                       host::Answer::no) == host::Answer::yes;
 }
 
+// A deletion that the disk refuses leaves everything as it was.
+bool deleteRecords() {
+  while (true) {
+    try {
+      glo.oVoteSlide->tags().Delete(tagName::votes);
+      return true;
+    } catch (const std::exception& error) {
+      reportError(error, "auto_start", "deleteRecords");
+      if (!asked("The data could not be cleared:\r\n" + std::string(error.what()) +
+                 "\r\n\r\nWould you like to try again?"))
+        return false;
+    }
+  }
+}
+
 void deleteVotes() {
-  if (!asked("This will delete all live data for this process. Do you want to proceed?"))
+  if (!asked("This will delete all live data for this process. Do you want to proceed?") || !deleteRecords())
     return;
-  glo.oVoteSlide->tags().Delete(tagName::votes);
   glo.voteRecords.assign("");
   forgetLeftoverVotes();
   Edit edit("Delete votes");
