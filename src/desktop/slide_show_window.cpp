@@ -8,6 +8,8 @@
 #include <QWheelEvent>
 #include <algorithm>
 
+#include "core/windows/presentation_windows.h"
+
 namespace qrn::desktop {
 
 namespace {
@@ -214,6 +216,13 @@ void SlideShowWindow::wheelEvent(QWheelEvent* event) {
     next();
   else if (event->angleDelta().y() > 0)
     previous();
+}
+
+// What is inside of the contents is the slide; the rest is black.
+void SlideShowWindow::resizeEvent(QResizeEvent*) {
+  const host::WindowRect slide =
+      AdjustSlideShowRECTforScreenRatio({0, 0, width(), height()}, deck_.SlideWidth(), deck_.SlideHeight());
+  setContentsMargins(slide.left, slide.top, width() - slide.right, height() - slide.bottom);
 }
 
 void SlideShowWindow::paintEvent(QPaintEvent*) {

@@ -6,6 +6,8 @@
 #include <QWindow>
 #include <algorithm>
 
+#include "adapters/qt/themed.h"
+
 namespace qrn::desktop {
 
 namespace {
@@ -64,6 +66,8 @@ QPixmap WindowStack::picture(const QRect& place, const QWidget* without) const {
 
 QRect WindowStack::placeForForms() const {
   const QWidget* window = front();
+  if (window && window->windowFlags().testFlag(Qt::FramelessWindowHint))
+    return qt::placeOf(*window);
   const QScreen* screen = window ? window->screen() : QGuiApplication::primaryScreen();
   return screen->geometry();
 }

@@ -20,7 +20,8 @@ class WindowStack {
   QWidget* front() const;       // null when none is visible
   // What our windows show of a place on the screen, but for one of them; transparent where none stands.
   QPixmap picture(const QRect& place, const QWidget* without) const;
-  QRect placeForForms() const;  // where full-screen forms stand: the screen of the front window
+  // Where forms stand: on what the room sees of the window in front, else on the whole of its screen.
+  QRect placeForForms() const;
 
   // Windows of forms by the form's name, from the making of the window to its end.
   using Placer = std::function<void(const QRect& place)>;

@@ -27,8 +27,11 @@ Form& FormRegistry::load(const std::string& name) {
   const auto viewMaker = viewMakers_.find(name);
   if (viewMaker != viewMakers_.end())
     entry.view = viewMaker->second(form);
+  const bool hasWindow = entry.view != nullptr;
   loaded_[name] = std::move(entry);
   order_.push_back(name);
+  if (hasWindow && place)
+    place(name);
   form.Form_Load();
   return form;
 }

@@ -91,6 +91,9 @@ class FormRegistry {
 
   void define(const std::string& name, FormMaker maker);  // by the subsystem that owns the form
   void attach(const std::string& name, ViewMaker maker);  // by the desktop
+  // Puts the window of a form that is being loaded in its place, before Form_Load lays it out. Set by the
+  // run.
+  std::function<void(const std::string& name)> place;
   bool isDefined(const std::string& name) const { return makers_.count(name) != 0; }
   Form& load(const std::string& name);      // makes it and runs Form_Load once; loaded: as it is
   void show(const std::string& name);       // loads when needed

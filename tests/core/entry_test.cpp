@@ -54,13 +54,15 @@ class EntryCase : public RunCase {
     world.link.canShare = world.link.canStart = false;
     registerComms();
     registerBlankForm();
-    for (const char* name : {"Wizard", "xyVoteRuntime", "xyVoteAverageGraph", "xyVoteGraph"})
+    for (const char* name : {"Wizard", "xyVoteRuntime", "xyVoteAverageGraph", "xyVoteGraph"}) {
+      world.forms.attach(name, [](host::Form&) { return std::make_unique<host::FormView>(); });
       world.forms.define(name, [this, name] {
         tell(name, " comes up");
         if (std::string(name).ends_with("Graph"))  // somebody looks at it
           world.at(2, [this, name] { world.forms.unload(name); });
         return std::make_unique<host::Form>(name);
       });
+    }
     entryHooks() = EntryHooks{[this] { tell("the vote begins"); }};
     runCommands();
     slideCommands();
@@ -105,6 +107,7 @@ class EntryCase : public RunCase {
       applyModes();
       tell(glo.cmdFile + "|" + glo.cmdMode + "|" + glo.cmdSlide);
     });
+    on("windows", [this](const Words&) { host::host().windows = &windows; });
     on("input", [this](const Words& words) { world.expectInputBox(words.rest(1), words[0]); });
     on("forms", [this](const Words&) {
       std::string names;
@@ -273,6 +276,7 @@ class EntryCase : public RunCase {
   MemoryFiles& files = world.files;
   FragilePresentation full;
   SecondProgram program;
+  TellingWindows windows{[this](const std::string& what) { tell(what); }, {0, 0, 1024, 768}};
 };
 
 const bool kRegistered = registerCases<EntryCase>("EntryCase", QUORIN_CASES);

@@ -1,5 +1,6 @@
 #include "desktop/slide_show_window.h"
 
+#include "adapters/qt/staged_dialog.h"
 #include "desktop/window_case.h"
 
 namespace qrn::test {
@@ -30,6 +31,10 @@ class SlideShowCase : public WindowCase {
       show.resize(400, 400);
       const QImage image = show.grab().toImage();
       for (const std::string& y : words) tell(image.pixelColor(200, std::stoi(y)).name().toStdString());
+      stack.raise(&show);
+      const QRect over = qt::StagedDialog(&show).geometry();
+      tell("dialogs from ", over.top() - show.y(), ", ", over.height(), " high",
+           stack.placeForForms() == over ? "" : ", forms elsewhere");
     });
   }
   void tellPlace() {

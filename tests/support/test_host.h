@@ -24,9 +24,35 @@
 #include "host/host.h"
 #include "host/system.h"
 #include "host/wait.h"
+#include "host/windows.h"
 #include "support/memory_presentation.h"
 
 namespace qrn::test {
+
+// Tells what the mouse is let to do and where forms are put over the show, if there is one.
+class TellingWindows : public host::Windows {
+ public:
+  using Tell = std::function<void(const std::string&)>;
+  explicit TellingWindows(Tell tell, host::WindowRect show = {}) : tell_(std::move(tell)), show_(show) {}
+  std::int64_t editWindow() const override { return 0; }
+  std::int64_t showWindow() const override { return show_.empty() ? 0 : 1; }
+  host::WindowRect rectangle(std::int64_t) const override { return show_; }
+  host::WindowRect desktop() const override { return {}; }
+  std::vector<std::int64_t> topWindows() const override { return {}; }
+  void setTopmost(std::int64_t, bool) override {}
+  void enableWindow(std::int64_t, bool) override {}
+  void bringToFront(std::int64_t) override {}
+  void placeForm(const std::string& form, const host::WindowRect& at) override {
+    tell_(form + " at " + std::to_string(at.top) + " to " + std::to_string(at.bottom));
+  }
+  void freeCursor() override { tell_("mouse free"); }
+  void trapCursor(const host::WindowRect&) override {}
+  void showCursor(bool visible) override { tell_(visible ? "mouse shown" : "mouse hidden"); }
+
+ private:
+  Tell tell_;
+  host::WindowRect show_;
+};
 
 class FakeClock : public host::Clock {
  public:

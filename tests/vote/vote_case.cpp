@@ -21,27 +21,6 @@ namespace {
 
 constexpr std::size_t kMany = 80;
 
-// Tells what the mouse is let to do.
-class TellingWindows : public host::Windows {
- public:
-  explicit TellingWindows(std::function<void(const char*)> tell) : tell_(std::move(tell)) {}
-  std::int64_t editWindow() const override { return 0; }
-  std::int64_t showWindow() const override { return 0; }
-  host::WindowRect rectangle(std::int64_t) const override { return {}; }
-  host::WindowRect desktop() const override { return {}; }
-  std::vector<std::int64_t> topWindows() const override { return {}; }
-  void setTopmost(std::int64_t, bool) override {}
-  void enableWindow(std::int64_t, bool) override {}
-  void bringToFront(std::int64_t) override {}
-  void placeForm(const std::string&, const host::WindowRect&) override {}
-  void freeCursor() override { tell_("mouse free"); }
-  void trapCursor(const host::WindowRect&) override {}
-  void showCursor(bool visible) override { tell_(visible ? "mouse shown" : "mouse hidden"); }
-
- private:
-  std::function<void(const char*)> tell_;
-};
-
 std::string screenText(const xyVoteRuntime& form) {
   const host::Element* missing = form.surface().find("uctl_kpadsNotVoted", 0);
   const VoteLabel &count = form.uctl_votesCast.label, &words = form.lbl_averageScore;
@@ -243,7 +222,7 @@ void VoteCase::formCommands() {
   on("forms", [this](const Words&) { tell(joined(world.forms.loadedNames(), " ")); });
   on("screen", [this](const Words&) { tell(painted_); });
   on("windows", [this](const Words&) {
-    windows_ = std::make_unique<TellingWindows>([this](const char* text) { tell(text); });
+    windows_ = std::make_unique<TellingWindows>([this](const std::string& text) { tell(text); });
     host::host().windows = windows_.get();
   });
   on("fail", [this](const Words& words) {  // so many seconds from now each

@@ -72,9 +72,9 @@ StagedDialog::StagedDialog(QWidget* over)
     return;
   setWindowFlag(Qt::FramelessWindowHint);
   card_->setObjectName("card");
-  setStyleSheet(cardSheet(theme_, over->height()));
-  scrim_.take(over->grab());
-  setGeometry(QRect(over->mapToGlobal(QPoint(0, 0)), over->size()));
+  setGeometry(placeOf(*over));
+  setStyleSheet(cardSheet(theme_, height()));
+  scrim_.take(over->grab(over->contentsRect()));
 }
 
 int StagedDialog::type() const {

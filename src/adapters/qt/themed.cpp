@@ -52,4 +52,9 @@ int screenHeight(const QWidget* over) {
   return screen->geometry().height();
 }
 
+QRect placeOf(const QWidget& window) {
+  const QRect inside = window.contentsRect();
+  return {window.mapToGlobal(inside.topLeft()), inside.size()};
+}
+
 }  // namespace qrn::qt

@@ -5,6 +5,7 @@
 
 #include "look/theme.h"
 
+class QRect;
 class QWidget;
 
 namespace qrn::qt {
@@ -16,5 +17,7 @@ QString themed(QString sheet, const look::Theme& theme, int height);
 int pixels(look::Size size, int height);
 // Rows of the screen that `over` stands on (null: the first screen).
 int screenHeight(const QWidget* over);
+// What the room sees of a window, on the screen: of a slide show the slide, without the bars beside it.
+QRect placeOf(const QWidget& window);
 
 }  // namespace qrn::qt

@@ -4,6 +4,7 @@
 #include <QScreen>
 #include <algorithm>
 
+#include "adapters/qt/themed.h"
 #include "core/windows/slide_theme.h"
 #include "render/render.h"
 
@@ -31,8 +32,7 @@ void WaitLine::end() {
 
 void WaitLine::appear() {
   tmrPatience_.setEnabled(false);
-  const QRect place = over_ ? QRect(over_->mapToGlobal(QPoint(0, 0)), over_->size())
-                            : QGuiApplication::primaryScreen()->geometry();
+  const QRect place = over_ ? placeOf(*over_) : QGuiApplication::primaryScreen()->geometry();
   const int thickness = std::max(3, place.height() / 200);
   setPalette(render::toColour(slideTheme().data));
   setGeometry(place.left(), place.bottom() + 1 - thickness, place.width(), thickness);

@@ -9,7 +9,6 @@
 #include "core/glo.h"
 #include "core/run/end_program.h"
 #include "core/run/entry.h"
-#include "core/windows/presentation_windows.h"
 #include "host/dialogs.h"
 #include "host/forms.h"
 #include "host/host.h"
@@ -106,8 +105,6 @@ void showUntilClosed(const std::string& name) {
   host::FormRegistry& forms = *host::host().forms;
   if (!forms.isDefined(name) || glo.closing || showMovedOn())
     return;
-  forms.load(name);
-  AlignWindowToPPTSlideShow(name);
   forms.show(name);
   host::waitUntil([&] { return !forms.isVisible(name) || glo.closing || showMovedOn(); });
 }

@@ -119,6 +119,14 @@ void setFolders() {
   });
 }
 
+// Whatever a run shows beside a show stands where the slide does, so that nothing jumps from one to the next.
+void placeFormsOverTheShow() {
+  forms().place = [](const std::string& form) {
+    if (host::host().presentationProgram->SlideShowWindowsCount() > 0)
+      AlignWindowToPPTSlideShow(form);
+  };
+}
+
 void uncoverForms() {
   RecordPPTHandles();
   if (glo.PowerPointSlideShow_hWnd > 0 && host::host().windows &&
@@ -320,6 +328,7 @@ void Main(const std::string& commandLine) {
   host::host().run = &g_run;
   startDiagnostics();
   run(attach);
+  run(placeFormsOverTheShow);
   run(setFolders);
   run([&] { splitCommandLine(commandLine); });
   run(uncoverForms);
