@@ -186,7 +186,7 @@ void xyVoteRuntime::showGraphMeanwhile() {
     showMatrixGraph();
   else
     showAverageGraph(glo.currentAssessment);
-  uctl_kpadsNotVoted.BeginChecking(uctl_kpadsNotVoted.Visible || checksKeypads());
+  uctl_kpadsNotVoted.BeginChecking(true);
 }
 
 }  // namespace qrn

@@ -79,10 +79,6 @@ void xyVoteRuntime::byAssessment() {
   FinishOfVoteLoop();
 }
 
-bool xyVoteRuntime::checksKeypads() {
-  return glo.keypadsNotVotedPopupOn >= 1 || glo.keypadsNotVotedClose == 1;
-}
-
 bool xyVoteRuntime::runEnds() const {
   return glo.quitRequested || glo.closing || glo.voteAbandoned != 0 || !forms().isLoaded(name);
 }
@@ -264,7 +260,8 @@ void xyVoteRuntime::ResetForNewVote() {
   ShowBars(false);
   showKeypadPanel(false);
   uctl_kpadsNotVoted.Caption.clear();
-  uctl_kpadsNotVoted.BeginChecking(checksKeypads());
+  uctl_kpadsNotVoted.BeginChecking(
+      true);  // what the room wants may be told behind the start of the first vote
   state = VoteState::prepared;
 }
 

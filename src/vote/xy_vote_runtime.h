@@ -67,7 +67,6 @@ struct xyVoteRuntime : VoteForm, HasVoteBoxes {
   void afterStep(const std::vector<VoteStep>& steps, std::size_t at);
   std::size_t jumpTarget(const std::vector<VoteStep>& steps, std::size_t at) const;
   bool runEnds() const;
-  static bool checksKeypads();  // a vote looks for keypads that have not voted
 
   std::vector<host::Action> openActions();
   std::vector<host::Action> keypadActions();  // of an open vote too
