@@ -197,7 +197,7 @@ std::vector<host::Action> xyVoteGraph::formActions() {
 void xyVoteGraph::Form_KeyDown(int keyCode, int shift) {
   const host::ActionTable table = actions();
   const Action* action = table.forKey(keyCode, shift);
-  if (action == nullptr || (List1.rows().size() < 2 && action->name != "goOn"))
+  if (action == nullptr || (List1.rows().size() < 2 && action->name != "goOn" && action->name != "help"))
     return;
   keyHandled = true;
   table.performKey(keyCode, shift);

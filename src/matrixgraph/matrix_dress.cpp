@@ -47,12 +47,15 @@ void MatrixModel::show(const GraphView& view) {
     if (elements == nullptr)
       continue;
     const std::int32_t disc = discs[static_cast<std::size_t>(array.pair)];
-    const std::int32_t dot = zoomed ? blend(canvas.theme().ground, disc, kFaint) : disc;
+    const auto seen = [&](std::int32_t colour) {
+      return zoomed ? blend(canvas.theme().ground, colour, kFaint) : colour;
+    };
+    const std::int32_t dot = seen(disc), topDot = seen(canvas.theme().highlight);
     for (const PlottedItem& item : plotted)
       if (Element* element = elements->find(item.n[static_cast<std::size_t>(array.pair)])) {
         element->visible = isShown(array, item, view);
         if (array.part == Part::dot)
-          element->backColour = dot;
+          element->backColour = item.top && array.pair == lastPair ? topDot : dot;
       }
   }
   canvas.surface.remove(kBehind);

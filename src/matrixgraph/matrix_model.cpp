@@ -68,6 +68,7 @@ void plotPairs(MatrixModel& model, const MatrixRequest& request) {
   for (const int pair : usedPairs(request.pairs)) plotter.plotPair(pair);
   model.plotted = plotter.takePlotted();
   model.discs = plotter.discs();
+  model.lastPair = plotter.lastPair();
   model.spans = plotter.spans();
 }
 

@@ -29,6 +29,7 @@ struct MatrixModel {
   std::vector<PlottedItem> plotted;  // items that stand in some pair, in list order
   std::array<PairSpans, kPairs> spans{};
   std::array<std::int32_t, kPairs> discs{};  // what the keys of each pair stand on
+  int lastPair = 0;                          // whose top items stand out
   std::string dataMessage;                   // kDataMessage and a line for each item without votes
 
   // Shows what the view lets through, and keys as they look in it.

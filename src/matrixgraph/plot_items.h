@@ -32,6 +32,7 @@ class ItemPlotter {
   void plotPair(int pair);
   const std::array<PairSpans, kPairs>& spans() const { return spans_; }
   const std::array<std::int32_t, kPairs>& discs() const { return discs_; }
+  int lastPair() const { return lastPair_; }
   std::vector<PlottedItem> takePlotted();  // the items that stand in some pair, in list order
 
  private:
