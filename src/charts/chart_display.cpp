@@ -183,6 +183,7 @@ void setValueAxis(const ChartRequest& request, TChart& chart, long kind) {
 // How the bars of an average chart lie, and how many share a page.
 constexpr int kMostStanding = 8;  // bars whose whole texts stand below them
 constexpr int kLeastOnPage = 10, kMostOnPage = 12;
+constexpr int kLeastOfTwoLines = 7, kMostOfTwoLines = 8;
 constexpr int kMostLying = 22;          // rows of text on one page
 constexpr double kStandingWidth = 0.8;  // of the width, at least, for bars that stand
 
@@ -190,10 +191,13 @@ host::SurfaceFont labelFont(const ChartRequest& request, const TChart& chart) {
   return themedFont(chart.Axis.Bottom.Labels.Font, kUntouchedType, look::Size::label, request.height, false);
 }
 
-// Ten to twelve, so many that the pages are few; ten where texts need two lines.
-int lyingOnPage(int bars, int most) {
-  const int pages = (bars + most - 1) / most;
-  int page = kLeastOnPage;
+// Ten to twelve, so many that the pages are few; where texts need two lines and several pages are needed in
+// any case, fewer that stand whole.
+int lyingOnPage(int bars, bool twoLines) {
+  if (bars <= kLeastOnPage)
+    return kLeastOnPage;
+  const int most = twoLines ? kMostOfTwoLines : kMostOnPage, pages = (bars + most - 1) / most;
+  int page = twoLines ? kLeastOfTwoLines : kLeastOnPage;
   while ((bars + page - 1) / page > pages) ++page;
   return page;
 }
@@ -208,7 +212,7 @@ int barsOnPage(const ChartRequest& request, const TChart& chart) {
   const bool wide = std::any_of(texts.begin(), texts.end(), [&](const std::string& text) {
     return textWidth(text, font) > kTextColumn * request.width;
   });
-  return lyingOnPage(chart.pointCount(), wide ? kLeastOnPage : kMostOnPage);
+  return lyingOnPage(chart.pointCount(), wide);
 }
 
 // Bars stand while every text stands whole below its own; a page of more than can be read side by side has

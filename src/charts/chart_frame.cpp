@@ -129,9 +129,11 @@ double captionHeight(ChartSheet& s, double width) {
 void placeLying(ChartSheet& s) {
   ChartArea& plot = s.geometry.plot;
   const double most = kTextColumn * s.area.width;
+  SurfaceFont bold = s.labelFont;  // that of the chosen one
+  bold.bold = true;
   double column = 0;
   for (const std::string& text : s.chart.Axis.Bottom.Labels.Item)
-    if (column = std::max(column, textWidth(text, s.labelFont)); column >= most)
+    if (column = std::max(column, textWidth(text, bold)); column >= most)
       break;
   column = std::min(column, most);
   plot.left = s.left + column + kChartGap * s.area.width;

@@ -19,6 +19,7 @@ using host::Element;
 using host::Layer;
 
 constexpr double kRounding = 0.5;  // twips that a text of just the width may lack
+constexpr double kRowGap = 0.4;    // of a line, between rows of several lines
 
 void message(ChartSheet& s) {
   SurfaceFont font = s.labelFont;
@@ -99,25 +100,44 @@ void uprightLabels(ChartSheet& s) {
   }
 }
 
-// In balanced lines, then a size smaller, then cut.
+bool standsWhole(const std::string& text, const SurfaceFont& font, double width, double height) {
+  const auto lines = host::wrapText(text, font, width);
+  return static_cast<double>(lines.size()) * lineHeight(font) <= height + kRounding &&
+         std::all_of(lines.begin(), lines.end(),
+                     [&](const std::string& line) { return textWidth(line, font) <= width; });
+}
+
+// Of one row: rows of several lines are apart by a part of a line.
+double rowHeight(const ChartSheet& s, const SurfaceFont& font) {
+  const double line = lineHeight(font);
+  return std::max(line, s.geometry.slot() - kRowGap * line);
+}
+
+// The largest type in which every text of the page stands whole beside its bar, else the smallest.
+SurfaceFont lyingFont(const ChartSheet& s, double room) {
+  SurfaceFont font = s.labelFont;
+  for (int i = s.geometry.first; i < s.geometry.first + s.geometry.shown; ++i)
+    while (font.size > s.smallest && (lineHeight(font) > s.geometry.slot() ||
+                                      !standsWhole(s.slotText(i), font, room, rowHeight(s, font))))
+      font.size = std::max(s.smallest, font.size - 1);
+  return font;
+}
+
+// In balanced lines, the page in one size, then cut. The chosen one is bold where it has the room.
 void lyingLabels(ChartSheet& s) {
   const double room = s.geometry.plot.left - s.left - kChartGap * s.area.width + kRounding;
+  SurfaceFont font = lyingFont(s, room);
   for (int i = s.geometry.first; i < s.geometry.first + s.geometry.shown; ++i) {
-    const double height = s.geometry.slot();
-    SurfaceFont font = s.labelFont;
+    font.bold = false;
+    const double height = rowHeight(s, font);
+    FittedText fitted = fitText(s.slotText(i), font, room, height, font.size);
+    if (standsWhole(s.slotText(i), font, room, height))
+      fitted.caption = joined(host::wrapBalanced(s.slotText(i), font, room), "\n");
     font.bold = i == s.chart.selectedPoint;
-    FittedText fitted = fitText(s.slotText(i), font, room, height, std::min(s.smallest, font.size));
-    if (fitted.caption.find('\n') != std::string::npos) {
-      const auto even = host::wrapBalanced(s.slotText(i), fitted.font, room);
-      if (std::count(fitted.caption.begin(), fitted.caption.end(), '\n') + 1 ==
-              static_cast<std::ptrdiff_t>(even.size()) &&
-          std::all_of(even.begin(), even.end(),
-                      [&](const std::string& one) { return textWidth(one, fitted.font) <= room; }))
-        fitted.caption = joined(even, "\n");
-    }
-    Element& element = slotLabel(s, "bottomAxisLabel", i, fitted.caption, fitted.font);
-    const double first = topForMiddle(s.geometry.middleOf(i), fitted.font);
-    const double more = fitted.height - lineHeight(fitted.font);
+    font.bold = font.bold && textWidth(fitted.caption, font) <= room;
+    Element& element = slotLabel(s, "bottomAxisLabel", i, fitted.caption, font);
+    const double first = topForMiddle(s.geometry.middleOf(i), font);
+    const double more = fitted.height - lineHeight(font);
     place(element, s.left, first - more / 2, room, fitted.height);
     element.align = Align::right;
   }

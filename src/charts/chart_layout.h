@@ -25,8 +25,10 @@ ChartGeometry layoutChart(const TChart& chart, const ChartArea& area, const Grap
 // size.
 class ChartSurface {
  public:
-  // `footer` stands below the chart, "" for none; the filter in force has its own line.
-  const host::Surface& lower(const TChart& chart, double width, double height, const std::string& footer);
+  // `footer` stands below the chart, "" for none, as large as labels where it tells a value; the filter in
+  // force has its own line.
+  const host::Surface& lower(const TChart& chart, double width, double height, const std::string& footer,
+                             bool tellsValue = false);
   const ChartGeometry& geometry() const { return geometry_; }  // of the last chart lowered
   int builds() const { return builds_; }
 

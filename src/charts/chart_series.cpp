@@ -1,6 +1,7 @@
 #include "charts/chart_series.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 namespace qrn {
@@ -14,6 +15,8 @@ using host::Layer;
 constexpr double kBarShare = 0.62;                                // of a slot
 constexpr double kThickestLying = 0.06, kThickestUpright = 0.16;  // of the chart's height and width
 constexpr double kCorner = 0.22;                                  // of a bar's thickness
+constexpr double kLeastRound = 6 * kTwipsPerPixel;                // thinner bars have no round corners
+constexpr double kNarrowSlot = 10 * kTwipsPerPixel, kCrowdedSlot = 4 * kTwipsPerPixel;
 
 // The bars that matter are the highest ones.
 double highest(const ChartSeries& series) {
@@ -59,7 +62,7 @@ Element barOf(const ChartSheet& s, const ChartSeries& series, int i, double thic
   bar.kind = Element::Kind::rectangle;
   bar.toolTip = point.label;
   bar.item = point.item;
-  bar.cornerRadius = std::min(kCorner * thick, s.px(8));
+  bar.cornerRadius = thick < kLeastRound ? 0 : std::min(kCorner * thick, s.px(8));
   bar.roundOneSide = true;
   bar.toward = s.geometry.lying ? host::Toward::right : host::Toward::up;
   bar.gradient = series.Gradient;
@@ -71,14 +74,34 @@ Element barOf(const ChartSheet& s, const ChartSeries& series, int i, double thic
   return bar;
 }
 
+double wholePixels(double length) {
+  return std::round(length / kTwipsPerPixel) * kTwipsPerPixel;
+}
+
+// Where a bar begins across the axis, and how thick it is: between whole pixels, equal bars alike. Where the
+// slots are narrow the gaps are alike instead, and in a crowd there are none: uneven ones would make stripes.
+struct Across {
+  double begin, thick;
+};
+Across acrossOf(const ChartSheet& s, int i) {
+  const ChartGeometry& geometry = s.geometry;
+  const double slot = geometry.slot(), middle = geometry.middleOf(i);
+  if (slot < kNarrowSlot) {
+    const double gap = slot < kCrowdedSlot ? 0 : wholePixels(slot * (1 - kBarShare));
+    const double begin = wholePixels(middle - (slot - gap) / 2);
+    return {begin, wholePixels(middle + (slot + gap) / 2) - gap - begin};
+  }
+  const double most = geometry.lying ? kThickestLying * s.area.height : kThickestUpright * s.area.width;
+  const double thick = wholePixels(std::min(slot * kBarShare, most));
+  return {wholePixels(middle - thick / 2), thick};
+}
+
 void bars(ChartSheet& s, const ChartSeries& series) {
   const ChartGeometry& geometry = s.geometry;
   const double strong = highest(series);
-  const double most = geometry.lying ? kThickestLying * s.area.height : kThickestUpright * s.area.width;
-  const double thick = std::min(geometry.slot() * kBarShare, most);
   for (int i = geometry.first; i < s.endOfPage(series); ++i) {
     const ChartPoint& point = series.points[static_cast<std::size_t>(i)];
-    const double begin = geometry.middleOf(i) - thick / 2;
+    const auto [begin, thick] = acrossOf(s, i);
     const double tip = geometry.placeOf(std::clamp(point.value, geometry.low, geometry.high));
     Element bar = barOf(s, series, i, thick);
     if (geometry.lying)

@@ -13,9 +13,8 @@
 
 namespace qrn {
 
-inline constexpr double kChartGap = 0.016;            // of the width, between texts and bars
-inline constexpr double kCaptionShare = 0.95;         // of its slot, for a word of the scale below lying bars
-inline constexpr std::int32_t kUntouched = 0xffffff;  // a colour that nobody has chosen
+inline constexpr double kChartGap = 0.016;     // of the width, between texts and bars
+inline constexpr double kCaptionShare = 0.95;  // of its slot, for a word of the scale below lying bars
 
 struct ChartSheet {
   ChartSheet(const TChart& drawn, const ChartArea& place, const GraphLook& dress, host::Surface& on)

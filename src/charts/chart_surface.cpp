@@ -18,7 +18,7 @@ bool sameFrame(const host::Surface& a, const host::Surface& b) {
 }  // namespace
 
 const host::Surface& ChartSurface::lower(const TChart& chart, double width, double height,
-                                         const std::string& footer) {
+                                         const std::string& footer, bool tellsValue) {
   const std::string filter = filterCaption();
   host::Surface frame;
   frame.width = width;
@@ -33,10 +33,13 @@ const host::Surface& ChartSurface::lower(const TChart& chart, double width, doub
   surface_ = std::move(frame);
   const GraphLook look = chooseLook(surface_);
   addPanel(surface_, look);
-  const host::SurfaceFont small =
-      themedFont(chart.Axis.Left.Labels.Font, kUntouchedType, look::Size::floor, height, false);
+  const auto font = [&](look::Size size) {
+    return themedFont(chart.Axis.Left.Labels.Font, kUntouchedType, size, height, false);
+  };
   // the title stands below a filter's line in a corner at the top
-  GraphNotes notes = makeNotes(surface_, look, small, 0, footer, width * chart.MarginLeft / 100, false);
+  GraphNotes notes =
+      makeNotes(surface_, look, font(look::Size::floor), 0, footer, width * chart.MarginLeft / 100, false,
+                tellsValue ? font(look::Size::label).size : 0);
   ChartArea area{0, 0, width, height};
   for (const host::Element* line : {&notes.filter, &notes.foot})
     if (line->visible && line->top > height / 2)

@@ -19,10 +19,15 @@ void setText(host::Element& line, const std::string& text, double room, double h
   line.height = height;
 }
 
+std::int32_t inkOf(std::int32_t own, const GraphLook& look) {
+  return own == kUntouched ? look.theme.text : readableColour(own, look);
+}
+
 }  // namespace
 
 GraphNotes makeNotes(const host::Surface& surface, const GraphLook& look, const host::SurfaceFont& font,
-                     double titleWidth, const std::string& footText, double margin, bool graphFilter) {
+                     double titleWidth, const std::string& footText, double margin, bool graphFilter,
+                     double footSize) {
   GraphNotes notes;
   const double width = surface.width, line = lineHeight(font);
   host::Element& filter = notes.filter;
@@ -34,18 +39,20 @@ GraphNotes makeNotes(const host::Surface& surface, const GraphLook& look, const 
   filter.left = place.left;
   filter.top = place.top;
   filter.align = place.align;
-  filter.colour = readableColour(place.colour, look);
+  filter.colour = inkOf(place.colour, look);
 
   host::Element& foot = notes.foot;
   foot.font = font;
+  foot.font.size = std::max(font.size, footSize);
   const bool filterBelow = filter.visible && filter.top > surface.height / 2;
-  setText(foot, footText, width - 2 * margin - (filterBelow ? filter.width + margin : 0), line);
+  setText(foot, footText, width - 2 * margin - (filterBelow ? filter.width + margin : 0),
+          lineHeight(foot.font));
   const bool onTheRight = filterBelow && filter.left < width / 2;
   foot.left = onTheRight ? width - margin - foot.width : margin;
   foot.align = onTheRight ? host::Align::right : host::Align::left;
-  foot.top = surface.height - kFootMargin - line;
+  foot.top = surface.height - kFootMargin - foot.height;
   foot.visible = !footText.empty();
-  foot.colour = readableColour(glo.runByGraphLabelColour, look);
+  foot.colour = inkOf(glo.runByGraphLabelColour, look);
   return notes;
 }
 

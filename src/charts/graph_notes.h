@@ -17,9 +17,10 @@ struct GraphNotes {
 
 // Places both on a surface of that size so that they leave each other and a centred title of `titleWidth`
 // alone; what does not fit is cut by "..." and stands whole in the tool tip. `margin` is the distance of the
-// foot from the sides.
+// foot from the sides, `footSize` its type in points where that is larger.
 GraphNotes makeNotes(const host::Surface& surface, const GraphLook& look, const host::SurfaceFont& font,
-                     double titleWidth, const std::string& footText, double margin, bool graphFilter);
+                     double titleWidth, const std::string& footText, double margin, bool graphFilter,
+                     double footSize = 0);
 void addNotes(GraphNotes notes, host::Surface& surface);
 
 }  // namespace qrn

@@ -149,9 +149,10 @@ const host::Surface& xyVoteAverageGraph::surface() {
   const auto putFirst = [&](const std::string& text) {
     footer = text + (footer.empty() ? "" : "      " + footer);
   };
-  if (averageLabelVisible && !averageLabel.empty())
+  const bool mean = averageLabelVisible && !averageLabel.empty();
+  if (mean)
     putFirst(averageLabel);
-  return lowered_.lower(chart, ScaleWidth, ScaleHeight, footer);
+  return lowered_.lower(chart, ScaleWidth, ScaleHeight, footer, mean);
 }
 
 void xyVoteAverageGraph::draw() {

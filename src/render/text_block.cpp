@@ -1,5 +1,8 @@
 #include "render/text_block.h"
 
+#include <QPaintEngine>
+#include <cmath>
+
 #include "render/colours.h"
 #include "render/fonts.h"
 
@@ -8,6 +11,7 @@ namespace qrn::render {
 namespace {
 
 constexpr double kOverhang = 0.25;  // of the type's size
+constexpr double kEven = 0.01;      // pixels of type that nobody sees
 
 std::vector<std::string> linesOf(const host::Element& label) {
   QString text = toQt(label.caption);
@@ -44,12 +48,28 @@ QPointF anchorOf(const host::Element& label, const Mapping& mapping) {
   return mapping.point(label.left + label.width * share, label.top);
 }
 
+// Pictures are set in whole pixels of type: one of another size is stretched from the next to it, so that it
+// is as wide as it was measured.
 void drawText(QPainter& painter, const TextBlock& block, const host::Element& label, double scale,
               QPointF anchor) {
-  painter.setFont(deviceFont(label.font, scale, painter.device()->logicalDpiY()));
+  QFont font = deviceFont(label.font, scale, painter.device()->logicalDpiY());
   painter.setPen(toColour(label.colour));
+  const double pixels = label.font.size * kTwipsPerPoint * scale, whole = std::max(1.0, std::round(pixels));
+  if (painter.paintEngine()->type() != QPaintEngine::Raster || std::abs(pixels - whole) < kEven) {
+    painter.setFont(font);
+    for (const TextBlock::Line& line : block.lines)
+      painter.drawText(anchor + QPointF(line.left, line.baseline), line.text);
+    return;
+  }
+  font.setPixelSize(static_cast<int>(whole));
+  const double stretch = pixels / whole;
+  const QTransform before = painter.worldTransform();
+  painter.setFont(font);
+  painter.translate(anchor);
+  painter.scale(stretch, stretch);
   for (const TextBlock::Line& line : block.lines)
-    painter.drawText(anchor + QPointF(line.left, line.baseline), line.text);
+    painter.drawText(QPointF(line.left, line.baseline) / stretch, line.text);
+  painter.setWorldTransform(before);
 }
 
 }  // namespace qrn::render

@@ -1,4 +1,6 @@
 // The average graph as it is drawn, told in case files: where everything stands, in which type and colour.
+#include <set>
+
 #include "charts/graph_fixture.h"
 #include "charts/xy_vote_average_graph.h"
 
@@ -40,11 +42,26 @@ class AverageDrawings : public GraphCase {
     });
     on("onpages", [this](const Words& words) {
       addItems(words.number(0));
+      glo.item(0).text += words.rest(1);
       runLine("everyone 1 3;");
       runLine("draw 1");
       form().request.onOnePage = false;
       form().redraw();
       tell(form().chart.pageCount(), " of ", form().chart.pointsOnPage());
+    });
+    // crowd BARS: the gaps between them on one page, in pixels
+    on("crowd", [this](const Words& words) {
+      addItems(words.number(0));
+      runLine("everyone 1 3;");
+      runLine("draw 1 1024 576");
+      std::set<double> gaps;
+      double end = -1;
+      for (const host::Element& bar : *surface().find("bars")) {
+        if (end >= 0)
+          gaps.insert((bar.left - end) / kTwipsPerPixel);
+        end = bar.right();
+      }
+      for (const double gap : gaps) tell(gap);
     });
     // stored ITEM ROUND ASSESSMENT AVERAGE COUNTED LABEL
     on("stored", [](const Words& words) {

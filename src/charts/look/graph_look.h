@@ -14,6 +14,7 @@ namespace qrn {
 
 inline constexpr double kTwipsPerPixel = 15;
 inline constexpr double kTwipsPerPoint = 20;
+inline constexpr std::int32_t kUntouched = 0xffffff;  // a colour that nobody has chosen
 using look::blend;
 using look::contrastRatio;
 using look::kShapeContrast;
