@@ -187,8 +187,9 @@ constexpr int kLeastOfTwoLines = 7, kMostOfTwoLines = 8;
 constexpr int kMostLying = 22;          // rows of text on one page
 constexpr double kStandingWidth = 0.8;  // of the width, at least, for bars that stand
 
-host::SurfaceFont labelFont(const ChartRequest& request, const TChart& chart) {
-  return themedFont(chart.Axis.Bottom.Labels.Font, kUntouchedType, look::Size::label, request.height, false);
+host::SurfaceFont labelFont(const ChartRequest& request, const TChart& chart,
+                            look::Size size = look::Size::label) {
+  return themedFont(chart.Axis.Bottom.Labels.Font, kUntouchedType, size, request.height, false);
 }
 
 // Ten to twelve, so many that the pages are few; where texts need two lines and several pages are needed in
@@ -207,7 +208,7 @@ int barsOnPage(const ChartRequest& request, const TChart& chart) {
     return glo.runByAverageBarCount;
   if (request.onOnePage)
     return 0;
-  const host::SurfaceFont font = labelFont(request, chart);
+  const host::SurfaceFont font = labelFont(request, chart, look::Size::floor);  // the page shrinks to it
   const auto& texts = chart.Axis.Bottom.Labels.Item;
   const bool wide = std::any_of(texts.begin(), texts.end(), [&](const std::string& text) {
     return textWidth(text, font) > kTextColumn * request.width;
