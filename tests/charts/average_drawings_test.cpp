@@ -49,18 +49,11 @@ class AverageDrawings : public GraphCase {
       form().redraw();
       tell(form().chart.pageCount(), " of ", form().chart.pointsOnPage());
     });
-    // crowd BARS: the gaps between them on one page, in pixels
-    on("crowd", [this](const Words& words) {
-      addItems(words.number(0));
-      runLine("everyone 1 3;");
-      runLine("draw 1 1024 576");
+    // gaps: between the bars, in pixels
+    on("gaps", [this](const Words&) {
       std::set<double> gaps;
-      double end = -1;
-      for (const host::Element& bar : *surface().find("bars")) {
-        if (end >= 0)
-          gaps.insert((bar.left - end) / kTwipsPerPixel);
-        end = bar.right();
-      }
+      const host::ElementArray& bars = *surface().find("bars");
+      for (std::size_t i = 1; i < bars.size(); ++i) gaps.insert((bars[i].left - bars[i - 1].right()) / 15);
       for (const double gap : gaps) tell(gap);
     });
     // stored ITEM ROUND ASSESSMENT AVERAGE COUNTED LABEL
