@@ -20,7 +20,7 @@ struct Arguments {
   int port = -1, preferredPort = usualPort;
   std::string bind, keypads, names;
   std::vector<std::string> bases;
-  int grace = 30;
+  int grace = 30, patience = 15, silence = 40;
   int closePercent = -1;
 };
 
@@ -55,6 +55,9 @@ void describe(CLI::App& app, Arguments& a) {
   app.add_option("--max-clients", server.maxClients, "Most connections at a time");
   app.add_flag("--end-with-link", server.endWithLink, "End when there has been no program for a time");
   app.add_option("--grace", a.grace, "That time, in seconds")->check(CLI::Range(0, 86400));
+  app.add_option("--patience", a.patience, "Seconds that a request may take")->check(CLI::Range(1, 86400));
+  app.add_option("--silence", a.silence, "Seconds until a phone that does not answer is gone")
+      ->check(CLI::Range(1, 86400));
 }
 
 std::string readWhole(const std::string& path) {
@@ -95,6 +98,8 @@ void complete(Arguments& a) {
   if (!a.bind.empty())
     server.bind = a.bind;
   server.grace = std::chrono::seconds(a.grace);
+  server.patience = std::chrono::seconds(a.patience);
+  server.silence = std::chrono::seconds(a.silence);
   const char* given = std::getenv(link::tokenVariable);
   server.token = given != nullptr && link::isToken(given) ? given : link::randomToken();
   unsetenv(link::tokenVariable);

@@ -20,7 +20,6 @@ class Outbox {
   // The next frame to send; from here on it is under way. Nothing while `window` frames are under way, so
   // that a program that does not listen costs no more than one waiting press for each keypad.
   std::optional<std::string> next();
-  std::size_t waiting() const { return waiting_.size(); }  // frames
   // The program's side has dealt with the first `frames` frames since the link was made. Returns the presses
   // in those frames that were not reported before.
   std::vector<Press> acknowledge(std::uint64_t frames);

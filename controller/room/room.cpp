@@ -135,8 +135,7 @@ void Room::received(std::string_view count) {
     if (pressed.latest == press.vote)
       toKeypad(press.keypad, yoursFrame(voteNumber_, press.vote, true, linked_));
   }
-  if (outbox_.waiting() > 0)
-    ports_.programWaiting();
+  ports_.programWaiting();
 }
 
 bool Room::phoneText(PhoneId phone, std::string_view text) {

@@ -56,7 +56,6 @@ class Room {
   void fromProgram(std::string_view text);
   void tellProgram(std::string text) { reply(std::move(text)); }  // nothing while no program is linked
   std::optional<std::string> nextForProgram() { return outbox_.next(); }
-  std::size_t waitingForProgram() const { return outbox_.waiting(); }
 
   // False when the frame is none of ours: whoever sent it is not our page.
   bool phoneText(PhoneId phone, std::string_view frame);

@@ -1,11 +1,15 @@
 #include "controller/room/system_cards.h"
 
+#include <arpa/inet.h>
+#include <ifaddrs.h>
 #include <net/if.h>
 #include <net/if_arp.h>
+#include <netinet/in.h>
 
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <memory>
 #include <sstream>
 
 namespace qrn::controller {
@@ -23,6 +27,12 @@ NetworkCard::Kind kindOf(const std::string& folder) {
   if (has("tun_flags") || type != ARPHRD_ETHER)
     return NetworkCard::Kind::tunnel;
   return NetworkCard::Kind::ethernet;
+}
+
+std::string dotted(const sockaddr& address) {
+  char buffer[INET_ADDRSTRLEN] = "";
+  inet_ntop(AF_INET, &reinterpret_cast<const sockaddr_in&>(address).sin_addr, buffer, sizeof buffer);
+  return buffer;
 }
 
 }  // namespace
@@ -54,6 +64,25 @@ std::map<std::string, long> defaultRoutes(std::istream& table) {
     }
   }
   return routes;
+}
+
+std::vector<NetworkCard> networkCards() {
+  ifaddrs* list = nullptr;
+  const bool told = getifaddrs(&list) == 0;
+  const std::unique_ptr<ifaddrs, decltype(&freeifaddrs)> kept(told ? list : nullptr, &freeifaddrs);
+  std::ifstream table("/proc/net/route");
+  const std::map<std::string, long> routes = defaultRoutes(table);
+  std::vector<NetworkCard> cards;
+  for (const ifaddrs* each = kept.get(); each != nullptr; each = each->ifa_next) {
+    if (each->ifa_addr == nullptr || each->ifa_addr->sa_family != AF_INET)
+      continue;
+    const std::string name = each->ifa_name;
+    cards.push_back(cardOf(name, each->ifa_flags, "/sys/class/net/" + name + "/"));
+    cards.back().addresses = {dotted(*each->ifa_addr)};
+    if (const auto route = routes.find(name); route != routes.end())
+      cards.back().routeMetric = route->second;
+  }
+  return cards;
 }
 
 }  // namespace qrn::controller

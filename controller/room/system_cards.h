@@ -4,6 +4,7 @@
 #include <istream>
 #include <map>
 #include <string>
+#include <vector>
 
 #include "controller/room/addresses.h"
 
@@ -15,5 +16,8 @@ NetworkCard cardOf(const std::string& name, unsigned flags, const std::string& f
 
 // Metrics of the default routes, by card, the smallest of each; from the table of /proc/net/route.
 std::map<std::string, long> defaultRoutes(std::istream& table);
+
+// The network cards of this machine with their IPv4 addresses, as they are now.
+std::vector<NetworkCard> networkCards();
 
 }  // namespace qrn::controller

@@ -7,8 +7,6 @@ namespace qrn::controller {
 
 namespace {
 
-constexpr auto requestTime = std::chrono::seconds(15);
-constexpr std::uint32_t maxHeader = 8192;
 constexpr const char* contentPolicy =
     "default-src 'none'; script-src 'self'; style-src 'self'; img-src 'self'; connect-src 'self' ws: wss:; "
     "base-uri 'none'; form-action 'none'; frame-ancestors 'none'";
@@ -33,19 +31,12 @@ bool ownOrigin(const Request& request) {
 
 }  // namespace
 
-ClientSeat::~ClientSeat() {
-  if (server_ != nullptr)
-    server_->clientGone();
-}
-
-HttpSession::HttpSession(Server& server, tcp::socket socket)
-    : server_(server), seat_(server), stream_(std::move(socket)) {}
+HttpSession::HttpSession(Server& server, Seat seat, tcp::socket socket)
+    : server_(server), seat_(std::move(seat)), stream_(std::move(socket)) {}
 
 void HttpSession::read() {
-  parser_ = std::make_unique<http::request_parser<http::empty_body>>();
-  parser_->header_limit(maxHeader);
-  parser_->body_limit(0);
-  stream_.expires_after(requestTime);
+  parser_ = std::make_unique<http::request_parser<http::empty_body>>();  // takes 8 KiB and no body
+  stream_.expires_after(server_.options().patience);                     // for the request and its answer
   http::async_read(stream_, buffer_, *parser_,
                    [self = shared_from_this()](beast::error_code error, std::size_t) {
                      if (!error)
@@ -70,9 +61,8 @@ std::string_view HttpSession::refusal(const Request& request, http::status& stat
   if (pathOf(request) != link::programPath)
     return "There is no such socket.\n";
   status = http::status::forbidden;
-  beast::error_code error;
-  const auto peer = stream_.socket().remote_endpoint(error);
-  if (error || !peer.address().is_loopback())
+  beast::error_code gone;  // then the address is not a loopback one
+  if (!stream_.socket().remote_endpoint(gone).address().is_loopback())
     return "The program's side is for this machine alone.\n";
   if (request.count(http::field::origin) != 0)
     return "The program's side is not for browsers.\n";
@@ -93,7 +83,6 @@ void HttpSession::upgrade(const Request& request) {
                 std::string(reason.substr(0, reason.size() - 1)));
     return send(request, status, "text/plain; charset=utf-8", std::string(reason));
   }
-  stream_.expires_never();
   tcp::socket socket = stream_.release_socket();
   if (pathOf(request) == "/phone")
     return std::make_shared<PhoneSession>(server_, std::move(seat_), std::move(socket))->run(request);
@@ -129,12 +118,9 @@ void HttpSession::send(const Request& request, http::status status, std::string_
   response_->content_length(body.size());
   if (request.method() != http::verb::head)
     response_->body() = std::move(body);
-  stream_.expires_after(requestTime);
   http::async_write(stream_, *response_, [self = shared_from_this()](beast::error_code error, std::size_t) {
     if (!error && self->response_->keep_alive())
       self->read();
-    else
-      self->stream_.socket().shutdown(tcp::socket::shutdown_send, error);
   });
 }
 

@@ -5,14 +5,13 @@ namespace qrn::controller {
 
 namespace {
 
-constexpr std::size_t maxQueuedFrames = 128, maxQueuedBytes = 512 * 1024;
+constexpr std::size_t maxQueuedBytes = 512 * 1024;
 constexpr double burst = 20, perSecond = 5;
-constexpr long patience = 200;                      // frames beyond the rate until the phone is dropped
-constexpr auto silence = std::chrono::seconds(40);  // until a phone that answers no ping is gone
+constexpr long maxRefused = 200;  // frames beyond the rate until the phone is dropped
 
 }  // namespace
 
-PhoneSession::PhoneSession(Server& server, ClientSeat seat, tcp::socket socket)
+PhoneSession::PhoneSession(Server& server, Seat seat, tcp::socket socket)
     : server_(server), seat_(std::move(seat)), stream_(std::move(socket)), rate_(burst, perSecond) {}
 
 PhoneSession::~PhoneSession() {
@@ -21,7 +20,8 @@ PhoneSession::~PhoneSession() {
 }
 
 void PhoneSession::run(const Request& request) {
-  stream_.set_option(websocket::stream_base::timeout{std::chrono::seconds(15), silence, true});
+  stream_.set_option(
+      websocket::stream_base::timeout{server_.options().patience, server_.options().silence, true});
   stream_.read_message_max(maxPhoneFrame);
   stream_.async_accept(request, [self = shared_from_this()](beast::error_code error) {
     if (error)
@@ -33,12 +33,12 @@ void PhoneSession::run(const Request& request) {
 
 void PhoneSession::read() {
   stream_.async_read(buffer_, [self = shared_from_this()](beast::error_code error, std::size_t) {
-    if (error || self->dropped_)
+    if (error)
       return self->drop();
     const std::string text = beast::buffers_to_string(self->buffer_.data());
     self->buffer_.consume(self->buffer_.size());
     if (!self->rate_.allows(now().ms)) {
-      if (self->rate_.refused() > patience)
+      if (self->rate_.refused() > maxRefused)
         return self->drop();
       self->server_.room().phoneTooFast(self->id_);
     } else if (!self->stream_.got_text() || !self->server_.room().phoneText(self->id_, text)) {
@@ -53,17 +53,16 @@ void PhoneSession::send(const SharedText& text) {
     return;
   queue_.push_back(text);
   queued_ += text->size();
-  if (queue_.size() > maxQueuedFrames || queued_ > maxQueuedBytes)
+  if (queued_ > maxQueuedBytes)
     return drop();
   if (queue_.size() == 1)
     write();
 }
 
 void PhoneSession::write() {
-  stream_.text(true);
   stream_.async_write(asio::buffer(*queue_.front()),
                       [self = shared_from_this()](beast::error_code error, std::size_t) {
-                        if (error || self->dropped_)
+                        if (error)
                           return self->drop();
                         self->queued_ -= self->queue_.front()->size();
                         self->queue_.pop_front();

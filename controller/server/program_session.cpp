@@ -4,13 +4,7 @@
 
 namespace qrn::controller {
 
-namespace {
-
-constexpr std::size_t maxWaitingFrames = 10000;
-
-}  // namespace
-
-ProgramSession::ProgramSession(Server& server, ClientSeat seat, tcp::socket socket, std::string instance)
+ProgramSession::ProgramSession(Server& server, Seat seat, tcp::socket socket, std::string instance)
     : server_(server), seat_(std::move(seat)), stream_(std::move(socket)), instance_(std::move(instance)) {}
 
 ProgramSession::~ProgramSession() {
@@ -18,6 +12,7 @@ ProgramSession::~ProgramSession() {
 }
 
 void ProgramSession::run(const Request& request) {
+  server_.setProgram(shared_from_this(), instance_);
   stream_.read_message_max(link::maxMessage);
   stream_.async_accept(request, [self = shared_from_this()](beast::error_code error) {
     if (!error)
@@ -26,29 +21,17 @@ void ProgramSession::run(const Request& request) {
 }
 
 void ProgramSession::accepted() {
-  if (server_.hasProgram() && server_.programInstance() != instance_) {
-    server_.log("refused a second program");
-    return close();
-  }
   beast::error_code ignored;
   beast::get_lowest_layer(stream_).socket().set_option(tcp::no_delay(true), ignored);
-  server_.setProgram(shared_from_this(), instance_);
   writing_ = server_.room().programArrived(instance_);
-  open_ = busy_ = true;
+  transmit();
   server_.tellRoom(true);  // goes out behind the hello
-  stream_.text(true);
-  stream_.async_write(asio::buffer(writing_),
-                      [self = shared_from_this()](beast::error_code error, std::size_t) {
-                        self->busy_ = false;
-                        if (!error)
-                          self->write();
-                      });
   read();
 }
 
 void ProgramSession::read() {
   stream_.async_read(buffer_, [self = shared_from_this()](beast::error_code error, std::size_t) {
-    if (error || !self->open_)
+    if (error)
       return self->close();
     const std::string text = beast::buffers_to_string(self->buffer_.data());
     self->buffer_.consume(self->buffer_.size());
@@ -57,23 +40,22 @@ void ProgramSession::read() {
     else
       self->server_.room().fromProgram(text);
     self->server_.armRehearsal();
-    if (self->server_.room().waitingForProgram() > maxWaitingFrames) {
-      self->server_.log("the program does not read; the link is closed");
-      return self->close();
-    }
     self->read();
   });
 }
 
 void ProgramSession::write() {
-  if (busy_ || !open_)
+  if (busy_)
     return;
   auto text = server_.room().nextForProgram();
   if (!text)
     return;
   writing_ = std::move(*text);
+  transmit();
+}
+
+void ProgramSession::transmit() {
   busy_ = true;
-  stream_.text(true);
   stream_.async_write(asio::buffer(writing_),
                       [self = shared_from_this()](beast::error_code error, std::size_t) {
                         self->busy_ = false;
@@ -84,8 +66,8 @@ void ProgramSession::write() {
                       });
 }
 
+// Ends every wait on the socket.
 void ProgramSession::close() {
-  open_ = false;
   beast::get_lowest_layer(stream_).close();
 }
 

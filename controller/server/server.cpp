@@ -12,7 +12,8 @@
 #include <iterator>
 
 #include "base/disk.h"
-#include "controller/server/network_cards.h"
+#include "controller/room/system_cards.h"
+#include "controller/server/network_watch.h"
 #include "controller/server/sessions.h"
 
 namespace qrn::controller {
@@ -83,7 +84,6 @@ void Server::listen() {
   acceptor_.bind(endpoint, error);
   if (error && options_.portOrAny) {
     endpoint.port(0);
-    error.clear();
     acceptor_.bind(endpoint, error);
   }
   if (error)
@@ -96,42 +96,36 @@ void Server::run() {
   signals_.add(SIGTERM);
   signals_.add(SIGINT);
   signals_.add(SIGHUP);
-  signals_.async_wait([this](boost::system::error_code error, int) {
-    if (!error)
-      stop();
-  });
+  signals_.async_wait([this](boost::system::error_code, int) { stop(); });
   if (options_.endWithLink)
     armGrace();
-  watchNetwork();
+  if (const auto watch = networkWatch()) {
+    networkWatch_.assign(*watch);
+    watchNetwork();
+  }
   accept();
   io_.run();
 }
 
 void Server::accept() {
   acceptor_.async_accept([this](boost::system::error_code error, tcp::socket socket) {
-    if (error == asio::error::operation_aborted)
-      return;
     if (!error) {
       accepted(std::move(socket));
       return accept();
     }
     // No more descriptors, say: wait until some have been given back.
     acceptPause_.expires_after(std::chrono::milliseconds(100));
-    acceptPause_.async_wait([this](boost::system::error_code stopped) {
-      if (!stopped)
-        accept();
-    });
+    acceptPause_.async_wait([this](boost::system::error_code) { accept(); });
   });
 }
 
 void Server::accepted(tcp::socket socket) {
-  beast::error_code error;
-  const auto peer = socket.remote_endpoint(error);
+  beast::error_code gone;
+  const auto peer = socket.remote_endpoint(gone);
+  const auto taken = static_cast<std::size_t>(seats_.use_count() - 1);
   // The program's side always finds a seat: it comes from this machine.
-  if (error || (clients_ >= options_.maxClients && !peer.address().is_loopback()))
-    return;
-  ++clients_;
-  std::make_shared<HttpSession>(*this, std::move(socket))->run();
+  if (taken < options_.maxClients || peer.address().is_loopback())
+    std::make_shared<HttpSession>(*this, seats_, std::move(socket))->run();
 }
 
 PhoneId Server::addPhone(const std::shared_ptr<PhoneSession>& phone) {
@@ -149,7 +143,6 @@ void Server::setProgram(const std::shared_ptr<ProgramSession>& program, const st
     former->close();
   program_ = program;
   programInstance_ = instance;
-  graceTimer_.cancel();
   log("the program has linked up");
 }
 
@@ -209,8 +202,6 @@ void Server::announce() const {
 }
 
 void Server::withdraw() const {
-  if (options_.announce.empty() || options_.announce == "-")
-    return;
   const auto there = link::readAnnouncement(readFile(options_.announce));
   if (there && there->token == options_.token)
     unlink(options_.announce.c_str());
@@ -229,10 +220,9 @@ void Server::keepState(long keypad, const std::string& token) const {
     return;
   const std::string line = Roster::stateLine(keypad, token, now().seconds);
   const int file = open(options_.state.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, S_IRUSR | S_IWUSR);
-  if (file < 0 || ::write(file, line.data(), line.size()) != static_cast<ssize_t>(line.size()))
+  if (::write(file, line.data(), line.size()) != static_cast<ssize_t>(line.size()))
     log("cannot write " + options_.state);
-  if (file >= 0)
-    close(file);
+  close(file);
 }
 
 host::RoomState Server::roomState() const {
@@ -267,20 +257,13 @@ void Server::tellRoomSoon() {
     return;
   tellingSoon_ = true;
   tellTimer_.expires_after(std::chrono::milliseconds(200));
-  tellTimer_.async_wait([this](boost::system::error_code error) {
+  tellTimer_.async_wait([this](boost::system::error_code) {
     tellingSoon_ = false;
-    if (!error)
-      tellRoom(false);
+    tellRoom(false);
   });
 }
 
 void Server::watchNetwork() {
-  if (!networkWatch_.is_open()) {
-    const int watch = networkWatch();
-    if (watch < 0)
-      return;
-    networkWatch_.assign(watch);
-  }
   networkWatch_.async_read_some(asio::buffer(networkNews_),
                                 [this](boost::system::error_code error, std::size_t) {
                                   // Too much news at once is news as well.

@@ -29,7 +29,9 @@ struct ServerOptions {
   std::string address;     // host name or address to show; "" to find it out
   std::size_t maxClients = 5000;
   bool endWithLink = false;
-  std::chrono::seconds grace{30};  // without a program, when it ends with the link
+  std::chrono::seconds grace{30};     // without a program, when it ends with the link
+  std::chrono::seconds patience{15};  // for a request
+  std::chrono::seconds silence{40};   // until a phone that answers no ping is gone
 };
 
 class Server {
@@ -50,7 +52,6 @@ class Server {
   void tellRoom(bool anyhow);
   void logPlace() const;
 
-  void clientGone() { --clients_; }
   PhoneId addPhone(const std::shared_ptr<PhoneSession>& phone);
   void removePhone(PhoneId phone);
   bool hasProgram() const { return !program_.expired(); }
@@ -77,7 +78,7 @@ class Server {
   ServerOptions options_;
   Room room_;
   bool stopping_ = false;
-  std::size_t clients_ = 0;
+  const std::shared_ptr<const int> seats_ = std::make_shared<const int>();
   PhoneId lastPhone_ = 0;
   std::map<PhoneId, std::weak_ptr<PhoneSession>> phones_;
   std::weak_ptr<ProgramSession> program_;

@@ -13,22 +13,13 @@ namespace qrn::controller {
 
 class Server;
 
-// Keeps the count of open connections right, whatever a connection turns into.
-class ClientSeat {
- public:
-  explicit ClientSeat(Server& server) : server_(&server) {}
-  ClientSeat(ClientSeat&& other) noexcept : server_(other.server_) { other.server_ = nullptr; }
-  ClientSeat& operator=(ClientSeat&&) = delete;
-  ~ClientSeat();
-
- private:
-  Server* server_;
-};
+// Every open connection holds one, whatever it turns into.
+using Seat = std::shared_ptr<const int>;
 
 // Serves pages, and hands the socket on when the request is for a WebSocket.
 class HttpSession : public std::enable_shared_from_this<HttpSession> {
  public:
-  HttpSession(Server& server, tcp::socket socket);
+  HttpSession(Server& server, Seat seat, tcp::socket socket);
   void run() { read(); }
 
  private:
@@ -40,7 +31,7 @@ class HttpSession : public std::enable_shared_from_this<HttpSession> {
   std::string_view refusal(const Request& request, http::status& status) const;
 
   Server& server_;
-  ClientSeat seat_;
+  Seat seat_;
   beast::tcp_stream stream_;
   beast::flat_buffer buffer_;
   std::unique_ptr<http::request_parser<http::empty_body>> parser_;
@@ -50,7 +41,7 @@ class HttpSession : public std::enable_shared_from_this<HttpSession> {
 // One phone. What goes out is bounded: a phone that does not read is dropped and comes back by itself.
 class PhoneSession : public std::enable_shared_from_this<PhoneSession> {
  public:
-  PhoneSession(Server& server, ClientSeat seat, tcp::socket socket);
+  PhoneSession(Server& server, Seat seat, tcp::socket socket);
   ~PhoneSession();
   void run(const Request& request);
   void send(const SharedText& text);
@@ -61,7 +52,7 @@ class PhoneSession : public std::enable_shared_from_this<PhoneSession> {
   void drop();
 
   Server& server_;
-  ClientSeat seat_;
+  Seat seat_;
   websocket::stream<beast::tcp_stream> stream_;
   beast::flat_buffer buffer_;
   std::deque<SharedText> queue_;
@@ -74,7 +65,7 @@ class PhoneSession : public std::enable_shared_from_this<PhoneSession> {
 // The program's side.
 class ProgramSession : public std::enable_shared_from_this<ProgramSession> {
  public:
-  ProgramSession(Server& server, ClientSeat seat, tcp::socket socket, std::string instance);
+  ProgramSession(Server& server, Seat seat, tcp::socket socket, std::string instance);
   ~ProgramSession();
   void run(const Request& request);
   void write();  // the next frame, unless one is being written
@@ -83,15 +74,15 @@ class ProgramSession : public std::enable_shared_from_this<ProgramSession> {
  private:
   void accepted();
   void read();
+  void transmit();
 
   Server& server_;
-  ClientSeat seat_;
+  Seat seat_;
   websocket::stream<beast::tcp_stream> stream_;
   beast::flat_buffer buffer_;
   std::string instance_;
   std::string writing_;
-  bool busy_ = false;
-  bool open_ = false;
+  bool busy_ = true;  // until the hello is out
 };
 
 }  // namespace qrn::controller

@@ -42,6 +42,11 @@ class AddressTest : public test::CaseTest {
       std::istringstream table(words.rest(0));
       for (const auto& [card, metric] : defaultRoutes(table)) tell(card + " " + std::to_string(metric));
     });
+    on("loopback", [this](const Words&) {
+      for (const NetworkCard& card : networkCards())
+        if (card.loopback)
+          tell(card.name + " " + card.addresses.at(0));
+    });
     on("no-cards", [this](const Words&) { cards.clear(); });
     on("candidates", [this](const Words&) {
       for (const host::JoinAddress& one : joinCandidates(cards)) tell(told(one));

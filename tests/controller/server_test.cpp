@@ -1,5 +1,4 @@
-// The built controller from outside: who is let in, what the pages are, and phones that vote, a thousand of
-// them.
+// The built controller from outside: who is let in, what the pages are, and a thousand phones that vote.
 #include <sys/resource.h>
 
 #include <boost/asio/io_context.hpp>
@@ -61,11 +60,15 @@ class ServerTest : public LinkTest {
     announced = *link::announcedIn(folder);
   }
 
+  tcp::socket reach(boost::asio::io_context& io) const {
+    tcp::socket socket(io);
+    socket.connect({boost::asio::ip::address_v4::loopback(), static_cast<std::uint16_t>(announced.port)});
+    return socket;
+  }
   // One request; of an answer that opens a WebSocket only the head is read.
   http::response<http::string_body> get(const std::string& path, const Headers& headers = {}) {
     boost::asio::io_context io;
-    tcp::socket socket(io);
-    socket.connect({boost::asio::ip::address_v4::loopback(), static_cast<std::uint16_t>(announced.port)});
+    tcp::socket socket = reach(io);
     http::request<http::empty_body> request(http::verb::get, path, 11);
     request.set(http::field::host, "127.0.0.1:" + std::to_string(announced.port));
     for (const auto& [name, value] : headers) request.set(name, value);
@@ -153,8 +156,7 @@ TEST_F(ServerTest, TheCodeIsWholeAndHasRoomAroundIt) {
 
 TEST_F(ServerTest, AConnectionServesAsManyPagesAsItsBrowserAsksFor) {
   boost::asio::io_context io;
-  tcp::socket socket(io);
-  socket.connect({boost::asio::ip::address_v4::loopback(), static_cast<std::uint16_t>(announced.port)});
+  tcp::socket socket = reach(io);
   beast::flat_buffer buffer;
   for (const char* wish : {"keep-alive", "keep-alive", "close"}) {
     http::request<http::empty_body> request(http::verb::get, "/icon.svg", 11);
@@ -226,17 +228,12 @@ TEST_F(ServerTest, TheProgramHearsHowManyPhonesAreInAndSaysWhereTheyJoin) {
   const auto chosen = [&](const host::RoomState& room) { return room.address == other.host + port; };
   EXPECT_TRUE(hear(chosen));
   EXPECT_NE(get("/room").body().find("address=" + other.host + port + "\n"), std::string::npos);
-  kill(static_cast<pid_t>(program->controllerProcess()), SIGKILL);
-  ASSERT_TRUE(pump(*program, [&] { return losses == 1; }));
-  ASSERT_TRUE(program->makeLink(true)) << program->lastError();
-  EXPECT_TRUE(hear([&](const host::RoomState& room) { return room.address.find(other.host) == 0; }))
-      << "the choice holds for the next controller too";
-}
-
-TEST_F(ServerTest, AControllerThatIsToldToEndTakesItsAnnouncementBack) {
   kill(static_cast<pid_t>(program->controllerProcess()), SIGTERM);
   ASSERT_TRUE(pump(*program, [&] { return losses == 1; }));
   EXPECT_FALSE(std::filesystem::exists(folder + "/controller.announce"));
+  ASSERT_TRUE(program->makeLink(true)) << program->lastError();
+  EXPECT_TRUE(hear([&](const host::RoomState& room) { return room.address.find(other.host) == 0; }))
+      << "the choice holds for the next controller too";
 }
 
 TEST_F(ServerTest, HostileFramesCostTheirSenderTheSocketAndNobodyElse) {
@@ -266,6 +263,38 @@ TEST_F(ServerTest, HostileFramesCostTheirSenderTheSocketAndNobodyElse) {
   good.say("press 1 3");
   EXPECT_TRUE(pump(*program, [&] { return !received.empty() && received.back() == "[1],1;3"; }));
   EXPECT_NE(good.hear("yours"), "");
+  program->sendToController("preVoteText=" + std::string(500000, 'x'));
+  for (int i = 0; i < 30; ++i) program->sendToController("StartVote");
+  EXPECT_TRUE(pump(*program, [&] { return program->room().phones == 0; }));  // who does not read is dropped
+}
+
+TEST_F(ServerTest, ARoomWithoutItsProgramGoesOnForATimeAndWhoSaysNothingDoesNot) {
+  program.reset();
+  options.keepRunning = true;
+  options.extraArguments = {"--port",    "0", "--end-with-link", "--grace", "1", "--patience", "1",
+                            "--silence", "1", "--max-clients",   "0"};
+  auto away = std::make_unique<Linked>(*this, true);
+  announced = *link::announcedIn(folder);
+  Phone phone(announced.port);
+  phone.say("join - 0");
+  startVote(*away, 5);
+  ASSERT_NE(phone.hear("vote"), "");
+  away.reset();
+  usleep(100000);
+  phone.say("press 1 3");
+  EXPECT_EQ(phone.hear("yours"), "yours\nvote=1\npress=3\nstanding=kept");
+  boost::asio::io_context io;
+  tcp::socket mute = reach(io);
+  away = std::make_unique<Linked>(*this);
+  Phone silent(announced.port);
+  silent.say("join - 0");
+  for (const long there : {2, 0}) EXPECT_TRUE(pump(*away, [&] { return away->room().phones == there; }));
+  char more = 0;
+  EXPECT_THROW(mute.read_some(boost::asio::buffer(&more, 1)), std::exception);
+  EXPECT_EQ(get("/icon.svg").result_int(), 200U) << "the grace is over, but there is a program";
+  away.reset();
+  for (int i = 0; i < 30 && link::announcedIn(folder); ++i) usleep(100000);
+  EXPECT_FALSE(link::announcedIn(folder));
 }
 
 TEST_F(ServerTest, EveryPressOfAThousandPhonesArrivesAndCounts) {
