@@ -1,16 +1,15 @@
 #include "desktop/side_list.h"
 
 #include <QHeaderView>
-#include <QPainter>
-#include <QStyledItemDelegate>
+#include <QScrollBar>
 #include <algorithm>
 #include <utility>
 
 #include "adapters/qt/themed.h"
 #include "core/windows/slide_theme.h"
+#include "desktop/keyed_rows.h"
 #include "host/actions.h"
 #include "look/theme.h"
-#include "render/colours.h"
 #include "render/fonts.h"
 
 namespace qrn::desktop {
@@ -19,7 +18,6 @@ namespace {
 
 constexpr double kShare = 0.28;                // of the window's width
 constexpr double kEdge = 0.023, kTop = 0.037;  // free right of it, above and below, of width and height
-constexpr double kRow = 1.5;                   // of the type's size
 
 int typeFor(const QWidget& window) {
   return std::max(16, static_cast<int>(window.height() * look::partOfHeight(look::Size::floor)));
@@ -29,76 +27,13 @@ QString themed(const char* sheet, const QWidget& window) {
   return qt::themed(sheet, slideTheme(), window.height());
 }
 
-// As many whole words as there is room for.
-QString wholeWords(const QString& text, const QFontMetrics& metrics, int room) {
-  if (metrics.horizontalAdvance(text) <= room)
-    return text;
-  const QString cut = metrics.elidedText(text, Qt::ElideRight, room);
-  const auto blank = cut.lastIndexOf(' ');
-  return blank > cut.size() / 2 ? cut.left(blank) + " \u2026" : cut;
-}
-
-// A row "key: text" with its key on a disc, as on the graph.
-class KeyedRow : public QStyledItemDelegate {
- public:
-  KeyedRow(look::Theme theme, QObject* list) : QStyledItemDelegate(list), theme_(theme) {}
-
-  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const override {
-    return {0, static_cast<int>(kRow * option.fontMetrics.ascent() * 1.1)};
-  }
-
-  void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
-    const QString line = index.data(Qt::DisplayRole).toString();
-    const auto colon = std::max<qsizetype>(0, line.indexOf(':'));
-    const bool chosen = option.state.testFlag(QStyle::State_Selected),
-               marked = index.data(Qt::FontRole).isValid();
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(Qt::NoPen);
-    const QRectF row = QRectF(option.rect).adjusted(2, 1, -2, -1);
-    if (chosen) {
-      painter->setBrush(render::toColour(theme_.data));
-      painter->drawRoundedRect(row, row.height() / 4, row.height() / 4);
-    }
-    const std::int32_t disc = chosen ? theme_.onData : marked ? theme_.highlight : theme_.data;
-    const double left = key(*painter, row, line.left(colon), disc);
-    painter->setFont(option.font);
-    painter->setPen(render::toColour(chosen ? theme_.onData : theme_.text));
-    const QRectF text(left, row.top(), row.right() - left - row.height() / 5, row.height());
-    painter->drawText(
-        text, Qt::AlignLeft | Qt::AlignVCenter,
-        wholeWords(line.mid(colon + 1).trimmed(), QFontMetrics(option.font), static_cast<int>(text.width())));
-    painter->restore();
-  }
-
- private:
-  // Gives where the text begins.
-  double key(QPainter& painter, const QRectF& row, const QString& text, std::int32_t disc) const {
-    QFont font = painter.font();
-    font.setBold(true);
-    font.setPixelSize(std::max(1, static_cast<int>(row.height() * 0.56)));
-    painter.setFont(font);
-    const double height = row.height() * 0.84, wide = painter.fontMetrics().horizontalAdvance(text);
-    const double width = std::max(height, wide + height * 0.5), space = std::max(width, height * 1.5);
-    const QRectF box(row.left() + row.height() * 0.2 + (space - width) / 2, row.center().y() - height / 2,
-                     width, height);
-    painter.setBrush(render::toColour(disc));
-    painter.drawRoundedRect(box, height / 2, height / 2);
-    painter.setPen(render::toColour(look::inkOn(disc)));
-    painter.drawText(box, Qt::AlignCenter, text);
-    return row.left() + row.height() * 0.45 + space;
-  }
-
-  const look::Theme theme_;
-};
-
 }  // namespace
 
 SideList::SideList(SideListSource source, QWidget* parent)
     : PanelView(*source.panel, "List1", parent), source_(std::move(source)) {
-  setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
   setFocusPolicy(Qt::NoFocus);  // the keys are the form's
   header()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+  connect(model(), &QAbstractItemModel::modelReset, this, [this] { stale_ = true; });
   hide();
 }
 
@@ -115,14 +50,34 @@ int SideList::stand() {
     setLook(window);
     setGeometry(place);
     show();
+    stale_ = true;
   }
   sync();
+  if (std::exchange(stale_, false))
+    setRows();
   return width;
+}
+
+// Anew for other rows and another room alone: measuring takes its time.
+void SideList::setRows() {
+  ensurePolished();
+  updateGeometries();  // the header takes its part
+  const QScrollBar& bar = *verticalScrollBar();
+  const int wide = bar.sizeHint().width();
+  rows_->set(source_.panel->rows(), font(),
+             {viewport()->width() + (bar.isVisible() ? wide : 0), viewport()->height(), wide});
+  doItemsLayout();
+  if (currentIndex().isValid())
+    scrollTo(currentIndex());
+}
+
+const QStringList& SideList::lines(int row) const {
+  return rows_->lines(row);
 }
 
 void SideList::setLook(const QWidget& window) {
   const int type = typeFor(window), gap = type / 3;
-  delete std::exchange(rows_, new KeyedRow(slideTheme(), this));
+  delete std::exchange(rows_, new KeyedRows(slideTheme(), this));
   setItemDelegate(rows_);
   setStyleSheet(
       themed("QTreeView { background: @surface; border: none; border-radius: %2px; font-size: %1px; outline: "

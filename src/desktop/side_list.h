@@ -1,7 +1,6 @@
 // The list beside a graph, and the small button that tells which items lack data.
 #pragma once
 
-#include <QAbstractItemDelegate>
 #include <QPushButton>
 #include <functional>
 
@@ -9,6 +8,8 @@
 #include "host/forms.h"
 
 namespace qrn::desktop {
+
+class KeyedRows;
 
 struct SideListSource {
   std::function<bool()> visible;
@@ -21,12 +22,15 @@ class SideList : public PanelView {
   // Takes what the panel holds and stands at the right of the parent. Returns the width it takes, 0 when
   // hidden.
   int stand();
+  const QStringList& lines(int row) const;  // of its text, once it stands
 
  private:
   void setLook(const QWidget& window);
+  void setRows();
 
   SideListSource source_;
-  QAbstractItemDelegate* rows_ = nullptr;
+  KeyedRows* rows_ = nullptr;
+  bool stale_ = true;  // other rows, or another room for them
 };
 
 // Does the row "cmd_info" of the form's table, and is seen while that can be done.

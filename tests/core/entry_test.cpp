@@ -54,15 +54,14 @@ class EntryCase : public RunCase {
     world.link.canShare = world.link.canStart = false;
     registerComms();
     registerBlankForm();
-    for (const char* name : {"Wizard", "xyVoteRuntime", "xyVoteAverageGraph", "xyVoteGraph"}) {
-      world.forms.attach(name, [](host::Form&) { return std::make_unique<host::FormView>(); });
+    for (const char* name : {"Wizard", "xyVoteRuntime", "xyVoteAverageGraph", "xyVoteGraph"})
       world.forms.define(name, [this, name] {
         tell(name, " comes up");
+        world.forms.attach(name, [](host::Form&) { return std::make_unique<host::FormView>(); });
         if (std::string(name).ends_with("Graph"))  // somebody looks at it
           world.at(2, [this, name] { world.forms.unload(name); });
         return std::make_unique<host::Form>(name);
       });
-    }
     entryHooks() = EntryHooks{[this] { tell("the vote begins"); }};
     runCommands();
     slideCommands();

@@ -25,7 +25,7 @@ class SlideShowCase : public WindowCase {
     });
     on("click", [this](const Words&) { QTest::mouseClick(&show, Qt::LeftButton), tellPlace(); });
     on("close", [this](const Words&) { show.close(), tellPlace(); });
-    // Slides are 16 to 9: 225 pixels high in a square of 400.
+    // Slides are 16 to 9: 225 pixels high in a square of 400, and so are dialogs and forms (!: they are not).
     on("letterbox", [this](const Words& words) {
       show.showNormal();
       show.resize(400, 400);
@@ -33,8 +33,7 @@ class SlideShowCase : public WindowCase {
       for (const std::string& y : words) tell(image.pixelColor(200, std::stoi(y)).name().toStdString());
       stack.raise(&show);
       const QRect over = qt::StagedDialog(&show).geometry();
-      tell("dialogs from ", over.top() - show.y(), ", ", over.height(), " high",
-           stack.placeForForms() == over ? "" : ", forms elsewhere");
+      tell(over.height(), " high from ", over.top() - show.y(), stack.placeForForms() == over ? "" : "!");
     });
   }
   void tellPlace() {

@@ -96,6 +96,13 @@ class SurfaceCase : public WindowCase {
       world.forms.refresh("graph");
       QCoreApplication::processEvents();
     });
+    // rows COUNT TEXT: the list has that many; how each is set
+    on("rows", [this](const Words& words) {
+      form().List1.setRows({std::stoul(words[0]), host::PanelRow{.cells = {words.rest(1)}}});
+      world.forms.refresh("graph");
+      QCoreApplication::processEvents();
+      tell(dynamic_cast<desktop::SideList&>(part("List1")).lines(0).join(" / ").toStdString());
+    });
     on("loaded", [this](const Words&) {
       tell(!world.forms.isLoaded("graph") ? "no" : window().isVisible() ? "in sight" : "hidden");
     });
@@ -117,16 +124,15 @@ class SurfaceCase : public WindowCase {
     on("mouse", [this](const Words& words) {
       const Qt::MouseButton button = words.word(3) == "right" ? Qt::RightButton : Qt::LeftButton;
       const QPoint at(words.number(1), words.number(2));
+      using Does = void (*)(QWidget*, Qt::MouseButton, Qt::KeyboardModifiers, QPoint, int);
+      const std::map<std::string, Does> does{{"double", QTest::mouseDClick},
+                                             {"click", QTest::mouseClick},
+                                             {"press", QTest::mousePress},
+                                             {"release", QTest::mouseRelease}};
       if (words[0] == "move")
         QTest::mouseMove(&window(), at);
-      else if (words[0] == "double")
-        QTest::mouseDClick(&window(), button, {}, at);
-      else if (words[0] == "click")
-        QTest::mouseClick(&window(), button, {}, at);
-      else if (words[0] == "press")
-        QTest::mousePress(&window(), button, {}, at);
       else
-        QTest::mouseRelease(&window(), button, {}, at);
+        does.at(words[0])(&window(), button, {}, at, -1);
     });
     // Where clicks halfway down fall, at the left edge and beside the list: in shares of the form.
     on("edges", [this](const Words&) {

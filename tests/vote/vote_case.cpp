@@ -221,10 +221,7 @@ void VoteCase::formCommands() {
   on("hide", [this](const Words& words) { world.forms.hide(words[0]); });
   on("forms", [this](const Words&) { tell(joined(world.forms.loadedNames(), " ")); });
   on("screen", [this](const Words&) { tell(painted_); });
-  on("windows", [this](const Words&) {
-    windows_ = std::make_unique<TellingWindows>([this](const std::string& text) { tell(text); });
-    host::host().windows = windows_.get();
-  });
+  on("windows", [this](const Words&) { host::host().windows = &windows_; });
   on("fail", [this](const Words& words) {  // so many seconds from now each
     for (const std::string& word : words)
       world.at(std::stod(word), [] { throw HostError(Fault::program, 5, "something fails"); });

@@ -58,7 +58,7 @@ class VoteCase : public RunCase {
   std::size_t opens_ = 0;
   std::string before_;  // the slide's tags
   std::string painted_, cut_;
-  std::unique_ptr<host::Windows> windows_;
+  TellingWindows windows_{[this](const std::string& text) { tell(text); }};
   uctlKpadsNotVoted missing_;
   std::unique_ptr<RoomLink> room_;
   std::unique_ptr<host::Timer> closer_;

@@ -45,9 +45,12 @@ struct Lines {
   bool wordsWhole = true;
 };
 
-Lines linesOf(const std::string& text, const host::SurfaceFont& font, double width) {
+using Wrap = decltype(&host::wrapText);
+
+Lines linesOf(const std::string& text, const host::SurfaceFont& font, double width,
+              Wrap wrap = host::wrapBalanced) {
   Lines lines;
-  for (const std::string& line : host::wrapBalanced(text, font, width)) {
+  for (const std::string& line : wrap(text, font, width)) {
     if (overlong(line, font, width)) {
       lines.wordsWhole = false;
       breakInside(line, font, width, lines.text);
@@ -106,9 +109,10 @@ SetText finished(const std::vector<std::string>& lines, const host::SurfaceFont&
   return result;
 }
 
-// At the smallest size every text gets an equal share of the lines that there is room for.
-std::vector<SetText> cutTogether(std::vector<Lines> texts, const host::SurfaceFont& font, double width,
-                                 double height, double gap) {
+// At the smallest size every text gets an equal share of the lines that there is room for. The lines of one
+// that is cut are filled: they say more than even ones.
+std::vector<SetText> cutTogether(const std::vector<std::string>& whole, std::vector<Lines> texts,
+                                 const host::SurfaceFont& font, double width, double height, double gap) {
   const double line = lineHeight(font);
   const auto count = static_cast<double>(texts.size());
   int most = static_cast<int>(std::floor((height - (count - 1) * gap) / line + 0.01));
@@ -126,8 +130,10 @@ std::vector<SetText> cutTogether(std::vector<Lines> texts, const host::SurfaceFo
   std::vector<SetText> results;
   for (std::size_t i = 0; i < texts.size(); ++i) {
     const bool cut = texts[i].text.size() > given[i];
-    if (cut)
+    if (cut) {
+      texts[i] = linesOf(whole[i], font, width, host::wrapText);
       endAt(given[i], font, width, texts[i].text);
+    }
     results.push_back(finished(texts[i].text, font));
     results.back().whole = !cut;
   }
@@ -159,7 +165,7 @@ std::vector<SetText> setTogether(const std::vector<std::string>& texts, host::Su
       return results;
     }
   }
-  return cutTogether(std::move(lines), font, width, height, gap);
+  return cutTogether(texts, std::move(lines), font, width, height, gap);
 }
 
 SetText setText(const std::string& text, host::SurfaceFont font, const std::vector<double>& sizes,
