@@ -23,6 +23,14 @@ constexpr int kEdge = 2;  // pixels beside a row; half of it above and below
 }  // namespace
 
 void KeyedRows::set(const std::vector<host::PanelRow>& rows, const QFont& font, Room room) {
+  std::vector<std::string> said;
+  said.reserve(rows.size());
+  for (const host::PanelRow& row : rows) said.push_back(row.cells.empty() ? "" : row.cells.front());
+  if (said == said_ && room == room_ && font.pixelSize() == font_.pixelSize() &&
+      font.family() == font_.family())
+    return;
+  said_ = std::move(said);
+  room_ = room;
   font_ = keyFont_ = font;
   font_.setHintingPreference(QFont::PreferNoHinting);  // as texts are measured
   const QFontMetrics metrics(font_);
@@ -31,7 +39,7 @@ void KeyedRows::set(const std::vector<host::PanelRow>& rows, const QFont& font, 
   line_ = metrics.lineSpacing();
   keyFont_.setBold(true);
   keyFont_.setPixelSize(std::max(1, static_cast<int>(row_ * kKeyType)));
-  split(rows);
+  split();
   key_ = std::min(key_, room.width * kWidestKey);
   if (static_cast<int>(rows.size()) * row_ <= room.height)
     for (const int most : {kMostLines, kLinesOfMany}) {
@@ -44,13 +52,13 @@ void KeyedRows::set(const std::vector<host::PanelRow>& rows, const QFont& font, 
   setTexts(room.width - room.bar, kLinesOfMany);
 }
 
-void KeyedRows::split(const std::vector<host::PanelRow>& rows) {
+void KeyedRows::split() {
   const QFontMetrics metrics(keyFont_);
   const double disc = row_ * kDisc;
   rows_.clear();
   key_ = disc * 1.5;  // the column is no narrower
-  for (const host::PanelRow& row : rows) {
-    const QString line = row.cells.empty() ? QString() : render::toQt(row.cells.front()).simplified();
+  for (const std::string& one : said_) {
+    const QString line = render::toQt(one).simplified();
     const auto colon = line.indexOf(':');
     Row& made = rows_.emplace_back();
     made.key = line.left(std::max<qsizetype>(0, colon));

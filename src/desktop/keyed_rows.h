@@ -14,11 +14,13 @@ namespace qrn::desktop {
 
 class KeyedRows : public QStyledItemDelegate {
  public:
-  KeyedRows(look::Theme theme, QObject* list) : QStyledItemDelegate(list), theme_(theme) {}
+  explicit KeyedRows(QObject* list) : QStyledItemDelegate(list) {}
+  void setTheme(const look::Theme& theme) { theme_ = theme; }
 
   // Pixels: what the rows have before a scroll bar takes `bar` of the width.
   struct Room {
     int width = 0, height = 0, bar = 0;
+    bool operator==(const Room&) const = default;
   };
   // Few items may take three lines each, more of them two. What is longer ends at a whole word.
   void set(const std::vector<host::PanelRow>& rows, const QFont& font, Room room);
@@ -34,15 +36,17 @@ class KeyedRows : public QStyledItemDelegate {
     QStringList lines;
     bool rightToLeft = false;
   };
-  void split(const std::vector<host::PanelRow>& rows);
+  void split();
   void setTexts(int width, int most);
   int heightOf(const QStringList& lines) const;
   int height() const;
   double textLeft() const;
   void paintKey(QPainter& painter, const QRectF& line, const Row& row, bool chosen, bool marked) const;
 
-  const look::Theme theme_;
+  look::Theme theme_;
   std::vector<Row> rows_;
+  std::vector<std::string> said_;  // by the rows, when they were set
+  Room room_;                      // then
   QFont font_, keyFont_;
   int row_ = 0, line_ = 0;  // pixels of a row of one line, and of each line more
   int gap_ = 0;             // below a row, where there is room for it

@@ -30,8 +30,9 @@ QString themed(const char* sheet, const QWidget& window) {
 }  // namespace
 
 SideList::SideList(SideListSource source, QWidget* parent)
-    : PanelView(*source.panel, "List1", parent), source_(std::move(source)) {
+    : PanelView(*source.panel, "List1", parent), source_(std::move(source)), rows_(new KeyedRows(this)) {
   setFocusPolicy(Qt::NoFocus);  // the keys are the form's
+  setItemDelegate(rows_);
   header()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   connect(model(), &QAbstractItemModel::modelReset, this, [this] { stale_ = true; });
   hide();
@@ -77,8 +78,7 @@ const QStringList& SideList::lines(int row) const {
 
 void SideList::setLook(const QWidget& window) {
   const int type = typeFor(window), gap = type / 3;
-  delete std::exchange(rows_, new KeyedRows(slideTheme(), this));
-  setItemDelegate(rows_);
+  rows_->setTheme(slideTheme());
   setStyleSheet(
       themed("QTreeView { background: @surface; border: none; border-radius: %2px; font-size: %1px; outline: "
              "none; padding: 0 %2px %2px %2px; }"

@@ -29,7 +29,7 @@ class SideList : public PanelView {
   void setRows();
 
   SideListSource source_;
-  KeyedRows* rows_ = nullptr;
+  KeyedRows* rows_;
   bool stale_ = true;  // other rows, or another room for them
 };
 
