@@ -139,6 +139,21 @@ void addTitle(GraphCanvas& canvas, const char* array, const std::string& title, 
   canvas.surface.add(Layer::titles, array, 0, std::move(label));
 }
 
+bool isCut(const FittedText& fitted, const std::string& caption) {
+  return replaceAll(fitted.caption, "\n", " ") != caption;
+}
+
+// The last caption has less than half a slot right of its line. It goes nearer to the edge before it is cut.
+FittedText fitAtEdge(const GraphCanvas& canvas, const std::string& caption, const FittedText& wide, double at,
+                     double height) {
+  const double all = 2 * (canvas.width() - at), near = 2 * kNearEdge * canvas.width();
+  if (wide.width <= all - near)
+    return wide;
+  FittedText text = fitText(caption, wide.font, all - near, height, wide.font.size);
+  return isCut(text, caption) ? fitText(caption, wide.font, all - canvas.px(4), height, wide.font.size)
+                              : text;
+}
+
 // What the titles and the other axis must leave alone.
 struct LaidCaptions {
   double cornerLeft = 0;  // left edge of the first text
@@ -154,14 +169,13 @@ LaidCaptions layHorizontalAxis(GraphCanvas& canvas, const AxisPlan& plan, bool s
   LaidCaptions laid{skew ? area.X1 : area.X1 - fitted.texts.front().width / 2, top};
   for (int i = 0; i <= plan.divisions; ++i) {
     const auto at = static_cast<std::size_t>(i);
-    const double edge = 2 * (canvas.width() - area.X1 - i * stepWidth) - 2 * kNearEdge * canvas.width();
-    FittedText text = fitted.texts[at];
-    if (!skew && text.width > edge)  // the last one: what is right of its line is less than half a slot
-      text = fitText(plan.captions[at], text.font, edge, captionsEnd - top, text.font.size);
+    const double begin = area.X1 + i * stepWidth;
+    const FittedText text =
+        skew ? fitted.texts[at]
+             : fitAtEdge(canvas, plan.captions[at], fitted.texts[at], begin, captionsEnd - top);
     host::Element label = captionElement(canvas, text, plan.captions[at]);
     label.width = fitted.width;
     label.top = top;
-    const double begin = area.X1 + i * stepWidth;
     label.left = !skew ? begin - label.width / 2 : i == 0 ? area.X1 + kSkewInset : begin;
     label.visible = captionShown(plan, i, fitted.every);
     if (label.visible)
@@ -174,7 +188,7 @@ LaidCaptions layHorizontalAxis(GraphCanvas& canvas, const AxisPlan& plan, bool s
 
 bool anyCut(const FittedCaptions& fitted, const std::vector<std::string>& captions) {
   for (std::size_t i = 0; i < captions.size(); ++i)
-    if (replaceAll(fitted.texts[i].caption, "\n", " ") != captions[i])
+    if (isCut(fitted.texts[i], captions[i]))
       return true;
   return false;
 }
