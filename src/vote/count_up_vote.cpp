@@ -116,7 +116,7 @@ void freeCursor() {
 }
 
 // Saves what every keypad voted and takes the statistics from it, and from the postal votes of that item.
-void saveResult(const VoteForm& form) {
+void saveResult() {
   glo.currentRisk = glo.currentItem;
   glo.voteAssessmentNumber = glo.currentAssessment;
   const std::string key = voteKey(glo.currentItem, glo.currentAssessment);
@@ -129,12 +129,12 @@ void saveResult(const VoteForm& form) {
     theComms().SendCommandToController("VotesStored", false, true);
   glo.postalVotes.clear();
   LoadPostalVotes(key);
-  SetStats(glo.currentItem, glo.currentAssessment - 1, form.name, -1, "");
+  SetStats(glo.currentItem, glo.currentAssessment - 1);
 }
 
 // The program ends in mid-vote: what has been received is kept, and the item is to be voted again.
 void keepCutOffVote(VoteForm& form) {
-  saveResult(form);
+  saveResult();
   if (glo.item(glo.currentItem).voted[static_cast<std::size_t>(glo.currentAssessment - 1)])
     form.voteHeld();
   else if (leftoverVotes() == 0)
@@ -175,7 +175,7 @@ bool runVote(VoteForm& form) {
   }
   freeCursor();
   if (!glo.displayOnly) {
-    saveResult(form);
+    saveResult();
     markVoted(glo.currentItem, glo.currentAssessment);
     form.voteHeld();
   }

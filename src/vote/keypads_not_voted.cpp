@@ -19,9 +19,10 @@ constexpr double kFontSize = 14;
 
 // Neither a vote from 0 up nor an abstention (-2).
 bool waitsFor(int keypad) {
-  if (keypad < 1 || keypad > upperBound(glo.liveVotes))
+  const auto place = static_cast<std::size_t>(keypad - 1);
+  if (place >= glo.liveVotes.size())
     return true;
-  const double vote = qrnVal(glo.liveVotes[static_cast<std::size_t>(keypad - 1)]);
+  const double vote = qrnVal(glo.liveVotes[place]);
   return vote == -1 || vote < -2;
 }
 
@@ -53,7 +54,6 @@ uctlKpadsNotVoted::uctlKpadsNotVoted()
     : tmr_checkKeypadsNotVotedPopUp(kCheckInterval, [this] { ShowKeypadsNotVoted(); }) {}
 
 void uctlKpadsNotVoted::BeginChecking(bool on) {
-  tmr_checkKeypadsNotVotedPopUp.setEnabled(false);
   tmr_checkKeypadsNotVotedPopUp.setEnabled(on);
 }
 

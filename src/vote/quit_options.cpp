@@ -84,9 +84,9 @@ void xyVoteQuitOptions::Form_Load() {
 
 void xyVoteQuitOptions::fillTargets() {
   std::vector<host::PanelRow> items, assessments;
-  for (int i = 0; i < glo.itemCount(); ++i)
-    if (RiskRecord& risk = glo.item(i); risk.voting)
-      items.push_back(rowOf(GetItemLabel(risk), i));
+  for (const int key : listKeys())
+    if (const int item = itemOfKey(key); glo.item(item).voting)
+      items.push_back(rowOf(GetItemLabel(glo.item(item)), item));
   for (const int assessment : assessmentOrder())
     assessments.push_back(rowOf("A" + std::to_string(assessment) + ": " +
                                     glo.assessmentTitles[static_cast<std::size_t>(assessment - 1)],
@@ -179,7 +179,6 @@ std::string xyVoteQuitOptions::take() {
 
 void xyVoteQuitOptions::dismissed() {
   chosen = continueVoting;
-  UserResult = VoteOutcome::none;
 }
 
 void registerVoteForms() {

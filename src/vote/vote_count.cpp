@@ -1,5 +1,4 @@
-// Presses and their count. The first count of a pass reads the vote of every keypad; from then on a press has
-// its own read alone, with the same result.
+// Presses and their count.
 #include <algorithm>
 #include <utility>
 #include <vector>
@@ -24,18 +23,10 @@ struct Rules {
   std::int32_t voteType = 0;
   bool abstain = false;
   std::string allowedVotes;
-  bool operator==(const Rules&) const = default;
   bool scale() const {
     return voteType == 0 || voteType == voteKind::singleDigit || voteType == voteKind::singleItemSelect;
   }
 };
-
-// The running tally beside glo.keypadCounted.
-struct Tally {
-  Rules rules;
-  int count = 0;
-};
-Tally tally;
 
 struct HeldPress {
   std::int32_t keypad = 0;
@@ -72,29 +63,15 @@ Mark markOf(std::string& text, const Rules& rules) {
   return valid;
 }
 
-// Once one keypad is valid, every later number counts, whatever its value.
-void recount() {
-  const std::vector<int>& marks = glo.keypadCounted;
-  const auto end = marks.end() - 1;  // the spare element
+// Once one keypad is valid, every later number counts, whatever its value. The spare element counts nowhere.
+int countAll(const Rules& rules) {
+  std::vector<int>& marks = glo.keypadCounted;
+  marks.assign(std::max<std::size_t>(glo.liveVotes.size(), 1), notCounted);
+  const auto last = glo.liveVotes.begin() + std::max(0, upperBound(glo.liveVotes));
+  const auto end = std::transform(glo.liveVotes.begin(), last, marks.begin(),
+                                  [&](std::string& vote) { return markOf(vote, rules); });
   const auto first = std::find(marks.begin(), end, static_cast<int>(valid));
-  tally.count = static_cast<int>(std::count_if(first, end, [](int mark) { return mark != notCounted; }));
-}
-
-void countAll(const Rules& rules) {
-  tally.rules = rules;
-  glo.keypadCounted.assign(std::max<std::size_t>(glo.liveVotes.size(), 1), notCounted);
-  for (int i = 0; i < upperBound(glo.liveVotes); ++i) {
-    const std::size_t n = static_cast<std::size_t>(i);
-    glo.keypadCounted[n] = markOf(glo.liveVotes[n], rules);
-  }
-  recount();
-}
-
-void countOne(std::size_t keypad) {
-  if (keypad + 1 >= glo.liveVotes.size())
-    return;  // the spare element counts nowhere
-  glo.keypadCounted[keypad] = markOf(glo.liveVotes[keypad], tally.rules);
-  recount();
+  return static_cast<int>(std::count_if(first, end, [](int mark) { return mark != notCounted; }));
 }
 
 int activeKeypadCount() {
@@ -116,12 +93,12 @@ bool enoughVotes(int count) {
   return count >= active || (threshold > 0 && threshold <= count);
 }
 
-void tellCount() {
+void tellCount(int count) {
   VoteForm* form = runningVoteForm();
   if (form)
-    form->SetVotesCastCount(std::to_string(tally.count));
-  glo.votesCast = tally.count;
-  if (glo.voteOpen && glo.voteComplete != 1 && enoughVotes(tally.count)) {
+    form->SetVotesCastCount(std::to_string(count));
+  glo.votesCast = count;
+  if (glo.voteOpen && glo.voteComplete != 1 && enoughVotes(count)) {
     if (form)
       form->SetVotesCastCount("Wait");
     host::host().forms->unload("keypadsnotloaded");
@@ -161,12 +138,7 @@ void takePress(std::int32_t keypad, const std::string& vote) {
   entry = vote == "X" ? "-2" : vote;
   if (entry == "-2" && glo.startFrom == 0 && !glo.abstainEnabled)
     entry = "0";
-  if (glo.keypadCounted.size() != glo.liveVotes.size() || tally.rules != rulesNow(glo.options)) {
-    ShowVotesCast(glo.options);
-    return;
-  }
-  countOne(place);
-  tellCount();
+  ShowVotesCast(glo.options);
 }
 
 }  // namespace
@@ -175,14 +147,14 @@ void oComms_VoteRx(std::int32_t keypad, const std::string& vote) {
   trapErrors("count_up_vote", "oComms_VoteRx", [&] { takePress(keypad, vote); });
 }
 
-PressHold::PressHold() : votes_(glo.liveVotes), open_(glo.voteOpen) {
+PressHold::PressHold() : votes_(glo.liveVotes) {
   holding = true;
 }
 
 PressHold::~PressHold() {
   holding = false;
   glo.liveVotes = std::move(votes_);
-  if (open_ && glo.voteOpen) {
+  if (glo.voteOpen) {
     ShowVotesCast(glo.options);
     for (const HeldPress& press : held) oComms_VoteRx(press.keypad, press.vote);
   }
@@ -192,8 +164,7 @@ PressHold::~PressHold() {
 void ShowVotesCast(int options) {
   if (glo.startFrom == -1)
     glo.startFrom = 1;
-  countAll(rulesNow(options));
-  tellCount();
+  tellCount(countAll(rulesNow(options)));
 }
 
 }  // namespace qrn

@@ -32,6 +32,13 @@ bool notVoted(const VoteStep& step) {
 
 }  // namespace
 
+std::vector<int> listKeys() {
+  std::vector<int> keys;
+  for (const RiskRecord& risk : glo.risks) keys.push_back(risk.sortKey);
+  keys.pop_back();  // of the spare element
+  return keys;
+}
+
 std::vector<int> assessmentOrder() {
   std::vector<int> order;
   for (int a = 1; a <= kAssessments; ++a)
@@ -51,8 +58,7 @@ std::vector<VoteStep> stepsByItem() {
       steps.push_back({kSifterStep, assessment, step, true});
       continue;
     }
-    for (int item = 0; item < glo.itemCount(); ++item)
-      steps.push_back({glo.item(item).sortKey, assessment, step, true});
+    for (const int key : listKeys()) steps.push_back({key, assessment, step, true});
   }
   return steps;
 }
@@ -61,10 +67,11 @@ std::vector<VoteStep> stepsByAssessment() {
   std::vector<int> order = assessmentOrder();
   std::stable_partition(order.begin(), order.end(), onAxes);
   std::vector<VoteStep> steps;
-  for (int item = 0; item < glo.itemCount(); ++item) {
+  for (const int key : listKeys()) {
+    const int item = itemOfKey(key);
     const bool finished = std::all_of(order.begin(), order.end(), [&](int a) { return voted(item, a); });
-    for (std::size_t i = 0; i < order.size(); ++i)
-      steps.push_back({glo.item(item).sortKey, order[i], static_cast<int>(i) + 1, !finished});
+    int step = 0;
+    for (const int assessment : order) steps.push_back({key, assessment, ++step, !finished});
   }
   return steps;
 }
@@ -116,10 +123,10 @@ VoteProgress voteProgress() {
 }
 
 int itemOfKey(int sortKey) {
-  for (int i = 0; i < glo.itemCount(); ++i)
-    if (glo.item(i).sortKey == sortKey)
-      return i;
-  return -1;
+  const auto end = glo.risks.end() - 1;  // the spare element
+  const auto found =
+      std::find_if(glo.risks.begin(), end, [&](const RiskRecord& risk) { return risk.sortKey == sortKey; });
+  return found == end ? -1 : static_cast<int>(found - glo.risks.begin());
 }
 
 void loadVotePlan() {
@@ -129,23 +136,16 @@ void loadVotePlan() {
   }
 }
 
-std::vector<int> listKeys() {
-  std::vector<int> keys;
-  for (int i = 0; i < glo.itemCount(); ++i) keys.push_back(glo.item(i).sortKey);
-  return keys;
-}
-
 void restoreListOrder(const std::vector<int>& keys) {
   if (listKeys() == keys)
     return;
   std::map<int, std::size_t> placeOf;
-  for (std::size_t i = 0; i < keys.size(); ++i) placeOf.emplace(keys[i], i);
+  for (const int key : keys) placeOf.emplace(key, placeOf.size());
   const auto place = [&](const RiskRecord& risk) {
     const auto it = placeOf.find(risk.sortKey);
     return it == placeOf.end() ? keys.size() : it->second;
   };
-  std::stable_sort(glo.risks.begin(), glo.risks.end() - 1,
-                   [&](const RiskRecord& a, const RiskRecord& b) { return place(a) < place(b); });
+  std::ranges::stable_sort(glo.risks.begin(), glo.risks.end() - 1, {}, place);
 }
 
 }  // namespace qrn

@@ -1,6 +1,7 @@
 #include "vote/xy_vote_runtime.h"
 
 #include <algorithm>
+#include <span>
 
 #include "core/diagnostics.h"
 #include "core/glo.h"
@@ -41,7 +42,6 @@ xyVoteRuntime::xyVoteRuntime() : VoteForm(formName::runtime) {
 
 void xyVoteRuntime::startProcess() {
   glo.quitRequested = false;
-  glo.runFinished = false;
   if (glo.CheckAutoSave != 0)
     saveXY();  // a failure has been told; the votes are kept by themselves
   hideButtons();
@@ -96,9 +96,10 @@ void xyVoteRuntime::walk(std::vector<VoteStep> steps, std::size_t start) {
     beginProcess(steps);
   }
   glo.resumePending = false;
-  if (!glo.singleVoteRun && start < steps.size()) {
+  const auto ahead = std::span(steps).subspan(start);
+  if (!glo.singleVoteRun && !ahead.empty()) {
     glo.voteStep = 0;
-    writeLogBefore(std::max(0, itemOfKey(steps[start].sortKey)), steps[start].assessment);
+    writeLogBefore(std::max(0, itemOfKey(ahead.front().sortKey)), ahead.front().assessment);
   }
   for (std::size_t at = start; at < steps.size();) {
     jump_ = Jump::none;
@@ -165,11 +166,11 @@ void xyVoteRuntime::afterStep(const std::vector<VoteStep>& steps, std::size_t at
 
 std::size_t xyVoteRuntime::jumpTarget(const std::vector<VoteStep>& steps, std::size_t at) const {
   if (jump_ == Jump::target) {
-    for (std::size_t i = 0; i < steps.size(); ++i)
-      if (steps[i].assessment == glo.jumpAssessment && itemOfKey(steps[i].sortKey) == glo.jumpItem &&
-          canBeVoted(steps[i]))
-        return i;
-    return at;
+    const auto target = std::find_if(steps.begin(), steps.end(), [](const VoteStep& step) {
+      return step.assessment == glo.jumpAssessment && itemOfKey(step.sortKey) == glo.jumpItem;
+    });
+    return target == steps.end() || !canBeVoted(*target) ? at
+                                                         : static_cast<std::size_t>(target - steps.begin());
   }
   for (std::size_t i = at; i-- > 0;)
     if (canBeVoted(steps[i]))
@@ -183,18 +184,17 @@ void xyVoteRuntime::RunVote() {
   forms().show(name);
   do {
     glo.restartVote = false;
-    doVote(glo.voteStep);
+    doVote();
   } while (glo.restartVote && !runEnds());
   glo.revotePass = false;
 }
 
-void xyVoteRuntime::doVote(int step) {
+void xyVoteRuntime::doVote() {
   if (lbl_Criteria.size() < 2) {
     host::host().dialogs->MsgBox("Must have at least 2 options", host::kTitle, host::Buttons::ok,
                                  host::Icon::exclamation);
     return;
   }
-  glo.voteStep = step;
   deleteOutcome();
   glo.defaultVoteType = glo.MainVoteSettings.voteMode == voteKind::singleItemSelect
                             ? voteKind::singleItemSelect

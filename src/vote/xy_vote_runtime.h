@@ -36,7 +36,7 @@ struct xyVoteRuntime : VoteForm, HasVoteBoxes {
   void byItem();        // each assessment through all items
   void byAssessment();  // each item through all assessments
   void RunVote();
-  void doVote(int step);
+  void doVote();
   void FinishOfVoteLoop();
   void Check4ResultsTable();
   void BlankThisForm();
