@@ -5,6 +5,7 @@
 // "barValue", "bottomAxisLabel" and "legendRow" is the point's number in its series, whatever the page.
 #pragma once
 
+#include "analysis/filter/filters.h"
 #include "charts/chart_geometry.h"
 #include "charts/look/graph_look.h"
 #include "charts/tchart.h"
@@ -34,7 +35,8 @@ class ChartSurface {
 
  private:
   TChart chart_;
-  std::string footer_, filter_;
+  std::string footer_;
+  FilterLine filter_;
   int builds_ = 0;
   host::Surface surface_;
   ChartGeometry geometry_;

@@ -1,6 +1,5 @@
 #include <algorithm>
 
-#include "analysis/filter/filters.h"
 #include "charts/chart_layout.h"
 #include "charts/graph_notes.h"
 
@@ -19,7 +18,7 @@ bool sameFrame(const host::Surface& a, const host::Surface& b) {
 
 const host::Surface& ChartSurface::lower(const TChart& chart, double width, double height,
                                          const std::string& footer, bool tellsValue) {
-  const std::string filter = filterCaption();
+  const FilterLine filter = showFilter(0, 0, width, height, 0, 0, false);
   host::Surface frame;
   frame.width = width;
   frame.height = height;

@@ -55,7 +55,7 @@ ChartTicks chartTicks(const TChart& chart) {
   ChartTicks ticks;
   setRange(ticks, chart);
   const double range = ticks.high - ticks.low, own = chart.Axis.Left.Increment;
-  ticks.step = own > 0 && range / own <= kMostSteps ? own : roundStep(range);
+  ticks.step = range <= kMostSteps * own ? own : roundStep(range);
   const auto& words = chart.Axis.Left.Labels.Item;
   const std::string format = chart.seriesCount() > 0 ? chart.SERIES(0).ValueFormat : "0";
   for (int i = 0; ticks.valueOf(i) <= ticks.high + ticks.step * 1e-6; ++i) {

@@ -112,7 +112,8 @@ TEST_F(GraphLookTest, FitsTextIntoItsSlot) {
   EXPECT_EQ(cutToWidth("abcdefgh", font, 960), "abcdefgh");
   EXPECT_EQ(cutToWidth("abcdefgh", font, 959), "abcd...");
   EXPECT_EQ(cutToWidth("ab \u00e4\u00f6\u00fcgh", font, 720), "ab...");
-  EXPECT_EQ(cutToWidth("abcdefgh", font, 100), "");
+  EXPECT_EQ(cutToWidth("abcdefgh", font, 360), "...");
+  EXPECT_EQ(cutToWidth("abcdefgh", font, 359), "");
   struct Case {
     const char* text;
     double width, height, smallest;
@@ -120,12 +121,13 @@ TEST_F(GraphLookTest, FitsTextIntoItsSlot) {
     double size;
   };
   const Case cases[] = {
-      {"one two", 840, 240, 10, "one two", 10},
+      {"one two", 840, 240, 6, "one two", 10},
       {"one two", 600, 480, 10, "one\ntwo", 10},
       {"one two", 600, 240, 6, "one two", 7},  // 7 characters of 84 twips
       {"one two", 600, 240, 8, "one...", 8},   // two lines of 192 do not fit, nor one of 672
       {"one two three", 480, 480, 10, "one\nt...", 10},
       {"first\nsecond", 900, 240, 10, "firs...", 10},
+      {"first\nsecond", 960, 240, 10, "first...", 10},
   };
   for (const Case& c : cases) {
     const FittedText fitted = fitText(c.text, font, c.width, c.height, c.smallest);

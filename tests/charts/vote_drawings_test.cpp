@@ -31,7 +31,7 @@ class VoteDrawings : public RunCase {
     });
     on("show", [this](const Words& words) {
       form_.state = {};
-      DisplayVote(words.number(0), 1, -1, form_);
+      DisplayVote(words.number(0), 1, words.size() > 1 ? words.number(1) : -1, form_);
     });
     on("master", [this](const Words& words) {  // colours of the deck's own title and body type
       world.presentation.titleFont.emplace().colour = words.number(0);
@@ -68,6 +68,10 @@ class VoteDrawings : public RunCase {
     });
     on("numbers",
        [this](const Words&) { tell(form_.txt_AssNum, "/", form_.txt_RiskNum, "/", form_.displayedRound); });
+    on("grow", [this](const Words&) {
+      host::host().windows = &windows_;
+      form_.GrowBars();
+    });
     on("bars", [this](const Words& words) { form_.ShowBars(words[0] == "on"); });
     on("counts", [this](const Words&) {
       for (const int count : CountVotes(1, 2)) tell(count);
@@ -91,6 +95,7 @@ class VoteDrawings : public RunCase {
       link_.state.phones = words.number(0);
       link_.state.rehearse = words.number(1);
       link_.state.takesPhones = words.has("taken");
+      link_.linkUp = !words.has("lost");
       host::host().controller = &link_;
       tell(drawingOf(form_.surface(), {"joinCode"}));
     });
@@ -141,6 +146,7 @@ class VoteDrawings : public RunCase {
     host::RoomState room() const override { return state; }
     host::RoomState state;
   } link_;
+  TellingWindows windows_{[](const std::string&) {}};
   PlainVoteForm form_;
 };
 

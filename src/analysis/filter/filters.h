@@ -53,6 +53,7 @@ struct FilterLine {
   std::int32_t colour = 0;
   host::Align align = host::Align::left;
   double left = 0, top = 0;  // twips
+  bool operator==(const FilterLine&) const = default;
 };
 
 // Places the line of `width` x `height` twips into the corner chosen for the statistics box of an area (all

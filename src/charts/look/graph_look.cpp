@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "base/text.h"
+#include "base/utf8.h"
 #include "core/glo.h"
 #include "host/host.h"
 #include "host/presentation.h"
@@ -82,12 +83,6 @@ int spread(std::int32_t colour) {
   return std::max({r, g, b}) - std::min({r, g, b});
 }
 
-std::size_t nextCharacter(const std::string& text, std::size_t at) {
-  ++at;
-  while (at < text.size() && (static_cast<unsigned char>(text[at]) & 0xC0U) == 0x80U) ++at;
-  return at;
-}
-
 // The theme of the ground that most of the background has; where something else can lie behind, it reads
 // there too.
 look::Theme themeOf(const GraphLook& look, const host::Surface& background) {
@@ -116,8 +111,7 @@ GraphLook lookFor(const host::Surface& background) {
     const std::int32_t label = glo.runByGraphLabelColour;
     return lookWith(contrastRatio(label, kBlack) >= contrastRatio(label, kWhite), behind);
   }
-  const GraphLook light = lookWith(true, behind), dark = lookWith(false, behind);
-  return dark.panelOpacity < light.panelOpacity ? dark : light;
+  return std::ranges::min({lookWith(true, behind), lookWith(false, behind)}, {}, &GraphLook::panelOpacity);
 }
 
 }  // namespace
@@ -167,8 +161,9 @@ void setGraphBackground(host::Surface& surface, const std::string& file) {
   const bool themes = glo.usePPTBackground && glo.backgroundStart == untouched.backgroundStart &&
                       glo.backgroundEnd == untouched.backgroundEnd;
   const std::int32_t ground = tone >= 0 ? tone : look::untoldGround(true);
-  surface.background = tone >= 0 || themes ? ground : colour(glo.backgroundStart);
-  surface.backgroundEnd = tone >= 0 || themes ? ground : colour(glo.backgroundEnd);
+  const bool painted = tone < 0 && !themes;
+  surface.background = painted ? colour(glo.backgroundStart) : ground;
+  surface.backgroundEnd = painted ? colour(glo.backgroundEnd) : ground;
   surface.gradient = surface.background != surface.backgroundEnd;
 }
 
@@ -242,20 +237,17 @@ std::string cutToWidth(const std::string& text, const host::SurfaceFont& font, d
   if (textWidth(text, font) <= width)
     return text;
   std::vector<std::size_t> ends{0};  // byte length of each possible cut
-  for (std::size_t at = 0; at < text.size();) ends.push_back(at = nextCharacter(text, at));
-  std::size_t low = 0, high = ends.size() - 1;  // the cut of `low` characters fits, or nothing does
-  while (low < high) {
-    const std::size_t middle = (low + high + 1) / 2;
-    if (textWidth(text.substr(0, ends[middle]) + "...", font) <= width)
-      low = middle;
-    else
-      high = middle - 1;
-  }
-  if (low == 0)
-    return textWidth("...", font) <= width ? "..." : "";
-  std::string cut = text.substr(0, ends[low]);
+  while (ends.back() != text.size())
+    ends.push_back(ends.back() + std::max<std::size_t>(1, characterAt(text, ends.back()).length));
+  const auto tooLong = std::partition_point(ends.begin(), ends.end(), [&](std::size_t end) {
+    return textWidth(text.substr(0, end) + "...", font) <= width;
+  });
+  if (tooLong == ends.begin())
+    return "";
+  const std::size_t end = *std::prev(tooLong);
+  std::string cut = text.substr(0, end);
   // at a whole word, where that leaves at least half
-  if (const std::size_t blank = text[ends[low]] == ' ' ? cut.size() : cut.rfind(' ');
+  if (const std::size_t blank = text[end] == ' ' ? end : cut.rfind(' ');
       blank != std::string::npos && 2 * blank >= cut.size())
     cut.resize(blank);
   while (!cut.empty() && cut.back() == ' ') cut.pop_back();

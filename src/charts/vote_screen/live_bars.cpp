@@ -8,10 +8,12 @@
 namespace qrn {
 
 std::vector<int> CountVotes(int startFrom, int options) {
-  std::vector<int> counts(static_cast<std::size_t>(std::max(0, options - startFrom + 1)), 0);
-  for (const float vote : countedVotes().values)
-    if (vote >= static_cast<float>(startFrom) && vote < static_cast<float>(options) + 1)
-      ++counts[static_cast<std::size_t>(static_cast<int>(vote) - startFrom)];
+  const std::vector<float> votes = countedVotes().values;
+  std::vector<int> counts;
+  for (int option = startFrom; option <= options; ++option)
+    counts.push_back(static_cast<int>(std::count_if(votes.begin(), votes.end(), [&](float vote) {
+      return std::floor(vote) == static_cast<float>(option);
+    })));
   return counts;
 }
 

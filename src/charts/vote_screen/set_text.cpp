@@ -1,8 +1,11 @@
 #include "charts/vote_screen/set_text.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <utility>
 
+#include "base/utf8.h"
 #include "charts/look/graph_look.h"
 
 namespace qrn {
@@ -12,12 +15,6 @@ namespace {
 constexpr const char* kDots = "…";
 constexpr double kRounding = 1;  // twips
 
-std::size_t nextCharacter(const std::string& text, std::size_t at) {
-  ++at;
-  while (at < text.size() && (static_cast<unsigned char>(text[at]) & 0xC0U) == 0x80U) ++at;
-  return at;
-}
-
 bool overlong(const std::string& line, const host::SurfaceFont& font, double width) {
   return textWidth(line, font) > width + kRounding;
 }
@@ -26,16 +23,14 @@ bool overlong(const std::string& line, const host::SurfaceFont& font, double wid
 void breakInside(const std::string& line, const host::SurfaceFont& font, double width,
                  std::vector<std::string>& lines) {
   std::string piece;
-  for (std::size_t at = 0; at < line.size();) {
-    const std::size_t next = nextCharacter(line, at);
-    const std::string longer = piece + line.substr(at, next - at);
+  for (const std::uint32_t character : characters(line)) {
+    std::string longer = piece;
+    appendCharacter(longer, character);
     if (!piece.empty() && overlong(longer, font, width)) {
       lines.push_back(piece);
-      piece = line.substr(at, next - at);
-    } else {
-      piece = longer;
+      longer.erase(0, piece.size());
     }
-    at = next;
+    piece = std::move(longer);
   }
   lines.push_back(piece);
 }
@@ -61,37 +56,28 @@ Lines linesOf(const std::string& text, const host::SurfaceFont& font, double wid
   return lines;
 }
 
-// The last line that there is room for, shortened by whole words until the dots fit behind it.
+// The last line that there is room for, shortened by whole words, the only word by its end, until the dots
+// fit behind it.
 void endAt(std::size_t most, const host::SurfaceFont& font, double width, std::vector<std::string>& lines) {
   lines.resize(most);
   std::string& last = lines.back();
-  while (overlong(last + kDots, font, width)) {
+  while (!last.empty() && overlong(last + kDots, font, width)) {
     const std::size_t blank = last.rfind(' ');
-    if (blank == std::string::npos || blank == 0) {
-      last = cutToWidth(last + kDots, font, width);
-      return;
-    }
-    last.resize(blank);
+    last = blank != std::string::npos ? last.substr(0, blank)
+                                      : firstCharacters(last, static_cast<int>(characterCount(last)) - 1);
   }
   last += kDots;
 }
 
-char32_t characterAt(const std::string& text, std::size_t at, std::size_t next) {
-  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-  char32_t c = next - at > 1 ? byte(at) & (0xffU >> (next - at + 1)) : byte(at);
-  for (std::size_t i = at + 1; i < next; ++i) c = c << 6 | (byte(i) & 0x3fU);
-  return c;
-}
-
-// Hebrew, Arabic and their neighbours stand in these blocks; letters of other scripts run from the left.
+// Hebrew, Arabic and their neighbours are the first three blocks; letters of the others run from the left.
 bool runsFromRight(const std::string& text) {
-  for (std::size_t at = 0, next = 0; at < text.size(); at = next) {
-    next = nextCharacter(text, at);
-    const char32_t c = characterAt(text, at, next);
-    if ((c >= 0x590 && c <= 0x8ff) || (c >= 0xfb1d && c <= 0xfdff) || (c >= 0xfe70 && c <= 0xfeff))
-      return true;
-    if (c > 0x7f || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'))
-      return false;
+  constexpr std::array<std::array<std::uint32_t, 2>, 6> kBlocks{
+      {{0x590, 0x8ff}, {0xfb1d, 0xfdff}, {0xfe70, 0xfeff}, {'A', 'Z'}, {'a', 'z'}, {0x80, 0x10ffff}}};
+  for (const std::uint32_t c : characters(text)) {
+    const auto block = std::find_if(kBlocks.begin(), kBlocks.end(),
+                                    [&](const auto& ends) { return c >= ends[0] && c <= ends[1]; });
+    if (block != kBlocks.end())
+      return block < kBlocks.begin() + 3;
   }
   return false;
 }
@@ -118,7 +104,7 @@ std::vector<SetText> cutTogether(const std::vector<std::string>& whole, std::vec
   int most = static_cast<int>(std::floor((height - (count - 1) * gap) / line + 0.01));
   std::vector<std::size_t> given(texts.size(), 1);
   most -= static_cast<int>(texts.size());
-  for (bool more = true; more && most > 0;) {
+  for (bool more = true; more;) {
     more = false;
     for (std::size_t i = 0; i < texts.size() && most > 0; ++i)
       if (given[i] < texts[i].text.size()) {

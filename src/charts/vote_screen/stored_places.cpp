@@ -36,8 +36,8 @@ double roomBelow(const VoteQuestion& question, const LayoutRect& from) {
   };
   look(question.stored.lbl_Risk);
   look(question.stored.lbl_Assessment);
-  for (std::size_t i = 0; i < std::min(question.options.size(), question.stored.lbl_Criteria.size()); ++i)
-    look(question.stored.lbl_Criteria[i]);
+  const auto& options = question.stored.lbl_Criteria;
+  std::for_each_n(options.begin(), std::min(question.options.size(), options.size()), look);
   return std::max(0.0, bottom - from.top);
 }
 
@@ -86,7 +86,8 @@ Place inkOf(const PlacedText& label) {
 }
 
 bool apart(const Place& a, const Place& b) {
-  return a.Right() <= b.Left || b.Right() <= a.Left || a.Bottom() <= b.Top || b.Bottom() <= a.Top;
+  return std::min(a.Right(), b.Right()) <= std::max(a.Left, b.Left) ||
+         std::min(a.Bottom(), b.Bottom()) <= std::max(a.Top, b.Top);
 }
 
 std::vector<Place> optionPlaces(const VoteQuestion& question) {
@@ -121,9 +122,8 @@ void setOptions(const VoteQuestion& question, double share, VoteLayout& layout) 
   }
 }
 
-// The largest free part of the screen beside, below or above the options.
+// The largest free part of the screen beside, below or above the options; none has no size.
 Place freePart(const VoteQuestion& question, const VoteLayout& layout) {
-  std::vector<Place> taken{inkOf(layout.item), inkOf(layout.scale)};
   Place all{question.width, question.height, 0, 0};
   double right = 0, bottom = 0;
   for (const VoteRow& row : layout.rows) {
@@ -135,25 +135,21 @@ Place freePart(const VoteQuestion& question, const VoteLayout& layout) {
   }
   all.Width = right - all.Left;
   all.Height = bottom - all.Top;
-  taken.push_back(all);
   const double W = question.width, H = question.height, gap = kGap * W, end = kBarsEnd * H;
   const double rows = static_cast<double>(layout.rows.size()) * kLeastRow * H;
   const double left = look::kMarginX * W, edge = layout.aside.Width > 0 ? layout.aside.Left - gap : W - left,
                top = std::min(all.Top, end);
   const double low = std::min(std::max(all.Bottom(), top + std::max(kLeastBarsHigh * H, rows)), end);
-  const std::vector<Place> parts{{all.Right() + gap, top, edge - all.Right() - gap, low - top},
+  const std::vector<Place> parts{{},
+                                 {all.Right() + gap, top, edge - all.Right() - gap, low - top},
                                  {left, top, all.Left - gap - left, low - top},
                                  {left, all.Bottom() + gap, edge - left, end - all.Bottom() - gap},
                                  {left, look::kMarginY * H, edge - left, all.Top - gap - look::kMarginY * H}};
-  Place best;
-  for (const Place& part : parts) {
+  return std::ranges::max(parts, {}, [&](const Place& part) {
     const bool large = part.Width >= kLeastBarsWide * W && part.Height >= std::max(kLeastBarsHigh * H, rows);
-    const bool clear =
-        std::all_of(taken.begin(), taken.end(), [&](const Place& one) { return apart(one, part); });
-    if (large && clear && part.Width * part.Height > best.Width * best.Height)
-      best = part;
-  }
-  return best;
+    const bool clear = apart(inkOf(layout.item), part) && apart(inkOf(layout.scale), part);
+    return large && clear ? part.Width * part.Height : 0;
+  });
 }
 
 bool clearOfTexts(const VoteLayout& layout, const Place& part) {
@@ -181,10 +177,10 @@ void placeBars(const VoteQuestion& question, const Place& part, VoteLayout& layo
   const double span = part.Width - keys - markWidth(question, layout) - kGap * question.width;
   layout.bars = part;
   const bool marked = pitch > 0.8 * lineHeight(layout.countFont);
-  for (std::size_t i = 0; i < layout.rows.size(); ++i) {
-    VoteRow& row = layout.rows[i];
-    const double middle =
-        layout.ownKeys ? part.Top + (static_cast<double>(i) + 0.5) * pitch : row.option.place.Middle();
+  double next = part.Top + pitch / 2;
+  for (VoteRow& row : layout.rows) {
+    const double middle = layout.ownKeys ? next : row.option.place.Middle();
+    next += pitch;
     row.marked = marked;
     row.track = {part.Left + keys, middle - thick / 2, std::max(0.0, span), thick};
   }
@@ -235,10 +231,7 @@ void placeStoredOptions(const VoteQuestion& question, VoteLayout& layout) {
   }
   if (!apart(layout.aside, part))
     layout.aside = {};
-  if (part.Width > 0)
-    placeBars(question, part, layout);
-  else
-    for (VoteRow& row : layout.rows) row.track = {};
+  placeBars(question, part, layout);
 }
 
 }  // namespace qrn

@@ -80,7 +80,7 @@ class Layouter {
 void Layouter::placeStats() {
   const double scale = graphScale(W_, H_);
   const FontRecord& stored = q_.stored.font4;
-  const bool chosen = stored.size > 0 && stored.size != kUntouchedStatsSize;
+  const bool chosen = stored.size != kUntouchedStatsSize;
   const double points = std::max(size(Size::floor), chosen ? stored.size * scale : 0);
   out_.statsFont = typeOf(stored, points, stored.bold);
   if (q_.statsCorner.empty())
@@ -103,12 +103,10 @@ void Layouter::placeStats() {
 // The item gets as much height as leaves every option its row.
 void Layouter::placeHead() {
   double left = left_, right = right_;
-  if (!q_.statsCorner.empty() && out_.stats.Top < H_ / 2) {
-    if (out_.statsAlign == host::Align::right)
-      right = std::min(right, out_.stats.Left - kAsideGap * H_);
-    else
-      left = std::max(left, out_.stats.Right() + kAsideGap * H_);
-  }
+  if (corner('T', 'R'))
+    right = std::min(right, out_.stats.Left - kAsideGap * H_);
+  if (corner('T', 'L'))
+    left = std::max(left, out_.stats.Right() + kAsideGap * H_);
   const host::SurfaceFont scaleFont = typeOf(q_.stored.titleFont, 0, true);
   const double line = lineHeight(typeOf(q_.stored.titleFont, size(Size::label), true));
   const double step = textWidth("  " + stepWords(q_), typeOf(q_.stored.titleFont, size(Size::label), false));
@@ -139,8 +137,7 @@ void Layouter::placeStep() {
   const std::string last = scale.text.caption.substr(scale.text.caption.rfind('\n') + 1);
   const double behind =
       last.empty() ? 0 : textWidth(last, scale.text.font) + 0.35 * scale.text.font.size * kTwipsPerPoint;
-  host::SurfaceFont font = scale.text.font;
-  font.bold = false;
+  const host::SurfaceFont font = typeOf(q_.stored.titleFont, scale.text.font.size, false);
   const double width = textWidth(words, font), line = lineHeight(font);
   if (behind + width <= scale.place.Width && q_.stored.titleAlign != 1)
     out_.step = {scale.place.Left + behind, scale.place.Bottom() - line, width, line};
@@ -198,7 +195,7 @@ void Layouter::spreadRows(const std::vector<SetText>& set, double top, double ro
   }
   const bool crowd = pitch < kLeastPitch * H_, even = crowd || tallest * count <= room;
   const double gap = std::min((room - used) / count, kBelowItem * H_);
-  const double side = crowd || even ? keySide_ : std::min(keySide_, 0.96 * (lowest + gap));
+  const double side = even ? keySide_ : std::min(keySide_, 0.96 * (lowest + gap));
   double y = top;
   for (const SetText& text : set) {
     const double height = crowd  ? pitch
@@ -236,9 +233,8 @@ void Layouter::tellSome(double pitch) {
   const std::size_t step = last >= 99 ? 25 : std::max<std::size_t>(apart, 2);
   // 0 or 1, then 25, 50, 75 and the last
   const std::size_t first = out_.rows.size() == 100 && q_.options.front().key != "0" ? 1 : 0;
-  for (std::size_t i = 0; i <= last; ++i)
-    out_.rows[i].marked = out_.rows[i].told =
-        i == 0 || i == last || ((i + first) % step == 0 && i >= apart && last - i >= apart);
+  for (std::size_t i = 1; i < last; ++i)
+    out_.rows[i].marked = out_.rows[i].told = (i + first) % step == 0 && i >= apart && last - i >= apart;
 }
 
 // Bars between the options and the column at the right, all equally thick.

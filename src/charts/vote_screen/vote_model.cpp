@@ -85,7 +85,7 @@ class Drawing {
   void options();
   void key(const char* name, std::size_t option, const Place& place);
   void bars();
-  void bar(std::size_t option, int most, int total);
+  void bar(std::size_t option, int most);
   void mark(std::size_t option, int total);
   void notice(const std::string& words);
   void average();
@@ -128,8 +128,7 @@ void Drawing::head() {
   if (!q_.scale.empty())
     words(Layer::titles, "lbl_assessment", 0, l_.scale, quiet);
   if (l_.step.Width > 0) {
-    host::SurfaceFont font = l_.scale.text.font;
-    font.bold = false;
+    const host::SurfaceFont font = typeOf(q_.stored.titleFont, l_.scale.text.font.size, false);
     out_.add(Layer::titles, "step", 0, label(l_.step, stepWords(q_), font, theme_.quiet));
   }
 }
@@ -167,8 +166,8 @@ void Drawing::bars() {
     const VoteRow& row = l_.rows[i];
     if (row.track.Width <= 0)
       continue;
-    bar(i, most, total);
-    if (row.marked || (now_.counts[i] == most && most > 0 && row.track.Height * 2 > kBarRadius * H_))
+    bar(i, most);
+    if (row.marked || (now_.counts[i] == most && row.track.Height * 2 > kBarRadius * H_))
       mark(i, total);
     if (l_.ownKeys && row.marked) {
       Place place = row.key;
@@ -181,13 +180,13 @@ void Drawing::bars() {
 }
 
 // The longest bar fills its track. The mode stands out by its strength as well as by its length.
-void Drawing::bar(std::size_t option, int most, int total) {
+void Drawing::bar(std::size_t option, int most) {
   const int index = static_cast<int>(option), count = now_.counts[option];
   const Place& track = l_.rows[option].track;
   const double radius = std::min(kBarRadius * H_, track.Height / 2);
   if (track.Height >= kThinnestTrack * H_)
     out_.add(Layer::grid, "barTrack", index, box(track, theme_.track, radius));
-  if (count <= 0 || total <= 0)
+  if (count <= 0)
     return;
   Place filled = track;
   filled.Width = std::max(2 * radius, track.Width * count / most * now_.grown);
@@ -236,9 +235,7 @@ void Drawing::average() {
   host::SurfaceFont font = type(Size::item, true);
   font.size = look::points(Size::item, H_) * kAverage / look::partOfHeight(Size::item);
   const std::string number = averageWords(*now_.average);
-  const double wide = textWidth(number, font);
-  if (wide > l_.aside.Width)
-    font.size *= l_.aside.Width / wide;
+  font.size *= std::min(1.0, l_.aside.Width / textWidth(number, font));
   const double top = l_.rows.empty() ? l_.aside.Top : l_.rows.front().key.Top;
   const double capitals = topForBaseline(0, font) - topForMiddle(0, font);  // half a capital, upwards
   const double middle = top - capitals;
@@ -271,7 +268,7 @@ void Drawing::averageMark() {
 
 // For phones that come late, in the column that the average takes later.
 void Drawing::joinCode() {
-  if (now_.joinAddress.empty() || now_.closed || l_.aside.Width <= 0)
+  if (now_.joinAddress.empty() || now_.closed)
     return;
   const host::SurfaceFont font = type(Size::floor);
   const double line = lineHeight(font);

@@ -121,8 +121,7 @@ void VoteForm::GrowBars() {
 void VoteForm::grow() {
   const double passed = static_cast<double>(host::host().clock->microseconds() - growsFrom_) / 1000;
   grown_ = look::easedOut(passed / look::kQuick);
-  if (passed >= look::kQuick)
-    tmr_grow_.setEnabled(false);
+  tmr_grow_.setEnabled(grown_ < 1);
   host::host().forms->refresh(name);
 }
 
@@ -188,9 +187,8 @@ void DisplayVote(int item, int assessment, int round, VoteForm& form) {
     form.displayedRound = round;
     form.txt_AssNum = std::to_string(assessment - 1);
     form.txt_RiskNum = std::to_string(item);
-    form.bgndImage = !record.imageFile.empty() && fileExists(record.imageFile) ? record.imageFile : "";
+    form.bgndImage = record.imageFile;
     form.lbl_Risk.Caption = itemCaption(item);
-    form.lbl_Risk.Visible = true;
     form.lbl_assessment.Caption =
         lineFeedsCleaned(glo.assessmentTitles[static_cast<std::size_t>(assessment - 1)]);
     form.lbl_assessment.Visible = record.showTitleText;
@@ -199,7 +197,6 @@ void DisplayVote(int item, int assessment, int round, VoteForm& form) {
     form.uctl_votesCast.label.Visible = true;
     form.uctl_votesCast.voted = 0;
     form.bars = {};
-    form.average.reset();
     form.ShowAverageScore("", false);
     form.ShowKeypads({}, false);
     form.LayOutAgain();

@@ -63,7 +63,7 @@ struct VoteForm : host::Form {
   uctlVotesCast uctl_votesCast;
   LiveBars bars;
   std::optional<double> average;  // of the votes at hand, shown with the statistics of a result
-  std::string bgndImage;          // file of the picture behind everything, "" when the colours are painted
+  std::string bgndImage;          // file of the picture behind everything; the colours where there is none
   std::string txt_AssNum, txt_RiskNum;  // assessment (0-based) and item (index into risks)
   int displayedItem = -1, displayedAssessment = 0, displayedRound = -1;
 
