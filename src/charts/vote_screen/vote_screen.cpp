@@ -197,6 +197,7 @@ void DisplayVote(int item, int assessment, int round, VoteForm& form) {
     form.uctl_votesCast.label.Visible = true;
     form.uctl_votesCast.voted = 0;
     form.bars = {};
+    form.average.reset();
     form.ShowAverageScore("", false);
     form.ShowKeypads({}, false);
     form.LayOutAgain();
