@@ -53,6 +53,7 @@ class PressHold {
 
  private:
   std::vector<std::string> votes_;
+  bool open_;
 };
 
 // Presses go here first while a form of that kind is open: "sifterVoteForm" and "liveRiskListCollection" take

@@ -1,4 +1,5 @@
-// Presses and their count.
+// Presses and their count. The first count of a pass looks at every keypad; from then on a press changes the
+// count by what it changes, with the same result.
 #include <algorithm>
 #include <utility>
 #include <vector>
@@ -23,10 +24,19 @@ struct Rules {
   std::int32_t voteType = 0;
   bool abstain = false;
   std::string allowedVotes;
+  bool operator==(const Rules&) const = default;
   bool scale() const {
     return voteType == 0 || voteType == voteKind::singleDigit || voteType == voteKind::singleItemSelect;
   }
 };
+
+// The running tally beside glo.keypadCounted.
+struct Tally {
+  Rules rules;
+  int firstValid = -1;  // index of the first keypad with a valid vote; numbers count from there on
+  int count = 0;
+};
+Tally tally;
 
 struct HeldPress {
   std::int32_t keypad = 0;
@@ -63,15 +73,36 @@ Mark markOf(std::string& text, const Rules& rules) {
   return valid;
 }
 
-// Once one keypad is valid, every later number counts, whatever its value. The spare element counts nowhere.
-int countAll(const Rules& rules) {
-  std::vector<int>& marks = glo.keypadCounted;
-  marks.assign(std::max<std::size_t>(glo.liveVotes.size(), 1), notCounted);
-  const auto last = glo.liveVotes.begin() + std::max(0, upperBound(glo.liveVotes));
-  const auto end = std::transform(glo.liveVotes.begin(), last, marks.begin(),
-                                  [&](std::string& vote) { return markOf(vote, rules); });
+// Once one keypad is valid, every later number counts, whatever its value.
+void recount() {
+  const std::vector<int>& marks = glo.keypadCounted;
+  const auto end = marks.end() - 1;  // the spare element
   const auto first = std::find(marks.begin(), end, static_cast<int>(valid));
-  return static_cast<int>(std::count_if(first, end, [](int mark) { return mark != notCounted; }));
+  tally.firstValid = first == end ? -1 : static_cast<int>(first - marks.begin());
+  tally.count = static_cast<int>(std::count_if(first, end, [](int mark) { return mark != notCounted; }));
+}
+
+void countAll(const Rules& rules) {
+  tally.rules = rules;
+  glo.keypadCounted.assign(std::max<std::size_t>(glo.liveVotes.size(), 1), notCounted);
+  for (int i = 0; i < upperBound(glo.liveVotes); ++i) {
+    const std::size_t n = static_cast<std::size_t>(i);
+    glo.keypadCounted[n] = markOf(glo.liveVotes[n], rules);
+  }
+  recount();
+}
+
+void countOne(std::size_t keypad) {
+  if (keypad + 1 >= glo.liveVotes.size())
+    return;  // the spare element counts nowhere
+  const int before = glo.keypadCounted[keypad];
+  const int now = glo.keypadCounted[keypad] = markOf(glo.liveVotes[keypad], tally.rules);
+  const int place = static_cast<int>(keypad);
+  const bool newFirst = now == valid && (tally.firstValid < 0 || place < tally.firstValid);
+  if (newFirst || (place == tally.firstValid && now != valid))
+    recount();
+  else if (tally.firstValid >= 0 && place > tally.firstValid)
+    tally.count += (now != notCounted ? 1 : 0) - (before != notCounted ? 1 : 0);
 }
 
 int activeKeypadCount() {
@@ -93,12 +124,12 @@ bool enoughVotes(int count) {
   return count >= active || (threshold > 0 && threshold <= count);
 }
 
-void tellCount(int count) {
+void tellCount() {
   VoteForm* form = runningVoteForm();
   if (form)
-    form->SetVotesCastCount(std::to_string(count));
-  glo.votesCast = count;
-  if (glo.voteOpen && glo.voteComplete != 1 && enoughVotes(count)) {
+    form->SetVotesCastCount(std::to_string(tally.count));
+  glo.votesCast = tally.count;
+  if (glo.voteOpen && glo.voteComplete != 1 && enoughVotes(tally.count)) {
     if (form)
       form->SetVotesCastCount("Wait");
     host::host().forms->unload("keypadsnotloaded");
@@ -138,7 +169,12 @@ void takePress(std::int32_t keypad, const std::string& vote) {
   entry = vote == "X" ? "-2" : vote;
   if (entry == "-2" && glo.startFrom == 0 && !glo.abstainEnabled)
     entry = "0";
-  ShowVotesCast(glo.options);
+  if (glo.keypadCounted.size() != glo.liveVotes.size() || tally.rules != rulesNow(glo.options)) {
+    ShowVotesCast(glo.options);
+    return;
+  }
+  countOne(place);
+  tellCount();
 }
 
 }  // namespace
@@ -147,14 +183,14 @@ void oComms_VoteRx(std::int32_t keypad, const std::string& vote) {
   trapErrors("count_up_vote", "oComms_VoteRx", [&] { takePress(keypad, vote); });
 }
 
-PressHold::PressHold() : votes_(glo.liveVotes) {
+PressHold::PressHold() : votes_(glo.liveVotes), open_(glo.voteOpen) {
   holding = true;
 }
 
 PressHold::~PressHold() {
   holding = false;
   glo.liveVotes = std::move(votes_);
-  if (glo.voteOpen) {
+  if (open_ && glo.voteOpen) {
     ShowVotesCast(glo.options);
     for (const HeldPress& press : held) oComms_VoteRx(press.keypad, press.vote);
   }
@@ -164,7 +200,8 @@ PressHold::~PressHold() {
 void ShowVotesCast(int options) {
   if (glo.startFrom == -1)
     glo.startFrom = 1;
-  tellCount(countAll(rulesNow(options)));
+  countAll(rulesNow(options));
+  tellCount();
 }
 
 }  // namespace qrn

@@ -193,6 +193,32 @@ class CountUp : public VoteCase {
   void TestBody() override {}
 };
 
+TEST_F(CountUp, theRunningTallyIsThePlainCount) {
+  glo.voteType = 9;
+  glo.options = 5;
+  glo.voteOpen = true;
+  glo.keypadsNotVotedHi = 40;
+  ResizeVoteArrays();
+  const std::vector<std::string> texts{"1", "5", "0", "6", "X", "abc", "-100", "-1", "3", ""};
+  world.random.Randomize(7);
+  const auto pick = [&](std::size_t n) {
+    return static_cast<std::size_t>(world.random.Rnd() * static_cast<double>(n));
+  };
+  for (int round = 0; round < 20; ++round) {
+    ResetVotes();
+    glo.abstainEnabled = round % 2 == 1;
+    glo.startFrom = round % 3 == 0 ? 0 : 1;
+    ShowVotesCast(glo.options);
+    for (int i = 0; i < 60; ++i) {
+      oComms_VoteRx(static_cast<int>(pick(42)), texts[pick(texts.size())]);
+      const int running = glo.votesCast;
+      ShowVotesCast(glo.options);
+      ASSERT_EQ(running, glo.votesCast) << "round " << round << " press " << i;
+      oComms_VoteRx(static_cast<int>(pick(42)), texts[pick(texts.size())]);
+    }
+  }
+}
+
 TEST_F(CountUp, aHundredThousandPressesInOneBlock) {
   std::size_t presses = 0;
   theComms().VoteRx = [&](std::int32_t, const std::string&) { ++presses; };
