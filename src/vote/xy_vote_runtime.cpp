@@ -1,7 +1,6 @@
 #include "vote/xy_vote_runtime.h"
 
 #include <algorithm>
-#include <span>
 
 #include "core/diagnostics.h"
 #include "core/glo.h"
@@ -42,6 +41,7 @@ xyVoteRuntime::xyVoteRuntime() : VoteForm(formName::runtime) {
 
 void xyVoteRuntime::startProcess() {
   glo.quitRequested = false;
+  glo.runFinished = false;  // also where a failure ends the walk before its end
   if (glo.CheckAutoSave != 0)
     saveXY();  // a failure has been told; the votes are kept by themselves
   hideButtons();
@@ -96,10 +96,9 @@ void xyVoteRuntime::walk(std::vector<VoteStep> steps, std::size_t start) {
     beginProcess(steps);
   }
   glo.resumePending = false;
-  const auto ahead = std::span(steps).subspan(start);
-  if (!glo.singleVoteRun && !ahead.empty()) {
+  if (!glo.singleVoteRun && start < steps.size()) {
     glo.voteStep = 0;
-    writeLogBefore(std::max(0, itemOfKey(ahead.front().sortKey)), ahead.front().assessment);
+    writeLogBefore(std::max(0, itemOfKey(steps[start].sortKey)), steps[start].assessment);
   }
   for (std::size_t at = start; at < steps.size();) {
     jump_ = Jump::none;
