@@ -72,7 +72,8 @@ std::string readWhole(const std::string& path) {
   const File file = File::open(path, O_RDONLY | O_NONBLOCK);  // a pipe without a writer would wait for ever
   struct stat info {};
   if (::fstat(file.fd(), &info) == 0 && !S_ISREG(info.st_mode))
-    throwDisk("Cannot read", path, S_ISDIR(info.st_mode) ? EISDIR : ESPIPE);
+    S_ISDIR(info.st_mode) ? throwDisk("Cannot read", path, EISDIR)
+                          : throw HostError(Fault::world, 57, "Cannot read " + path + ": It is no file");
   std::string text(static_cast<std::size_t>(info.st_size), '\0');
   std::size_t have = 0;
   while (have < text.size()) {

@@ -44,6 +44,7 @@ class DiskCase : public CaseTest {
     on("copy", [this](const Words& words) { std::filesystem::copy(path(words, 0), path(words, 1)); });
     on("remove", [this](const Words& words) { std::filesystem::remove_all(path(words, 0)); });
     on("mkdir", [this](const Words& words) { std::filesystem::create_directory(path(words, 0)); });
+    on("pipe", [this](const Words& words) { ::mkfifo(path(words, 0).c_str(), 0600); });
     on("write", [this](const Words& words) { writeFile(path(words, 0), words.rest(1)); });
     // more FILE COUNT TEXT: so often behind what it holds; cut FILE BYTES: to so many, or by so many
     on("more", [this](const Words& words) {
